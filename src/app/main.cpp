@@ -1,0 +1,3 @@
+#include "app/Launch.h"
+
+int main() { return vembrix::runVembrix(); }

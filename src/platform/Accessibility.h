@@ -1,0 +1,19 @@
+#pragma once
+
+namespace vembrix {
+
+/// The permission to watch and post input of other programs. Main thread.
+class Accessibility {
+ public:
+  enum class Prompt { No, Yes };
+
+  static Accessibility& shared();
+
+  virtual ~Accessibility() = default;
+
+  /// Whether the user has given it, now. With Prompt::Yes the system asks the
+  /// user if not; the call does not wait for the answer.
+  virtual bool isProcessTrusted(Prompt prompt) = 0;
+};
+
+}  // namespace vembrix

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/Color.h"
+
+namespace vembrix {
+
+/// Told about the application's life. Main thread.
+class ApplicationDelegate {
+ public:
+  virtual ~ApplicationDelegate() = default;
+
+  /// Once, when the event loop has started.
+  virtual void applicationDidFinishLaunching() = 0;
+};
+
+/// The application as the system sees it. Main thread.
+class Application {
+ public:
+  enum class ActivationPolicy {
+    Regular = 0,
+    /// No Dock icon, no main menu; windows and status items only.
+    Accessory = 1,
+  };
+
+  /// The shared application, made on first use. Lives as long as the process.
+  static Application& shared();
+
+  virtual ~Application() = default;
+
+  virtual void setActivationPolicy(ActivationPolicy policy) = 0;
+
+  /// Held weakly: the delegate must outlive run().
+  virtual void setDelegate(ApplicationDelegate* delegate) = 0;
+
+  /// Runs the event loop until terminate(); the process's exit status.
+  virtual int run() = 0;
+
+  /// Ends the event loop after the current event.
+  virtual void terminate() = 0;
+
+  /// The better match of light and dark for what the application looks like
+  /// now; nothing when the system does not tell.
+  [[nodiscard]] virtual std::optional<Appearance> effectiveAppearance() const = 0;
+};
+
+}  // namespace vembrix

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <optional>
+
+namespace vembrix {
+
+/// Components in the sRGB colour space, nominally 0 to 1, never clamped.
+/// `alpha` is not premultiplied.
+struct Srgb {
+  double red = 0;
+  double green = 0;
+  double blue = 0;
+  double alpha = 1;
+
+  bool operator==(const Srgb&) const = default;
+};
+
+/// Colours that the system defines and changes with its appearance.
+enum class SystemColor {
+  ControlAccent,
+  TextBackground,
+  Separator,
+};
+
+enum class Appearance { Light, Dark };
+
+/// A colour as the product states it: fixed sRGB components, or a named colour
+/// of the system that a face resolves when it draws, so that it follows light
+/// and dark. A plain value, usable from any thread.
+class Color {
+ public:
+  constexpr Color() = default;
+  constexpr Color(Srgb components) : components_(components) {}  // NOLINT(google-explicit-constructor)
+  /// `alpha` replaces the alpha of the system's own colour.
+  constexpr explicit Color(SystemColor name, double alpha = 1)
+      : name_(name), components_{0, 0, 0, alpha} {}
+
+  /// The components, or nothing for a colour that only the system knows.
+  [[nodiscard]] constexpr std::optional<Srgb> srgb() const {
+    return name_ ? std::nullopt : std::optional(components_);
+  }
+  /// The name, or nothing for a colour of fixed components.
+  [[nodiscard]] constexpr std::optional<SystemColor> systemColor() const { return name_; }
+  [[nodiscard]] constexpr double alpha() const { return components_.alpha; }
+
+  bool operator==(const Color&) const = default;
+
+ private:
+  std::optional<SystemColor> name_;
+  Srgb components_;
+};
+
+inline constexpr Srgb kBlack{0, 0, 0, 1};
+inline constexpr Srgb kWhite{1, 1, 1, 1};
+
+}  // namespace vembrix

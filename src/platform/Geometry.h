@@ -1,0 +1,28 @@
+#pragma once
+
+namespace vembrix {
+
+// Points (not pixels), origin at the bottom left, y upwards. Global coordinates
+// are relative to the bottom left corner of the primary screen.
+
+struct Point {
+  double x = 0;
+  double y = 0;
+  bool operator==(const Point&) const = default;
+};
+
+struct Size {
+  double width = 0;
+  double height = 0;
+  bool operator==(const Size&) const = default;
+};
+
+struct Rect {
+  double x = 0;
+  double y = 0;
+  double width = 0;
+  double height = 0;
+  bool operator==(const Rect&) const = default;
+};
+
+}  // namespace vembrix

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+
+#include "platform/Token.h"
+
+namespace vembrix {
+
+using Duration = std::chrono::nanoseconds;
+
+/// A block that is due later; dropping the token cancels it.
+using WorkItem = Token;
+/// A repeating timer; dropping the token ends it.
+using TimerSource = Token;
+
+/// The queue of the main thread: the only clock of the program. Blocks run on
+/// the main thread, one at a time, also while a menu is open; those due at the
+/// same moment run in the order in which they were given.
+class MainQueue {
+ public:
+  static MainQueue& main();
+
+  virtual ~MainQueue() = default;
+
+  /// Runs the block after the current event. The only call that any thread may
+  /// make.
+  virtual void async(std::function<void()> block) = 0;
+
+  /// Runs the block once, `delay` from now; it cannot be cancelled.
+  virtual void after(Duration delay, std::function<void()> block) = 0;
+
+  /// Runs the block once, `delay` from now, unless the token ends before.
+  [[nodiscard]] virtual WorkItem schedule(Duration delay, std::function<void()> block) = 0;
+
+  /// Runs the block first at `delay` from now and then every `interval`, without
+  /// drift. Beats that were missed (a busy thread, sleep) are one beat.
+  [[nodiscard]] virtual TimerSource repeat(Duration delay, Duration interval,
+                                           std::function<void()> block) = 0;
+};
+
+}  // namespace vembrix

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace vembrix {
+
+/// An untyped value of the system: a stored setting, an answer of the window
+/// server, decoded JSON. Immutable; a copy shares its contents and never
+/// allocates. Equality is deep. Usable from any thread.
+///
+/// The default value is null: "there is none". Null also stands for JSON's
+/// null; it has no property-list form.
+class PropertyList {
+ public:
+  using Data = std::vector<std::uint8_t>;
+  using Array = std::vector<PropertyList>;
+  using Dictionary = std::map<std::string, PropertyList, std::less<>>;
+
+  /// Seconds since 2001-01-01 00:00:00 UTC.
+  struct Date {
+    double seconds = 0;
+    bool operator==(const Date&) const = default;
+  };
+
+  PropertyList() = default;
+  PropertyList(bool value);  // NOLINT(google-explicit-constructor)
+  PropertyList(int value);   // NOLINT(google-explicit-constructor)
+  PropertyList(std::int64_t value);  // NOLINT(google-explicit-constructor)
+  PropertyList(double value);        // NOLINT(google-explicit-constructor)
+  PropertyList(const char* value);   // NOLINT(google-explicit-constructor)
+  PropertyList(std::string value);   // NOLINT(google-explicit-constructor)
+  PropertyList(Date value);          // NOLINT(google-explicit-constructor)
+  PropertyList(Data value);          // NOLINT(google-explicit-constructor)
+  PropertyList(Array value);         // NOLINT(google-explicit-constructor)
+  PropertyList(Dictionary value);    // NOLINT(google-explicit-constructor)
+
+  [[nodiscard]] bool isNull() const;
+
+  // Exact views: the contents when the value has exactly that type, else null.
+  // The pointers live as long as any copy of this value.
+  [[nodiscard]] const bool* asBool() const;
+  [[nodiscard]] const std::int64_t* asInteger() const;
+  [[nodiscard]] const double* asReal() const;
+  [[nodiscard]] const std::string* asString() const;
+  [[nodiscard]] const Date* asDate() const;
+  [[nodiscard]] const Data* asData() const;
+  [[nodiscard]] const Array* asArray() const;
+  [[nodiscard]] const Dictionary* asDictionary() const;
+
+  // Readings that follow how stored numbers are understood.
+
+  /// A Boolean, or a number that is exactly 0 or 1.
+  [[nodiscard]] std::optional<bool> boolean() const;
+  /// An integer, or a real of a whole value that fits. A Boolean is no number.
+  [[nodiscard]] std::optional<std::int64_t> integer() const;
+  /// An integer or a real. A Boolean is no number.
+  [[nodiscard]] std::optional<double> number() const;
+  /// The entry of a dictionary; null when there is none or this is no dictionary.
+  [[nodiscard]] const PropertyList& operator[](std::string_view key) const;
+
+  friend bool operator==(const PropertyList& a, const PropertyList& b);
+
+ private:
+  std::variant<std::monostate, bool, std::int64_t, double, Date,
+               std::shared_ptr<const std::string>, std::shared_ptr<const Data>,
+               std::shared_ptr<const Array>, std::shared_ptr<const Dictionary>>
+      value_;
+};
+
+}  // namespace vembrix

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string_view>
+
+#include "platform/PropertyList.h"
+
+namespace vembrix {
+
+/// The user's stored settings of this application, and, for reading only, those
+/// of other applications. Main thread. Nothing is reported: a store that cannot
+/// be read is empty, a value that cannot be written is logged once and lost.
+class UserDefaults {
+ public:
+  /// The one store of the process; lives as long as it.
+  static UserDefaults& standard();
+
+  virtual ~UserDefaults() = default;
+
+  /// The value under the key, or null. Always what is stored now: a value that
+  /// another program has written since is seen. Reading a value that has not
+  /// changed since the last read allocates nothing where the system allows it.
+  [[nodiscard]] virtual PropertyList object(std::string_view key) const = 0;
+
+  /// Stores the value; null removes the key. Stored when the call returns, as
+  /// far as any reader of this process or a later one can tell.
+  virtual void set(std::string_view key, const PropertyList& value) = 0;
+
+  /// The keys of another application's domain, for the current user and any
+  /// host: an array of strings where the domain exists, else null. Untouched.
+  [[nodiscard]] virtual PropertyList keyList(std::string_view domain) const = 0;
+
+  /// One value of another application's domain, or null.
+  [[nodiscard]] virtual PropertyList object(std::string_view key, std::string_view domain) const = 0;
+};
+
+}  // namespace vembrix

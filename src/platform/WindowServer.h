@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "platform/PropertyList.h"
+
+namespace vembrix {
+
+/// The window server's calls about Spaces, under their own names. Main thread.
+/// They report no errors: what cannot be answered is null or 0.
+class WindowServer {
+ public:
+  using ConnectionID = std::int32_t;
+  using SpaceID = std::uint64_t;
+
+  static WindowServer& shared();
+
+  virtual ~WindowServer() = default;
+
+  /// This process's connection, for the other calls; lives as long as it.
+  [[nodiscard]] virtual ConnectionID CGSMainConnectionID() = 0;
+
+  /// One dictionary per display ("Display Identifier", "Spaces": dictionaries
+  /// with "ManagedSpaceID", "id64", "uuid", "type"), as the window server gives
+  /// it; any entry may be missing or of another type. Null where it gives none.
+  /// Answers of an unchanged desktop may share their contents.
+  [[nodiscard]] virtual PropertyList CGSCopyManagedDisplaySpaces(ConnectionID connection) = 0;
+
+  /// The Space that has the user's attention; 0 when unknown.
+  [[nodiscard]] virtual SpaceID CGSGetActiveSpace(ConnectionID connection) = 0;
+
+  /// Makes the Space current on that display, at once. Whether it happened is
+  /// told by notification::kActiveSpaceDidChange on the workspace center.
+  virtual void CGSManagedDisplaySetCurrentSpace(ConnectionID connection, std::string_view display,
+                                                SpaceID space) = 0;
+};
+
+}  // namespace vembrix
