@@ -25,17 +25,26 @@ PropertyList::PropertyList(std::string value)
     : value_(std::make_shared<const std::string>(std::move(value))) {}
 PropertyList::PropertyList(Date value) : value_(value) {}
 PropertyList::PropertyList(Data value) : value_(std::make_shared<const Data>(std::move(value))) {}
-PropertyList::PropertyList(Array value)
-    : value_(std::make_shared<const Array>(std::move(value))) {}
+PropertyList::PropertyList(Array value) : value_(std::make_shared<const Array>(std::move(value))) {}
 PropertyList::PropertyList(Dictionary value)
     : value_(std::make_shared<const Dictionary>(std::move(value))) {}
 
-bool PropertyList::isNull() const { return std::holds_alternative<std::monostate>(value_); }
+bool PropertyList::isNull() const {
+  return std::holds_alternative<std::monostate>(value_);
+}
 
-const bool* PropertyList::asBool() const { return std::get_if<bool>(&value_); }
-const std::int64_t* PropertyList::asInteger() const { return std::get_if<std::int64_t>(&value_); }
-const double* PropertyList::asReal() const { return std::get_if<double>(&value_); }
-const PropertyList::Date* PropertyList::asDate() const { return std::get_if<Date>(&value_); }
+const bool* PropertyList::asBool() const {
+  return std::get_if<bool>(&value_);
+}
+const std::int64_t* PropertyList::asInteger() const {
+  return std::get_if<std::int64_t>(&value_);
+}
+const double* PropertyList::asReal() const {
+  return std::get_if<double>(&value_);
+}
+const PropertyList::Date* PropertyList::asDate() const {
+  return std::get_if<Date>(&value_);
+}
 
 const std::string* PropertyList::asString() const {
   return shared(std::get_if<std::shared_ptr<const std::string>>(&value_));

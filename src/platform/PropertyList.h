@@ -30,8 +30,8 @@ class PropertyList {
   };
 
   PropertyList() = default;
-  PropertyList(bool value);  // NOLINT(google-explicit-constructor)
-  PropertyList(int value);   // NOLINT(google-explicit-constructor)
+  PropertyList(bool value);          // NOLINT(google-explicit-constructor)
+  PropertyList(int value);           // NOLINT(google-explicit-constructor)
   PropertyList(std::int64_t value);  // NOLINT(google-explicit-constructor)
   PropertyList(double value);        // NOLINT(google-explicit-constructor)
   PropertyList(const char* value);   // NOLINT(google-explicit-constructor)
@@ -68,9 +68,9 @@ class PropertyList {
   friend bool operator==(const PropertyList& a, const PropertyList& b);
 
  private:
-  std::variant<std::monostate, bool, std::int64_t, double, Date,
-               std::shared_ptr<const std::string>, std::shared_ptr<const Data>,
-               std::shared_ptr<const Array>, std::shared_ptr<const Dictionary>>
+  std::variant<std::monostate, bool, std::int64_t, double, Date, std::shared_ptr<const std::string>,
+               std::shared_ptr<const Data>, std::shared_ptr<const Array>,
+               std::shared_ptr<const Dictionary>>
       value_;
 };
 

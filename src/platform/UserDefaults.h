@@ -30,7 +30,8 @@ class UserDefaults {
   [[nodiscard]] virtual PropertyList keyList(std::string_view domain) const = 0;
 
   /// One value of another application's domain, or null.
-  [[nodiscard]] virtual PropertyList object(std::string_view key, std::string_view domain) const = 0;
+  [[nodiscard]] virtual PropertyList object(std::string_view key,
+                                            std::string_view domain) const = 0;
 };
 
 }  // namespace vembrix
