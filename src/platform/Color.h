@@ -30,8 +30,7 @@ enum class Appearance { Light, Dark };
 class Color {
  public:
   constexpr Color() = default;
-  constexpr Color(Srgb components)
-      : components_(components) {}  // NOLINT(google-explicit-constructor)
+  constexpr Color(Srgb components) : components_(components) {}
   /// `alpha` replaces the alpha of the system's own colour.
   constexpr explicit Color(SystemColor name, double alpha = 1)
       : name_(name), components_{0, 0, 0, alpha} {}

@@ -30,16 +30,16 @@ class PropertyList {
   };
 
   PropertyList() = default;
-  PropertyList(bool value);          // NOLINT(google-explicit-constructor)
-  PropertyList(int value);           // NOLINT(google-explicit-constructor)
-  PropertyList(std::int64_t value);  // NOLINT(google-explicit-constructor)
-  PropertyList(double value);        // NOLINT(google-explicit-constructor)
-  PropertyList(const char* value);   // NOLINT(google-explicit-constructor)
-  PropertyList(std::string value);   // NOLINT(google-explicit-constructor)
-  PropertyList(Date value);          // NOLINT(google-explicit-constructor)
-  PropertyList(Data value);          // NOLINT(google-explicit-constructor)
-  PropertyList(Array value);         // NOLINT(google-explicit-constructor)
-  PropertyList(Dictionary value);    // NOLINT(google-explicit-constructor)
+  PropertyList(bool value);
+  PropertyList(int value);
+  PropertyList(std::int64_t value);
+  PropertyList(double value);
+  PropertyList(const char* value);
+  PropertyList(std::string value);
+  PropertyList(Date value);
+  PropertyList(Data value);
+  PropertyList(Array value);
+  PropertyList(Dictionary value);
 
   [[nodiscard]] bool isNull() const;
 

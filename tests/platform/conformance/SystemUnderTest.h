@@ -1,0 +1,59 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Color.h"
+#include "platform/MainQueue.h"
+#include "platform/PropertyList.h"
+#include "platform/WindowServer.h"
+
+namespace vembrix {
+
+/// The platform that a conformance suite runs on, from the outside: what the
+/// user, the desktop and other programs do to it. One implementation per
+/// platform; the suites are the same for all.
+class SystemUnderTest {
+ public:
+  /// Made on first use, before any service of the platform is touched.
+  static SystemUnderTest& shared();
+
+  virtual ~SystemUnderTest() = default;
+
+  /// Lets the main queue run for that long.
+  virtual void runFor(Duration duration) = 0;
+
+  /// Lets the main queue run until the condition holds, at most for `limit`.
+  /// Whether it came to hold.
+  virtual bool runUntil(const std::function<bool()>& condition, Duration limit) = 0;
+
+  /// Another program writes the whole domain; a dictionary, as a file or store
+  /// of the platform's usual kind.
+  virtual void writeDomain(std::string_view domain, const PropertyList& contents) = 0;
+
+  /// What the domain holds, as another program reads it: a dictionary, or null
+  /// when there is no such domain.
+  virtual PropertyList readDomain(std::string_view domain) = 0;
+
+  /// Puts bytes in the place of the domain that are no property list.
+  virtual void damageDomain(std::string_view domain) = 0;
+
+  /// Lines written to the system log since the start, oldest first.
+  virtual std::vector<std::string> logLines() = 0;
+
+  /// The user (or a settings program) makes the desktop have that many Spaces.
+  virtual void setSpaceCount(int count) = 0;
+
+  /// The user goes to the Space, by means other than this program.
+  virtual void goToSpace(WindowServer::SpaceID space) = 0;
+
+  /// The user switches the system between light and dark.
+  virtual void setAppearance(Appearance appearance) = 0;
+
+  /// Resizes the primary screen, in points.
+  virtual void resizeScreen(double width, double height) = 0;
+};
+
+}  // namespace vembrix
