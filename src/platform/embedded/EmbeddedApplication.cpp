@@ -1,0 +1,24 @@
+#include "platform/embedded/EmbeddedApplication.h"
+
+#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/embedded/EmbeddedMainQueue.h"
+
+namespace vembrix {
+
+EmbeddedApplication& EmbeddedApplication::shared() {
+  static EmbeddedApplication application;
+  return application;
+}
+
+int EmbeddedApplication::run() {
+  terminated_ = false;
+  if (delegate_) delegate_->applicationDidFinishLaunching();
+  EmbeddedMainQueue::shared().runUntilIdle([this] { return terminated_; });
+  return 0;
+}
+
+std::optional<Appearance> EmbeddedApplication::effectiveAppearance() const {
+  return EmbeddedDesktop::shared().appearance();
+}
+
+}  // namespace vembrix

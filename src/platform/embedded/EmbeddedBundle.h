@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/Bundle.h"
+
+namespace vembrix {
+
+/// A bundle whose information dictionary a test puts in; at first it has none,
+/// like a program that was never put into a bundle.
+class EmbeddedBundle : public Bundle {
+ public:
+  /// The bundle behind Bundle::main().
+  static EmbeddedBundle& shared();
+
+  PropertyList infoValue(std::string_view key) const override { return info_[key]; }
+
+  /// A dictionary, or null for none.
+  void setInfo(PropertyList info) { info_ = std::move(info); }
+
+ private:
+  PropertyList info_;
+};
+
+}  // namespace vembrix

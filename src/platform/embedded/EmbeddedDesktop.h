@@ -1,0 +1,174 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Accessibility.h"
+#include "platform/Color.h"
+#include "platform/Geometry.h"
+#include "platform/PropertyList.h"
+#include "platform/Screens.h"
+#include "platform/SpaceNaming.h"
+#include "platform/WindowServer.h"
+
+namespace vembrix {
+
+/// A whole desktop inside the process: displays, Spaces, the user's permission
+/// for Accessibility, light and dark. A test (or a program without a screen)
+/// drives it through this class as a user drives a real one; the product sees
+/// it through the services at the end, and hears of changes by the system's own
+/// notifications. Main thread only.
+///
+/// It starts with one display "Main" of 1440 x 900 points and four ordinary
+/// Spaces, of which the first is active.
+class EmbeddedDesktop {
+ public:
+  using SpaceID = WindowServer::SpaceID;
+
+  /// Types of Spaces as the window server numbers them.
+  enum class SpaceType : std::int64_t { Desktop = 0, FullScreen = 4 };
+
+  struct Display {
+    std::string identifier;
+    /// Points, global coordinates; the first display is the primary one and
+    /// has its origin at (0, 0).
+    Rect frame;
+    /// Pixels per point.
+    double scale = 1;
+    /// Height of the menu bar, which the visible frame leaves out.
+    double menuBarHeight = 24;
+  };
+
+  /// The desktop that the services of the embedded platform show.
+  static EmbeddedDesktop& shared();
+
+  EmbeddedDesktop();
+  ~EmbeddedDesktop();
+  EmbeddedDesktop(const EmbeddedDesktop&) = delete;
+  EmbeddedDesktop& operator=(const EmbeddedDesktop&) = delete;
+
+  // Displays. Each change posts kScreenParametersDidChange.
+
+  /// Adds a display with one ordinary Space, which is current there.
+  void addDisplay(Display display);
+  /// Removes a display with its Spaces; if it held the active Space, the first
+  /// display's current Space becomes active.
+  void removeDisplay(std::string_view identifier);
+  void setDisplayFrame(std::string_view identifier, const Rect& frame);
+
+  // Spaces. As on the real system, adding, removing and moving Spaces is not
+  // announced unless another Space becomes active by it; setAnnouncesSpaces()
+  // makes it announce each such change, as other desktops do.
+
+  /// Adds a Space at the end of the display's list; its id. An empty uuid is
+  /// replaced by one of the desktop's own.
+  SpaceID addSpace(std::string_view display, SpaceType type = SpaceType::Desktop,
+                   std::string uuid = {});
+  /// Removes a Space; a neighbour takes the place of one that was current. The
+  /// last Space of a display stays.
+  void removeSpace(SpaceID space);
+  /// Moves a Space to another place (from 0) in its display's list.
+  void moveSpace(SpaceID space, std::size_t position);
+  /// Adds or removes ordinary Spaces at the end of the first display's list
+  /// until it has that many, with one announcement at the most. Unlike a user,
+  /// this may leave a display without any.
+  void setSpaceCount(std::size_t count);
+  /// The user goes to the Space: it becomes current on its display, its display
+  /// becomes the active one, and kActiveSpaceDidChange is posted. Going to the
+  /// active or an unknown Space does nothing.
+  void activate(SpaceID space);
+  void setAnnouncesSpaces(bool announces) { announcesSpaces_ = announces; }
+
+  /// 0 when there is none.
+  SpaceID activeSpace() const;
+  /// The ids on all displays, in the window server's order.
+  std::vector<SpaceID> spaceIDs() const;
+  /// The id of the Space at that place (from 0) of the first display's list.
+  SpaceID spaceAt(std::size_t position) const;
+
+  // What the window server answers, in place of the truth; nothing for the
+  // truth again. Not announced.
+
+  void overrideManagedDisplaySpaces(std::optional<PropertyList> answer);
+  void overrideActiveSpace(std::optional<SpaceID> answer);
+
+  // The user's permission and the look of the system.
+
+  void setTrusted(bool trusted) { trusted_ = trusted; }
+  /// How often the user was asked for the permission.
+  int promptCount() const { return promptCount_; }
+  /// Posts kInterfaceThemeChanged where it changes; nothing: it does not tell.
+  void setAppearance(std::optional<Appearance> appearance);
+  std::optional<Appearance> appearance() const { return appearance_; }
+
+  /// Posts kDidWake.
+  void wake();
+
+  /// The name that the program gave the desktop's Space, or empty.
+  std::string publishedName(SpaceID space) const;
+  /// How often a name was given that was another than before.
+  int publishCount() const { return publishCount_; }
+
+  // The desktop as services.
+
+  Accessibility& accessibility();
+  Screens& screens();
+  SpaceNaming& spaceNaming();
+  WindowServer& windowServer();
+
+ private:
+  struct Space {
+    SpaceID id = 0;
+    std::string uuid;
+    SpaceType type = SpaceType::Desktop;
+  };
+  struct DisplayState {
+    Display display;
+    std::vector<Space> spaces;
+    SpaceID current = 0;
+  };
+  class AccessibilityService;
+  class ScreensService;
+  class SpaceNamingService;
+  class WindowServerService;
+
+  DisplayState* findDisplay(std::string_view identifier);
+  DisplayState* displayOf(SpaceID space);
+  Space makeSpace(SpaceType type, std::string uuid);
+  static void repairCurrent(DisplayState& state, std::size_t formerIndex);
+  /// After a change of Spaces: forgets the cached answer and announces the
+  /// change where the active Space is no longer `formerActive`.
+  void spacesChanged(SpaceID formerActive);
+  void displaysChanged();
+  const PropertyList& managedDisplaySpaces();
+  void switchDisplayTo(std::string_view display, SpaceID space);
+  void publishName(SpaceID space, std::string_view name);
+
+  std::vector<DisplayState> displays_;
+  std::size_t activeDisplay_ = 0;
+  SpaceID nextSpaceID_ = 1;
+  bool announcesSpaces_ = false;
+  std::optional<PropertyList> answerOverride_;
+  std::optional<SpaceID> activeOverride_;
+  /// The truth as the window server would tell it; null when to be made anew.
+  PropertyList answer_;
+
+  bool trusted_ = true;
+  int promptCount_ = 0;
+  std::optional<Appearance> appearance_ = Appearance::Light;
+  std::map<SpaceID, std::string> publishedNames_;
+  int publishCount_ = 0;
+  std::vector<Screen> screenList_;
+
+  std::unique_ptr<AccessibilityService> accessibility_;
+  std::unique_ptr<ScreensService> screens_;
+  std::unique_ptr<SpaceNamingService> spaceNaming_;
+  std::unique_ptr<WindowServerService> windowServer_;
+};
+
+}  // namespace vembrix

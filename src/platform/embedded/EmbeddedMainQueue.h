@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <utility>
+
+#include "platform/MainQueue.h"
+
+namespace vembrix {
+
+/// A main queue on a clock that is moved by hand. Nothing runs but inside
+/// advance(), runPending() and runUntilIdle(), on the thread that calls them; a
+/// block then sees the clock at exactly the moment at which it is due.
+class EmbeddedMainQueue : public MainQueue {
+ public:
+  /// The queue behind MainQueue::main().
+  static EmbeddedMainQueue& shared();
+
+  void async(std::function<void()> block) override;
+  void after(Duration delay, std::function<void()> block) override;
+  WorkItem schedule(Duration delay, std::function<void()> block) override;
+  TimerSource repeat(Duration delay, Duration interval, std::function<void()> block) override;
+
+  /// Time since the queue was made.
+  Duration now() const { return now_; }
+
+  /// Moves the clock forward and runs all that comes due on the way, what the
+  /// blocks themselves add included.
+  void advance(Duration duration);
+
+  /// Runs what is due now.
+  void runPending() { advance(Duration::zero()); }
+
+  /// Moves the clock from one due block to the next until none is left or
+  /// `stop` says so (asked after each block).
+  void runUntilIdle(const std::function<bool()>& stop);
+
+  /// Moves the clock without running anything, as when the machine sleeps or
+  /// the main thread is busy.
+  void sleep(Duration duration);
+
+  /// Blocks and timers that still wait.
+  std::size_t pendingCount() const;
+
+ private:
+  struct Entry {
+    std::function<void()> block;
+    Duration interval{};  // zero: once
+    bool ended = false;
+  };
+  /// Due time, then order of entry.
+  using Key = std::pair<Duration, std::uint64_t>;
+
+  std::shared_ptr<Entry> add(Duration delay, Duration interval, std::function<void()> block);
+  Token tokenFor(const std::shared_ptr<Entry>& entry);
+  /// Takes the first live entry that is due by `limit`; null when there is none.
+  std::shared_ptr<Entry> takeDue(Duration limit);
+  void run(const std::shared_ptr<Entry>& entry);
+
+  mutable std::mutex mutex_;
+  std::map<Key, std::shared_ptr<Entry>> entries_;
+  std::uint64_t sequence_ = 0;
+  /// When the entry that runs now was due.
+  Duration dueOfRunning_{};
+  Duration now_{};
+};
+
+}  // namespace vembrix

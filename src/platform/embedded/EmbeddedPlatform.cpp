@@ -1,0 +1,56 @@
+// Puts the embedded services in the places where the product looks for them.
+
+#include "platform/embedded/EmbeddedApplication.h"
+#include "platform/embedded/EmbeddedBundle.h"
+#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/embedded/EmbeddedLog.h"
+#include "platform/embedded/EmbeddedMainQueue.h"
+#include "platform/embedded/EmbeddedUserDefaults.h"
+#include "platform/embedded/LocalNotificationCenter.h"
+
+namespace vembrix {
+
+Accessibility& Accessibility::shared() {
+  return EmbeddedDesktop::shared().accessibility();
+}
+Application& Application::shared() {
+  return EmbeddedApplication::shared();
+}
+const Bundle& Bundle::main() {
+  return EmbeddedBundle::shared();
+}
+MainQueue& MainQueue::main() {
+  return EmbeddedMainQueue::shared();
+}
+const Screens& Screens::shared() {
+  return EmbeddedDesktop::shared().screens();
+}
+SpaceNaming* SpaceNaming::shared() {
+  return &EmbeddedDesktop::shared().spaceNaming();
+}
+SystemLog& SystemLog::shared() {
+  return EmbeddedLog::shared();
+}
+UserDefaults& UserDefaults::standard() {
+  return EmbeddedUserDefaults::shared();
+}
+WindowServer& WindowServer::shared() {
+  return EmbeddedDesktop::shared().windowServer();
+}
+
+NotificationCenter& NotificationCenter::defaultCenter() {
+  static LocalNotificationCenter center;
+  return center;
+}
+
+NotificationCenter& NotificationCenter::workspace() {
+  static LocalNotificationCenter center;
+  return center;
+}
+
+NotificationCenter& NotificationCenter::distributed() {
+  static LocalNotificationCenter center;
+  return center;
+}
+
+}  // namespace vembrix
