@@ -1,3 +1,5 @@
 #include "app/Launch.h"
 
-int main() { return vembrix::runVembrix(); }
+int main() {
+  return vembrix::runVembrix();
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <memory>
+
+#include "menubar/MenuBarController.h"
+#include "platform/Application.h"
+#include "platform/NotificationCenter.h"
+#include "spaces/SpaceObserver.h"
+
+namespace vembrix {
+
+/// Creates and wires everything that lives as long as the program, in a fixed
+/// order, when launching has finished. Main thread; never destroyed while the
+/// program runs.
+class AppDelegate : public ApplicationDelegate {
+ public:
+  void applicationDidFinishLaunching() override;
+
+  // Empty before launch.
+  [[nodiscard]] const std::shared_ptr<SpaceObserver>& observer() const { return observer_; }
+  [[nodiscard]] const std::shared_ptr<MenuBarController>& menuBar() const { return menuBar_; }
+
+ private:
+  std::shared_ptr<SpaceObserver> observer_;
+  std::shared_ptr<MenuBarController> menuBar_;
+  Observation observation_;
+};
+
+}  // namespace vembrix

@@ -1,0 +1,44 @@
+#include "menubar/MenuBarController.h"
+
+#include "platform/DropdownMenu.h"
+#include "settings/PreferencesStore.h"
+#include "spaces/SpaceManager.h"
+
+namespace vembrix {
+
+std::shared_ptr<MenuBarController> MenuBarController::create() {
+  const std::shared_ptr<MenuBarController> controller(new MenuBarController());
+  controller->observe();
+  return controller;
+}
+
+MenuBarController::MenuBarController() : statusItem_(StatusItem::create()) {
+  statusItem_->setMenu(DropdownMenu::create());
+  refreshTitle();
+}
+
+void MenuBarController::observe() {
+  const auto refresh = [weak = weak_from_this()] {
+    if (const auto controller = weak.lock()) controller->refreshTitle();
+  };
+  NotificationCenter& center = NotificationCenter::defaultCenter();
+  observations_ = {
+      center.addObserver(SpaceManager::activeChanged, refresh),
+      center.addObserver(SpaceManager::didChange, refresh),
+      center.addObserver(PreferencesStore::didChange, refresh),
+      NotificationCenter::distributed().addObserver(notification::kInterfaceThemeChanged, refresh),
+  };
+}
+
+void MenuBarController::refreshTitle() {
+  refreshMenuAppearance();
+  statusItem_->setContent(statusItemContent(statusItem_->hasButton()));
+}
+
+void MenuBarController::refreshMenuAppearance() {
+  if (DropdownMenu* menu = statusItem_->menu()) {
+    menu->setAppearance(PreferencesStore::shared().theme().appearance());
+  }
+}
+
+}  // namespace vembrix

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/Color.h"
+#include "platform/PropertyList.h"
+
+namespace vembrix {
+
+/// A colour as it is stored: sRGB components, nominally 0 to 1, never clamped.
+struct CodableColor {
+  double red = 0;
+  double green = 0;
+  double blue = 0;
+  double alpha = 0;
+
+  /// The components of the drawing colour.
+  [[nodiscard]] Srgb srgb() const { return {red, green, blue, alpha}; }
+  static CodableColor of(const Srgb& color) {
+    return {color.red, color.green, color.blue, color.alpha};
+  }
+
+  bool operator==(const CodableColor&) const = default;
+};
+
+/// The two colours of a Space: the text's in foreground mode, the fill's in
+/// background mode.
+struct SpaceColorConfig {
+  CodableColor foreground;
+  CodableColor background;
+
+  bool operator==(const SpaceColorConfig&) const = default;
+};
+
+// The stored form: dictionaries of numbers by the fields' names. Decoding asks
+// for every field and ignores others; it gives nothing when one is missing or
+// of another kind.
+
+PropertyList encode(const CodableColor& color);
+PropertyList encode(const SpaceColorConfig& config);
+std::optional<CodableColor> decodeCodableColor(const PropertyList& value);
+std::optional<SpaceColorConfig> decodeSpaceColorConfig(const PropertyList& value);
+
+}  // namespace vembrix

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/UserDefaults.h"
+#include "settings/CodableColor.h"
+#include "settings/ColorPalette.h"
+#include "settings/HeatPalette.h"
+#include "ui/AppTheme.h"
+
+namespace vembrix {
+
+/// How wide the status item is.
+enum class MenuBarWidthMode { FitToTitle, MaxTitleLength };
+
+/// Which of a Space's two colours the program uses.
+enum class ColorMode { ColorForeground, ColorBackground };
+
+// The stored form of the modes. Parsing compares the whole string exactly.
+std::string_view rawValue(MenuBarWidthMode mode);
+std::string_view rawValue(ColorMode mode);
+std::optional<MenuBarWidthMode> parseMenuBarWidthMode(std::string_view raw);
+std::optional<ColorMode> parseColorMode(std::string_view raw);
+
+/// Colours by the uuid of the Space.
+using SpaceColors = std::map<std::string, SpaceColorConfig, std::less<>>;
+
+/// Every setting of the program: its key, its type, its default. Main thread.
+///
+/// Each getter reads the user defaults afresh; a value that is absent or of the
+/// wrong kind reads as the default. Nothing is clamped. Each setter writes and
+/// then posts didChange, once; whoever writes a key elsewhere posts as well.
+class PreferencesStore {
+ public:
+  /// Default center: a setting changed.
+  static constexpr std::string_view didChange = "PreferencesStoreDidChange";
+
+  static PreferencesStore& shared();
+  static const std::vector<ColorPalette>& palettes() { return builtInColorPalettes(); }
+  static const std::vector<HeatPalette>& heatPalettes() { return builtInHeatPalettes(); }
+
+  PreferencesStore(const PreferencesStore&) = delete;
+  PreferencesStore& operator=(const PreferencesStore&) = delete;
+
+  [[nodiscard]] UserDefaults& ud() const { return ud_; }
+
+  /// The theme of the stored name; Alpine when none is stored, Stock for an
+  /// unknown name.
+  [[nodiscard]] const AppTheme& theme() const;
+  void setThemeName(std::string_view name);
+
+  /// The heat palette of the stored name; Ember when there is none of it.
+  [[nodiscard]] const HeatPalette& heatPalette() const;
+  void setHeatPaletteName(std::string_view name);
+
+  [[nodiscard]] bool showSpaceNameInMenuBar() const;
+  void setShowSpaceNameInMenuBar(bool shown);
+  [[nodiscard]] bool showSignInSwipeMode() const;
+  void setShowSignInSwipeMode(bool shown);
+  [[nodiscard]] bool showSignAfterSelection() const;
+  void setShowSignAfterSelection(bool shown);
+  [[nodiscard]] bool heatMapSigns() const;
+  void setHeatMapSigns(bool mapped);
+  [[nodiscard]] bool instantMenuSwitch() const;
+  void setInstantMenuSwitch(bool instant);
+
+  /// The size of a label's text in points.
+  [[nodiscard]] double signTextSize() const;
+  void setSignTextSize(double points);
+  /// The opacity, nominally 0 to 1, of the labels that a swipe reveals.
+  [[nodiscard]] double signSwipeAlpha() const;
+  void setSignSwipeAlpha(double alpha);
+
+  [[nodiscard]] MenuBarWidthMode menuBarWidthMode() const;
+  void setMenuBarWidthMode(MenuBarWidthMode mode);
+  [[nodiscard]] ColorMode colorMode() const;
+  void setColorMode(ColorMode mode);
+
+  /// The stored colours, those of vanished Spaces included; empty when they
+  /// cannot be decoded, which one malformed entry is enough for. The reference
+  /// is valid until the next read or write.
+  [[nodiscard]] const SpaceColors& spaceColors() const;
+  /// Colours that cannot be encoded (not finite) leave the stored ones as they
+  /// are.
+  void setSpaceColors(const SpaceColors& colors);
+
+  /// The stored colours of the Space, else its default colour twice.
+  [[nodiscard]] SpaceColorConfig colorConfig(std::string_view spaceUUID) const;
+
+  /// Gives every desktop the palette's colour of its place, for the current
+  /// colour mode; the other colour stays. One write. The palette must not be
+  /// empty.
+  void applyPalette(const ColorPalette& palette);
+
+ private:
+  PreferencesStore() : ud_(UserDefaults::standard()) {}
+
+  [[nodiscard]] bool boolean(std::string_view key, bool defaultValue) const;
+  [[nodiscard]] double number(std::string_view key, double defaultValue) const;
+  void write(std::string_view key, const PropertyList& value) const;
+  /// The Pastel colour of the Space's present place among the desktops.
+  static CodableColor defaultColor(std::string_view spaceUUID);
+
+  UserDefaults& ud_;
+};
+
+}  // namespace vembrix

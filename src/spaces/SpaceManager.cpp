@@ -1,0 +1,145 @@
+#include "spaces/SpaceManager.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <optional>
+#include <set>
+#include <utility>
+
+#include "platform/NotificationCenter.h"
+#include "platform/SystemLog.h"
+#include "platform/UserDefaults.h"
+#include "platform/WindowServer.h"
+
+namespace vembrix {
+namespace {
+
+/// The array when it holds dictionaries only, else null: one entry of another
+/// kind spoils the answer.
+const PropertyList::Array* arrayOfDictionaries(const PropertyList& value) {
+  const PropertyList::Array* array = value.asArray();
+  if (!array) return nullptr;
+  const bool valid = std::ranges::all_of(
+      *array, [](const PropertyList& entry) { return entry.asDictionary() != nullptr; });
+  return valid ? array : nullptr;
+}
+
+std::optional<std::uint64_t> spaceIDOf(const PropertyList& entry) {
+  std::optional<std::int64_t> id = entry["ManagedSpaceID"].integer();
+  if (!id) id = entry["id64"].integer();
+  if (!id) return std::nullopt;
+  if (*id < 0) programmingError("the window server reported a negative Space id");
+  return static_cast<std::uint64_t>(*id);
+}
+
+void assignFallbackUUID(std::string& uuid, std::uint64_t spaceID) {
+  std::array<char, 20> digits{};
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), spaceID).ptr;
+  uuid.assign("space-").append(digits.data(), end);
+}
+
+/// Writes the Spaces of the answer over `list`, whose strings are reused.
+class ListReader {
+ public:
+  explicit ListReader(std::vector<SpaceInfo>& list) : list_(list) {}
+
+  void readDisplays(const PropertyList& answer) {
+    if (const auto* displays = arrayOfDictionaries(answer)) {
+      for (const PropertyList& display : *displays) readDisplay(display);
+    }
+    list_.resize(count_);
+  }
+
+ private:
+  void readDisplay(const PropertyList& display) {
+    const std::string* identifier = display["Display Identifier"].asString();
+    const std::string_view displayUUID = identifier ? std::string_view(*identifier) : "Main";
+    if (const auto* entries = arrayOfDictionaries(display["Spaces"])) {
+      for (const PropertyList& entry : *entries) readSpace(entry, displayUUID);
+    }
+  }
+
+  void readSpace(const PropertyList& entry, std::string_view displayUUID) {
+    const std::optional<std::uint64_t> id = spaceIDOf(entry);
+    if (!id) return;
+    if (count_ == list_.size()) list_.emplace_back();
+    SpaceInfo& space = list_[count_++];
+    space.spaceID = *id;
+    space.displayUUID.assign(displayUUID);
+    space.type = entry["type"].integer().value_or(0);
+    if (const std::string* uuid = entry["uuid"].asString()) {
+      space.uuid.assign(*uuid);
+    } else {
+      assignFallbackUUID(space.uuid, *id);
+    }
+  }
+
+  std::vector<SpaceInfo>& list_;
+  std::size_t count_ = 0;
+};
+
+}  // namespace
+
+SpaceManager& SpaceManager::shared() {
+  static SpaceManager manager;
+  return manager;
+}
+
+SpaceManager::SpaceManager() : names_(loadNames()) {}
+
+const SpaceInfo* SpaceManager::activeSpace() const {
+  const auto found = std::ranges::find(spaces_, activeSpaceID_, &SpaceInfo::spaceID);
+  return found == spaces_.end() ? nullptr : &*found;
+}
+
+void SpaceManager::reload() {
+  WindowServer& server = WindowServer::shared();
+  const auto connection = server.CGSMainConnectionID();
+  ListReader(incoming_).readDisplays(server.CGSCopyManagedDisplaySpaces(connection));
+  update(incoming_, server.CGSGetActiveSpace(connection));
+}
+
+void SpaceManager::update(std::vector<SpaceInfo>& spaces, std::uint64_t activeSpaceID) {
+  const bool listChanged = spaces != spaces_;
+  const bool activeSpaceChanged = activeSpaceID != activeSpaceID_;
+  if (listChanged) std::swap(spaces_, spaces);
+  activeSpaceID_ = activeSpaceID;
+
+  if (listChanged) knownUUIDs_ = {};
+  rememberUUIDs();
+  if (listChanged) publishNames();
+
+  NotificationCenter& center = NotificationCenter::defaultCenter();
+  if (listChanged) center.post(didChange);
+  if (activeSpaceChanged) center.post(activeChanged);
+}
+
+void SpaceManager::rememberUUIDs() {
+  UserDefaults& defaults = UserDefaults::standard();
+  const PropertyList stored = defaults.object(knownUUIDsKey);
+  if (knownUUIDs_.isNull() || stored != knownUUIDs_) {
+    std::set<std::string_view> uuids;
+    if (const auto* known = stored.asArray()) {
+      for (const PropertyList& entry : *known) {
+        const std::string* uuid = entry.asString();
+        if (!uuid) {
+          // Not a list of ours: none of it counts.
+          uuids.clear();
+          break;
+        }
+        uuids.insert(*uuid);
+      }
+    }
+    for (const SpaceInfo& space : spaces_) {
+      if (space.isDesktop()) uuids.insert(space.uuid);
+    }
+    PropertyList::Array merged;
+    merged.reserve(uuids.size());
+    for (const std::string_view uuid : uuids) merged.emplace_back(std::string(uuid));
+    knownUUIDs_ = PropertyList(std::move(merged));
+  }
+  defaults.set(knownUUIDsKey, knownUUIDs_);
+}
+
+}  // namespace vembrix

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "platform/Color.h"
+
+namespace vembrix {
+
+/// A built-in visual style of the settings window and the dropdown. A value;
+/// only the name of the chosen one is ever stored.
+struct AppTheme {
+  /// The window's backdrop.
+  struct Solid {
+    Color color;
+    bool operator==(const Solid&) const = default;
+  };
+  /// A linear wash through the colours, the first at the top.
+  struct Gradient {
+    std::vector<Color> colors;
+    bool operator==(const Gradient&) const = default;
+  };
+  /// The system's translucent materials.
+  enum class Material { Sidebar };
+  struct Vibrancy {
+    Material material = Material::Sidebar;
+    bool operator==(const Vibrancy&) const = default;
+  };
+  /// The system's own window background; no backdrop.
+  struct Standard {
+    bool operator==(const Standard&) const = default;
+  };
+  using Background = std::variant<Solid, Gradient, Vibrancy, Standard>;
+
+  /// How the settings window presents its tabs.
+  enum class Navigation {
+    /// A centred row of rounded buttons above the content.
+    Pills,
+    /// A vertical list of buttons at the left.
+    Sidebar,
+    /// A centred row of texts, the selected one underlined.
+    Underline,
+  };
+
+  /// Shown to the user and stored; unique.
+  std::string name;
+  /// One sentence for the theme picker.
+  std::string blurb;
+  /// Forces dark or light; nothing follows the system.
+  std::optional<bool> isDark;
+  Background background;
+  /// Selected tab, links, focus marks.
+  Color accent;
+  /// Of the card that holds a tab's content; nothing for none.
+  std::optional<Color> cardFill;
+  std::optional<Color> cardStroke;
+  /// Of cards and tab buttons, in points.
+  double cornerRadius = 0;
+  bool usesMonoFont = false;
+  Navigation navigation = Navigation::Pills;
+
+  /// The appearance that it forces; nothing follows the system.
+  [[nodiscard]] std::optional<Appearance> appearance() const;
+
+  bool operator==(const AppTheme&) const = default;
+
+  /// The seven themes, in the order in which they are offered.
+  static const std::vector<AppTheme>& all();
+  /// The first of them: the plain system look.
+  static const AppTheme& stock();
+};
+
+}  // namespace vembrix
