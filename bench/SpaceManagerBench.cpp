@@ -1,0 +1,48 @@
+#include <benchmark/benchmark.h>
+
+#include "platform/embedded/EmbeddedDesktop.h"
+#include "spaces/SpaceManager.h"
+#include "support/AllocationCounter.h"
+
+namespace vembrix {
+namespace {
+
+void setSpaces(std::size_t count) {
+  EmbeddedDesktop::shared().setSpaceCount(count);
+  for (int i = 0; i < 3; ++i) SpaceManager::shared().reload();
+}
+
+void countAllocations(benchmark::State& state, std::size_t before) {
+  state.counters["allocations"] = benchmark::Counter(
+      static_cast<double>(allocationCount() - before), benchmark::Counter::kAvgIterations);
+}
+
+/// What happens at every switch of Spaces and every opening of the dropdown.
+void reloadUnchanged(benchmark::State& state) {
+  setSpaces(static_cast<std::size_t>(state.range(0)));
+  const std::size_t before = allocationCount();
+  for (auto _ : state) SpaceManager::shared().reload();
+  countAllocations(state, before);
+  state.SetComplexityN(state.range(0));
+}
+BENCHMARK(reloadUnchanged)->Arg(4)->Arg(64)->Arg(1024)->Complexity(benchmark::oN);
+
+/// A Space comes or goes with each reload.
+void reloadChanged(benchmark::State& state) {
+  const auto count = static_cast<std::size_t>(state.range(0));
+  setSpaces(count);
+  std::size_t extra = 0;
+  for (auto _ : state) {
+    state.PauseTiming();
+    extra = 1 - extra;
+    EmbeddedDesktop::shared().setSpaceCount(count + extra);
+    (void)EmbeddedDesktop::shared().windowServer().CGSCopyManagedDisplaySpaces(1);
+    state.ResumeTiming();
+    SpaceManager::shared().reload();
+  }
+  state.SetComplexityN(state.range(0));
+}
+BENCHMARK(reloadChanged)->Arg(4)->Arg(64)->Arg(1024)->Complexity();
+
+}  // namespace
+}  // namespace vembrix

@@ -1,0 +1,35 @@
+#include <benchmark/benchmark.h>
+
+#include "menubar/MenuBarController.h"
+#include "platform/embedded/EmbeddedDesktop.h"
+#include "settings/PreferencesStore.h"
+#include "spaces/SpaceManager.h"
+#include "support/AllocationCounter.h"
+
+namespace vembrix {
+namespace {
+
+/// One refresh of the title while the last of so many Spaces is active: with
+/// default colours (0) or with colours stored for every Space (1).
+void refreshTitle(benchmark::State& state) {
+  const auto count = static_cast<std::size_t>(state.range(0));
+  EmbeddedDesktop& desktop = EmbeddedDesktop::shared();
+  desktop.setSpaceCount(count);
+  desktop.activate(desktop.spaceAt(count - 1));
+  SpaceManager::shared().reload();
+  PreferencesStore& store = PreferencesStore::shared();
+  if (state.range(1) == 1) {
+    store.applyPalette(PreferencesStore::palettes().front());
+  } else {
+    store.setSpaceColors({});
+  }
+  const auto controller = MenuBarController::create();
+  const std::size_t before = allocationCount();
+  for (auto _ : state) controller->refreshTitle();
+  state.counters["allocations"] = benchmark::Counter(
+      static_cast<double>(allocationCount() - before), benchmark::Counter::kAvgIterations);
+}
+BENCHMARK(refreshTitle)->ArgsProduct({{4, 64, 1024}, {0, 1}});
+
+}  // namespace
+}  // namespace vembrix

@@ -1,0 +1,63 @@
+#include "app/AppDelegate.h"
+
+#include <gmock/gmock.h>
+
+#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/embedded/EmbeddedUserDefaults.h"
+#include "platform/embedded/RecordingStatusItem.h"
+#include "spaces/SpaceManager.h"
+
+namespace vembrix {
+namespace {
+
+class AppDelegateTest : public testing::Test {
+ protected:
+  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  AppDelegate delegate_;
+};
+
+TEST_F(AppDelegateTest, IsEmptyBeforeLaunch) {
+  EXPECT_EQ(delegate_.observer(), nullptr);
+  EXPECT_EQ(delegate_.menuBar(), nullptr);
+  EXPECT_EQ(RecordingStatusItem::current(), nullptr);
+}
+
+TEST_F(AppDelegateTest, LaunchLoadsTheSpacesAndShowsTheTitle) {
+  delegate_.applicationDidFinishLaunching();
+  EXPECT_EQ(SpaceManager::shared().spaces().size(), 4U);
+  EXPECT_NE(delegate_.observer(), nullptr);
+  ASSERT_NE(RecordingStatusItem::current(), nullptr);
+  EXPECT_EQ(RecordingStatusItem::current()->title(), " Desktop 1 ");
+  EXPECT_EQ(RecordingStatusItem::current()->setCount(), 1) << "one paint is enough for a launch";
+}
+
+TEST_F(AppDelegateTest, AfterLaunchTheTitleFollowsTheDesktop) {
+  delegate_.applicationDidFinishLaunching();
+  desktop_.activate(desktop_.spaceAt(2));
+  EXPECT_EQ(RecordingStatusItem::current()->title(), " Desktop 3 ");
+  desktop_.removeSpace(desktop_.spaceAt(2));
+  EXPECT_EQ(RecordingStatusItem::current()->title(), " Desktop 2 ");
+}
+
+TEST_F(AppDelegateTest, TheUserIsAskedForAccessibilityOnceAndLaunchGoesOn) {
+  desktop_.setTrusted(false);
+  delegate_.applicationDidFinishLaunching();
+  EXPECT_EQ(desktop_.promptCount(), 1);
+  EXPECT_NE(RecordingStatusItem::current(), nullptr);
+}
+
+TEST_F(AppDelegateTest, ATrustedProcessAsksForNothing) {
+  delegate_.applicationDidFinishLaunching();
+  EXPECT_EQ(desktop_.promptCount(), 0);
+}
+
+TEST_F(AppDelegateTest, ADesktopWithoutSpacesOrScreensIsSurvived) {
+  desktop_.removeDisplay("Main");
+  delegate_.applicationDidFinishLaunching();
+  EXPECT_EQ(RecordingStatusItem::current()->title(), "Desktops");
+  desktop_.addDisplay({.identifier = "New", .frame = {0, 0, 800, 600}});
+  EXPECT_EQ(RecordingStatusItem::current()->title(), " Desktop 1 ");
+}
+
+}  // namespace
+}  // namespace vembrix

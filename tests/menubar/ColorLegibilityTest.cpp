@@ -1,0 +1,82 @@
+#include "menubar/ColorLegibility.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/embedded/EmbeddedDesktop.h"
+
+namespace vembrix {
+namespace {
+
+void expectComponents(const Color& color, const Srgb& expected) {
+  const std::optional<Srgb> srgb = color.srgb();
+  ASSERT_TRUE(srgb);
+  EXPECT_DOUBLE_EQ(srgb->red, expected.red);
+  EXPECT_DOUBLE_EQ(srgb->green, expected.green);
+  EXPECT_DOUBLE_EQ(srgb->blue, expected.blue);
+  EXPECT_DOUBLE_EQ(srgb->alpha, expected.alpha);
+}
+
+TEST(ColorLegibilityTest, DarkColorsAreLightenedOnDark) {
+  expectComponents(adjustedForeground(Srgb{0.1, 0.1, 0.1, 0.5}, Appearance::Dark),
+                   {0.35, 0.35, 0.35, 0.5});
+  expectComponents(adjustedForeground(Srgb{0.0, 0.0, 1.0}, Appearance::Dark), {0.2, 0.2, 1.0, 1.0});
+}
+
+TEST(ColorLegibilityTest, ColorsThatAreLightEnoughStayOnDark) {
+  const Srgb color{0.25, 0.25, 0.25};
+  EXPECT_EQ(adjustedForeground(color, Appearance::Dark), Color(color));
+  EXPECT_EQ(adjustedForeground(kWhite, Appearance::Dark), Color(kWhite));
+}
+
+TEST(ColorLegibilityTest, LightColorsAreHalvedOnLight) {
+  expectComponents(adjustedForeground(Srgb{1, 1, 1, 0.3}, Appearance::Light), {0.5, 0.5, 0.5, 0.3});
+  expectComponents(adjustedForeground(Srgb{1.0, 0.85, 0.6}, Appearance::Light),
+                   {0.5, 0.425, 0.3, 1.0});
+}
+
+TEST(ColorLegibilityTest, ColorsThatAreDarkEnoughStayOnLight) {
+  const Srgb color{0.75, 0.75, 0.75};
+  EXPECT_EQ(adjustedForeground(color, Appearance::Light), Color(color));
+  EXPECT_EQ(adjustedForeground(kBlack, Appearance::Light), Color(kBlack));
+}
+
+TEST(ColorLegibilityTest, AColorThatOnlyTheSystemKnowsStays) {
+  const Color accent(SystemColor::ControlAccent);
+  EXPECT_EQ(adjustedForeground(accent, Appearance::Dark), accent);
+  EXPECT_EQ(adjustedForeground(accent, Appearance::Light), accent);
+}
+
+TEST(ColorLegibilityTest, TheSystemsAppearanceDecides) {
+  const Color black = kBlack;
+  EmbeddedDesktop& desktop = EmbeddedDesktop::shared();
+  desktop.setAppearance(Appearance::Dark);
+  expectComponents(adjustedForeground(black), {0.2, 0.2, 0.2, 1.0});
+  desktop.setAppearance(Appearance::Light);
+  EXPECT_EQ(adjustedForeground(black), black);
+}
+
+TEST(ColorLegibilityTest, ASystemThatDoesNotTellIsLight) {
+  EmbeddedDesktop::shared().setAppearance(std::nullopt);
+  EXPECT_EQ(systemAppearance(), Appearance::Light);
+}
+
+TEST(ColorLegibilityTest, TextIsBlackOnLightColorsAndWhiteOnDarkOnes) {
+  EXPECT_EQ(contrastingColor(kWhite), Color(kBlack));
+  EXPECT_EQ(contrastingColor(kBlack), Color(kWhite));
+  EXPECT_EQ(contrastingColor(Srgb{0, 1, 0}), Color(kBlack));
+  EXPECT_EQ(contrastingColor(Srgb{1, 0, 0}), Color(kWhite));
+}
+
+TEST(ColorLegibilityTest, TextIsWhiteOnExactlyHalfALight) {
+  // By green alone, so that no rounding moves it off the border.
+  const double half = 0.5 / 0.587;
+  ASSERT_EQ(0.587 * half, 0.5);
+  EXPECT_EQ(contrastingColor(Srgb{0, half, 0}), Color(kWhite));
+}
+
+TEST(ColorLegibilityTest, TextIsWhiteOnAColorThatOnlyTheSystemKnows) {
+  EXPECT_EQ(contrastingColor(Color(SystemColor::TextBackground)), Color(kWhite));
+}
+
+}  // namespace
+}  // namespace vembrix

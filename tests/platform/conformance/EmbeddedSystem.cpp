@@ -1,0 +1,58 @@
+#include "platform/conformance/SystemUnderTest.h"
+#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/embedded/EmbeddedLog.h"
+#include "platform/embedded/EmbeddedMainQueue.h"
+#include "platform/embedded/EmbeddedUserDefaults.h"
+
+namespace vembrix {
+namespace {
+
+class EmbeddedSystem : public SystemUnderTest {
+ public:
+  EmbeddedSystem() { desktop_.setAnnouncesSpaces(true); }
+
+  void runFor(Duration duration) override { queue_.advance(duration); }
+
+  bool runUntil(const std::function<bool()>& condition, Duration limit) override {
+    constexpr Duration kStep = std::chrono::milliseconds(1);
+    queue_.runPending();
+    for (Duration passed{}; !condition(); passed += kStep) {
+      if (passed >= limit) return false;
+      queue_.advance(kStep);
+    }
+    return true;
+  }
+
+  void writeDomain(std::string_view domain, const PropertyList& contents) override {
+    defaults_.writeDomain(domain, contents);
+  }
+  PropertyList readDomain(std::string_view domain) override { return defaults_.readDomain(domain); }
+  void damageDomain(std::string_view domain) override {
+    defaults_.writeDomainBytes(domain, "<plist><dict><key>cut off");
+  }
+
+  std::vector<std::string> logLines() override { return EmbeddedLog::shared().lines(); }
+
+  void setSpaceCount(int count) override {
+    desktop_.setSpaceCount(static_cast<std::size_t>(count));
+  }
+  void goToSpace(WindowServer::SpaceID space) override { desktop_.activate(space); }
+  void setAppearance(Appearance appearance) override { desktop_.setAppearance(appearance); }
+  void resizeScreen(double width, double height) override {
+    desktop_.setDisplayFrame("Main", {0, 0, width, height});
+  }
+
+ private:
+  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  EmbeddedMainQueue& queue_ = EmbeddedMainQueue::shared();
+  EmbeddedUserDefaults& defaults_ = EmbeddedUserDefaults::shared();
+};
+
+}  // namespace
+
+SystemUnderTest& SystemUnderTest::shared() {
+  static EmbeddedSystem system;
+  return system;
+}
+
+}  // namespace vembrix
