@@ -23,7 +23,7 @@ TEST(ColorLegibilityTest, DarkColorsAreLightenedOnDark) {
 }
 
 TEST(ColorLegibilityTest, ColorsThatAreLightEnoughStayOnDark) {
-  const Srgb color{0.25, 0.25, 0.25};
+  const Srgb color{0.26, 0.26, 0.26};
   EXPECT_EQ(adjustedForeground(color, Appearance::Dark), Color(color));
   EXPECT_EQ(adjustedForeground(kWhite, Appearance::Dark), Color(kWhite));
 }
@@ -35,7 +35,7 @@ TEST(ColorLegibilityTest, LightColorsAreHalvedOnLight) {
 }
 
 TEST(ColorLegibilityTest, ColorsThatAreDarkEnoughStayOnLight) {
-  const Srgb color{0.75, 0.75, 0.75};
+  const Srgb color{0.74, 0.74, 0.74};
   EXPECT_EQ(adjustedForeground(color, Appearance::Light), Color(color));
   EXPECT_EQ(adjustedForeground(kBlack, Appearance::Light), Color(kBlack));
 }
@@ -67,11 +67,26 @@ TEST(ColorLegibilityTest, TextIsBlackOnLightColorsAndWhiteOnDarkOnes) {
   EXPECT_EQ(contrastingColor(Srgb{1, 0, 0}), Color(kWhite));
 }
 
+// The borders, by green alone: these greens weigh exactly a quarter, a half and
+// three quarters of the light.
+constexpr double kQuarter = 0.4258943781942079;
+constexpr double kHalf = 0.8517887563884158;
+constexpr double kThreeQuarters = 1.2776831345826236;
+
 TEST(ColorLegibilityTest, TextIsWhiteOnExactlyHalfALight) {
-  // By green alone, so that no rounding moves it off the border.
-  const double half = 0.5 / 0.587;
-  ASSERT_EQ(0.587 * half, 0.5);
-  EXPECT_EQ(contrastingColor(Srgb{0, half, 0}), Color(kWhite));
+  EXPECT_EQ(contrastingColor(Srgb{0, kHalf, 0}), Color(kWhite));
+  EXPECT_EQ(contrastingColor(Srgb{0, kHalf + 1e-9, 0}), Color(kBlack));
+}
+
+TEST(ColorLegibilityTest, ColorsOnTheBordersStay) {
+  EXPECT_EQ(adjustedForeground(Srgb{0, kQuarter, 0}, Appearance::Dark),
+            Color(Srgb{0, kQuarter, 0}));
+  EXPECT_NE(adjustedForeground(Srgb{0, kQuarter - 1e-9, 0}, Appearance::Dark),
+            Color(Srgb{0, kQuarter - 1e-9, 0}));
+  EXPECT_EQ(adjustedForeground(Srgb{0, kThreeQuarters, 0}, Appearance::Light),
+            Color(Srgb{0, kThreeQuarters, 0}));
+  EXPECT_NE(adjustedForeground(Srgb{0, kThreeQuarters + 1e-9, 0}, Appearance::Light),
+            Color(Srgb{0, kThreeQuarters + 1e-9, 0}));
 }
 
 TEST(ColorLegibilityTest, TextIsWhiteOnAColorThatOnlyTheSystemKnows) {

@@ -194,6 +194,7 @@ TEST_F(PreferencesStoreTest, ReadersNeverPostAndAllocateNothing) {
   store("ThemeName", "Coral");
   store("ColorMode", "colorForeground");
   ASSERT_EQ(store_.theme().name, "Coral");
+  ASSERT_EQ(store_.heatPalette().name, "Ember");
   Posts posts;
   const std::size_t before = allocationCount();
   (void)store_.theme();
