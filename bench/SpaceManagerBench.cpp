@@ -21,7 +21,7 @@ void countAllocations(benchmark::State& state, std::size_t before) {
 void reloadUnchanged(benchmark::State& state) {
   setSpaces(static_cast<std::size_t>(state.range(0)));
   const std::size_t before = allocationCount();
-  for (auto _ : state) SpaceManager::shared().reload();
+  for ([[maybe_unused]] auto _ : state) SpaceManager::shared().reload();
   countAllocations(state, before);
   state.SetComplexityN(state.range(0));
 }
@@ -32,7 +32,7 @@ void reloadChanged(benchmark::State& state) {
   const auto count = static_cast<std::size_t>(state.range(0));
   setSpaces(count);
   std::size_t extra = 0;
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     state.PauseTiming();
     extra = 1 - extra;
     EmbeddedDesktop::shared().setSpaceCount(count + extra);

@@ -25,7 +25,7 @@ void refreshTitle(benchmark::State& state) {
   }
   const auto controller = MenuBarController::create();
   const std::size_t before = allocationCount();
-  for (auto _ : state) controller->refreshTitle();
+  for ([[maybe_unused]] auto _ : state) controller->refreshTitle();
   state.counters["allocations"] = benchmark::Counter(
       static_cast<double>(allocationCount() - before), benchmark::Counter::kAvgIterations);
 }

@@ -7,7 +7,7 @@
 namespace vembrix {
 
 std::shared_ptr<MenuBarController> MenuBarController::create() {
-  const std::shared_ptr<MenuBarController> controller(new MenuBarController());
+  std::shared_ptr<MenuBarController> controller(new MenuBarController());
   controller->observe();
   return controller;
 }

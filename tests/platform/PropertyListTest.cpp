@@ -78,7 +78,8 @@ TEST(PropertyListTest, EqualityIsDeepAndTellsKindsApart) {
 TEST(PropertyListTest, ACopyAllocatesNothing) {
   const PropertyList value = PropertyList::Array{"a string that is too long to be stored in place"};
   const std::size_t before = allocationCount();
-  const PropertyList copy = value;
+  PropertyList copy;
+  copy = value;
   const bool equal = copy == value;
   EXPECT_EQ(allocationCount(), before);
   EXPECT_TRUE(equal);

@@ -11,7 +11,6 @@
 namespace vembrix {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 using Array = PropertyList::Array;
 using Dictionary = PropertyList::Dictionary;
