@@ -1,0 +1,62 @@
+# shellcheck shell=bash disable=SC2034
+# What a Debian 12 machine needs, by need. The only list of packages.
+
+packages_build=(
+  cmake
+  g++
+  ninja-build
+  pkg-config
+  qt6-base-dev
+  libplist-dev
+  libxcb1-dev
+  libxcb-ewmh-dev
+  libxcb-icccm4-dev
+  # The text of the strip.
+  fonts-inter
+)
+
+# To ask whether a display answers.
+packages_display=(
+  x11-utils
+)
+
+# A private desktop, and what drives and reads it.
+packages_desktop=(
+  dbus
+  fonts-dejavu-core
+  fonts-noto-color-emoji
+  openbox
+  python3
+  python3-dbus
+  python3-gi
+  wmctrl
+  x11-utils
+  xvfb
+)
+
+packages_test=(
+  googletest
+  libgmock-dev
+  libgtest-dev
+  icewm
+)
+
+# What makes the private desktop look like one.
+packages_demo=(
+  hsetroot
+  picom
+  x11-apps
+  xterm
+)
+
+packages_bench=(
+  libbenchmark-dev
+)
+
+packages_lint=(
+  clang-format
+  clang-tidy
+  git
+  python3
+  shellcheck
+)

@@ -1,0 +1,97 @@
+"""Runs clang-tidy over a compilation database, several files at once.
+
+Usage: tidy.py BUILD_FOLDER JOBS
+
+A file that passed is not checked again until something that the result depends
+on has changed: the file, what it includes of the project, its command line, the
+rules, or the tool.
+"""
+
+import concurrent.futures
+import hashlib
+import json
+import os
+import subprocess
+import sys
+
+from sources import ROOT, absolute, all_dependencies, text
+
+
+def tool_version():
+    return subprocess.run(
+        ["clang-tidy", "--version"], check=True, stdout=subprocess.PIPE, encoding="utf-8"
+    ).stdout
+
+
+def commands(build):
+    """(path below ROOT, command line) of the project's own sources, each once."""
+    with open(os.path.join(build, "compile_commands.json"), encoding="utf-8") as file:
+        entries = json.load(file)
+    found = {}
+    for entry in entries:
+        path = os.path.relpath(entry["file"], ROOT)
+        generated = path.startswith(("..", os.path.relpath(build, ROOT)))
+        if not generated and path.endswith(".cpp"):
+            found.setdefault(path, entry["command"])
+    return sorted(found.items())
+
+
+def fingerprint(path, command, version):
+    digest = hashlib.sha256()
+    parts = [version, command, text(".clang-tidy")]
+    for dependency in sorted(all_dependencies(path)):
+        parts += [dependency, text(dependency)]
+    for part in parts:
+        digest.update(part.encode() + b"\0")
+    return digest.hexdigest()
+
+
+def check(build, path):
+    """What clang-tidy says; empty when it has nothing to say."""
+    result = subprocess.run(
+        ["clang-tidy", "-quiet", "-p", build, absolute(path)],
+        stdin=subprocess.DEVNULL,
+        stdout=subprocess.PIPE,
+        # The count of warnings in other people's headers.
+        stderr=subprocess.PIPE,
+        encoding="utf-8",
+        check=False,
+    )
+    if result.returncode == 0:
+        return ""
+    return result.stdout.strip() or result.stderr.strip() or f"{path}: clang-tidy failed"
+
+
+def main():
+    build, jobs = os.path.abspath(sys.argv[1]), int(sys.argv[2])
+    version = tool_version()
+    stamps = os.path.join(build, "tidy")
+    os.makedirs(stamps, exist_ok=True)
+    known = set(os.listdir(stamps))
+    pending = []
+    current = set()
+    for path, command in commands(build):
+        stamp = fingerprint(path, command, version)
+        current.add(stamp)
+        if stamp not in known:
+            pending.append((path, stamp))
+    for stale in known - current:
+        os.remove(os.path.join(stamps, stale))
+    print(f"{len(pending)} of {len(current)} files to check", file=sys.stderr)
+
+    faults = 0
+    with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
+        results = {pool.submit(check, build, path): (path, stamp) for path, stamp in pending}
+        for future in concurrent.futures.as_completed(results):
+            complaint = future.result()
+            if complaint:
+                faults += 1
+                print(complaint, flush=True)
+            else:
+                with open(os.path.join(stamps, results[future][1]), "w", encoding="utf-8"):
+                    pass
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
