@@ -1,0 +1,171 @@
+"""Drives Vembrix through its main job on a private desktop and keeps a picture
+of the screen after each step.
+
+Usage: demo.py PROGRAM PICTURE_FOLDER
+
+Every step is checked by what the window manager and the pixels say; the first
+that does not happen ends the demo with a message and status 1.
+"""
+
+import os
+import sys
+import textwrap
+
+from desktop import Desktop, Portal
+from processes import wait_until
+from screen import rgb
+from vembrix import BLACK, BLUE, GREEN, PEACH, PINK, Defaults, Vembrix
+
+NOTES = {
+    0: ("Notes", "Today\n-----\n* answer the mail\n* review the release notes\n* call Ada at four"),
+    1: ("Mail", "Inbox (3)\n\n  Grace   Re: Thursday\n  Ada     The engine works\n  Alan    Lunch?"),
+    2: ("Build", "$ ninja\n[42/42] Linking\n$ ctest\n100% tests passed"),
+    3: ("Music", "Now playing\n\n  The Well-Tempered Clavier\n  Book I, Prelude in C"),
+}
+LONG_NAME = "The quarterly numbers and everything that belongs to them"
+
+
+class Demo:
+    def __init__(self, desktop, folder):
+        self._desktop = desktop
+        self._folder = folder
+        self._defaults = Defaults(desktop)
+        self._portal = Portal(desktop, Portal.LIGHT)
+        self._program = None
+        self._pictures = 0
+
+    def run(self):
+        self._furnish()
+        self._program = Vembrix(self._desktop)
+        self._program.wait_for_strip()
+        self._four_desktops()
+        self._stored_name()
+        self._foreground()
+        self._dark()
+        self._icon()
+        self._fixed_width()
+        status = self._program.end()
+        if status != 0:
+            raise AssertionError(f"Vembrix ended with {status}")
+
+    # What is on the desktop besides
+
+    def _furnish(self):
+        desktop = self._desktop
+        desktop.run("hsetroot", "-add", "#27436b", "-add", "#7d9bc1", "-gradient", "30")
+        for index, (title, text) in NOTES.items():
+            desktop.go_to(index)
+            wait_until(lambda index=index: desktop.current == index, f"desktop {index + 1}")
+            self._open_note(title, text)
+            if index % 2 == 0:
+                self._open(["xclock", "-geometry", "190x190+1120+120"], "XClock", index // 2 + 1)
+
+    def _open_note(self, title, text):
+        script = 'printf "%s\\n" "$0"; exec sleep 100000'
+        self._open(
+            ["xterm", "-title", title, "-geometry", "64x20+140+120", "-fa", "DejaVu Sans Mono",
+             "-fs", "11", "-bg", "#fdfdf8", "-fg", "#202020", "-b", "10", "+sb",
+             "-e", "sh", "-c", script, textwrap.dedent(text)],
+            "XTerm", None, title,
+        )  # fmt: skip
+
+    def _open(self, arguments, window_class, count, title=None):
+        self._desktop.start(arguments)
+
+        def there():
+            windows = [w for w in self._desktop.windows_of_class(window_class) if w.visible]
+            if title:
+                return any(w.read("WM_NAME") == title for w in windows)
+            return bool(windows) and len(self._desktop.windows_of_class(window_class)) >= count
+
+        wait_until(there, f"a window of {arguments[0]}")
+
+    # The steps
+
+    def _go_to(self, index, title):
+        self._desktop.go_to(index)
+        self._program.wait_for_title(title)
+
+    def _restart(self):
+        if self._program.end() != 0:
+            raise AssertionError(f"Vembrix did not end in order: {self._program.log_lines()}")
+        self._program = Vembrix(self._desktop)
+        self._program.wait_for_strip()
+
+    def _four_desktops(self):
+        for index, color in enumerate((PINK, BLUE, GREEN, PEACH)):
+            self._go_to(index, f"Desktop {index + 1}")
+            self._program.wait_for_fill(color)
+            self._program.wait_for_ink(BLACK, 40)
+            self._keep(f"desktop-{index + 1}")
+
+    def _stored_name(self):
+        self._defaults.update({"SpaceNames": {"x11-desktop-2": "Mail", "x11-desktop-3": LONG_NAME}})
+        self._restart()
+        self._go_to(1, "Mail")
+        self._program.wait_for_fill(BLUE)
+        self._keep("named-space")
+
+    def _foreground(self):
+        self._defaults.update({"ColorMode": "colorForeground"})
+        self._go_to(0, "Desktop 1")
+        # Darkened, to be legible on a light bar.
+        self._program.wait_for_ink(rgb(0.5, 0.355, 0.38), 24)
+        self._keep("color-as-text")
+
+    def _dark(self):
+        self._portal.set(Portal.DARK)
+        self._program.wait_for_ink(PINK, 24)
+        self._keep("color-as-text-dark")
+
+    def _icon(self):
+        self._defaults.update({"ShowSpaceNameInMenuBar": False, "ColorMode": "colorBackground"})
+        self._desktop.go_to(3)
+        wait_until(lambda: self._is_square(self._program.strip().frame()), "a square icon")
+        self._program.wait_for_ink((255, 255, 255), 40)
+        self._keep("icon-dark")
+        self._portal.set(Portal.LIGHT)
+        self._program.wait_for_ink(BLACK, 60)
+        self._keep("icon")
+
+    @staticmethod
+    def _is_square(frame):
+        return frame[2] == frame[3]
+
+    def _fixed_width(self):
+        self._defaults.update({"ShowSpaceNameInMenuBar": True})
+        self._go_to(2, LONG_NAME)
+        self._program.wait_for_fill(GREEN)
+        self._keep("long-name")
+        self._defaults.update({"MenuBarWidthMode": "maxTitleLength"})
+        self._go_to(1, "Mail")
+        self._go_to(2, LONG_NAME)
+        wait_until(lambda: self._program.strip().frame()[2] == 140, "a width of 140")
+        self._program.wait_for_fill(GREEN)
+        self._keep("long-name-fixed-width")
+
+    def _keep(self, what):
+        self._pictures += 1
+        path = os.path.join(self._folder, f"{self._pictures:02}-{what}.png")
+        self._desktop.picture().save_png(path)
+        print(path, flush=True)
+
+
+def main():
+    program, folder = sys.argv[1:]
+    os.environ["VEMBRIX_PROGRAM"] = os.path.abspath(program)
+    os.makedirs(folder, exist_ok=True)
+    for name in os.listdir(folder):
+        if name.endswith(".png"):
+            os.remove(os.path.join(folder, name))
+    try:
+        with Desktop(compositor=True) as desktop:
+            Demo(desktop, folder).run()
+    except AssertionError as failure:
+        print(f"demo: {failure}", file=sys.stderr)
+        return 1
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

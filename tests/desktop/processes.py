@@ -1,0 +1,104 @@
+"""Starting and ending programs, and waiting for what they do."""
+
+import os
+import signal
+import subprocess
+import time
+
+# Long enough for a sanitizer build on a busy machine; a condition that holds is
+# noticed at once, so the limit costs nothing but in failures.
+LIMIT = 20.0
+POLL = 0.02
+
+
+class Timeout(AssertionError):
+    """Something that was waited for did not happen."""
+
+
+def wait_until(condition, what, limit=LIMIT):
+    """Waits until condition() is true and returns its value.
+
+    `what` completes the sentence "waited N s for ..." of the failure; a
+    function is called for it, so that it can tell what was there instead.
+    """
+    end = time.monotonic() + limit
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            text = what() if callable(what) else what
+            raise Timeout(f"waited {limit:g} s for {text}")
+        time.sleep(POLL)
+
+
+class Process:
+    """A program that runs beside the test, its output in a file."""
+
+    def __init__(self, arguments, environment, output_path, **options):
+        self.name = os.path.basename(arguments[0])
+        self.output_path = output_path
+        # A session of its own, so that a terminal's interrupt ends the test
+        # first and the test ends its programs in order.
+        with open(output_path, "ab") as output:
+            self.popen = subprocess.Popen(
+                arguments,
+                env=environment,
+                stdin=options.pop("stdin", subprocess.DEVNULL),
+                stdout=options.pop("stdout", output),
+                stderr=output,
+                start_new_session=True,
+                **options,
+            )
+
+    @property
+    def running(self):
+        return self.popen.poll() is None
+
+    def output(self):
+        with open(self.output_path, encoding="utf-8", errors="replace") as output:
+            return output.read()
+
+    def wait(self, limit=LIMIT):
+        """The exit status; negative for a signal."""
+        try:
+            return self.popen.wait(limit)
+        except subprocess.TimeoutExpired:
+            raise Timeout(f"waited {limit:g} s for the end of {self.name}") from None
+
+    def send(self, signal_number):
+        if self.running:
+            self.popen.send_signal(signal_number)
+
+    def end(self):
+        """Ends the program, kindly at first. The exit status."""
+        self.send(signal.SIGTERM)
+        try:
+            status = self.popen.wait(5)
+        except subprocess.TimeoutExpired:
+            self.send(signal.SIGKILL)
+            status = self.popen.wait()
+        for stream in (self.popen.stdin, self.popen.stdout):
+            if stream:
+                stream.close()
+        return status
+
+
+def run(arguments, environment, limit=LIMIT):
+    """Runs a program to its end; its standard output. Fails if it fails."""
+    result = subprocess.run(
+        arguments,
+        env=environment,
+        stdin=subprocess.DEVNULL,
+        stdout=subprocess.PIPE,
+        stderr=subprocess.PIPE,
+        timeout=limit,
+        check=False,
+        encoding="utf-8",
+        errors="replace",
+    )
+    if result.returncode != 0:
+        raise AssertionError(
+            f"{' '.join(arguments)} ended with {result.returncode}: {result.stderr.strip()}"
+        )
+    return result.stdout

@@ -1,0 +1,81 @@
+"""Where there is a display, where there is none, and where it goes away."""
+
+import signal
+import unittest
+
+from processes import wait_until
+from vembrix import DesktopTest, Vembrix
+
+# How long the program may wait for a window manager; the user may start both at
+# the same moment.
+PATIENCE = 15
+
+
+class EndTest(DesktopTest):
+    def test_ends_in_order_when_it_is_asked_to(self):
+        program = self.launch()
+        self.assertEqual(program.end(), 0)
+        self.assertEqual(program.log_lines(), [])
+
+    def test_ends_with_one_line_when_the_display_goes(self):
+        for number in (signal.SIGTERM, signal.SIGKILL):
+            with self.subTest(number.name):
+                program = self.launch()
+                self.desktop.end_server(number)
+                status = program.process.wait()
+                self.assertGreater(status, 0, "a status of its own, not a signal")
+                self.assertEqual(len(program.log_lines()), 1, program.process.output())
+                self.desktop.end()
+                self.setUp()
+
+
+class NoWindowManagerTest(DesktopTest):
+    window_manager = None
+
+    def test_takes_a_window_manager_that_comes_late(self):
+        program = Vembrix(self.desktop)
+        self.desktop.start_window_manager("openbox")
+        program.wait_for_title("Desktop 1")
+        self.desktop.go_to(2)
+        program.wait_for_title("Desktop 3")
+
+    def test_does_without_in_the_end(self):
+        program = Vembrix(self.desktop)
+        wait_until(lambda: self.defaults.read().get("KnownSpaceUUIDs"), "its launch", PATIENCE)
+        self.assertTrue(program.process.running)
+        self.assertEqual(program.end(), 0)
+
+
+class NoDisplayTest(DesktopTest):
+    window_manager = None
+
+    def test_runs_on_the_desktop_in_the_process(self):
+        program = Vembrix(self.desktop, {"DISPLAY": ""})
+        wait_until(lambda: self.defaults.read().get("KnownSpaceUUIDs"), "its launch")
+        self.assertTrue(program.process.running)
+        self.assertEqual(program.end(), 0)
+
+    def test_a_display_that_does_not_answer_is_none(self):
+        self.desktop.end_server()
+        program = Vembrix(self.desktop)
+        wait_until(lambda: self.defaults.read().get("KnownSpaceUUIDs"), "its launch")
+        self.assertEqual(program.end(), 0)
+
+    def test_ends_with_one_line_where_a_display_is_demanded(self):
+        program = Vembrix(self.desktop, {"DISPLAY": "", "VEMBRIX_DESKTOP": "x11"})
+        status = program.process.wait()
+        self.assertGreater(status, 0)
+        self.assertEqual(len(program.log_lines()), 1, program.process.output())
+
+
+class ForcedTest(DesktopTest):
+    def test_the_desktop_in_the_process_leaves_the_real_one_alone(self):
+        program = Vembrix(self.desktop, {"VEMBRIX_DESKTOP": "embedded"})
+        wait_until(lambda: self.defaults.read().get("KnownSpaceUUIDs"), "its launch")
+        known = self.defaults.read()["KnownSpaceUUIDs"]
+        self.assertFalse([uuid for uuid in known if uuid.startswith("x11-")])
+        self.assertEqual(program.end(), 0)
+
+
+if __name__ == "__main__":
+    unittest.main()

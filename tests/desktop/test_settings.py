@@ -1,0 +1,160 @@
+"""Stored settings and the desktop's appearance, as the status item shows them."""
+
+import unittest
+
+from desktop import Portal
+from screen import rgb
+from vembrix import BLACK, BLUE, PINK, DesktopTest
+
+FIXED_WIDTH = 140
+
+# One value of another type for every key that is stored.
+WRONG_TYPES = {
+    "ThemeName": ["Coral"],
+    "ShowSpaceNameInMenuBar": "no",
+    "HeatPaletteName": 7,
+    "SignTextSize": "large",
+    "SignSwipeAlpha": {"alpha": 0.5},
+    "ShowSignInSwipeMode": "no",
+    "ShowSignAfterSelection": [False],
+    "HeatMapSigns": b"\0",
+    "MenuBarWidthMode": 140,
+    "InstantMenuSwitch": "yes",
+    "SpaceColors": "red",
+    "ColorMode": True,
+    "SpaceNames": ["Mail", "Code"],
+    "KnownSpaceUUIDs": {"x11-desktop-1": True},
+    "SpaceHeatRecency": "x11-desktop-1",
+}
+
+COLOR = '{"red":0.1,"green":0.3,"blue":0.2,"alpha":1}'
+
+
+class SettingsTest(DesktopTest):
+    def switch_there_and_back(self, program):
+        """Makes the program show its title anew."""
+        self.desktop.go_to(1)
+        program.wait_for_title("Desktop 2")
+        self.desktop.go_to(0)
+        program.wait_for_title("Desktop 1")
+
+    def test_shows_the_name_of_a_space(self):
+        self.defaults.write({"SpaceNames": {"x11-desktop-2": "Mail"}})
+        program = self.launch()
+        program.wait_for_title("Desktop 1")
+        self.desktop.go_to(1)
+        program.wait_for_title("Mail")
+        program.wait_for_fill(BLUE)
+
+    def test_an_empty_name_is_none(self):
+        self.defaults.write({"SpaceNames": {"x11-desktop-1": ""}})
+        self.launch().wait_for_title("Desktop 1")
+
+    def test_shows_the_colors_of_a_space(self):
+        colors = f'{{"x11-desktop-1":{{"foreground":{COLOR},"background":{COLOR}}}}}'
+        self.defaults.write({"SpaceColors": colors.encode()})
+        program = self.launch()
+        program.wait_for_fill(rgb(0.1, 0.3, 0.2))
+        program.wait_for_ink((255, 255, 255), 40)
+
+    def test_black_ink_on_a_light_fill(self):
+        program = self.launch()
+        program.wait_for_fill(PINK)
+        program.wait_for_ink(BLACK, 40)
+
+    def test_color_mode_is_read_while_it_runs(self):
+        program = self.launch()
+        program.wait_for_fill(PINK)
+        self.defaults.update({"ColorMode": "colorForeground"})
+        self.switch_there_and_back(program)
+        # Light ink would not show on a light bar: it is darkened there.
+        program.wait_for_ink(rgb(0.5, 0.355, 0.38), 24)
+        self.assertGreater(program.picture().nearest(PINK)[1], 24, "no fill is left")
+
+    def test_icon_in_place_of_the_name(self):
+        self.defaults.write({"ShowSpaceNameInMenuBar": False, "MenuBarWidthMode": "maxTitleLength"})
+        program = self.launch()
+        _, _, width, height = program.strip().frame()
+        self.assertEqual(width, height)
+        self.assertGreater(program.picture().nearest(PINK)[1], 24, "an icon has no fill")
+        program.wait_for_ink(BLACK, 60)
+
+    def test_the_icon_comes_and_goes_while_it_runs(self):
+        program = self.launch()
+        named = program.strip().frame()[2]
+        self.defaults.update({"ShowSpaceNameInMenuBar": False})
+        self.desktop.go_to(1)
+        self.wait_for_width(program, program.strip().frame()[3])
+        self.defaults.update({"ShowSpaceNameInMenuBar": True})
+        self.desktop.go_to(0)
+        program.wait_for_title("Desktop 1")
+        self.wait_for_width(program, named)
+
+    def wait_for_width(self, program, width):
+        from processes import wait_until
+
+        wait_until(
+            lambda: program.strip().frame()[2] == width,
+            lambda: f"a width of {width}; it is {program.strip().frame()[2]}",
+        )
+
+    def test_fixed_width_clips_a_long_name(self):
+        name = "A name that is far too long for any menu bar to show it whole"
+        self.defaults.write({"SpaceNames": {"x11-desktop-1": name}})
+        program = self.launch()
+        program.wait_for_title(name)
+        self.assertGreater(program.strip().frame()[2], FIXED_WIDTH)
+        self.defaults.update({"MenuBarWidthMode": "maxTitleLength"})
+        self.desktop.go_to(1)
+        program.wait_for_title("Desktop 2")
+        self.wait_for_width(program, FIXED_WIDTH)
+        self.desktop.go_to(0)
+        program.wait_for_title(name)
+        self.wait_for_width(program, FIXED_WIDTH)
+        x, _, width, _ = program.strip().frame()
+        self.assertEqual(x + width, self.desktop.size[0])
+
+    def test_dark_from_the_start(self):
+        Portal(self.desktop, Portal.DARK)
+        self.defaults.write({"ColorMode": "colorForeground"})
+        program = self.launch()
+        program.wait_for_ink(PINK, 24)
+
+    def test_follows_light_and_dark_while_it_runs(self):
+        portal = Portal(self.desktop, Portal.LIGHT)
+        self.defaults.write({"ColorMode": "colorForeground"})
+        program = self.launch()
+        halved = rgb(0.5, 0.355, 0.38)
+        program.wait_for_ink(halved, 24)
+        portal.set(Portal.DARK)
+        program.wait_for_ink(PINK, 24)
+        portal.set(Portal.LIGHT)
+        program.wait_for_ink(halved, 24)
+
+    def test_a_value_of_a_wrong_type_is_the_default(self):
+        for key, value in WRONG_TYPES.items():
+            with self.subTest(key=key):
+                self.defaults.write({key: value})
+                self.check_defaults()
+
+    def test_wrong_types_everywhere(self):
+        self.defaults.write(WRONG_TYPES)
+        self.check_defaults()
+
+    def test_a_file_that_is_no_property_list(self):
+        self.defaults.write_bytes(b"bplist00 and then nothing of the kind")
+        self.check_defaults()
+
+    def check_defaults(self):
+        program = self.launch()
+        program.wait_for_title("Desktop 1")
+        program.wait_for_fill(PINK)
+        program.wait_for_ink(BLACK, 40)
+        self.assertNotEqual(program.strip().frame()[2], FIXED_WIDTH)
+        known = self.defaults.read()["KnownSpaceUUIDs"]
+        self.assertEqual(sorted(known), [f"x11-desktop-{n}" for n in range(1, 5)])
+        self.assertEqual(program.end(), 0)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,92 @@
+"""The status item follows the desktops: which is current, how many there are."""
+
+import time
+import unittest
+
+from processes import wait_until
+from vembrix import BLUE, GREEN, PEACH, PINK, DesktopTest
+
+# What a person takes for at once.
+AT_ONCE = 1.0
+
+
+class SwitchingTest(DesktopTest):
+    def test_shows_the_desktop_that_is_gone_to(self):
+        program = self.launch()
+        program.wait_for_title("Desktop 1")
+        for index, color in ((1, BLUE), (3, PEACH), (2, GREEN), (0, PINK)):
+            with self.subTest(desktop=index):
+                self.desktop.go_to(index)
+                program.wait_for_title(f"Desktop {index + 1}", AT_ONCE)
+                program.wait_for_fill(color)
+
+    def test_starts_on_the_desktop_that_is_current(self):
+        self.desktop.go_to(2)
+        wait_until(lambda: self.desktop.current == 2, "desktop 3")
+        program = self.launch()
+        program.wait_for_title("Desktop 3")
+        program.wait_for_fill(GREEN)
+
+    def test_ends_up_right_after_many_quick_switches(self):
+        program = self.launch()
+        for step in range(60):
+            self.desktop.go_to(step % 4)
+        self.desktop.go_to(1)
+        program.wait_for_title("Desktop 2")
+        time.sleep(0.3)  # Nothing late may overwrite it.
+        self.assertEqual(program.title(), "Desktop 2")
+
+
+class CountTest(DesktopTest):
+    def known(self):
+        return set(self.defaults.read().get("KnownSpaceUUIDs", []))
+
+    def wait_for_known(self, uuid):
+        wait_until(
+            lambda: uuid in self.known(),
+            lambda: f"{uuid} among the known Spaces {sorted(self.known())}",
+            AT_ONCE,
+        )
+
+    def test_follows_added_desktops(self):
+        program = self.launch()
+        self.assertEqual(self.known(), {f"x11-desktop-{n}" for n in range(1, 5)})
+        self.desktop.set_count(6)
+        self.wait_for_known("x11-desktop-6")
+        self.desktop.go_to(5)
+        program.wait_for_title("Desktop 6", AT_ONCE)
+
+    def test_leaves_a_desktop_that_is_removed(self):
+        program = self.launch()
+        self.desktop.go_to(3)
+        program.wait_for_title("Desktop 4")
+        self.desktop.set_count(2)
+        program.wait_for_title("Desktop 2", AT_ONCE)
+        self.assertIn("x11-desktop-4", self.known(), "what was seen once stays known")
+
+    def test_one_desktop_only(self):
+        program = self.launch()
+        self.desktop.go_to(2)
+        program.wait_for_title("Desktop 3")
+        self.desktop.set_count(1)
+        program.wait_for_title("Desktop 1", AT_ONCE)
+        program.wait_for_fill(PINK)
+
+    def test_forty_desktops(self):
+        program = self.launch()
+        self.desktop.set_count(40)
+        self.wait_for_known("x11-desktop-40")
+        self.desktop.go_to(39)
+        program.wait_for_title("Desktop 40", AT_ONCE)
+        self.desktop.go_to(16)
+        program.wait_for_title("Desktop 17", AT_ONCE)
+        # There are sixteen default colours.
+        program.wait_for_fill(PINK)
+
+    def test_keeps_the_stored_settings_private(self):
+        self.launch()
+        self.assertEqual(self.defaults.mode(), 0o600)
+
+
+if __name__ == "__main__":
+    unittest.main()
