@@ -1,10 +1,16 @@
 #include "app/AppDelegate.h"
 
 #include "platform/Accessibility.h"
+#include "platform/MainQueue.h"
 #include "spaces/SpaceManager.h"
+#include "watchers/MissionControlWatcher.h"
+#include "watchers/SpaceHeatTracker.h"
 
 namespace vembrix {
 namespace {
+
+/// Lets the login's own commotion pass.
+constexpr std::chrono::milliseconds kTourDelay{1500};
 
 /// Without the permission the program works all the same, with less; it does
 /// not wait for the user's answer.
@@ -28,7 +34,16 @@ void AppDelegate::applicationDidFinishLaunching() {
   SpaceManager::shared().reload();
   observer_ = std::move(observer);
 
+  MissionControlWatcher::shared().start();
+  SpaceHeatTracker::shared().start();
   menuBar_ = MenuBarController::create();
+
+  hot_ = HotCornerWatcher::create();
+  hot_->start();
+  swipes_ = SwipeWatcher::create();
+  swipes_->start();
+
+  MainQueue::main().after(kTourDelay, [] { SpaceManager::shared().performAutoTour({}); });
 }
 
 }  // namespace vembrix

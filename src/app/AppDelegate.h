@@ -6,6 +6,8 @@
 #include "platform/Application.h"
 #include "platform/NotificationCenter.h"
 #include "spaces/SpaceObserver.h"
+#include "spaces/SwipeWatcher.h"
+#include "watchers/HotCornerWatcher.h"
 
 namespace vembrix {
 
@@ -19,10 +21,14 @@ class AppDelegate : public ApplicationDelegate {
   // Empty before launch.
   [[nodiscard]] const std::shared_ptr<SpaceObserver>& observer() const { return observer_; }
   [[nodiscard]] const std::shared_ptr<MenuBarController>& menuBar() const { return menuBar_; }
+  [[nodiscard]] const std::shared_ptr<HotCornerWatcher>& hot() const { return hot_; }
+  [[nodiscard]] const std::shared_ptr<SwipeWatcher>& swipes() const { return swipes_; }
 
  private:
   std::shared_ptr<SpaceObserver> observer_;
   std::shared_ptr<MenuBarController> menuBar_;
+  std::shared_ptr<HotCornerWatcher> hot_;
+  std::shared_ptr<SwipeWatcher> swipes_;
   Observation observation_;
 };
 

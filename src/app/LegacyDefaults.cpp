@@ -1,6 +1,5 @@
 #include "app/LegacyDefaults.h"
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -28,9 +27,7 @@ void migrateLegacyDefaultsIfNeeded() {
   UserDefaults& defaults = UserDefaults::standard();
   if (defaults.object(kDidMigrate).boolean() == true) return;
   const PropertyList answer = defaults.keyList(kLegacyDomain);
-  const PropertyList::Array* keys = answer.asArray();
-  const auto isString = [](const PropertyList& key) { return key.asString() != nullptr; };
-  if (keys && std::ranges::all_of(*keys, isString)) {
+  if (const PropertyList::Array* keys = answer.asArrayOfStrings()) {
     copyMissing(defaults, *keys);
     // The keys found, not those copied: it tells how much there was.
     logLine("migrated " + std::to_string(keys->size()) + " settings from legacy domain");

@@ -1,5 +1,6 @@
 #include "platform/PropertyList.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vembrix {
@@ -57,6 +58,18 @@ const PropertyList::Array* PropertyList::asArray() const {
 }
 const PropertyList::Dictionary* PropertyList::asDictionary() const {
   return shared(std::get_if<std::shared_ptr<const Dictionary>>(&value_));
+}
+
+const PropertyList::Array* PropertyList::asArrayOfDictionaries() const {
+  const Array* array = asArray();
+  const auto fits = [](const PropertyList& entry) { return entry.asDictionary() != nullptr; };
+  return array && std::ranges::all_of(*array, fits) ? array : nullptr;
+}
+
+const PropertyList::Array* PropertyList::asArrayOfStrings() const {
+  const Array* array = asArray();
+  const auto fits = [](const PropertyList& entry) { return entry.asString() != nullptr; };
+  return array && std::ranges::all_of(*array, fits) ? array : nullptr;
 }
 
 std::optional<bool> PropertyList::boolean() const {

@@ -54,6 +54,11 @@ class PropertyList {
   [[nodiscard]] const Array* asArray() const;
   [[nodiscard]] const Dictionary* asDictionary() const;
 
+  /// The array when it holds dictionaries only: one entry of another kind spoils
+  /// it. Likewise of strings.
+  [[nodiscard]] const Array* asArrayOfDictionaries() const;
+  [[nodiscard]] const Array* asArrayOfStrings() const;
+
   // Readings that follow how stored numbers are understood.
 
   /// A Boolean, or a number that is exactly 0 or 1.

@@ -34,6 +34,15 @@ class WindowServer {
   /// told by notification::kActiveSpaceDidChange on the workspace center.
   virtual void CGSManagedDisplaySetCurrentSpace(ConnectionID connection, std::string_view display,
                                                 SpaceID space) = 0;
+
+  /// Options of the window list.
+  static constexpr std::uint32_t onScreenOnly = 1;
+  static constexpr std::uint32_t excludeDesktopElements = 16;
+
+  /// One dictionary per window, front to back, as the window server gives it:
+  /// "kCGWindowOwnerName", and "kCGWindowBounds", a dictionary with "X", "Y",
+  /// "Width" and "Height" in points. Null where it gives none.
+  [[nodiscard]] virtual PropertyList CGWindowListCopyWindowInfo(std::uint32_t options) = 0;
 };
 
 }  // namespace vembrix

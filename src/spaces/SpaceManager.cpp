@@ -15,16 +15,6 @@
 namespace vembrix {
 namespace {
 
-/// The array when it holds dictionaries only, else null: one entry of another
-/// kind spoils the answer.
-const PropertyList::Array* arrayOfDictionaries(const PropertyList& value) {
-  const PropertyList::Array* array = value.asArray();
-  if (!array) return nullptr;
-  const bool valid = std::ranges::all_of(
-      *array, [](const PropertyList& entry) { return entry.asDictionary() != nullptr; });
-  return valid ? array : nullptr;
-}
-
 std::optional<std::uint64_t> spaceIDOf(const PropertyList& entry) {
   std::optional<std::int64_t> id = entry["ManagedSpaceID"].integer();
   if (!id) id = entry["id64"].integer();
@@ -45,7 +35,7 @@ class ListReader {
   explicit ListReader(std::vector<SpaceInfo>& list) : list_(list) {}
 
   void readDisplays(const PropertyList& answer) {
-    if (const auto* displays = arrayOfDictionaries(answer)) {
+    if (const auto* displays = answer.asArrayOfDictionaries()) {
       for (const PropertyList& display : *displays) readDisplay(display);
     }
     list_.resize(count_);
@@ -55,7 +45,7 @@ class ListReader {
   void readDisplay(const PropertyList& display) {
     const std::string* identifier = display["Display Identifier"].asString();
     const std::string_view displayUUID = identifier ? std::string_view(*identifier) : "Main";
-    if (const auto* entries = arrayOfDictionaries(display["Spaces"])) {
+    if (const auto* entries = display["Spaces"].asArrayOfDictionaries()) {
       for (const PropertyList& entry : *entries) readSpace(entry, displayUUID);
     }
   }
@@ -120,16 +110,8 @@ void SpaceManager::rememberUUIDs() {
   const PropertyList stored = defaults.object(knownUUIDsKey);
   if (knownUUIDs_.isNull() || stored != knownUUIDs_) {
     std::set<std::string_view> uuids;
-    if (const auto* known = stored.asArray()) {
-      for (const PropertyList& entry : *known) {
-        const std::string* uuid = entry.asString();
-        if (!uuid) {
-          // Not a list of ours: none of it counts.
-          uuids.clear();
-          break;
-        }
-        uuids.insert(*uuid);
-      }
+    if (const auto* known = stored.asArrayOfStrings()) {
+      for (const PropertyList& uuid : *known) uuids.insert(*uuid.asString());
     }
     for (const SpaceInfo& space : spaces_) {
       if (space.isDesktop()) uuids.insert(space.uuid);

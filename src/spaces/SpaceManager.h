@@ -1,18 +1,25 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <deque>
+#include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/NotificationCenter.h"
 #include "platform/PropertyList.h"
+#include "spaces/ISSDirection.h"
 #include "spaces/SpaceInfo.h"
 
 namespace vembrix {
 
 /// The model of the system's Spaces: the list over all displays, the active
-/// Space and the user's names. Main thread only; lives as long as the process.
+/// Space, the user's names, and the ways to another Space. Main thread only; lives as long as the
+/// process.
 class SpaceManager {
  public:
   /// Default center: the list of Spaces or a name changed.
@@ -20,6 +27,10 @@ class SpaceManager {
   /// Default center: another Space is active. Posted after didChange when one
   /// reload brings both.
   static constexpr std::string_view activeChanged = "SpaceManagerActiveSpaceChanged";
+
+  /// Default center: the tour after launch begins, has ended.
+  static constexpr std::string_view tourWillStart = "SpaceManagerTourWillStart";
+  static constexpr std::string_view tourDidEnd = "SpaceManagerTourDidEnd";
 
   static SpaceManager& shared();
 
@@ -49,6 +60,17 @@ class SpaceManager {
   /// brings the default back. Stores it and posts didChange.
   void setName(std::string_view name, const SpaceInfo& space);
 
+  /// Moves the user to the Space: by one swipe per desktop to cross, or, without
+  /// the permission for Accessibility, at once. Returns before the system is
+  /// there; its notification brings the model along. Does nothing for the active
+  /// Space and, with the permission, from or to a full-screen Space.
+  void switchToSpace(const SpaceInfo& space);
+
+  /// Visits every desktop once and comes back, at most for 20 s, between
+  /// tourWillStart and tourDidEnd. Where there is nothing to visit only the
+  /// completion is called. The completion may be empty.
+  void performAutoTour(std::function<void()> completion);
+
  private:
   using Names = std::map<std::string, std::string, std::less<>>;
 
@@ -68,9 +90,31 @@ class SpaceManager {
   /// Tells desktops that show names of their own what the user's names are.
   void publishNames() const;
 
+  void directSwitch(const SpaceInfo& space);
+  /// The place (from 0) among the desktops of all displays.
+  [[nodiscard]] std::optional<std::ptrdiff_t> desktopIndex(std::uint64_t spaceID) const;
+
+  void advanceTour();
+  void tourStepTimedOut(int step);
+  void tourSpaceArrived();
+  void endTour();
+  /// Whether the tour runs and has not gone on from that step.
+  [[nodiscard]] bool isAtTourStep(int step) const;
+
   std::vector<SpaceInfo> spaces_;
   std::uint64_t activeSpaceID_ = 0;
   Names names_;
+
+  /// The way still to go.
+  std::deque<ISSDirection> tourQueue_;
+  std::function<void()> tourCompletion_;
+  /// Held exactly while a tour runs.
+  Observation tourObserver_;
+  /// Counts from 1.
+  int tourStep_ = 0;
+  /// Whether the current step has been swiped twice.
+  bool tourRetried_ = false;
+  std::optional<ISSDirection> currentTourDirection_;
 
   /// The last answer; keeps its memory, so that reading an unchanged list needs
   /// none.

@@ -63,6 +63,7 @@ class EmbeddedDesktop::WindowServerService : public WindowServer {
                                         SpaceID space) override {
     desktop_.switchDisplayTo(display, space);
   }
+  PropertyList CGWindowListCopyWindowInfo(std::uint32_t) override { return desktop_.windowList(); }
 
  private:
   EmbeddedDesktop& desktop_;
@@ -74,10 +75,16 @@ EmbeddedDesktop& EmbeddedDesktop::shared() {
 }
 
 EmbeddedDesktop::EmbeddedDesktop()
-    : accessibility_(std::make_unique<AccessibilityService>(*this)),
+    : dock_([this](Dock::Direction direction, Dock::Arrival arrival) {
+        swipeCompleted(direction, arrival);
+      }),
+      events_([this](const GestureEvent& event) { dock_.handle(event); }),
+      accessibility_(std::make_unique<AccessibilityService>(*this)),
       screens_(std::make_unique<ScreensService>(*this)),
       spaceNaming_(std::make_unique<SpaceNamingService>(*this)),
       windowServer_(std::make_unique<WindowServerService>(*this)) {
+  dock_.onBegin([this] { endTransition(); });
+  input_.setKeysTold([this] { return trusted_; });
   addDisplay({.identifier = "Main", .frame = {0, 0, 1440, 900}});
   setSpaceCount(4);
 }

@@ -11,15 +11,20 @@
 #include "platform/Accessibility.h"
 #include "platform/Color.h"
 #include "platform/Geometry.h"
+#include "platform/MainQueue.h"
 #include "platform/PropertyList.h"
 #include "platform/Screens.h"
 #include "platform/SpaceNaming.h"
 #include "platform/WindowServer.h"
+#include "platform/embedded/Dock.h"
+#include "platform/embedded/EmbeddedInput.h"
+#include "platform/embedded/EventStream.h"
 
 namespace vembrix {
 
-/// A whole desktop inside the process: displays, Spaces, the user's permission
-/// for Accessibility, light and dark. A test (or a program without a screen)
+/// A whole desktop inside the process: displays, Spaces, a Dock that answers
+/// swipes, Mission Control, input, the user's permission for Accessibility,
+/// light and dark. A test (or a program without a screen)
 /// drives it through this class as a user drives a real one; the product sees
 /// it through the services at the end, and hears of changes by the system's own
 /// notifications. Main thread only.
@@ -91,6 +96,33 @@ class EmbeddedDesktop {
   /// The id of the Space at that place (from 0) of the first display's list.
   SpaceID spaceAt(std::size_t position) const;
 
+  // The Dock and the user's hands. A swipe of the user, or one that the process
+  // posts, moves the active display to the neighbouring Space when the slide is
+  // over; a swipe that begins during a slide ends the slide first. Nothing
+  // happens at the ends of the list.
+
+  /// The devices, and who watches them.
+  EmbeddedInput& input() { return input_; }
+  /// The session's gesture events.
+  EventStream& events() { return events_; }
+  /// The user swipes on the trackpad, all at once.
+  void swipe(Dock::Direction direction);
+  /// How long Spaces slide after a swipe has ended; 200 ms at first.
+  void setTransitionTime(Duration time) { transitionTime_ = time; }
+  /// The Dock does not notice that many of the next swipes.
+  void loseSwipes(int count) { swipesToLose_ = count; }
+  /// Swipes that moved the user, or came to the end of the list.
+  int completedSwipes() const { return completedSwipes_; }
+
+  /// Opens or closes Mission Control, for which the Dock covers every display.
+  void setMissionControl(bool open) { missionControl_ = open; }
+  /// Puts another window on the screen, in front of the others.
+  void addWindow(std::string owner, Size size);
+  /// What the window list answers in place of the truth.
+  void overrideWindowList(std::optional<PropertyList> answer) {
+    windowListOverride_ = std::move(answer);
+  }
+
   // What the window server answers, in place of the truth; nothing for the
   // truth again. Not announced.
 
@@ -148,6 +180,9 @@ class EmbeddedDesktop {
   const PropertyList& managedDisplaySpaces();
   void switchDisplayTo(std::string_view display, SpaceID space);
   void publishName(SpaceID space, std::string_view name);
+  PropertyList windowList() const;
+  void swipeCompleted(Dock::Direction direction, Dock::Arrival arrival);
+  void endTransition();
 
   std::vector<DisplayState> displays_;
   std::size_t activeDisplay_ = 0;
@@ -164,6 +199,24 @@ class EmbeddedDesktop {
   std::map<SpaceID, std::string> publishedNames_;
   int publishCount_ = 0;
   std::vector<Screen> screenList_;
+
+  Dock dock_;
+  EventStream events_;
+  EmbeddedInput input_;
+  Duration transitionTime_ = std::chrono::milliseconds(200);
+  int swipesToLose_ = 0;
+  int completedSwipes_ = 0;
+  /// Held while Spaces slide.
+  WorkItem transition_;
+  SpaceID transitionTarget_ = 0;
+
+  struct Window {
+    std::string owner;
+    Size size;
+  };
+  std::vector<Window> windows_;
+  bool missionControl_ = false;
+  std::optional<PropertyList> windowListOverride_;
 
   std::unique_ptr<AccessibilityService> accessibility_;
   std::unique_ptr<ScreensService> screens_;

@@ -22,6 +22,9 @@ const Bundle& Bundle::main() {
 MainQueue& MainQueue::main() {
   return EmbeddedMainQueue::shared();
 }
+InputMonitor& InputMonitor::shared() {
+  return EmbeddedDesktop::shared().input();
+}
 const Screens& Screens::shared() {
   return EmbeddedDesktop::shared().screens();
 }
@@ -36,6 +39,21 @@ UserDefaults& UserDefaults::standard() {
 }
 WindowServer& WindowServer::shared() {
   return EmbeddedDesktop::shared().windowServer();
+}
+
+std::unique_ptr<DockSwipeEvent> DockSwipeEvent::create() {
+  EmbeddedDesktop& desktop = EmbeddedDesktop::shared();
+  // Any process but a device, which is 0.
+  constexpr std::int64_t kOwnProcess = 1;
+  return desktop.events().makeEvent(kOwnProcess, [&desktop] {
+    return desktop.accessibility().isProcessTrusted(Accessibility::Prompt::No);
+  });
+}
+
+std::unique_ptr<EventTap> EventTap::create(Handler handler) {
+  EmbeddedDesktop& desktop = EmbeddedDesktop::shared();
+  if (!desktop.accessibility().isProcessTrusted(Accessibility::Prompt::No)) return nullptr;
+  return desktop.events().makeTap(std::move(handler));
 }
 
 NotificationCenter& NotificationCenter::defaultCenter() {

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+namespace vembrix {
+
+/// The fields of the gesture event that moves between Spaces, by the numbers
+/// under which the system's events carry them.
+namespace dockswipe {
+
+enum Field : int {
+  /// Integer: the process that posted the event; 0 for a device.
+  SourceProcess = 41,
+  /// Integer: kDockControl.
+  EventType = 55,
+  /// Integer: kDockSwipe.
+  GestureKind = 110,
+  /// Integer: kHorizontal.
+  Motion = 123,
+  /// Double: Spaces crossed so far, to the right.
+  Progress = 124,
+  /// Double: to the right.
+  VelocityX = 129,
+  VelocityY = 130,
+  /// Integer: a Phase.
+  GesturePhase = 132,
+};
+
+enum Phase : std::int64_t { Begin = 1, Change = 2, End = 4, Cancel = 8 };
+
+inline constexpr std::int64_t kDockControl = 30;
+inline constexpr std::int64_t kDockSwipe = 23;
+inline constexpr std::int64_t kHorizontal = 1;
+
+}  // namespace dockswipe
+
+/// A synthetic event of the user's input. Main thread. Without the permission
+/// for Accessibility a posted event has no effect.
+class DockSwipeEvent {
+ public:
+  /// An event without source and fields; null when the system gives none.
+  static std::unique_ptr<DockSwipeEvent> create();
+
+  virtual ~DockSwipeEvent() = default;
+
+  virtual void setIntegerField(int field, std::int64_t value) = 0;
+  virtual void setDoubleField(int field, double value) = 0;
+
+  /// Posts the event, as it is now, into the session's event stream.
+  virtual void post() = 0;
+};
+
+}  // namespace vembrix

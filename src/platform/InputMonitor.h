@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "platform/Geometry.h"
+#include "platform/Token.h"
+
+namespace vembrix {
+
+/// Bits of event types, as event monitors take them.
+enum EventMask : std::uint64_t {
+  LeftMouseDown = 1U << 1U,
+  RightMouseDown = 1U << 3U,
+  MouseMoved = 1U << 5U,
+  KeyDown = 1U << 10U,
+  OtherMouseDown = 1U << 25U,
+};
+
+/// The user's input. Main thread.
+class InputMonitor {
+ public:
+  static InputMonitor& shared();
+
+  virtual ~InputMonitor() = default;
+
+  /// Calls the handler, on the main thread, for every event of the masked types
+  /// that goes to another program, until the token is dropped. What is typed or
+  /// clicked is not told. An empty token where the system gives no monitor; key
+  /// presses need the permission for Accessibility.
+  [[nodiscard]] virtual Token addGlobalMonitor(std::uint64_t mask,
+                                               std::function<void()> handler) = 0;
+
+  /// The pointer's place, in points, global coordinates.
+  [[nodiscard]] virtual Point mouseLocation() const = 0;
+};
+
+}  // namespace vembrix

@@ -1,0 +1,56 @@
+#include "platform/embedded/Dock.h"
+
+#include <cmath>
+#include <utility>
+
+#include "platform/DockSwipeEvent.h"
+
+namespace vembrix {
+namespace {
+
+/// Half of the way counts as the whole.
+constexpr double kEnoughProgress = 0.5;
+/// A flick: this speed decides where the way does not.
+constexpr double kFlickVelocity = 1.0;
+constexpr double kNoProgress = 0.0001;
+constexpr double kInstantVelocity = 100.0;
+
+}  // namespace
+
+Dock::Dock(Mover mover) : mover_(std::move(mover)) {}
+
+void Dock::handle(const TappedEvent& event) {
+  if (event.integerField(dockswipe::EventType) != dockswipe::kDockControl) return;
+  if (event.integerField(dockswipe::GestureKind) != dockswipe::kDockSwipe) return;
+  switch (event.integerField(dockswipe::GesturePhase)) {
+    case dockswipe::Begin:
+      swiping_ = true;
+      if (onBegin_) onBegin_();
+      break;
+    case dockswipe::End:
+      if (std::exchange(swiping_, false)) {
+        end(event.doubleField(dockswipe::Progress), event.doubleField(dockswipe::VelocityX));
+      }
+      break;
+    case dockswipe::Cancel:
+      swiping_ = false;
+      break;
+    default:
+      break;
+  }
+}
+
+void Dock::end(double progress, double velocity) {
+  if (std::abs(progress) < kNoProgress) {
+    if (std::abs(velocity) < kInstantVelocity) return;
+    mover_(velocity > 0 ? Direction::Right : Direction::Left, Arrival::AtOnce);
+    return;
+  }
+  const Direction direction = progress > 0 ? Direction::Right : Direction::Left;
+  const double onwards = progress > 0 ? velocity : -velocity;
+  const bool completes = onwards >= kFlickVelocity ||
+                         (std::abs(progress) >= kEnoughProgress && onwards > -kFlickVelocity);
+  if (completes) mover_(direction, Arrival::AfterTransition);
+}
+
+}  // namespace vembrix

@@ -1,0 +1,85 @@
+// The embedded desktop under the user's hands: swipes, Mission Control and the
+// windows on the screen.
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/embedded/EmbeddedDesktop.h"
+
+namespace vembrix {
+namespace {
+
+GestureEvent swipeEvent(dockswipe::Phase phase, double progress, double velocity) {
+  GestureEvent event;
+  event.setInteger(dockswipe::EventType, dockswipe::kDockControl);
+  event.setInteger(dockswipe::GestureKind, dockswipe::kDockSwipe);
+  event.setInteger(dockswipe::GesturePhase, phase);
+  event.setDouble(dockswipe::Progress, progress);
+  event.setInteger(dockswipe::Motion, dockswipe::kHorizontal);
+  event.setDouble(dockswipe::VelocityX, velocity);
+  event.setDouble(dockswipe::VelocityY, velocity);
+  return event;
+}
+
+PropertyList windowDescription(const std::string& owner, const Size& size) {
+  return PropertyList::Dictionary{
+      {"kCGWindowOwnerName", owner},
+      {"kCGWindowBounds",
+       PropertyList::Dictionary{
+           {"X", 0.0}, {"Y", 0.0}, {"Width", size.width}, {"Height", size.height}}}};
+}
+
+}  // namespace
+
+void EmbeddedDesktop::swipe(Dock::Direction direction) {
+  const double s = direction == Dock::Direction::Right ? 1 : -1;
+  events_.send(swipeEvent(dockswipe::Begin, s * 0.01, s * 0.5));
+  events_.send(swipeEvent(dockswipe::Change, s * 0.6, s * 1.2));
+  events_.send(swipeEvent(dockswipe::End, s * 0.8, s * 1.2));
+}
+
+void EmbeddedDesktop::swipeCompleted(Dock::Direction direction, Dock::Arrival arrival) {
+  if (swipesToLose_ > 0) {
+    swipesToLose_ -= 1;
+    return;
+  }
+  completedSwipes_ += 1;
+  endTransition();
+  if (activeDisplay_ >= displays_.size()) return;
+  const DisplayState& state = displays_[activeDisplay_];
+  const auto current = std::ranges::find(state.spaces, state.current, &Space::id);
+  const auto target = current - state.spaces.begin() + static_cast<int>(direction);
+  if (target < 0 || target >= std::ssize(state.spaces)) return;
+  transitionTarget_ = state.spaces[static_cast<std::size_t>(target)].id;
+  if (arrival == Dock::Arrival::AtOnce) {
+    activate(std::exchange(transitionTarget_, 0));
+    return;
+  }
+  transition_ = MainQueue::main().schedule(transitionTime_, [this] { endTransition(); });
+}
+
+void EmbeddedDesktop::endTransition() {
+  transition_.reset();
+  if (const SpaceID target = std::exchange(transitionTarget_, 0)) activate(target);
+}
+
+void EmbeddedDesktop::addWindow(std::string owner, Size size) {
+  windows_.insert(windows_.begin(), {std::move(owner), size});
+}
+
+PropertyList EmbeddedDesktop::windowList() const {
+  if (windowListOverride_) return *windowListOverride_;
+  PropertyList::Array list;
+  if (missionControl_) {
+    for (const DisplayState& state : displays_) {
+      const Rect& frame = state.display.frame;
+      list.push_back(windowDescription("Dock", {frame.width, frame.height}));
+    }
+  }
+  for (const Window& window : windows_) {
+    list.push_back(windowDescription(window.owner, window.size));
+  }
+  return list;
+}
+
+}  // namespace vembrix

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/DockSwipeEvent.h"
+#include "platform/EventTap.h"
+
+namespace vembrix {
+
+/// A gesture as numbered fields. A value; holds up to as many fields as a Dock
+/// swipe has, further ones are dropped.
+class GestureEvent final : public TappedEvent {
+ public:
+  void setInteger(int field, std::int64_t value);
+  void setDouble(int field, double value);
+
+  [[nodiscard]] std::int64_t integerField(int field) const override;
+  [[nodiscard]] double doubleField(int field) const override;
+
+  /// The field numbers in the order in which they were first set.
+  [[nodiscard]] std::vector<int> fieldOrder() const;
+
+ private:
+  struct Entry {
+    int field = 0;
+    std::int64_t integer = 0;
+    double real = 0;
+  };
+
+  Entry* entryFor(int field);
+  [[nodiscard]] const Entry* find(int field) const;
+
+  std::array<Entry, 16> entries_{};
+  std::size_t count_ = 0;
+};
+
+/// A session's stream of gesture events within the process: what a device or
+/// this process sends passes the taps and then reaches the receiver (a Dock).
+/// Main thread.
+class EventStream {
+ public:
+  /// `receiver` gets every event after the taps; may be empty.
+  explicit EventStream(std::function<void(const GestureEvent&)> receiver);
+
+  /// A tap on this stream, which must outlive it.
+  std::unique_ptr<EventTap> makeTap(EventTap::Handler handler);
+  /// An event that, when posted, gets `sourceProcess` and is sent if `permitted`
+  /// says so at that time.
+  std::unique_ptr<DockSwipeEvent> makeEvent(std::int64_t sourceProcess,
+                                            std::function<bool()> permitted);
+
+  void send(const GestureEvent& event);
+  /// To the taps alone: what a device does that no Dock of ours acts on.
+  void sendToTaps(std::uint32_t type, const GestureEvent& event);
+
+  /// Disables all taps, as the system does with slow ones, and tells them why.
+  void disableTaps(std::uint32_t reason);
+
+ private:
+  class Tap;
+  class PostableEvent;
+
+  std::function<void(const GestureEvent&)> receiver_;
+  std::vector<Tap*> taps_;
+};
+
+}  // namespace vembrix

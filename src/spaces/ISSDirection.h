@@ -1,0 +1,8 @@
+#pragma once
+
+namespace vembrix {
+
+/// A way to the neighbouring Space. Right leads to Spaces later in the list.
+enum class ISSDirection { Left = 0, Right = 1 };
+
+}  // namespace vembrix

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/EventTap.h"
+
+namespace vembrix {
+
+/// Notices at the first moment that the user swipes between Spaces, and which
+/// way. Main thread; the tap goes with the watcher.
+class SwipeWatcher : public std::enable_shared_from_this<SwipeWatcher> {
+ public:
+  static std::shared_ptr<SwipeWatcher> create();
+
+  /// Called on the main queue, once per swipe, after the event's own handling.
+  /// Set before start().
+  std::function<void(bool isRight)> onSwipeBegan = [](bool) {};
+
+  /// Begins to listen; once. Without the permission for Accessibility it logs
+  /// one line and nothing is noticed for the rest of the run.
+  void start();
+
+ private:
+  SwipeWatcher() = default;
+  void handle(std::uint32_t type, const TappedEvent& event);
+  void swipeMoved(const TappedEvent& event);
+
+  std::unique_ptr<EventTap> tap_;
+  /// Whether the gesture under way has been reported.
+  bool swipeFired_ = false;
+};
+
+}  // namespace vembrix
