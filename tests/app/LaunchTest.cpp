@@ -11,14 +11,17 @@
 namespace vembrix {
 namespace {
 
+using std::chrono::seconds;
+
+/// Runs the program as if the user quit it after that time.
+int runFor(Duration duration) {
+  MainQueue::main().after(duration, [] { Application::shared().terminate(); });
+  return runVembrix();
+}
+
 TEST(LaunchTest, TheProgramIsAnAccessoryThatShowsItsTitleAndEndsWithStatusZero) {
-  std::string title;
-  MainQueue::main().after(std::chrono::seconds(1), [&] {
-    title = RecordingStatusItem::current()->title();
-    Application::shared().terminate();
-  });
-  EXPECT_EQ(runVembrix(), 0);
-  EXPECT_EQ(title, " Desktop 1 ");
+  EXPECT_EQ(runFor(seconds(1)), 0);
+  EXPECT_EQ(RecordingStatusItem::current()->title(), " Desktop 1 ");
   EXPECT_EQ(EmbeddedApplication::shared().activationPolicy(),
             Application::ActivationPolicy::Accessory);
 }
@@ -28,19 +31,17 @@ TEST(LaunchTest, SettingsAreMigratedBeforeAnythingIsShown) {
       "com.zorbalintes.app",
       PropertyList::Dictionary{
           {"SpaceNames", PropertyList::Dictionary{{"embedded-space-1", "Work"}}}});
-  runVembrix();
+  runFor(seconds(1));
   EXPECT_EQ(RecordingStatusItem::current()->title(), " Work ");
   EXPECT_EQ(RecordingStatusItem::current()->changeCount(), 1);
 }
 
 TEST(LaunchTest, TheDelegateIsHeldWhileTheProgramRuns) {
   ApplicationDelegate* delegate = nullptr;
-  MainQueue::main().after(std::chrono::seconds(1),
-                          [&] { delegate = EmbeddedApplication::shared().delegate(); });
-  MainQueue::main().after(std::chrono::seconds(2), [] {
-    EmbeddedDesktop::shared().activate(EmbeddedDesktop::shared().spaceAt(3));
-  });
-  runVembrix();
+  MainQueue::main().after(seconds(1), [&] { delegate = EmbeddedApplication::shared().delegate(); });
+  MainQueue::main().after(
+      seconds(1), [] { EmbeddedDesktop::shared().activate(EmbeddedDesktop::shared().spaceAt(3)); });
+  runFor(seconds(1));
   EXPECT_NE(delegate, nullptr);
   EXPECT_EQ(RecordingStatusItem::current()->title(), " Desktop 4 ");
 }
