@@ -36,9 +36,21 @@ def commands(build):
     return sorted(found.items())
 
 
+def rules(path):
+    """The files of rules that hold for the file: its folder's and those above."""
+    folder = os.path.dirname(path)
+    while True:
+        candidate = os.path.join(folder, ".clang-tidy")
+        if os.path.isfile(absolute(candidate)):
+            yield candidate
+        if not folder:
+            return
+        folder = os.path.dirname(folder)
+
+
 def fingerprint(path, command, version):
     digest = hashlib.sha256()
-    parts = [version, command, text(".clang-tidy")]
+    parts = [version, command, *(text(rule) for rule in rules(path))]
     for dependency in sorted(all_dependencies(path)):
         parts += [dependency, text(dependency)]
     for part in parts:

@@ -1,15 +1,18 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/UserDefaults.h"
 
 namespace vembrix {
 
-/// User defaults in memory. Each domain is kept as the bytes of a property-list
-/// file would be, so that a test can put in anything that a disk may hold.
+/// User defaults in memory. A test can put in whatever a disk may hold, bytes
+/// that are no property list included. Reading, and storing what is stored
+/// already, allocates nothing.
 class EmbeddedUserDefaults : public UserDefaults {
  public:
   /// The application's own domain.
@@ -23,10 +26,11 @@ class EmbeddedUserDefaults : public UserDefaults {
   PropertyList keyList(std::string_view domain) const override;
   PropertyList object(std::string_view key, std::string_view domain) const override;
 
-  /// Replaces a domain by a dictionary, as another program would.
-  void writeDomain(std::string_view domain, PropertyList contents);
+  /// Replaces a domain by a dictionary, as another program would; null removes
+  /// the domain.
+  void writeDomain(std::string_view domain, const PropertyList& contents);
   /// Replaces a domain by raw bytes, of whatever kind.
-  void writeDomainBytes(std::string_view domain, std::string bytes);
+  void writeDomainBytes(std::string_view domain, std::string_view bytes);
   /// The dictionary of a domain; null when there is none or it cannot be read.
   PropertyList readDomain(std::string_view domain) const;
 
@@ -34,6 +38,15 @@ class EmbeddedUserDefaults : public UserDefaults {
   int writeCount() const { return writeCount_; }
   /// Answers in place of the key list of every domain, until null.
   void overrideKeyList(PropertyList answer) { keyListOverride_ = std::move(answer); }
+
+ private:
+  /// Null for a domain that is missing or that cannot be read.
+  const PropertyList::Dictionary* find(std::string_view domain) const;
+
+  /// Nothing stands for contents that cannot be read.
+  std::map<std::string, std::optional<PropertyList::Dictionary>, std::less<>> domains_;
+  PropertyList keyListOverride_;
+  int writeCount_ = 0;
 };
 
 }  // namespace vembrix

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace vembrix {
+
+/// The character at the front of a text, or what stands there instead.
+struct Utf8Character {
+  char32_t value = 0;
+  /// Bytes taken: of the character, or of the part to be replaced by one U+FFFD.
+  /// Zero only at the end of the text.
+  std::size_t length = 0;
+  bool valid = false;
+};
+
+/// Strict: no overlong forms, no surrogates, nothing beyond U+10FFFF.
+Utf8Character firstCharacter(std::string_view text);
+
+bool isUtf8(std::string_view text);
+
+/// Appends the UTF-8 form of a Unicode scalar value.
+void appendUtf8(std::string& text, char32_t character);
+
+}  // namespace vembrix
