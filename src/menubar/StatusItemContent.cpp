@@ -21,8 +21,8 @@ constexpr double kIconFarEdge = kIconSize - kIconSquare;
 void showName(StatusItemContent& content, const SpaceInfo& space) {
   const PreferencesStore& store = PreferencesStore::shared();
   const SpaceColorConfig colors = store.colorConfig(space.uuid);
-  StatusItemContent::AttributedTitle title{" " + SpaceManager::shared().displayName(space) + " ",
-                                           {}};
+  StatusItemContent::AttributedTitle title;
+  title.text.append(" ").append(SpaceManager::shared().displayName(space)).append(" ");
   if (store.colorMode() == ColorMode::ColorForeground) {
     title.color = adjustedForeground(colors.foreground.srgb());
   } else {

@@ -1,0 +1,23 @@
+#include "platform/Accessibility.h"
+
+#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/linux/ChosenDesktop.h"
+
+namespace vembrix {
+namespace {
+
+/// X11 knows no such permission: every client of a display may watch and post
+/// input, so whoever can show a window has it already.
+class X11Accessibility : public Accessibility {
+ public:
+  bool isProcessTrusted(Prompt /*prompt*/) override { return true; }
+};
+
+}  // namespace
+
+Accessibility& Accessibility::shared() {
+  static X11Accessibility x11;
+  return chosenDesktop().x11 ? x11 : EmbeddedDesktop::shared().accessibility();
+}
+
+}  // namespace vembrix

@@ -1,0 +1,116 @@
+#include <QApplication>
+#include <QEvent>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "platform/MainQueue.h"
+#include "platform/linux/ChosenDesktop.h"
+#include "platform/linux/LinuxApplication.h"
+#include "platform/linux/QtMessages.h"
+#include "platform/linux/SleepWatcher.h"
+#include "platform/linux/SystemAppearance.h"
+#include "platform/linux/TerminationSignals.h"
+#include "platform/linux/X11Desktop.h"
+
+namespace vembrix {
+namespace {
+
+/// The arguments as Qt takes them, which must live as long as its application.
+/// The user's own are the product's business, not Qt's.
+struct QtArguments {
+  explicit QtArguments(const char* platform) {
+    if (platform) words.insert(words.end(), {"-platform", platform});
+    for (std::string& word : words) pointers.push_back(word.data());
+    count = static_cast<int>(pointers.size());
+    pointers.push_back(nullptr);
+  }
+
+  // The instance name is that of WM_CLASS. The faces' look is their own, so
+  // that no other style may take the place of this one.
+  std::vector<std::string> words = {"vembrix", "-name", "vembrix", "-style", "fusion"};
+  std::vector<char*> pointers;
+  int count = 0;
+};
+
+QtArguments& qtArguments() {
+  static auto& arguments = *new QtArguments(chosenDesktop().qtPlatform);
+  return arguments;
+}
+
+}  // namespace
+
+/// Qt's application, for the events that it alone gets.
+class LinuxApplication::QtObject : public QApplication {
+ public:
+  explicit QtObject(QtArguments& arguments)
+      : QApplication(arguments.count, arguments.pointers.data()) {
+    setApplicationName(QStringLiteral("Vembrix"));
+    setQuitOnLastWindowClosed(false);
+  }
+
+  void setDelegate(ApplicationDelegate* delegate) { delegate_ = delegate; }
+  void setAppearance(SystemAppearance& appearance) { appearance_ = &appearance; }
+
+  /// The delegate is told before any other event of the loop.
+  void launchSoon() { postEvent(this, new QEvent(kLaunch), Qt::HighEventPriority); }
+
+  bool event(QEvent* event) override {
+    if (event->type() == kLaunch) {
+      if (delegate_) delegate_->applicationDidFinishLaunching();
+      return true;
+    }
+    const bool handled = QApplication::event(event);
+    if (event->type() == QEvent::ApplicationPaletteChange && appearance_) appearance_->update();
+    return handled;
+  }
+
+ private:
+  static constexpr QEvent::Type kLaunch = QEvent::User;
+
+  ApplicationDelegate* delegate_ = nullptr;
+  SystemAppearance* appearance_ = nullptr;
+};
+
+LinuxApplication& LinuxApplication::shared() {
+  // Never destroyed: windows and timers of the product may outlive main().
+  static auto& application = *new LinuxApplication;
+  return application;
+}
+
+Application& Application::shared() {
+  return LinuxApplication::shared();
+}
+
+LinuxApplication::LinuxApplication() {
+  handleQtMessages();
+  qt_ = std::make_unique<QtObject>(qtArguments());
+  // The queue belongs to the thread that makes it.
+  MainQueue::main();
+  if (X11Desktop* x11 = chosenDesktop().x11) x11->follow();
+  appearance_ = std::make_unique<SystemAppearance>();
+  qt_->setAppearance(*appearance_);
+  sleepWatcher_ = std::make_unique<SleepWatcher>();
+  terminationSignals_ = std::make_unique<TerminationSignals>([this] { terminate(); });
+}
+
+LinuxApplication::~LinuxApplication() = default;
+
+void LinuxApplication::setDelegate(ApplicationDelegate* delegate) {
+  qt_->setDelegate(delegate);
+}
+
+int LinuxApplication::run() {
+  qt_->launchSoon();
+  return QApplication::exec();
+}
+
+void LinuxApplication::terminate() {
+  QCoreApplication::exit(0);
+}
+
+std::optional<Appearance> LinuxApplication::effectiveAppearance() const {
+  return appearance_->value();
+}
+
+}  // namespace vembrix

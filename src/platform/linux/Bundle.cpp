@@ -1,0 +1,24 @@
+#include "platform/Bundle.h"
+
+namespace vembrix {
+namespace {
+
+/// There is no bundle on this system: what its dictionary would say is compiled
+/// in.
+class LinuxBundle : public Bundle {
+ public:
+  PropertyList infoValue(std::string_view key) const override {
+    if (key == "CFBundleShortVersionString") return VEMBRIX_VERSION;
+    if (key == "VembrixBuildDate") return VEMBRIX_BUILD_DATE;
+    return {};
+  }
+};
+
+}  // namespace
+
+const Bundle& Bundle::main() {
+  static const LinuxBundle bundle;
+  return bundle;
+}
+
+}  // namespace vembrix

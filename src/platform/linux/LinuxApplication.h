@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "platform/Application.h"
+
+class QApplication;
+
+namespace vembrix {
+
+class SleepWatcher;
+class SystemAppearance;
+class TerminationSignals;
+
+/// The application on Qt's event loop, with all that feeds the loop: the X11
+/// desktop, the session's appearance, sleep, the signals that end a process.
+class LinuxApplication : public Application {
+ public:
+  /// The application behind Application::shared().
+  static LinuxApplication& shared();
+
+  LinuxApplication();
+  ~LinuxApplication() override;
+  LinuxApplication(const LinuxApplication&) = delete;
+  LinuxApplication& operator=(const LinuxApplication&) = delete;
+
+  void setActivationPolicy(ActivationPolicy policy) override { policy_ = policy; }
+  void setDelegate(ApplicationDelegate* delegate) override;
+  int run() override;
+  void terminate() override;
+  std::optional<Appearance> effectiveAppearance() const override;
+
+  /// An accessory's windows stay out of task lists.
+  [[nodiscard]] ActivationPolicy activationPolicy() const { return policy_; }
+
+ private:
+  class QtObject;
+
+  ActivationPolicy policy_ = ActivationPolicy::Regular;
+  std::unique_ptr<QtObject> qt_;
+  std::unique_ptr<SystemAppearance> appearance_;
+  std::unique_ptr<SleepWatcher> sleepWatcher_;
+  std::unique_ptr<TerminationSignals> terminationSignals_;
+};
+
+}  // namespace vembrix

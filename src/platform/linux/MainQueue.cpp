@@ -1,0 +1,185 @@
+#include "platform/MainQueue.h"
+
+#include <QAbstractEventDispatcher>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QObject>
+#include <QThread>
+#include <QTimerEvent>
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <utility>
+
+namespace vembrix {
+namespace {
+
+/// The queue on Qt's event loop, nested loops (menus) included. Works before
+/// there is a Qt application: what is due then runs when its loop does.
+///
+/// One list by due time holds everything; a posted event runs what is due, a
+/// single Qt timer stands for the next entry. Made on the main thread.
+class QtMainQueue : public QObject, public MainQueue {
+ public:
+  void async(std::function<void()> block) override {
+    add(Duration::zero(), Duration::zero(), std::move(block));
+    wake();
+  }
+
+  void after(Duration delay, std::function<void()> block) override {
+    add(delay, Duration::zero(), std::move(block));
+    arm();
+  }
+
+  WorkItem schedule(Duration delay, std::function<void()> block) override {
+    const auto entry = add(delay, Duration::zero(), std::move(block));
+    arm();
+    return tokenFor(entry);
+  }
+
+  TimerSource repeat(Duration delay, Duration interval, std::function<void()> block) override {
+    const auto entry = add(delay, std::max(interval, Duration(1)), std::move(block));
+    arm();
+    return tokenFor(entry);
+  }
+
+  bool event(QEvent* event) override {
+    if (event->type() == QEvent::User) {
+      {
+        const std::lock_guard lock(mutex_);
+        isWaking_ = false;
+      }
+      runDue();
+      return true;
+    }
+    if (event->type() == QEvent::Timer) {
+      disarm();
+      runDue();
+      return true;
+    }
+    return QObject::event(event);
+  }
+
+ private:
+  /// Due time, then order of entry.
+  using Key = std::pair<Duration, std::uint64_t>;
+  struct Entry {
+    std::function<void()> block;
+    /// Zero: once.
+    Duration interval{};
+    Key key;
+  };
+
+  static Duration now() { return std::chrono::steady_clock::now().time_since_epoch(); }
+
+  std::shared_ptr<Entry> add(Duration delay, Duration interval, std::function<void()> block) {
+    auto entry = std::make_shared<Entry>();
+    entry->block = std::move(block);
+    entry->interval = interval;
+    const Duration start = now();
+    const std::lock_guard lock(mutex_);
+    insert(entry, start + std::clamp(delay, Duration::zero(), Duration::max() - start));
+    return entry;
+  }
+
+  void insert(const std::shared_ptr<Entry>& entry, Duration due) {
+    entry->key = {due, sequence_++};
+    entries_.emplace(entry->key, entry);
+  }
+
+  Token tokenFor(const std::shared_ptr<Entry>& entry) {
+    return Token([this, weak = std::weak_ptr(entry)] {
+      if (const auto entry = weak.lock()) end(*entry);
+    });
+  }
+
+  /// What the block holds goes now, not when it would have been due.
+  void end(const Entry& entry) {
+    decltype(entries_)::node_type ended;
+    const std::lock_guard lock(mutex_);
+    ended = entries_.extract(entry.key);
+  }
+
+  void runDue() {
+    // What the blocks add waits for the next round: events come in between.
+    const Duration limit = now();
+    while (const std::shared_ptr<Entry> entry = takeDue(limit)) {
+      // Before the block: it may open a menu, whose loop the others run in.
+      arm();
+      entry->block();
+    }
+    arm();
+  }
+
+  /// Takes out the first entry that is due; a repeating one is put in again for
+  /// its next beat after now. Null when none is due.
+  std::shared_ptr<Entry> takeDue(Duration limit) {
+    const std::lock_guard lock(mutex_);
+    if (entries_.empty() || entries_.begin()->first.first > limit) return nullptr;
+    std::shared_ptr<Entry> entry = entries_.extract(entries_.begin()).mapped();
+    if (entry->interval > Duration::zero()) {
+      const Duration due = entry->key.first;
+      const Duration missed = (now() - due) / entry->interval * entry->interval;
+      insert(entry, due + missed + entry->interval);
+    }
+    return entry;
+  }
+
+  /// Makes the event loop come by; from any thread.
+  void wake() {
+    {
+      const std::lock_guard lock(mutex_);
+      if (std::exchange(isWaking_, true)) return;
+    }
+    QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+  }
+
+  /// Makes the event loop come by when the next entry is due.
+  void arm() {
+    Duration due{};
+    {
+      const std::lock_guard lock(mutex_);
+      if (entries_.empty()) return;
+      due = entries_.begin()->first.first;
+    }
+    // Without an event dispatcher there are no timers yet: the loop arms its
+    // own when it comes by.
+    const Duration left = due - now();
+    if (left <= Duration::zero() || !QAbstractEventDispatcher::instance()) {
+      wake();
+    } else if (timer_ == 0 || due != timerDue_) {
+      disarm();
+      timerDue_ = due;
+      timer_ = startTimer(std::min(std::chrono::ceil<std::chrono::milliseconds>(left), kMaxTimer),
+                          Qt::PreciseTimer);
+    }
+  }
+
+  void disarm() {
+    if (timer_ != 0) killTimer(std::exchange(timer_, 0));
+  }
+
+  /// Longer than this does not fit Qt's timers; the rest follows then.
+  static constexpr std::chrono::milliseconds kMaxTimer = std::chrono::hours(24);
+
+  std::mutex mutex_;
+  std::map<Key, std::shared_ptr<Entry>> entries_;
+  std::uint64_t sequence_ = 0;
+  bool isWaking_ = false;
+
+  // Main thread only.
+  int timer_ = 0;
+  Duration timerDue_{};
+};
+
+}  // namespace
+
+MainQueue& MainQueue::main() {
+  // Never destroyed: tokens and other threads may reach it until the very end.
+  static auto& queue = *new QtMainQueue;
+  return queue;
+}
+
+}  // namespace vembrix

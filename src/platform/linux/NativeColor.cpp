@@ -1,0 +1,77 @@
+#include "platform/linux/NativeColor.h"
+
+namespace vembrix {
+namespace {
+
+struct LightAndDark {
+  QColor light;
+  QColor dark;
+};
+
+QColor pick(const LightAndDark& colors, Appearance appearance) {
+  return appearance == Appearance::Dark ? colors.dark : colors.light;
+}
+
+QColor white(double alpha) {
+  return QColor::fromRgbF(1, 1, 1, static_cast<float>(alpha));
+}
+QColor black(double alpha) {
+  return QColor::fromRgbF(0, 0, 0, static_cast<float>(alpha));
+}
+
+LightAndDark systemColors(SystemColor name) {
+  switch (name) {
+    case SystemColor::ControlAccent:
+      return {QColor(0, 122, 255), QColor(10, 132, 255)};
+    case SystemColor::TextBackground:
+      return {QColor(255, 255, 255), QColor(30, 30, 30)};
+    case SystemColor::Separator:
+      return {black(0.1), white(0.1)};
+  }
+  return {};
+}
+
+/// Not a number counts as 0.
+float component(double value) {
+  if (!(value > 0)) return 0;
+  return value < 1 ? static_cast<float>(value) : 1;
+}
+
+}  // namespace
+
+QColor nativeColor(const Color& color, Appearance appearance) {
+  if (const auto srgb = color.srgb()) {
+    return QColor::fromRgbF(component(srgb->red), component(srgb->green), component(srgb->blue),
+                            component(srgb->alpha));
+  }
+  QColor named = pick(systemColors(*color.systemColor()), appearance);
+  // An alpha of 1 is none of its own: the separator keeps the system's.
+  if (color.alpha() != 1) named.setAlphaF(component(color.alpha()));
+  return named;
+}
+
+QColor menuBarColor(Appearance appearance) {
+  return pick({QColor(246, 246, 246), QColor(40, 40, 42)}, appearance);
+}
+
+QColor menuBarTextColor(Appearance appearance) {
+  return pick({black(0.85), white(0.85)}, appearance);
+}
+
+QPalette menuPalette(Appearance appearance) {
+  const QColor ground = menuBarColor(appearance);
+  const QColor text = menuBarTextColor(appearance);
+  QPalette palette(ground, ground);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    palette.setColor(role, text);
+    QColor faint = text;
+    faint.setAlphaF(0.25F);
+    palette.setColor(QPalette::Disabled, role, faint);
+  }
+  palette.setColor(QPalette::Base, nativeColor(Color(SystemColor::TextBackground), appearance));
+  palette.setColor(QPalette::Highlight, nativeColor(Color(SystemColor::ControlAccent), appearance));
+  palette.setColor(QPalette::HighlightedText, Qt::white);
+  return palette;
+}
+
+}  // namespace vembrix

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QColor>
+#include <QPalette>
+
+#include "platform/Color.h"
+
+namespace vembrix {
+
+// Colours as Qt draws them. Any thread.
+
+/// Components outside 0 to 1 count as the nearest bound. The system's colours
+/// are those of macOS.
+QColor nativeColor(const Color& color, Appearance appearance);
+
+/// What stands behind the status item.
+QColor menuBarColor(Appearance appearance);
+/// Titles and template images on it.
+QColor menuBarTextColor(Appearance appearance);
+
+/// Of menus and the controls in them.
+QPalette menuPalette(Appearance appearance);
+
+}  // namespace vembrix

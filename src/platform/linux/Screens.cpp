@@ -1,0 +1,120 @@
+#include "platform/Screens.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWindow>
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+
+#include "platform/Application.h"
+#include "platform/MainQueue.h"
+#include "platform/NotificationCenter.h"
+#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/linux/ActiveWindow.h"
+#include "platform/linux/ChosenDesktop.h"
+
+namespace vembrix {
+namespace {
+
+/// Qt counts from the top left, the seam from the primary screen's bottom left.
+Rect flipped(const QRect& rect, const QRect& primary) {
+  const int primaryBottom = primary.y() + primary.height();
+  return {static_cast<double>(rect.x() - primary.x()),
+          static_cast<double>(primaryBottom - rect.y() - rect.height()),
+          static_cast<double>(rect.width()), static_cast<double>(rect.height())};
+}
+
+std::vector<Screen> read() {
+  std::vector<Screen> screens;
+  // The primary one is the first.
+  const QList<QScreen*> all = QGuiApplication::screens();
+  for (const QScreen* screen : all) {
+    const QRect primary = all.constFirst()->geometry();
+    screens.push_back({flipped(screen->geometry(), primary),
+                       flipped(screen->availableGeometry(), primary), screen->devicePixelRatio()});
+  }
+  return screens;
+}
+
+/// In pixels; Qt scales the extent of a screen, not its place.
+QRect nativeGeometry(const QScreen& screen) {
+  return {screen.geometry().topLeft(), screen.size() * screen.devicePixelRatio()};
+}
+
+/// In Qt's list; -1 when it has none.
+qsizetype indexOfMainScreen() {
+  const QList<QScreen*> all = QGuiApplication::screens();
+  if (all.size() < 2) return all.size() - 1;
+  if (const QWindow* focused = QGuiApplication::focusWindow()) {
+    return all.indexOf(focused->screen());
+  }
+  const std::optional<QPoint> center = activeWindowCenter();
+  if (!center) return 0;
+  const auto found = std::find_if(all.begin(), all.end(), [&](const QScreen* screen) {
+    return nativeGeometry(*screen).contains(*center);
+  });
+  return found == all.end() ? 0 : found - all.begin();
+}
+
+/// Qt's screens in the seam's coordinates. One change of the screens is several
+/// signals of Qt's; they are announced together, once.
+class QtScreens : public QObject, public Screens {
+ public:
+  QtScreens() {
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, this, [this](QScreen* screen) {
+      follow(*screen);
+      change();
+    });
+    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, this, [this] { change(); });
+    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, [this] { change(); });
+    for (QScreen* screen : QGuiApplication::screens()) follow(*screen);
+    screens_ = read();
+    announced_ = screens_;
+  }
+
+  const std::vector<Screen>& all() const override { return screens_; }
+
+  const Screen* mainScreen() const override {
+    if (screens_.empty()) return nullptr;
+    // The list may be older than Qt's by one event.
+    const auto index = static_cast<std::size_t>(std::max(indexOfMainScreen(), qsizetype{0}));
+    return &screens_[std::min(index, screens_.size() - 1)];
+  }
+
+ private:
+  void follow(QScreen& screen) {
+    const auto changed = [this] { change(); };
+    QObject::connect(&screen, &QScreen::geometryChanged, this, changed);
+    QObject::connect(&screen, &QScreen::availableGeometryChanged, this, changed);
+    QObject::connect(&screen, &QScreen::logicalDotsPerInchChanged, this, changed);
+  }
+
+  void change() {
+    screens_ = read();
+    announcement_ = MainQueue::main().schedule(Duration::zero(), [this] { announce(); });
+  }
+
+  void announce() {
+    screens_ = read();
+    if (screens_ == announced_) return;
+    announced_ = screens_;
+    NotificationCenter::defaultCenter().post(notification::kScreenParametersDidChange);
+  }
+
+  std::vector<Screen> screens_;
+  std::vector<Screen> announced_;
+  WorkItem announcement_;
+};
+
+}  // namespace
+
+const Screens& Screens::shared() {
+  if (!chosenDesktop().x11) return EmbeddedDesktop::shared().screens();
+  // Qt knows its screens only as an application.
+  Application::shared();
+  static auto& screens = *new QtScreens;
+  return screens;
+}
+
+}  // namespace vembrix

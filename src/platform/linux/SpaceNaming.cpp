@@ -1,0 +1,36 @@
+#include "platform/SpaceNaming.h"
+
+#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/linux/ChosenDesktop.h"
+#include "platform/linux/X11Desktop.h"
+
+namespace vembrix {
+namespace {
+
+class X11SpaceNaming : public SpaceNaming {
+ public:
+  explicit X11SpaceNaming(X11Desktop& desktop) : desktop_(desktop) {}
+
+  void setName(WindowServer::SpaceID space, std::string_view name) override {
+    desktop_.setName(space, name);
+  }
+
+ private:
+  X11Desktop& desktop_;
+};
+
+SpaceNaming& choose() {
+  X11Desktop* x11 = chosenDesktop().x11;
+  if (!x11) return EmbeddedDesktop::shared().spaceNaming();
+  static X11SpaceNaming naming(*x11);
+  return naming;
+}
+
+}  // namespace
+
+SpaceNaming* SpaceNaming::shared() {
+  static SpaceNaming& naming = choose();
+  return &naming;
+}
+
+}  // namespace vembrix

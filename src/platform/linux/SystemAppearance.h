@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <optional>
+
+#include "platform/Color.h"
+
+class QDBusConnection;
+class QDBusMessage;
+
+namespace vembrix {
+
+/// Whether the desktop is light or dark: what the desktop portal says that the
+/// user prefers, else what the desktop's own widgets look like. Asking the
+/// portal takes no time of the launch; its answer, when it comes, is a change
+/// like any other. Changes are told by notification::kInterfaceThemeChanged on
+/// the distributed center. Needs a Qt application. Main thread.
+class SystemAppearance : public QObject {
+  Q_OBJECT
+
+ public:
+  SystemAppearance();
+
+  [[nodiscard]] Appearance value() const { return value_; }
+
+  /// Looks at the widgets' palette and the preference anew, and announces the
+  /// value where it is another than before. To be called when the palette
+  /// changes.
+  void update();
+
+ private:
+  Q_SLOT void settingChanged(const QDBusMessage& signal);
+
+  void followPortal(QDBusConnection bus);
+  void readPortal(const QString& method);
+  void readReply(const QDBusMessage& reply, const QString& method);
+  void setPreference(std::optional<Appearance> preference);
+
+  /// The portal's; nothing without a portal or without a preference.
+  std::optional<Appearance> preference_;
+  Appearance value_ = Appearance::Light;
+};
+
+}  // namespace vembrix

@@ -1,0 +1,20 @@
+#pragma once
+
+class QWindow;
+
+namespace vembrix {
+
+// What Qt does not tell a window manager about the program's windows. Each call
+// needs a native window; on a platform without X11 it does nothing. Main thread.
+
+/// The window is on all desktops. Before it is shown.
+void showOnAllDesktops(QWindow& window);
+
+/// The window is listed in no task bar and no pager. Before it is shown.
+void hideFromTaskLists(QWindow& window);
+
+/// Maximised windows leave the edge of the screen above the window free, over
+/// the window's own width.
+void reserveTopEdge(QWindow& window);
+
+}  // namespace vembrix

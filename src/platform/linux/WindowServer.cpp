@@ -1,0 +1,46 @@
+#include "platform/WindowServer.h"
+
+#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/linux/ChosenDesktop.h"
+#include "platform/linux/X11Desktop.h"
+
+namespace vembrix {
+namespace {
+
+class X11WindowServer : public WindowServer {
+ public:
+  explicit X11WindowServer(X11Desktop& desktop) : desktop_(desktop) {}
+
+  // There is one connection, whatever it is called.
+  ConnectionID CGSMainConnectionID() override { return 1; }
+
+  PropertyList CGSCopyManagedDisplaySpaces(ConnectionID /*connection*/) override {
+    return desktop_.managedDisplaySpaces();
+  }
+
+  SpaceID CGSGetActiveSpace(ConnectionID /*connection*/) override { return desktop_.activeSpace(); }
+
+  void CGSManagedDisplaySetCurrentSpace(ConnectionID /*connection*/, std::string_view display,
+                                        SpaceID space) override {
+    if (display == X11Desktop::kDisplay) desktop_.activate(space);
+  }
+
+ private:
+  X11Desktop& desktop_;
+};
+
+WindowServer& choose() {
+  X11Desktop* x11 = chosenDesktop().x11;
+  if (!x11) return EmbeddedDesktop::shared().windowServer();
+  static X11WindowServer server(*x11);
+  return server;
+}
+
+}  // namespace
+
+WindowServer& WindowServer::shared() {
+  static WindowServer& server = choose();
+  return server;
+}
+
+}  // namespace vembrix

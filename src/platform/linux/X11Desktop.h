@@ -1,0 +1,123 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/MainQueue.h"
+#include "platform/PropertyList.h"
+#include "platform/WindowServer.h"
+#include "platform/linux/X11Connection.h"
+
+class QSocketNotifier;
+
+namespace vembrix {
+
+/// The desktops of an EWMH window manager as Spaces of one display "Main": the
+/// desktop of index N is the Space N + 1. A model that the X server's events
+/// keep up to date; reading it asks the server nothing. Main thread.
+///
+/// What stands in the properties of the root window is not trusted: any client
+/// may write it, and a window manager that was killed leaves its own behind.
+/// Without a running window manager there are no Spaces.
+///
+/// Changes are told by notification::kActiveSpaceDidChange on the workspace
+/// center, once for all that came in together. A server that goes away ends the
+/// program.
+class X11Desktop {
+ public:
+  using SpaceID = WindowServer::SpaceID;
+
+  /// The only display's identifier.
+  static constexpr std::string_view kDisplay = "Main";
+  /// A longer list of desktops is cut off here: nobody uses more, and a number
+  /// by mistake must not fill the memory.
+  static constexpr std::uint32_t kMaxDesktops = 1024;
+
+  explicit X11Desktop(std::unique_ptr<X11Connection> connection);
+  ~X11Desktop();
+  X11Desktop(const X11Desktop&) = delete;
+  X11Desktop& operator=(const X11Desktop&) = delete;
+
+  /// Follows the desktop from now on; needs a Qt application.
+  void follow();
+
+  /// Waits, without an event loop, until a window manager runs, at most for
+  /// `limit`. Whether one does.
+  bool waitForWindowManager(std::chrono::milliseconds limit);
+
+  /// As WindowServer tells it: null without a window manager that has desktops.
+  /// The contents are shared while the list does not change.
+  [[nodiscard]] const PropertyList& managedDisplaySpaces() const { return answer_; }
+  /// 0 when unknown.
+  [[nodiscard]] SpaceID activeSpace() const;
+
+  /// Asks the window manager to go to the Space; an unknown one is ignored.
+  void activate(SpaceID space);
+
+  /// Writes the Space's name where pagers read it; the others keep theirs. An
+  /// unknown Space is ignored, a name that it has already costs nothing.
+  void setName(SpaceID space, std::string_view name);
+
+ private:
+  /// The state that others are told of.
+  struct Shown {
+    bool known = false;
+    std::uint32_t count = 0;
+    SpaceID active = 0;
+    bool operator==(const Shown&) const = default;
+  };
+  /// What has changed on the server since it was read.
+  struct Stale {
+    bool windowManager = false;
+    bool count = false;
+    bool current = false;
+    bool names = false;
+    [[nodiscard]] bool any() const { return windowManager || count || current || names; }
+  };
+  enum class Reading { Done, More };
+
+  void handleEvents();
+  /// One round: reads what came in, brings the model up to date and announces
+  /// the change. More: events came in meanwhile that no longer wake anybody.
+  Reading readEvents();
+  void note(const xcb_generic_event_t& event);
+  void notePropertyChange(const xcb_property_notify_event_t& event);
+  void noteQueuedEvents();
+  /// Sends what was asked for.
+  void flush();
+
+  void refresh();
+  void refreshWindowManager();
+  void followCheckWindow(xcb_window_t window);
+  [[nodiscard]] xcb_get_property_cookie_t requestNames();
+  void readNames(xcb_get_property_cookie_t cookie);
+  void rebuildAnswer();
+  /// How many Spaces there are; nothing without a window manager that has any.
+  [[nodiscard]] std::optional<std::uint32_t> spaceCount() const;
+  [[nodiscard]] bool isKnown(SpaceID space) const;
+  [[nodiscard]] Shown shown() const;
+
+  std::unique_ptr<X11Connection> connection_;
+  std::unique_ptr<QSocketNotifier> notifier_;
+  WorkItem furtherReading_;
+
+  // As the server has it; nothing: absent or malformed.
+  std::optional<std::uint32_t> count_;
+  std::optional<std::uint32_t> current_;
+  std::vector<std::string> names_;
+  bool hasWindowManager_ = false;
+  /// The window whose existence proves that the window manager runs.
+  xcb_window_t checkWindow_ = XCB_WINDOW_NONE;
+  Stale stale_{true, true, true, true};
+
+  Shown announced_;
+  PropertyList answer_;
+  std::uint32_t answeredCount_ = 0;
+};
+
+}  // namespace vembrix

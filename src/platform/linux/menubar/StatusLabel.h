@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QString>
+#include <QTextLayout>
+
+#include "platform/StatusItem.h"
+
+class QPainter;
+
+namespace vembrix {
+
+/// The content of a status item, laid out: what it measures and how it is
+/// painted. Lengths in points. Main thread; needs a Qt application.
+class StatusLabel {
+ public:
+  /// Height of the menu bar, and of the button on it that the fill covers.
+  static constexpr int kBarHeight = 24;
+  static constexpr int kButtonHeight = 22;
+
+  StatusLabel();
+
+  void setContent(const StatusItemContent& content);
+  [[nodiscard]] const StatusItemContent& content() const { return content_; }
+
+  /// The item's width, whole points.
+  [[nodiscard]] int width() const;
+
+  /// The content in words: the title without the blanks around it.
+  [[nodiscard]] QString name() const;
+
+  /// Paints over an area of width() by kBarHeight at the origin.
+  void paint(QPainter& painter, Appearance appearance) const;
+
+ private:
+  void layOut(const QString& text);
+  void paintTitle(QPainter& painter) const;
+  void paintImage(QPainter& painter, const TemplateImage& image) const;
+
+  StatusItemContent content_;
+  /// Empty for an image.
+  QTextLayout title_;
+  double titleWidth_ = 0;
+  double capHeight_ = 0;
+};
+
+}  // namespace vembrix

@@ -1,0 +1,48 @@
+#import "platform/macos/AppearanceObserver.h"
+
+namespace {
+
+NSString* const kKeyPath = @"effectiveAppearance";
+/// Its address tells this class's observations from any others'.
+char observation;
+
+}  // namespace
+
+@implementation VembrixAppearanceObserver {
+  NSObject<NSAppearanceCustomization>* _subject;
+  void (^_handler)(void);
+}
+
+- (instancetype)initWithSubject:(NSObject<NSAppearanceCustomization>*)subject
+                        handler:(void (^)(void))handler {
+  self = [super init];
+  if (self) {
+    _subject = subject;
+    _handler = [handler copy];
+    [_subject addObserver:self forKeyPath:kKeyPath options:0 context:&observation];
+  }
+  return self;
+}
+
+- (void)dealloc {
+  [self invalidate];
+}
+
+- (void)invalidate {
+  [_subject removeObserver:self forKeyPath:kKeyPath context:&observation];
+  _subject = nil;
+  _handler = nil;
+}
+
+- (void)observeValueForKeyPath:(NSString*)keyPath
+                      ofObject:(id)object
+                        change:(NSDictionary<NSKeyValueChangeKey, id>*)change
+                       context:(void*)context {
+  if (context != &observation) {
+    [super observeValueForKeyPath:keyPath ofObject:object change:change context:context];
+  } else if (_handler) {
+    _handler();
+  }
+}
+
+@end

@@ -1,0 +1,79 @@
+#import "platform/Application.h"
+
+#import <AppKit/AppKit.h>
+
+#import "platform/macos/Conversions.h"
+
+/// Hands the application's life on to the product. Owned by SystemApplication,
+/// which sets and clears the target; the target belongs to the product.
+@interface VembrixApplicationDelegate : NSObject <NSApplicationDelegate>
+@property(nonatomic) vembrix::ApplicationDelegate* target;
+@end
+
+@implementation VembrixApplicationDelegate
+
+- (void)applicationDidFinishLaunching:(NSNotification*)notification {
+  if (self.target) self.target->applicationDidFinishLaunching();
+}
+
+// No state is ever saved. AppKit complains in the log where this is not said.
+- (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)application {
+  return YES;
+}
+
+@end
+
+namespace vembrix {
+namespace {
+
+/// Owns the native delegate, which NSApplication holds weakly. The application
+/// object itself belongs to AppKit and lives as long as the process.
+class SystemApplication : public Application {
+ public:
+  void setActivationPolicy(ActivationPolicy policy) override {
+    [app_ setActivationPolicy:policy == ActivationPolicy::Accessory
+                                  ? NSApplicationActivationPolicyAccessory
+                                  : NSApplicationActivationPolicyRegular];
+  }
+
+  void setDelegate(ApplicationDelegate* delegate) override {
+    delegate_.target = delegate;
+    app_.delegate = delegate ? delegate_ : nil;
+  }
+
+  int run() override {
+    [app_ run];
+    return 0;
+  }
+
+  void terminate() override {
+    // AppKit ends the process inside terminate:, so that whoever asks would never
+    // come back. From the run loop it also works before run().
+    [app_ performSelector:@selector(terminate:)
+               withObject:nil
+               afterDelay:0
+                  inModes:@[ NSRunLoopCommonModes ]];
+  }
+
+  std::optional<Appearance> effectiveAppearance() const override {
+    return appearanceFrom(app_.effectiveAppearance);
+  }
+
+ private:
+  NSApplication* const app_ = [NSApplication sharedApplication];
+  VembrixApplicationDelegate* const delegate_ = [[VembrixApplicationDelegate alloc] init];
+};
+
+}  // namespace
+
+Application& Application::shared() {
+  static auto& application = []() -> SystemApplication& {
+    // There is no pool of AppKit's yet.
+    @autoreleasepool {
+      return *new SystemApplication;
+    }
+  }();
+  return application;
+}
+
+}  // namespace vembrix

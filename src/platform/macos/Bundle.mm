@@ -1,0 +1,25 @@
+#import "platform/Bundle.h"
+
+#import "platform/macos/Conversions.h"
+
+namespace vembrix {
+namespace {
+
+class MainBundle : public Bundle {
+ public:
+  PropertyList infoValue(std::string_view key) const override {
+    @autoreleasepool {
+      // Not objectForInfoDictionaryKey:, which may give a localised value.
+      return propertyListFrom(NSBundle.mainBundle.infoDictionary[nativeString(key)]);
+    }
+  }
+};
+
+}  // namespace
+
+const Bundle& Bundle::main() {
+  static const auto& bundle = *new MainBundle;
+  return bundle;
+}
+
+}  // namespace vembrix

@@ -1,0 +1,213 @@
+#import "platform/NotificationCenter.h"
+
+#import <AppKit/AppKit.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/MainQueue.h"
+#import "platform/macos/AppearanceObserver.h"
+#import "platform/macos/Conversions.h"
+#import "platform/macos/ScreenCache.h"
+
+/// The one observer of a name at a native center. Owned by the C++ center, which
+/// the block leads back to.
+@interface VembrixNotificationRelay : NSObject
+@property(nonatomic, readonly, copy) NSString* name;
+- (instancetype)initWithName:(NSString*)name handler:(void (^)(void))handler;
+- (void)receive:(nullable NSNotification*)notification;
+@end
+
+@implementation VembrixNotificationRelay {
+  void (^_handler)(void);
+}
+
+- (instancetype)initWithName:(NSString*)name handler:(void (^)(void))handler {
+  self = [super init];
+  if (self) {
+    _name = [name copy];
+    _handler = [handler copy];
+  }
+  return self;
+}
+
+- (void)receive:(NSNotification*)notification {
+  _handler();
+}
+
+@end
+
+namespace vembrix {
+namespace {
+
+struct Observer {
+  std::function<void()> handler;
+  bool isDropped = false;
+};
+
+/// Those who wait for one name, in the order in which they came. A change makes
+/// another list: a post goes by the one with which it began.
+struct Channel {
+  using Observers = std::vector<std::shared_ptr<Observer>>;
+
+  VembrixNotificationRelay* relay = nil;
+  std::shared_ptr<const Observers> observers = std::make_shared<const Observers>();
+
+  Observation add(std::function<void()> handler) {
+    const auto observer = std::make_shared<Observer>(Observer{std::move(handler)});
+    Observers changed = *observers;
+    changed.push_back(observer);
+    observers = std::make_shared<const Observers>(std::move(changed));
+    return Observation([this, observer] { drop(observer); });
+  }
+
+  void drop(const std::shared_ptr<Observer>& observer) {
+    observer->isDropped = true;
+    Observers changed = *observers;
+    std::erase(changed, observer);
+    observers = std::make_shared<const Observers>(std::move(changed));
+  }
+
+  void tell() const {
+    const std::shared_ptr<const Observers> present = observers;
+    for (const auto& observer : *present) {
+      if (!observer->isDropped) observer->handler();
+    }
+  }
+};
+
+/// A center of the system's. The system promises no order among observers, and
+/// nothing about those that come and go during a post; so it gets one observer per
+/// name, which hands each post to the product's observers by the product's rules.
+/// That one stays once it is there. Centers are never destroyed, nor are channels.
+class SystemNotificationCenter : public NotificationCenter {
+ public:
+  explicit SystemNotificationCenter(NSNotificationCenter* center) : center_(center) {}
+
+  Observation addObserver(std::string_view name, std::function<void()> handler) override {
+    auto entry = channels_.find(name);
+    if (entry == channels_.end()) {
+      entry = channels_.try_emplace(std::string(name)).first;
+      open(name, entry->second);
+    }
+    return entry->second.add(std::move(handler));
+  }
+
+  void post(std::string_view name) override {
+    @autoreleasepool {
+      const auto entry = channels_.find(name);
+      postTo(center_, entry == channels_.end() ? nativeString(name) : entry->second.relay.name);
+    }
+  }
+
+ protected:
+  virtual void listenAt(NSNotificationCenter* center, VembrixNotificationRelay* relay) {
+    [center addObserver:relay selector:@selector(receive:) name:relay.name object:nil];
+  }
+  virtual void postTo(NSNotificationCenter* center, NSString* name) {
+    [center postNotificationName:name object:nil];
+  }
+  /// A post has come in.
+  virtual void receive(std::string_view, const Channel& channel) { channel.tell(); }
+
+ private:
+  void open(std::string_view name, Channel& channel) {
+    @autoreleasepool {
+      Channel* const opened = &channel;
+      const std::string kept(name);
+      channel.relay = [[VembrixNotificationRelay alloc] initWithName:nativeString(name)
+                                                             handler:^{
+                                                               receive(kept, *opened);
+                                                             }];
+      listenAt(center_, channel.relay);
+    }
+  }
+
+  NSNotificationCenter* const center_;
+  std::map<std::string, Channel, std::less<>> channels_;
+};
+
+/// What comes from other processes. AppKit suspends this center while the
+/// application is not active, which an accessory hardly ever is: so posts are both
+/// sent and received regardless.
+///
+/// The system tells of a new theme before AppKit takes it up, when the application
+/// still looks as before. Whoever waits for the theme is told when the application
+/// has changed, once.
+class DistributedNotificationCenter : public SystemNotificationCenter {
+ public:
+  DistributedNotificationCenter()
+      : SystemNotificationCenter(NSDistributedNotificationCenter.defaultCenter) {}
+
+ protected:
+  void listenAt(NSNotificationCenter* center, VembrixNotificationRelay* relay) override {
+    [static_cast<NSDistributedNotificationCenter*>(center)
+               addObserver:relay
+                  selector:@selector(receive:)
+                      name:relay.name
+                    object:nil
+        suspensionBehavior:NSNotificationSuspensionBehaviorDeliverImmediately];
+    if (![relay.name isEqualToString:nativeString(notification::kInterfaceThemeChanged)]) return;
+    NSApplication* application = [NSApplication sharedApplication];
+    appearance_ = appearanceFrom(application.effectiveAppearance);
+    observer_ = [[VembrixAppearanceObserver alloc] initWithSubject:application
+                                                           handler:^{
+                                                             [relay receive:nil];
+                                                           }];
+  }
+
+  void postTo(NSNotificationCenter* center, NSString* name) override {
+    [static_cast<NSDistributedNotificationCenter*>(center) postNotificationName:name
+                                                                         object:nil
+                                                                       userInfo:nil
+                                                             deliverImmediately:YES];
+  }
+
+  void receive(std::string_view name, const Channel& channel) override {
+    const bool isTheme = name == notification::kInterfaceThemeChanged;
+    MainQueue::main().async([this, isTheme, &channel] {
+      if (!isTheme || takeUpAppearance()) channel.tell();
+    });
+  }
+
+ private:
+  /// Whether the application looks otherwise than when it was last told.
+  bool takeUpAppearance() {
+    const std::optional<Appearance> now =
+        appearanceFrom([NSApplication sharedApplication].effectiveAppearance);
+    return std::exchange(appearance_, now) != now;
+  }
+
+  VembrixAppearanceObserver* observer_ = nil;
+  std::optional<Appearance> appearance_;
+};
+
+}  // namespace
+
+NotificationCenter& NotificationCenter::defaultCenter() {
+  static auto& center = *new SystemNotificationCenter(NSNotificationCenter.defaultCenter);
+  // Its first observer, ahead of all others.
+  static const auto& screens = *new Observation(
+      center.addObserver(notification::kScreenParametersDidChange, invalidateScreenCache));
+  static_cast<void>(screens);
+  return center;
+}
+
+NotificationCenter& NotificationCenter::workspace() {
+  static auto& center =
+      *new SystemNotificationCenter(NSWorkspace.sharedWorkspace.notificationCenter);
+  return center;
+}
+
+NotificationCenter& NotificationCenter::distributed() {
+  static auto& center = *new DistributedNotificationCenter;
+  return center;
+}
+
+}  // namespace vembrix

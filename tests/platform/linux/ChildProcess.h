@@ -1,0 +1,44 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+namespace vembrix {
+
+/// A program that a test needs beside it. Ends with the test, whatever happens
+/// to that; its own output goes nowhere.
+class ChildProcess {
+ public:
+  struct Command {
+    /// The program, looked up on the path, and its arguments.
+    std::vector<std::string> words;
+    /// "NAME=value", over this process's environment.
+    std::vector<std::string> environment;
+    /// A descriptor that the program has as kOutput; -1 for none.
+    int output = -1;
+  };
+  static constexpr int kOutput = 3;
+
+  explicit ChildProcess(const Command& command);
+  /// Asks it to end, then makes it.
+  ~ChildProcess();
+  ChildProcess(const ChildProcess&) = delete;
+  ChildProcess& operator=(const ChildProcess&) = delete;
+
+  [[nodiscard]] pid_t pid() const { return pid_; }
+  /// Ends it as a crash does, and waits.
+  void kill();
+  /// Halts it, and lets it go on.
+  void stop() const;
+  void resume() const;
+
+ private:
+  pid_t pid_ = -1;
+};
+
+/// Reads a line that a program writes to the pipe; empty when it ends first.
+std::string readLine(int descriptor);
+
+}  // namespace vembrix

@@ -1,0 +1,253 @@
+#include "platform/linux/X11Client.h"
+
+#include <poll.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <stdexcept>
+
+namespace vembrix {
+namespace {
+
+struct Free {
+  void operator()(void* memory) const { std::free(memory); }
+};
+template <typename T>
+using Reply = std::unique_ptr<T, Free>;
+
+constexpr std::chrono::seconds kPatience{5};
+
+std::string bytesOf(std::vector<std::uint32_t> values) {
+  return {reinterpret_cast<const char*>(values.data()), values.size() * sizeof(std::uint32_t)};
+}
+
+}  // namespace
+
+X11Client::X11Client(const std::string& display) {
+  xcb_connection_t* connection = xcb_connect(display.c_str(), &screen_);
+  if (xcb_connection_has_error(connection) != 0) throw std::runtime_error("no display " + display);
+  xcb_ewmh_init_atoms_replies(&ewmh_, xcb_ewmh_init_atoms(connection, &ewmh_), nullptr);
+  const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+  xcb_change_window_attributes(connection, root(), XCB_CW_EVENT_MASK, &events);
+}
+
+X11Client::~X11Client() {
+  xcb_disconnect(ewmh_.connection);
+  xcb_ewmh_connection_wipe(&ewmh_);
+}
+
+xcb_window_t X11Client::root() const {
+  return ewmh_.screens[screen_]->root;
+}
+
+bool X11Client::waitUntil(const std::function<bool()>& condition) {
+  const auto end = std::chrono::steady_clock::now() + kPatience;
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() >= end) return false;
+    pollfd socket{xcb_get_file_descriptor(ewmh_.connection), POLLIN, 0};
+    // The limit covers what is no event, and events that came with a reply.
+    poll(&socket, 1, 10);
+    while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(ewmh_.connection)}) {
+    }
+  }
+  return true;
+}
+
+bool X11Client::waitForWindowManager() {
+  return waitUntil([this] {
+    const auto claim = cardinals(root(), "_NET_SUPPORTING_WM_CHECK");
+    return claim.size() == 1 && cardinals(claim[0], "_NET_SUPPORTING_WM_CHECK") == claim &&
+           !cardinals(root(), "_NET_NUMBER_OF_DESKTOPS").empty() &&
+           !cardinals(root(), "_NET_CURRENT_DESKTOP").empty();
+  });
+}
+
+void X11Client::tellWindowManager(std::string_view message, std::uint32_t value) {
+  xcb_client_message_event_t event{};
+  event.response_type = XCB_CLIENT_MESSAGE;
+  event.format = 32;
+  event.window = root();
+  event.type = atom(message);
+  event.data.data32[0] = value;
+  xcb_send_event(ewmh_.connection, 0, root(),
+                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                 reinterpret_cast<const char*>(&event));
+  xcb_flush(ewmh_.connection);
+}
+
+bool X11Client::setDesktopCount(std::uint32_t count) {
+  if (count == 0) {
+    setProperty(root(), "_NET_NUMBER_OF_DESKTOPS", {"CARDINAL", 32, bytesOf({0})});
+  } else {
+    tellWindowManager("_NET_NUMBER_OF_DESKTOPS", count);
+  }
+  return waitUntil([&] {
+    return cardinals(root(), "_NET_NUMBER_OF_DESKTOPS") == std::vector<std::uint32_t>{count};
+  });
+}
+
+bool X11Client::goToDesktop(std::uint32_t index) {
+  tellWindowManager("_NET_CURRENT_DESKTOP", index);
+  return waitUntil([&] {
+    return cardinals(root(), "_NET_CURRENT_DESKTOP") == std::vector<std::uint32_t>{index};
+  });
+}
+
+xcb_randr_mode_t X11Client::modeOfSize(
+    const xcb_randr_get_screen_resources_current_reply_t& resources, std::uint16_t width,
+    std::uint16_t height) {
+  const xcb_randr_mode_info_t* modes = xcb_randr_get_screen_resources_current_modes(&resources);
+  const xcb_randr_mode_info_t* end =
+      modes + xcb_randr_get_screen_resources_current_modes_length(&resources);
+  const auto found = std::find_if(modes, end, [&](const xcb_randr_mode_info_t& mode) {
+    return mode.width == width && mode.height == height;
+  });
+  if (found != end) return found->id;
+  const std::string name = std::to_string(width) + "x" + std::to_string(height);
+  xcb_randr_mode_info_t info{};
+  info.width = width;
+  info.height = height;
+  info.name_len = static_cast<std::uint16_t>(name.size());
+  const auto request = xcb_randr_create_mode(ewmh_.connection, root(), info,
+                                             static_cast<std::uint32_t>(name.size()), name.data());
+  const Reply<xcb_randr_create_mode_reply_t> reply{
+      xcb_randr_create_mode_reply(ewmh_.connection, request, nullptr)};
+  return reply ? reply->mode : xcb_randr_mode_t{XCB_NONE};
+}
+
+bool X11Client::resizeScreen(std::uint16_t width, std::uint16_t height) {
+  xcb_connection_t* xcb = ewmh_.connection;
+  const Reply<xcb_randr_get_screen_resources_current_reply_t> resources{
+      xcb_randr_get_screen_resources_current_reply(
+          xcb, xcb_randr_get_screen_resources_current(xcb, root()), nullptr)};
+  if (!resources || resources->num_crtcs == 0 || resources->num_outputs == 0) return false;
+  const xcb_randr_crtc_t crtc = xcb_randr_get_screen_resources_current_crtcs(resources.get())[0];
+  const xcb_randr_output_t output =
+      xcb_randr_get_screen_resources_current_outputs(resources.get())[0];
+  const auto time = resources->config_timestamp;
+
+  const xcb_randr_mode_t mode = modeOfSize(*resources, width, height);
+  if (mode == XCB_NONE) return false;
+  xcb_randr_add_output_mode(xcb, output, mode);
+  const auto configure = [&](xcb_randr_mode_t to) {
+    const auto cookie = xcb_randr_set_crtc_config(xcb, crtc, XCB_CURRENT_TIME, time, 0, 0, to,
+                                                  XCB_RANDR_ROTATION_ROTATE_0, 1, &output);
+    const Reply<xcb_randr_set_crtc_config_reply_t> reply{
+        xcb_randr_set_crtc_config_reply(xcb, cookie, nullptr)};
+    return reply && reply->status == XCB_RANDR_SET_CONFIG_SUCCESS;
+  };
+  // Millimetres at 96 dots per inch.
+  const auto millimetres = [](std::uint16_t pixels) { return pixels * 254U / 960U; };
+  // What the screen shows must fit its size at any moment.
+  const Geometry former = geometry(root());
+  xcb_randr_set_screen_size(xcb, root(), std::max<std::uint16_t>(width, former.width),
+                            std::max<std::uint16_t>(height, former.height), millimetres(width),
+                            millimetres(height));
+  if (!configure(mode)) return false;
+  xcb_randr_set_screen_size(xcb, root(), width, height, millimetres(width), millimetres(height));
+  return geometry(root()) == Geometry{0, 0, width, height};
+}
+
+// Windows and properties
+
+std::vector<xcb_window_t> X11Client::windowsOfRole(std::string_view role) {
+  std::vector<xcb_window_t> found;
+  collectWindows(root(), role, found);
+  return found;
+}
+
+void X11Client::collectWindows(xcb_window_t parent, std::string_view role,
+                               std::vector<xcb_window_t>& found) {
+  const Reply<xcb_query_tree_reply_t> tree{
+      xcb_query_tree_reply(ewmh_.connection, xcb_query_tree(ewmh_.connection, parent), nullptr)};
+  if (!tree) return;
+  const xcb_window_t* children = xcb_query_tree_children(tree.get());
+  for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
+    const auto value = property(children[i], "WM_WINDOW_ROLE");
+    if (value && value->bytes == role) found.push_back(children[i]);
+    collectWindows(children[i], role, found);
+  }
+}
+
+std::optional<X11Client::Property> X11Client::property(xcb_window_t window, std::string_view name) {
+  constexpr std::uint32_t kLimit = 1 << 20;
+  const Reply<xcb_get_property_reply_t> reply{
+      xcb_get_property_reply(ewmh_.connection,
+                             xcb_get_property(ewmh_.connection, 0, window, atom(name),
+                                              XCB_GET_PROPERTY_TYPE_ANY, 0, kLimit),
+                             nullptr)};
+  if (!reply || reply->type == XCB_NONE) return std::nullopt;
+  const auto size = static_cast<std::size_t>(xcb_get_property_value_length(reply.get()));
+  return Property{atomName(reply->type), reply->format,
+                  std::string(static_cast<const char*>(xcb_get_property_value(reply.get())), size)};
+}
+
+std::vector<std::uint32_t> X11Client::cardinals(xcb_window_t window, std::string_view name) {
+  const auto value = property(window, name);
+  if (!value || value->format != 32) return {};
+  std::vector<std::uint32_t> result(value->bytes.size() / sizeof(std::uint32_t));
+  std::memcpy(result.data(), value->bytes.data(), result.size() * sizeof(std::uint32_t));
+  return result;
+}
+
+std::vector<std::string> X11Client::atoms(xcb_window_t window, std::string_view name) {
+  std::vector<std::string> result;
+  for (const std::uint32_t value : cardinals(window, name)) result.push_back(atomName(value));
+  return result;
+}
+
+void X11Client::setProperty(xcb_window_t window, std::string_view name, const Property& property) {
+  const auto units = property.bytes.size() * 8 / static_cast<unsigned>(property.format);
+  xcb_change_property(ewmh_.connection, XCB_PROP_MODE_REPLACE, window, atom(name),
+                      atom(property.type), static_cast<std::uint8_t>(property.format),
+                      static_cast<std::uint32_t>(units), property.bytes.data());
+  xcb_flush(ewmh_.connection);
+}
+
+void X11Client::deleteProperty(xcb_window_t window, std::string_view name) {
+  xcb_delete_property(ewmh_.connection, window, atom(name));
+  xcb_flush(ewmh_.connection);
+}
+
+std::vector<std::string> X11Client::desktopNames() {
+  std::vector<std::string> names;
+  const auto value = property(root(), "_NET_DESKTOP_NAMES");
+  if (!value) return names;
+  std::size_t start = 0;
+  while (start < value->bytes.size()) {
+    const std::size_t end = std::min(value->bytes.find('\0', start), value->bytes.size());
+    names.push_back(value->bytes.substr(start, end - start));
+    start = end + 1;
+  }
+  return names;
+}
+
+X11Client::Geometry X11Client::geometry(xcb_window_t window) {
+  const Reply<xcb_get_geometry_reply_t> size{xcb_get_geometry_reply(
+      ewmh_.connection, xcb_get_geometry(ewmh_.connection, window), nullptr)};
+  const Reply<xcb_translate_coordinates_reply_t> corner{xcb_translate_coordinates_reply(
+      ewmh_.connection, xcb_translate_coordinates(ewmh_.connection, window, root(), 0, 0),
+      nullptr)};
+  if (!size || !corner) return {};
+  return {corner->dst_x, corner->dst_y, size->width, size->height};
+}
+
+xcb_atom_t X11Client::atom(std::string_view name) {
+  const auto cookie =
+      xcb_intern_atom(ewmh_.connection, 0, static_cast<std::uint16_t>(name.size()), name.data());
+  const Reply<xcb_intern_atom_reply_t> reply{
+      xcb_intern_atom_reply(ewmh_.connection, cookie, nullptr)};
+  return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+std::string X11Client::atomName(xcb_atom_t atom) {
+  const Reply<xcb_get_atom_name_reply_t> reply{xcb_get_atom_name_reply(
+      ewmh_.connection, xcb_get_atom_name(ewmh_.connection, atom), nullptr)};
+  if (!reply) return {};
+  return {xcb_get_atom_name_name(reply.get()),
+          static_cast<std::size_t>(xcb_get_atom_name_name_length(reply.get()))};
+}
+
+}  // namespace vembrix

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <xcb/randr.h>
+#include <xcb/xcb_ewmh.h>
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vembrix {
+
+/// Another client of the X server: the user's pager, a settings program, or one
+/// that does as it should not.
+class X11Client {
+ public:
+  explicit X11Client(const std::string& display);
+  ~X11Client();
+  X11Client(const X11Client&) = delete;
+  X11Client& operator=(const X11Client&) = delete;
+
+  // Each waits until it is so, at most a few seconds; whether it came to be.
+
+  bool waitForWindowManager();
+  /// Through the window manager, but none (which no window manager accepts).
+  bool setDesktopCount(std::uint32_t count);
+  bool goToDesktop(std::uint32_t index);
+  /// As the user does with the screen's settings.
+  bool resizeScreen(std::uint16_t width, std::uint16_t height);
+
+  [[nodiscard]] xcb_window_t root() const;
+  /// Windows of any depth whose WM_WINDOW_ROLE is the given one.
+  [[nodiscard]] std::vector<xcb_window_t> windowsOfRole(std::string_view role);
+
+  // Properties, by name, untouched.
+
+  struct Property {
+    std::string type;
+    int format = 0;
+    /// The bytes, in the units that the format has.
+    std::string bytes;
+  };
+  [[nodiscard]] std::optional<Property> property(xcb_window_t window, std::string_view name);
+  /// In any case of 32-bit units; else empty.
+  [[nodiscard]] std::vector<std::uint32_t> cardinals(xcb_window_t window, std::string_view name);
+  /// The names of the atoms that the property holds.
+  [[nodiscard]] std::vector<std::string> atoms(xcb_window_t window, std::string_view name);
+  void setProperty(xcb_window_t window, std::string_view name, const Property& property);
+  void deleteProperty(xcb_window_t window, std::string_view name);
+  /// _NET_DESKTOP_NAMES.
+  [[nodiscard]] std::vector<std::string> desktopNames();
+
+  struct Geometry {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    bool operator==(const Geometry&) const = default;
+  };
+  /// Relative to the root window.
+  [[nodiscard]] Geometry geometry(xcb_window_t window);
+
+ private:
+  void tellWindowManager(std::string_view message, std::uint32_t value);
+  /// Made where the screen has none of that size.
+  xcb_randr_mode_t modeOfSize(const xcb_randr_get_screen_resources_current_reply_t& resources,
+                              std::uint16_t width, std::uint16_t height);
+  xcb_atom_t atom(std::string_view name);
+  std::string atomName(xcb_atom_t atom);
+  bool waitUntil(const std::function<bool()>& condition);
+  void collectWindows(xcb_window_t parent, std::string_view role, std::vector<xcb_window_t>& found);
+
+  xcb_ewmh_connection_t ewmh_{};
+  int screen_ = 0;
+};
+
+}  // namespace vembrix
