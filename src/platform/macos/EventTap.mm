@@ -1,0 +1,102 @@
+#import "platform/EventTap.h"
+
+#include <ApplicationServices/ApplicationServices.h>
+
+#include <utility>
+
+#import "platform/macos/Arc.h"
+#import "platform/macos/CFOwned.h"
+
+namespace vembrix {
+namespace {
+
+static_assert(EventTap::disabledByTimeout == kCGEventTapDisabledByTimeout);
+static_assert(EventTap::disabledByUserInput == kCGEventTapDisabledByUserInput);
+
+/// Borrows the native event, and lies on the stack: nothing is read of it but the
+/// fields that the handler asks for. Without an event it has no fields.
+class SystemTappedEvent final : public TappedEvent {
+ public:
+  explicit SystemTappedEvent(CGEventRef event) : event_(event) {}
+
+  std::int64_t integerField(int field) const override {
+    return event_ ? CGEventGetIntegerValueField(event_, static_cast<CGEventField>(field)) : 0;
+  }
+
+  double doubleField(int field) const override {
+    return event_ ? CGEventGetDoubleValueField(event_, static_cast<CGEventField>(field)) : 0;
+  }
+
+ private:
+  CGEventRef const event_;
+};
+
+/// Owns the tap's port and the source by which the main run loop serves it. The
+/// system knows the object by its address, without owning it: the destructor ends
+/// that before the address becomes invalid.
+class SystemEventTap : public EventTap {
+ public:
+  explicit SystemEventTap(Handler handler)
+      : handler_(std::make_shared<const Handler>(std::move(handler))),
+        port_(CFOwned<CFMachPortRef>::adopt(
+            CGEventTapCreate(kCGSessionEventTap, kCGHeadInsertEventTap, kCGEventTapOptionListenOnly,
+                             kCGEventMaskForAllEvents, &SystemEventTap::receive, this))) {
+    if (!port_) return;
+    // The system makes taps enabled.
+    CGEventTapEnable(port_.get(), false);
+    source_ = CFOwned<CFRunLoopSourceRef>::adopt(
+        CFMachPortCreateRunLoopSource(kCFAllocatorDefault, port_.get(), /*order=*/0));
+  }
+
+  ~SystemEventTap() override {
+    if (!port_) return;
+    CGEventTapEnable(port_.get(), false);
+    if (source_) CFRunLoopRemoveSource(CFRunLoopGetMain(), source_.get(), kCFRunLoopCommonModes);
+    // Also drops the messages that wait in the port.
+    CFMachPortInvalidate(port_.get());
+  }
+
+  SystemEventTap(const SystemEventTap&) = delete;
+  SystemEventTap& operator=(const SystemEventTap&) = delete;
+
+  [[nodiscard]] bool isOpen() const { return static_cast<bool>(source_); }
+
+  void enable() override {
+    // From now on, so that nothing arrives before: a few events may wait in the
+    // port from the moment when the tap was made, and with them the message that it
+    // was disabled, upon which enabling it once more does no harm. Later calls find
+    // the source there.
+    CFRunLoopAddSource(CFRunLoopGetMain(), source_.get(), kCFRunLoopCommonModes);
+    CGEventTapEnable(port_.get(), true);
+  }
+
+ private:
+  /// Called by the run loop for every event of the session.
+  static CGEventRef receive(CGEventTapProxy, CGEventType type, CGEventRef event, void* address) {
+    // The run loop may serve many events before AppKit empties its own pool.
+    @autoreleasepool {
+      const auto* tap = static_cast<SystemEventTap*>(address);
+      // Both may lose their owner meanwhile: a handler may drop its tap.
+      const std::shared_ptr<const Handler> handler = tap->handler_;
+      const auto port = CFOwned<CFMachPortRef>::retain(tap->port_.get());
+      const bool hasFields =
+          type != kCGEventTapDisabledByTimeout && type != kCGEventTapDisabledByUserInput;
+      (*handler)(type, SystemTappedEvent(hasFields ? event : nullptr));
+    }
+    return event;
+  }
+
+  const std::shared_ptr<const Handler> handler_;
+  const CFOwned<CFMachPortRef> port_;
+  CFOwned<CFRunLoopSourceRef> source_;
+};
+
+}  // namespace
+
+std::unique_ptr<EventTap> EventTap::create(Handler handler) {
+  auto tap = std::make_unique<SystemEventTap>(std::move(handler));
+  if (!tap->isOpen()) return nullptr;
+  return tap;
+}
+
+}  // namespace vembrix
