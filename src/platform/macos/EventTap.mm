@@ -52,7 +52,7 @@ class SystemEventTap : public EventTap {
     if (!port_) return;
     CGEventTapEnable(port_.get(), false);
     if (source_) CFRunLoopRemoveSource(CFRunLoopGetMain(), source_.get(), kCFRunLoopCommonModes);
-    // Also drops the messages that wait in the port.
+    // What still waits in the port is not told any more.
     CFMachPortInvalidate(port_.get());
   }
 

@@ -83,8 +83,9 @@ class WindowList {
   PropertyList values_ = PropertyList::Array();
 };
 
-/// The private calls, as far as the system has them, and the window list. Owns the last answer
-/// about the Spaces: as long as the desktop stays the same it is converted once.
+/// The private calls, as far as the system has them, and the window list. Owns the
+/// last answer about the Spaces: as long as the desktop stays the same it is
+/// converted once.
 class SystemWindowServer : public WindowServer {
  public:
   ConnectionID CGSMainConnectionID() override {
