@@ -17,7 +17,7 @@ using TimerSource = Token;
 /// The queue of the main thread: the only clock of the program. Blocks run on
 /// the main thread, one at a time, also while a menu is open that an event opened;
 /// those due at the same moment run in the order in which they were given. A block
-/// that runs an event loop of its own keeps the others waiting.
+/// that runs an event loop of its own may keep the others waiting.
 class MainQueue {
  public:
   static MainQueue& main();
