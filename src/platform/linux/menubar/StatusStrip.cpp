@@ -1,6 +1,5 @@
 #include "platform/linux/menubar/StatusStrip.h"
 
-#include <QEvent>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QScreen>
@@ -22,7 +21,11 @@ StatusStrip::StatusStrip(std::function<void()> pressed) : pressed_(std::move(pre
   setAttribute(Qt::WA_OpaquePaintEvent);
   setWindowRole(QStringLiteral("status-item"));
   place();
+  // Makes the native window, so that its hints are there before it is shown.
   winId();
+  showOnAllDesktops(*windowHandle());
+  hideFromTaskLists(*windowHandle());
+  reserveTopEdge(*windowHandle());
   updateName();
   followScreens();
   themeObservation_ = NotificationCenter::distributed().addObserver(
@@ -58,19 +61,6 @@ void StatusStrip::place() {
   if (target == geometry()) return;
   setGeometry(target);
   if (windowHandle()) reserveTopEdge(*windowHandle());
-}
-
-bool StatusStrip::event(QEvent* event) {
-  // Qt makes a new window where the screen that held the old one goes.
-  if (event->type() == QEvent::WinIdChange && internalWinId() != 0) prepareNativeWindow();
-  return QWidget::event(event);
-}
-
-void StatusStrip::prepareNativeWindow() {
-  QWindow& window = *windowHandle();
-  showOnAllDesktops(window);
-  hideFromTaskLists(window);
-  reserveTopEdge(window);
 }
 
 void StatusStrip::updateName() {
