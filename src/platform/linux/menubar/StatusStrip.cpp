@@ -15,7 +15,6 @@ namespace vembrix {
 StatusStrip::StatusStrip(std::function<void()> pressed) : pressed_(std::move(pressed)) {
   setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                  Qt::WindowDoesNotAcceptFocus);
-  setAttribute(Qt::WA_X11NetWmWindowTypeDock);
   setAttribute(Qt::WA_ShowWithoutActivating);
   // Every pixel is painted each time.
   setAttribute(Qt::WA_OpaquePaintEvent);
@@ -23,9 +22,10 @@ StatusStrip::StatusStrip(std::function<void()> pressed) : pressed_(std::move(pre
   place();
   // Makes the native window, so that its hints are there before it is shown.
   winId();
+  makeDock(*windowHandle());
   showOnAllDesktops(*windowHandle());
   hideFromTaskLists(*windowHandle());
-  reserveTopEdge(*windowHandle());
+  reserveTopEdge(*windowHandle(), geometry());
   updateName();
   followScreens();
   themeObservation_ = NotificationCenter::distributed().addObserver(
@@ -60,7 +60,7 @@ void StatusStrip::place() {
                      StatusLabel::kBarHeight);
   if (target == geometry()) return;
   setGeometry(target);
-  if (windowHandle()) reserveTopEdge(*windowHandle());
+  if (windowHandle()) reserveTopEdge(*windowHandle(), target);
 }
 
 void StatusStrip::updateName() {
