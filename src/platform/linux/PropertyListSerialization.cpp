@@ -5,9 +5,10 @@
 #include "platform/PropertyListSerialization.h"
 
 #include <QByteArray>
-#include <QDateTime>
+#include <QLocale>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
+#include <chrono>
 #include <cmath>
 
 #include "platform/linux/BinaryPropertyList.h"
@@ -17,17 +18,27 @@
 namespace vembrix {
 namespace {
 
-/// 2001-01-01 in seconds since 1970-01-01.
-constexpr qint64 kReferenceDate = 978307200;
+using std::chrono::sys_days;
+using std::chrono::sys_seconds;
 
-/// Nothing beyond the years 1 to 9999.
+constexpr sys_seconds kReferenceDate = sys_days(std::chrono::January / 1 / 2001);
+
+/// To the second before; nothing beyond the years 0 to 9999. Qt has no year 0,
+/// in which the earliest date of other systems lies.
 QString dateText(PropertyList::Date date) {
   constexpr double kMaximum = 1e12;
   if (!(std::abs(date.seconds) < kMaximum)) return {};
-  const auto seconds = static_cast<qint64>(std::floor(date.seconds)) + kReferenceDate;
-  const QDateTime time = QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC);
-  return time.date().year() >= 1 && time.date().year() <= 9999 ? time.toString(Qt::ISODate)
-                                                               : QString();
+  const sys_seconds time =
+      kReferenceDate + std::chrono::seconds(static_cast<std::int64_t>(std::floor(date.seconds)));
+  const auto day = std::chrono::floor<std::chrono::days>(time);
+  const std::chrono::year_month_day calendar(day);
+  const std::chrono::hh_mm_ss clock(time - day);
+  const int year = static_cast<int>(calendar.year());
+  if (year < 0 || year > 9999) return {};
+  return QString::asprintf(
+      "%04d-%02u-%02uT%02d:%02d:%02dZ", year, static_cast<unsigned>(calendar.month()),
+      static_cast<unsigned>(calendar.day()), static_cast<int>(clock.hours().count()),
+      static_cast<int>(clock.minutes().count()), static_cast<int>(clock.seconds().count()));
 }
 
 QString realText(double value) {

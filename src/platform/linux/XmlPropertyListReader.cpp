@@ -1,15 +1,13 @@
 #include "platform/linux/XmlPropertyListReader.h"
 
 #include <QByteArray>
-#include <QDateTime>
 #include <QXmlStreamReader>
+#include <chrono>
+#include <cstdio>
 #include <utility>
 
 namespace vembrix {
 namespace {
-
-/// 2001-01-01 in seconds since 1970-01-01.
-constexpr qint64 kReferenceDate = 978307200;
 
 std::optional<PropertyList> parseInteger(const QByteArray& text) {
   const int base = text.contains('x') || text.contains('X') ? 16 : 10;
@@ -28,13 +26,26 @@ std::optional<PropertyList> parseReal(const QByteArray& text) {
 }
 
 std::optional<PropertyList> parseDate(const QByteArray& text) {
-  // libplist writes years before 1000 without leading zeros.
-  constexpr int kLength = 20;
-  const QString padded = QString::fromLatin1(text.rightJustified(kLength, '0'));
-  const QDateTime time = QDateTime::fromString(padded, Qt::ISODate);
-  if (text.isEmpty() || !text.endsWith('Z') || !time.isValid()) return std::nullopt;
-  return PropertyList(
-      PropertyList::Date{static_cast<double>(time.toSecsSinceEpoch() - kReferenceDate)});
+  int year = 0;
+  unsigned month = 0;
+  unsigned day = 0;
+  unsigned hour = 0;
+  unsigned minute = 0;
+  unsigned second = 0;
+  char zone = 0;
+  char excess = 0;
+  // Years before 1000 may lack their zeros: libplist writes them so.
+  const int count = std::sscanf(text.constData(), "%4d-%2u-%2uT%2u:%2u:%2u%c%c", &year, &month,
+                                &day, &hour, &minute, &second, &zone, &excess);
+  const std::chrono::year_month_day calendar{std::chrono::year(year), std::chrono::month(month),
+                                             std::chrono::day(day)};
+  if (count != 7 || zone != 'Z' || !calendar.ok()) return std::nullopt;
+  // A leap second is the first one of the next minute.
+  if (hour > 23 || minute > 59 || second > 60) return std::nullopt;
+  constexpr auto kReferenceDate = std::chrono::sys_days(std::chrono::January / 1 / 2001);
+  const auto time = std::chrono::sys_days(calendar) + std::chrono::hours(hour) +
+                    std::chrono::minutes(minute) + std::chrono::seconds(second) - kReferenceDate;
+  return PropertyList(PropertyList::Date{std::chrono::duration<double>(time).count()});
 }
 
 std::optional<PropertyList> parseData(QByteArray text) {
