@@ -32,7 +32,7 @@ void synchronizeDirectory(const std::filesystem::path& directory) {
 
 FileReplacement::FileReplacement(std::filesystem::path file, std::chrono::milliseconds patience)
     : file_(std::move(file)),
-      temporary_(file_.parent_path() / ("." + file_.filename().string() + ".tmp")) {
+      temporary_(file_.parent_path() / std::string(".").append(file_.filename()).append(".tmp")) {
   const auto deadline = std::chrono::steady_clock::now() + patience;
   while (true) {
     switch (tryLock()) {
