@@ -1,10 +1,12 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QPalette>
 #include <chrono>
+#include <cstdlib>
 #include <optional>
 
 #include "platform/Application.h"
@@ -63,7 +65,12 @@ TEST_F(SystemAppearanceTest, WithoutAnAnnouncedBusNoneIsStarted) {
   unsetenv("DBUS_SESSION_BUS_ADDRESS");
   TestSession::setVariable("XDG_RUNTIME_DIR", session_.settings());
   EXPECT_EQ(appearance(), Appearance::Light);
-  EXPECT_FALSE(QDBusConnection("qt_default_session_bus").isConnected());
+  runFor(milliseconds(20));
+  EXPECT_FALSE(QDBusConnection::sessionBus().isConnected());
+  // The D-Bus library was not left to look for one by its own means.
+  EXPECT_THAT(QDBusConnection::sessionBus().lastError().message().toStdString(),
+              testing::Not(testing::HasSubstr("launch")));
+  EXPECT_EQ(getenv("DBUS_SESSION_BUS_ADDRESS"), nullptr);
 }
 
 class PortalTest : public SystemAppearanceTest {
