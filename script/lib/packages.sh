@@ -35,6 +35,7 @@ packages_desktop=(
 )
 
 packages_test=(
+  libxcb-randr0-dev
   googletest
   libgmock-dev
   libgtest-dev

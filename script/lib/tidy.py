@@ -11,6 +11,7 @@ import concurrent.futures
 import hashlib
 import json
 import os
+import re
 import subprocess
 import sys
 
@@ -74,6 +75,11 @@ def check(build, path):
     return result.stdout.strip() or result.stderr.strip() or f"{path}: clang-tidy failed"
 
 
+def diagnostics(output):
+    """The single diagnostics of clang-tidy's output, each with its lines."""
+    return re.split(r"\n(?=\S+:\d+:\d+: (?:error|warning):)", output)
+
+
 def main():
     build, jobs = os.path.abspath(sys.argv[1]), int(sys.argv[2])
     version = tool_version()
@@ -91,14 +97,17 @@ def main():
         os.remove(os.path.join(stamps, stale))
     print(f"{len(pending)} of {len(current)} files to check", file=sys.stderr)
 
-    faults = 0
+    # A fault in a header is found with every file that includes it.
+    faults = set()
     with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
         results = {pool.submit(check, build, path): (path, stamp) for path, stamp in pending}
         for future in concurrent.futures.as_completed(results):
             complaint = future.result()
             if complaint:
-                faults += 1
-                print(complaint, flush=True)
+                for fault in diagnostics(complaint):
+                    if fault not in faults:
+                        faults.add(fault)
+                        print(fault, flush=True)
             else:
                 with open(os.path.join(stamps, results[future][1]), "w", encoding="utf-8"):
                     pass

@@ -34,7 +34,8 @@ class Application {
   /// Held weakly: the delegate must outlive run().
   virtual void setDelegate(ApplicationDelegate* delegate) = 0;
 
-  /// Runs the event loop until terminate(); the process's exit status.
+  /// Runs the event loop until terminate(); the process's exit status. Systems
+  /// that end the process themselves do so with status 0 and do not return.
   virtual int run() = 0;
 
   /// Ends the event loop after the current event.

@@ -31,7 +31,7 @@ class Color {
  public:
   constexpr Color() = default;
   constexpr Color(Srgb components) : components_(components) {}
-  /// `alpha` replaces the alpha of the system's own colour.
+  /// `alpha` replaces the alpha of the system's own colour; 1 leaves it as it is.
   constexpr explicit Color(SystemColor name, double alpha = 1)
       : name_(name), components_{0, 0, 0, alpha} {}
 

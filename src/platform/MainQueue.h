@@ -15,8 +15,9 @@ using WorkItem = Token;
 using TimerSource = Token;
 
 /// The queue of the main thread: the only clock of the program. Blocks run on
-/// the main thread, one at a time, also while a menu is open; those due at the
-/// same moment run in the order in which they were given.
+/// the main thread, one at a time, also while a menu is open that an event opened;
+/// those due at the same moment run in the order in which they were given. A block
+/// that runs an event loop of its own may keep the others waiting.
 class MainQueue {
  public:
   static MainQueue& main();

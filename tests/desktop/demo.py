@@ -8,13 +8,12 @@ that does not happen ends the demo with a message and status 1.
 """
 
 import os
+import signal
 import sys
-import textwrap
 
 from desktop import Desktop, Portal
 from processes import wait_until
-from screen import rgb
-from vembrix import BLACK, BLUE, GREEN, PEACH, PINK, Defaults, Vembrix
+from vembrix import BLACK, BLUE, GREEN, HALVED_PINK, PEACH, PINK, Defaults, Vembrix
 
 NOTES = {
     0: ("Notes", "Today\n-----\n* answer the mail\n* review the release notes\n* call Ada at four"),
@@ -58,27 +57,29 @@ class Demo:
             wait_until(lambda index=index: desktop.current == index, f"desktop {index + 1}")
             self._open_note(title, text)
             if index % 2 == 0:
-                self._open(["xclock", "-geometry", "190x190+1120+120"], "XClock", index // 2 + 1)
+                clock = f"{title} clock"
+                self._open("xclock", "-title", clock, "-geometry", "190x190+1120+120")
 
     def _open_note(self, title, text):
         script = 'printf "%s\\n" "$0"; exec sleep 100000'
         self._open(
-            ["xterm", "-title", title, "-geometry", "64x20+140+120", "-fa", "DejaVu Sans Mono",
-             "-fs", "11", "-bg", "#fdfdf8", "-fg", "#202020", "-b", "10", "+sb",
-             "-e", "sh", "-c", script, textwrap.dedent(text)],
-            "XTerm", None, title,
+            "xterm", "-title", title, "-geometry", "64x20+140+120", "-fa", "DejaVu Sans Mono",
+            "-fs", "11", "-bg", "#fdfdf8", "-fg", "#202020", "-b", "10", "+sb",
+            "-e", "sh", "-c", script, text,
         )  # fmt: skip
 
-    def _open(self, arguments, window_class, count, title=None):
-        self._desktop.start(arguments)
-
-        def there():
-            windows = [w for w in self._desktop.windows_of_class(window_class) if w.visible]
-            if title:
-                return any(w.read("WM_NAME") == title for w in windows)
-            return bool(windows) and len(self._desktop.windows_of_class(window_class)) >= count
-
-        wait_until(there, f"a window of {arguments[0]}")
+    def _open(self, program, *arguments):
+        """Starts a program and waits until its window, of the title that is its
+        first option, is seen."""
+        title = arguments[1]
+        self._desktop.start([program, *arguments])
+        wait_until(
+            lambda: any(
+                window.visible and window.read("WM_NAME") == title
+                for window in self._desktop.windows_of_class(program)
+            ),
+            f"the window {title!r}",
+        )
 
     # The steps
 
@@ -109,8 +110,7 @@ class Demo:
     def _foreground(self):
         self._defaults.update({"ColorMode": "colorForeground"})
         self._go_to(0, "Desktop 1")
-        # Darkened, to be legible on a light bar.
-        self._program.wait_for_ink(rgb(0.5, 0.355, 0.38), 24)
+        self._program.wait_for_ink(HALVED_PINK, 24)
         self._keep("color-as-text")
 
     def _dark(self):
@@ -153,6 +153,8 @@ class Demo:
 
 def main():
     program, folder = sys.argv[1:]
+    # So that the desktop is ended in order then, too.
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     os.environ["VEMBRIX_PROGRAM"] = os.path.abspath(program)
     os.makedirs(folder, exist_ok=True)
     for name in os.listdir(folder):

@@ -1,5 +1,6 @@
 """Starting and ending programs, and waiting for what they do."""
 
+import ctypes
 import os
 import signal
 import subprocess
@@ -32,6 +33,15 @@ def wait_until(condition, what, limit=LIMIT):
         time.sleep(POLL)
 
 
+_LIBC = ctypes.CDLL(None)
+_PR_SET_PDEATHSIG = 1
+
+
+def _end_with_parent():
+    """Nothing stays behind even where the test itself is killed."""
+    _LIBC.prctl(_PR_SET_PDEATHSIG, signal.SIGTERM)
+
+
 class Process:
     """A program that runs beside the test, its output in a file."""
 
@@ -48,6 +58,7 @@ class Process:
                 stdout=options.pop("stdout", output),
                 stderr=output,
                 start_new_session=True,
+                preexec_fn=_end_with_parent,
                 **options,
             )
 

@@ -41,25 +41,37 @@ class NoWindowManagerTest(DesktopTest):
 
     def test_does_without_in_the_end(self):
         program = Vembrix(self.desktop)
-        wait_until(lambda: self.defaults.read().get("KnownSpaceUUIDs"), "its launch", PATIENCE)
-        self.assertTrue(program.process.running)
+        program.wait_for_title("Desktop 1", PATIENCE)
+        self.assertEqual(len(program.log_lines()), 1, program.process.output())
+        self.assertIn("no window manager", program.log_lines()[0])
+        x, y, width, _ = program.wait_for_strip().frame()
+        self.assertEqual((x + width, y), (self.desktop.size[0], 0))
         self.assertEqual(program.end(), 0)
+
+    def test_waits_for_one_where_the_display_is_demanded(self):
+        program = self.launch({"VEMBRIX_DESKTOP": "x11"})
+        program.wait_for_title("Desktops")
+        self.desktop.start_window_manager("openbox")
+        program.wait_for_title("Desktop 1")
+        self.desktop.go_to(1)
+        program.wait_for_title("Desktop 2")
 
 
 class NoDisplayTest(DesktopTest):
     window_manager = None
 
-    def test_runs_on_the_desktop_in_the_process(self):
-        program = Vembrix(self.desktop, {"DISPLAY": ""})
+    def check_it_runs_without(self, program):
         wait_until(lambda: self.defaults.read().get("KnownSpaceUUIDs"), "its launch")
-        self.assertTrue(program.process.running)
+        self.assertEqual(len(program.log_lines()), 1, program.process.output())
+        self.assertIn("without a screen", program.log_lines()[0])
         self.assertEqual(program.end(), 0)
+
+    def test_runs_on_the_desktop_in_the_process(self):
+        self.check_it_runs_without(Vembrix(self.desktop, {"DISPLAY": ""}))
 
     def test_a_display_that_does_not_answer_is_none(self):
         self.desktop.end_server()
-        program = Vembrix(self.desktop)
-        wait_until(lambda: self.defaults.read().get("KnownSpaceUUIDs"), "its launch")
-        self.assertEqual(program.end(), 0)
+        self.check_it_runs_without(Vembrix(self.desktop))
 
     def test_ends_with_one_line_where_a_display_is_demanded(self):
         program = Vembrix(self.desktop, {"DISPLAY": "", "VEMBRIX_DESKTOP": "x11"})
@@ -72,6 +84,10 @@ class ForcedTest(DesktopTest):
     def test_the_desktop_in_the_process_leaves_the_real_one_alone(self):
         program = Vembrix(self.desktop, {"VEMBRIX_DESKTOP": "embedded"})
         wait_until(lambda: self.defaults.read().get("KnownSpaceUUIDs"), "its launch")
+        program.wait_for_title("Desktop 1")
+        self.desktop.go_to(2)
+        wait_until(lambda: self.desktop.current == 2, "desktop 3")
+        self.assertEqual(program.title(), "Desktop 1")
         known = self.defaults.read()["KnownSpaceUUIDs"]
         self.assertFalse([uuid for uuid in known if uuid.startswith("x11-")])
         self.assertEqual(program.end(), 0)

@@ -3,8 +3,9 @@
 import unittest
 
 from desktop import Portal
+from processes import wait_until
 from screen import rgb
-from vembrix import BLACK, BLUE, PINK, DesktopTest
+from vembrix import BLACK, BLUE, HALVED_PINK, PINK, DesktopTest
 
 FIXED_WIDTH = 140
 
@@ -67,8 +68,7 @@ class SettingsTest(DesktopTest):
         program.wait_for_fill(PINK)
         self.defaults.update({"ColorMode": "colorForeground"})
         self.switch_there_and_back(program)
-        # Light ink would not show on a light bar: it is darkened there.
-        program.wait_for_ink(rgb(0.5, 0.355, 0.38), 24)
+        program.wait_for_ink(HALVED_PINK, 24)
         self.assertGreater(program.picture().nearest(PINK)[1], 24, "no fill is left")
 
     def test_icon_in_place_of_the_name(self):
@@ -91,8 +91,6 @@ class SettingsTest(DesktopTest):
         self.wait_for_width(program, named)
 
     def wait_for_width(self, program, width):
-        from processes import wait_until
-
         wait_until(
             lambda: program.strip().frame()[2] == width,
             lambda: f"a width of {width}; it is {program.strip().frame()[2]}",
@@ -124,12 +122,11 @@ class SettingsTest(DesktopTest):
         portal = Portal(self.desktop, Portal.LIGHT)
         self.defaults.write({"ColorMode": "colorForeground"})
         program = self.launch()
-        halved = rgb(0.5, 0.355, 0.38)
-        program.wait_for_ink(halved, 24)
+        program.wait_for_ink(HALVED_PINK, 24)
         portal.set(Portal.DARK)
         program.wait_for_ink(PINK, 24)
         portal.set(Portal.LIGHT)
-        program.wait_for_ink(halved, 24)
+        program.wait_for_ink(HALVED_PINK, 24)
 
     def test_a_value_of_a_wrong_type_is_the_default(self):
         for key, value in WRONG_TYPES.items():

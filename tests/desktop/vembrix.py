@@ -14,6 +14,8 @@ from screen import distance, rgb
 TOLERANCE = 4
 
 PINK = rgb(1.0, 0.71, 0.76)
+# Light ink would not show on a light bar: it is darkened there.
+HALVED_PINK = rgb(0.5, 0.355, 0.38)
 BLUE = rgb(0.69, 0.83, 1.0)
 GREEN = rgb(0.72, 0.96, 0.72)
 PEACH = rgb(1.0, 0.85, 0.6)

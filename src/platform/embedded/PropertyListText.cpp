@@ -25,7 +25,7 @@ constexpr std::string_view kBase64Digits =
 constexpr std::string_view kXmlSpace = " \t\n\r";
 
 constexpr sys_seconds kReferenceDate = sys_days(std::chrono::January / 1 / 2001);
-constexpr sys_seconds kFirstDate = sys_days(std::chrono::January / 1 / 1);
+constexpr sys_seconds kFirstDate = sys_days(std::chrono::January / 1 / 0);
 constexpr sys_seconds kEndOfDates = sys_days(std::chrono::January / 1 / 10000);
 
 /// The number that the digits write; nothing unless all are digits.

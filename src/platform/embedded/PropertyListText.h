@@ -11,7 +11,7 @@ namespace vembrix {
 // The text of property-list values in the XML form. White space around a value
 // has no meaning; the readers take it away.
 
-/// To the second before; nothing beyond the years 1 to 9999.
+/// To the second before; nothing beyond the years 0 to 9999.
 std::optional<std::string> dateText(PropertyList::Date date);
 std::optional<PropertyList::Date> parseDate(std::string_view text);
 

@@ -8,7 +8,7 @@ namespace vembrix {
 
 // Reals as decimal text, whatever the locale of the process.
 
-/// The shortest decimal form that reads back as the same number, always with a
+/// A short decimal form that reads back as the same number, always with a
 /// fraction or an exponent. The value must be finite.
 std::string realText(double value);
 

@@ -2,14 +2,27 @@
 
 #include <QFileInfo>
 #include <QString>
+#include <mutex>
 
 namespace vembrix {
 namespace {
 
+constexpr const char* kSessionAddress = "DBUS_SESSION_BUS_ADDRESS";
+
 bool isSessionBusAnnounced() {
-  if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) return true;
+  if (!qEnvironmentVariableIsEmpty(kSessionAddress)) return true;
   const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
   return !runtime.isEmpty() && QFileInfo::exists(runtime + QLatin1String("/bus"));
+}
+
+/// Settles for the life of the process that there is no session bus. Qt asks
+/// for it on its own account too, for screen readers; the answer of the first
+/// time stands.
+void settleForNoSessionBus() {
+  qputenv(kSessionAddress, "disabled:");
+  QDBusConnection::sessionBus();
+  // Programs that are started from here decide for themselves.
+  qunsetenv(kSessionAddress);
 }
 
 std::optional<QDBusConnection> connected(const QDBusConnection& bus) {
@@ -19,7 +32,11 @@ std::optional<QDBusConnection> connected(const QDBusConnection& bus) {
 }  // namespace
 
 std::optional<QDBusConnection> sessionBus() {
-  return isSessionBusAnnounced() ? connected(QDBusConnection::sessionBus()) : std::nullopt;
+  static const bool isAnnounced = isSessionBusAnnounced();
+  if (isAnnounced) return connected(QDBusConnection::sessionBus());
+  static std::once_flag settled;
+  std::call_once(settled, settleForNoSessionBus);
+  return std::nullopt;
 }
 
 std::optional<QDBusConnection> systemBus() {

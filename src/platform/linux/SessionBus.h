@@ -5,9 +5,9 @@
 
 namespace vembrix {
 
-/// The session's message bus; nothing where there is none. Asks only where one
-/// is announced, since the D-Bus library otherwise starts a bus of its own that
-/// outlives the program. Main thread.
+/// The session's message bus; nothing where none is announced or none answers.
+/// Otherwise the D-Bus library would start one of its own, for the program
+/// alone. Main thread; before Qt's event loop runs for the first time.
 std::optional<QDBusConnection> sessionBus();
 
 /// The system's message bus; nothing where there is none. Main thread.

@@ -20,20 +20,15 @@ xcb_window_t nativeId(QWindow& window) {
 
 /// In pixels of the X server. Qt scales positions within a screen, while the
 /// screens themselves keep their places.
-QRect nativeGeometry(const QWindow& window) {
-  const QRect geometry = window.geometry();
-  const QPoint origin = window.screen()->geometry().topLeft();
-  const double scale = window.devicePixelRatio();
-  const auto scaled = [scale](int length) { return qRound(length * scale); };
-  const QPoint offset = geometry.topLeft() - origin;
-  return {origin + QPoint(scaled(offset.x()), scaled(offset.y())),
-          QSize(scaled(geometry.width()), scaled(geometry.height()))};
+QRect nativeGeometry(const QRect& geometry, const QScreen& screen) {
+  const QPoint origin = screen.geometry().topLeft();
+  const QPoint offset = (geometry.topLeft() - origin) * screen.devicePixelRatio();
+  return {origin + offset, geometry.size() * screen.devicePixelRatio()};
 }
 
 /// Whether another screen lies above the window: space reserved from the top
 /// edge of all screens would be taken from that one.
-bool hasScreenAbove(const QWindow& window) {
-  const QRect geometry = window.geometry();
+bool hasScreenAbove(const QRect& geometry) {
   const auto screens = QGuiApplication::screens();
   return std::any_of(screens.begin(), screens.end(), [&](const QScreen* screen) {
     const QRect other = screen->geometry();
@@ -43,6 +38,13 @@ bool hasScreenAbove(const QWindow& window) {
 }
 
 }  // namespace
+
+void makeDock(QWindow& window) {
+  auto* ewmh = ewmhOfQt();
+  if (!ewmh) return;
+  // In place of Qt's list, which has types of no standard before this one.
+  xcb_ewmh_set_wm_window_type(ewmh, nativeId(window), 1, &ewmh->_NET_WM_WINDOW_TYPE_DOCK);
+}
 
 void showOnAllDesktops(QWindow& window) {
   if (auto* ewmh = ewmhOfQt()) xcb_ewmh_set_wm_desktop(ewmh, nativeId(window), kAllDesktops);
@@ -56,15 +58,15 @@ void hideFromTaskLists(QWindow& window) {
   xcb_ewmh_set_wm_state(ewmh, nativeId(window), states.size(), states.data());
 }
 
-void reserveTopEdge(QWindow& window) {
+void reserveTopEdge(QWindow& window, const QRect& geometry) {
   auto* ewmh = ewmhOfQt();
   if (!ewmh) return;
   xcb_ewmh_wm_strut_partial_t strut{};
-  if (!hasScreenAbove(window)) {
-    const QRect geometry = nativeGeometry(window);
-    strut.top = static_cast<std::uint32_t>(std::max(geometry.bottom() + 1, 0));
-    strut.top_start_x = static_cast<std::uint32_t>(std::max(geometry.left(), 0));
-    strut.top_end_x = static_cast<std::uint32_t>(std::max(geometry.right(), 0));
+  if (!hasScreenAbove(geometry)) {
+    const QRect native = nativeGeometry(geometry, *window.screen());
+    strut.top = static_cast<std::uint32_t>(std::max(native.bottom() + 1, 0));
+    strut.top_start_x = static_cast<std::uint32_t>(std::max(native.left(), 0));
+    strut.top_end_x = static_cast<std::uint32_t>(std::max(native.right(), 0));
   }
   xcb_ewmh_set_wm_strut_partial(ewmh, nativeId(window), strut);
 }

@@ -1,11 +1,17 @@
 #pragma once
 
+#include <QRect>
+
 class QWindow;
 
 namespace vembrix {
 
 // What Qt does not tell a window manager about the program's windows. Each call
 // needs a native window; on a platform without X11 it does nothing. Main thread.
+
+/// The window is a part of the desktop, like a panel: no frame, no task, above
+/// other windows. Before it is shown.
+void makeDock(QWindow& window);
 
 /// The window is on all desktops. Before it is shown.
 void showOnAllDesktops(QWindow& window);
@@ -14,7 +20,7 @@ void showOnAllDesktops(QWindow& window);
 void hideFromTaskLists(QWindow& window);
 
 /// Maximised windows leave the edge of the screen above the window free, over
-/// the window's own width.
-void reserveTopEdge(QWindow& window);
+/// the window's own width. `geometry`: the window's, as Qt counts.
+void reserveTopEdge(QWindow& window, const QRect& geometry);
 
 }  // namespace vembrix

@@ -1,5 +1,8 @@
 #import "platform/macos/Conversions.h"
 
+#include <stdlib.h>
+#include <xlocale.h>
+
 #include <cmath>
 #include <utility>
 
@@ -66,15 +69,20 @@ NSDictionary* nativeDictionary(const PropertyList::Dictionary& dictionary, Nativ
   return result;
 }
 
+/// JSON's numbers of more digits than a double has.
+PropertyList decimalFrom(NSDecimalNumber* number) {
+  const std::int64_t whole = number.longLongValue;
+  if ([number compare:@(whole)] == NSOrderedSame) return whole;
+  // Its own doubleValue can be off in the last bits.
+  return strtod_l([number descriptionWithLocale:nil].UTF8String, nullptr, LC_C_LOCALE);
+}
+
 PropertyList numberFrom(NSNumber* number) {
   const auto ref = (__bridge CFNumberRef)number;
   // Both classes are NSNumber; only the type tells a Boolean from 0 and 1.
   if (CFGetTypeID(ref) == CFBooleanGetTypeID()) return number.boolValue == YES;
   if ([number isKindOfClass:[NSDecimalNumber class]]) {
-    // What JSON holds with more digits than a double has; a long integer often.
-    const std::int64_t whole = number.longLongValue;
-    if ([number compare:@(whole)] == NSOrderedSame) return whole;
-    return number.doubleValue;
+    return decimalFrom(static_cast<NSDecimalNumber*>(number));
   }
   std::int64_t whole = 0;
   if (!CFNumberIsFloatType(ref) && CFNumberGetValue(ref, kCFNumberSInt64Type, &whole)) return whole;

@@ -27,7 +27,7 @@ PropertyList throughJson(const PropertyList& value) {
 
 /// The value that the text of one JSON value means; a text where it is invalid.
 PropertyList decoded(std::string_view text) {
-  const std::optional<PropertyList> array = decodeJson("[" + std::string(text) + "]");
+  const std::optional<PropertyList> array = decodeJson(std::string("[").append(text).append("]"));
   const Array* elements = array ? array->asArray() : nullptr;
   return elements && elements->size() == 1 ? elements->front() : PropertyList("invalid");
 }
@@ -88,7 +88,7 @@ TEST(JsonConformance, StringsComeBack) {
   std::vector<std::string> texts = textSamples();
   texts.insert(texts.end(), {"", " ", "\"", "\\", "/", "\\u0041", "\b\f\n\r\t", "</script>",
                              std::string(1, '\0'), "a\0b", repeated("\xF0\x9F\x98\x80\"", 20000)});
-  for (int c = 1; c < 0x20; ++c) texts.push_back("a" + std::string(1, static_cast<char>(c)));
+  for (int c = 1; c < 0x20; ++c) texts.push_back({'a', static_cast<char>(c)});
   for (const std::string& text : texts) {
     EXPECT_TRUE(throughJson(text) == PropertyList(text)) << text.substr(0, 40);
     const PropertyList keyed = Dictionary{{text, 1}};
@@ -154,8 +154,8 @@ TEST(JsonConformance, OtherNumbersAreReals) {
   EXPECT_EQ(decoded("9223372036854775808"), PropertyList(9223372036854775808.0));
   EXPECT_EQ(decoded("-9223372036854775809"), PropertyList(-9223372036854775808.0));
   EXPECT_EQ(decoded("18446744073709551616"), PropertyList(18446744073709551616.0));
-  EXPECT_EQ(decoded("1" + repeated("0", 100)), PropertyList(1e100));
-  EXPECT_EQ(decoded("0.1" + repeated("0", 1000)), PropertyList(0.1));
+  EXPECT_EQ(decoded(repeated("10", 50)), PropertyList(1.0101010101010101e99));
+  EXPECT_EQ(decoded(std::string("0.1").append(1000, '0')), PropertyList(0.1));
 }
 
 TEST(JsonConformance, EscapesAreUnderstood) {
@@ -287,7 +287,7 @@ TEST(JsonConformance, AMillionLevelsAreSurvived) {
 
 TEST(JsonConformance, ManyMembersAreReadInTheirOwnTime) {
   std::string text = "{";
-  for (int i = 0; i < 100000; ++i) text += "\"" + std::to_string(i) + "\":[],";
+  for (int i = 0; i < 100000; ++i) text.append("\"").append(std::to_string(i)).append("\":[],");
   text += "\"last\":1}";
   const auto value = decodeJson(text);
   ASSERT_TRUE(value && value->asDictionary());

@@ -140,7 +140,9 @@ TEST(PropertyListConformance, ALongStringComesBack) {
 TEST(PropertyListConformance, DatesComeBackToTheSecond) {
   for (const double seconds : {0.0, 1.0, -1.0, 59.0, 86400.0, 700000000.0, -700000000.0,
                                // 2100-03-01, 2001-02-28 and a leap day.
-                               3129062400.0, 5011200.0, 99878400.0}) {
+                               3129062400.0, 5011200.0, 99878400.0,
+                               // The distant past and the distant future of other systems.
+                               -63114076800.0, 63113904000.0}) {
     EXPECT_EQ(throughXml(Date{seconds}), PropertyList(Date{seconds})) << seconds;
   }
   const PropertyList withFraction = throughXml(Date{1000.25});

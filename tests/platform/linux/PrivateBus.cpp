@@ -7,8 +7,9 @@
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <array>
-#include <cstdlib>
 #include <stdexcept>
+
+#include "platform/linux/TestSession.h"
 
 namespace vembrix {
 namespace {
@@ -16,11 +17,6 @@ namespace {
 const char* const kSettings = "org.freedesktop.portal.Settings";
 const char* const kPath = "/org/freedesktop/portal/desktop";
 const char* const kService = "org.freedesktop.portal.Desktop";
-
-void pointTo(const std::string& address) {
-  setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
-  setenv("DBUS_SYSTEM_BUS_ADDRESS", address.c_str(), 1);
-}
 
 QVariant wrapped(const QVariant& value) {
   return QVariant::fromValue(QDBusVariant(value));
@@ -50,15 +46,12 @@ PrivateBus::PrivateBus() {
   address_ = readLine(ends[0]);
   close(ends[0]);
   if (address_.empty()) throw std::runtime_error("dbus-daemon did not start");
-  pointTo(address_);
+  TestSession::setVariable("DBUS_SESSION_BUS_ADDRESS", address_);
+  TestSession::setVariable("DBUS_SYSTEM_BUS_ADDRESS", address_);
 }
 
 QDBusConnection PrivateBus::connect(const QString& name) const {
   return QDBusConnection::connectToBus(QString::fromStdString(address_), name);
-}
-
-void PrivateBus::pointNowhere() {
-  pointTo("unix:path=/nonexistent/bus");
 }
 
 FakePortal::FakePortal(QDBusConnection bus, Age age) : bus_(std::move(bus)), age_(age) {

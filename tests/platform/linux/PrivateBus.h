@@ -21,9 +21,6 @@ class PrivateBus {
   /// A new connection, as another program has it.
   [[nodiscard]] QDBusConnection connect(const QString& name) const;
 
-  /// Points both buses to where there is none.
-  static void pointNowhere();
-
  private:
   TemporaryDirectory directory_;
   std::string address_;

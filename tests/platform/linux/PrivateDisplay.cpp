@@ -4,8 +4,9 @@
 #include <unistd.h>
 
 #include <array>
-#include <cstdlib>
 #include <stdexcept>
+
+#include "platform/linux/TestSession.h"
 
 namespace vembrix {
 namespace {
@@ -32,7 +33,7 @@ PrivateDisplay::PrivateDisplay() {
   close(ends[0]);
   if (number.empty()) throw std::runtime_error("Xvfb did not start");
   name_ = ":" + number;
-  setenv("DISPLAY", name_.c_str(), 1);
+  TestSession::setVariable("DISPLAY", name_);
   client_ = std::make_unique<X11Client>(name_);
 }
 

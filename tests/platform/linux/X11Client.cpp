@@ -17,11 +17,7 @@ struct Free {
 template <typename T>
 using Reply = std::unique_ptr<T, Free>;
 
-constexpr std::chrono::seconds kPatience{5};
-
-std::string bytesOf(std::vector<std::uint32_t> values) {
-  return {reinterpret_cast<const char*>(values.data()), values.size() * sizeof(std::uint32_t)};
-}
+constexpr std::chrono::milliseconds kPatience{5000};
 
 }  // namespace
 
@@ -42,8 +38,8 @@ xcb_window_t X11Client::root() const {
   return ewmh_.screens[screen_]->root;
 }
 
-bool X11Client::waitUntil(const std::function<bool()>& condition) {
-  const auto end = std::chrono::steady_clock::now() + kPatience;
+bool X11Client::waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit) {
+  const auto end = std::chrono::steady_clock::now() + limit;
   while (!condition()) {
     if (std::chrono::steady_clock::now() >= end) return false;
     pollfd socket{xcb_get_file_descriptor(ewmh_.connection), POLLIN, 0};
@@ -55,13 +51,28 @@ bool X11Client::waitUntil(const std::function<bool()>& condition) {
   return true;
 }
 
+bool X11Client::demand(std::string_view property, std::uint32_t value) {
+  // A window manager that is still starting may miss what it is told.
+  constexpr int kAttempts = 50;
+  for (int i = 0; i < kAttempts; ++i) {
+    tellWindowManager(property, value);
+    const auto isSo = [&] {
+      return cardinals(root(), property) == std::vector<std::uint32_t>{value};
+    };
+    if (waitUntil(isSo, kPatience / kAttempts)) return true;
+  }
+  return false;
+}
+
 bool X11Client::waitForWindowManager() {
-  return waitUntil([this] {
-    const auto claim = cardinals(root(), "_NET_SUPPORTING_WM_CHECK");
-    return claim.size() == 1 && cardinals(claim[0], "_NET_SUPPORTING_WM_CHECK") == claim &&
-           !cardinals(root(), "_NET_NUMBER_OF_DESKTOPS").empty() &&
-           !cardinals(root(), "_NET_CURRENT_DESKTOP").empty();
-  });
+  return waitUntil(
+      [this] {
+        const auto claim = cardinals(root(), "_NET_SUPPORTING_WM_CHECK");
+        return claim.size() == 1 && cardinals(claim[0], "_NET_SUPPORTING_WM_CHECK") == claim &&
+               !cardinals(root(), "_NET_NUMBER_OF_DESKTOPS").empty() &&
+               !cardinals(root(), "_NET_CURRENT_DESKTOP").empty();
+      },
+      kPatience);
 }
 
 void X11Client::tellWindowManager(std::string_view message, std::uint32_t value) {
@@ -78,21 +89,13 @@ void X11Client::tellWindowManager(std::string_view message, std::uint32_t value)
 }
 
 bool X11Client::setDesktopCount(std::uint32_t count) {
-  if (count == 0) {
-    setProperty(root(), "_NET_NUMBER_OF_DESKTOPS", {"CARDINAL", 32, bytesOf({0})});
-  } else {
-    tellWindowManager("_NET_NUMBER_OF_DESKTOPS", count);
-  }
-  return waitUntil([&] {
-    return cardinals(root(), "_NET_NUMBER_OF_DESKTOPS") == std::vector<std::uint32_t>{count};
-  });
+  if (count != 0) return demand("_NET_NUMBER_OF_DESKTOPS", count);
+  setProperty(root(), "_NET_NUMBER_OF_DESKTOPS", {"CARDINAL", 32, std::string(4, '\0')});
+  return true;
 }
 
 bool X11Client::goToDesktop(std::uint32_t index) {
-  tellWindowManager("_NET_CURRENT_DESKTOP", index);
-  return waitUntil([&] {
-    return cardinals(root(), "_NET_CURRENT_DESKTOP") == std::vector<std::uint32_t>{index};
-  });
+  return demand("_NET_CURRENT_DESKTOP", index);
 }
 
 xcb_randr_mode_t X11Client::modeOfSize(

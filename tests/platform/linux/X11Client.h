@@ -70,7 +70,9 @@ class X11Client {
                               std::uint16_t width, std::uint16_t height);
   xcb_atom_t atom(std::string_view name);
   std::string atomName(xcb_atom_t atom);
-  bool waitUntil(const std::function<bool()>& condition);
+  /// Tells it until the property has the value.
+  bool demand(std::string_view property, std::uint32_t value);
+  bool waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit);
   void collectWindows(xcb_window_t parent, std::string_view role, std::vector<xcb_window_t>& found);
 
   xcb_ewmh_connection_t ewmh_{};

@@ -1,6 +1,5 @@
 #include "platform/linux/menubar/StatusStrip.h"
 
-#include <QEvent>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QScreen>
@@ -16,13 +15,17 @@ namespace vembrix {
 StatusStrip::StatusStrip(std::function<void()> pressed) : pressed_(std::move(pressed)) {
   setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                  Qt::WindowDoesNotAcceptFocus);
-  setAttribute(Qt::WA_X11NetWmWindowTypeDock);
   setAttribute(Qt::WA_ShowWithoutActivating);
   // Every pixel is painted each time.
   setAttribute(Qt::WA_OpaquePaintEvent);
   setWindowRole(QStringLiteral("status-item"));
   place();
+  // Makes the native window, so that its hints are there before it is shown.
   winId();
+  makeDock(*windowHandle());
+  showOnAllDesktops(*windowHandle());
+  hideFromTaskLists(*windowHandle());
+  reserveTopEdge(*windowHandle(), geometry());
   updateName();
   followScreens();
   themeObservation_ = NotificationCenter::distributed().addObserver(
@@ -57,20 +60,7 @@ void StatusStrip::place() {
                      StatusLabel::kBarHeight);
   if (target == geometry()) return;
   setGeometry(target);
-  if (windowHandle()) reserveTopEdge(*windowHandle());
-}
-
-bool StatusStrip::event(QEvent* event) {
-  // Qt makes a new window where the screen that held the old one goes.
-  if (event->type() == QEvent::WinIdChange && internalWinId() != 0) prepareNativeWindow();
-  return QWidget::event(event);
-}
-
-void StatusStrip::prepareNativeWindow() {
-  QWindow& window = *windowHandle();
-  showOnAllDesktops(window);
-  hideFromTaskLists(window);
-  reserveTopEdge(window);
+  if (windowHandle()) reserveTopEdge(*windowHandle(), target);
 }
 
 void StatusStrip::updateName() {

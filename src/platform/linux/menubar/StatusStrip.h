@@ -19,14 +19,12 @@ class StatusStrip : public QWidget {
   void setContent(const StatusItemContent& content);
 
  protected:
-  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
   void followScreens();
   void place();
-  void prepareNativeWindow();
   void updateName();
 
   std::function<void()> pressed_;

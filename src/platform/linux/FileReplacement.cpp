@@ -1,0 +1,124 @@
+#include "platform/linux/FileReplacement.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <thread>
+#include <utility>
+
+namespace vembrix {
+namespace {
+
+constexpr mode_t kUserOnly = S_IRUSR | S_IWUSR;
+
+std::error_code lastError() {
+  return {errno, std::generic_category()};
+}
+
+/// Names are on the disk when their directory is. Not every file system can say
+/// so, hence no result.
+void synchronizeDirectory(const std::filesystem::path& directory) {
+  const int descriptor = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  ::fsync(descriptor);
+  ::close(descriptor);
+}
+
+}  // namespace
+
+FileReplacement::FileReplacement(std::filesystem::path file, std::chrono::milliseconds patience)
+    : file_(std::move(file)),
+      temporary_(file_.parent_path() / std::string(".").append(file_.filename()).append(".tmp")) {
+  const auto deadline = std::chrono::steady_clock::now() + patience;
+  while (true) {
+    switch (tryLock()) {
+      case Attempt::Locked:
+        return;
+      case Attempt::Failed:
+        error_ = lastError();
+        close();
+        return;
+      case Attempt::Overtaken:
+        close();
+        break;
+      case Attempt::Busy:
+        close();
+        if (std::chrono::steady_clock::now() >= deadline) {
+          error_ = std::make_error_code(std::errc::timed_out);
+          return;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        break;
+    }
+  }
+}
+
+FileReplacement::~FileReplacement() {
+  if (descriptor_ < 0) return;
+  // Still locked, so it is nobody else's.
+  ::unlink(temporary_.c_str());
+  close();
+}
+
+FileReplacement::Attempt FileReplacement::tryLock() {
+  // Not blocking: whatever stands there instead of a file must not hold us up.
+  constexpr int kFlags = O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
+  descriptor_ = ::open(temporary_.c_str(), kFlags, kUserOnly);
+  if (descriptor_ < 0) return Attempt::Failed;
+  while (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0) {
+    if (errno == EWOULDBLOCK) return Attempt::Busy;
+    // A file system without locks: better to write without one than not at all.
+    if (errno != EINTR) break;
+  }
+  return checkName();
+}
+
+FileReplacement::Attempt FileReplacement::checkName() {
+  struct stat opened {};
+  struct stat named {};
+  if (::fstat(descriptor_, &opened) != 0) return Attempt::Failed;
+  if (::lstat(temporary_.c_str(), &named) != 0) {
+    return errno == ENOENT ? Attempt::Overtaken : Attempt::Failed;
+  }
+  if (opened.st_dev != named.st_dev || opened.st_ino != named.st_ino) return Attempt::Overtaken;
+  if (!S_ISREG(opened.st_mode)) {
+    errno = EEXIST;
+    return Attempt::Failed;
+  }
+  // Under another name as well, it is somebody's file: not to be written to.
+  if (opened.st_nlink > 1) {
+    return ::unlink(temporary_.c_str()) == 0 ? Attempt::Overtaken : Attempt::Failed;
+  }
+  return Attempt::Locked;
+}
+
+std::error_code FileReplacement::write(std::string_view bytes) {
+  if (::ftruncate(descriptor_, 0) != 0 || ::fchmod(descriptor_, kUserOnly) != 0) return lastError();
+  while (!bytes.empty()) {
+    const ssize_t written = ::write(descriptor_, bytes.data(), bytes.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) return lastError();
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  // Before the new name: a name must never lead to contents that are not there.
+  return ::fsync(descriptor_) == 0 ? std::error_code() : lastError();
+}
+
+std::error_code FileReplacement::commit(std::string_view bytes) {
+  if (const std::error_code error = write(bytes)) return error;
+  if (::rename(temporary_.c_str(), file_.c_str()) != 0) return lastError();
+  synchronizeDirectory(file_.parent_path());
+  close();
+  return {};
+}
+
+void FileReplacement::close() {
+  if (descriptor_ >= 0) ::close(descriptor_);
+  descriptor_ = -1;
+}
+
+}  // namespace vembrix

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+namespace vembrix {
+
+/// Replaces a file as a whole: a reader sees the former contents or the new
+/// ones, also when this process or the machine dies on the way.
+///
+/// The new contents grow in one temporary file beside it, always of the same
+/// name. Whoever holds the lock on that one is the only writer, so between the
+/// making of this object and its end the file can be read, changed and written
+/// without losing another process's change. A temporary that a killed writer
+/// left behind is taken over by the next.
+class FileReplacement {
+ public:
+  /// Waits at most that long for another writer.
+  FileReplacement(std::filesystem::path file, std::chrono::milliseconds patience);
+  /// Without a commit, everything is as before.
+  ~FileReplacement();
+  FileReplacement(const FileReplacement&) = delete;
+  FileReplacement& operator=(const FileReplacement&) = delete;
+
+  /// Why nothing can be written; std::errc::timed_out when another writer is at
+  /// it for too long.
+  [[nodiscard]] std::error_code error() const { return error_; }
+
+  /// Puts the bytes in the place of the file, readable for the user alone, and
+  /// on the disk. At most once. On an error the file is untouched.
+  std::error_code commit(std::string_view bytes);
+
+ private:
+  enum class Attempt { Locked, Busy, Overtaken, Failed };
+
+  Attempt tryLock();
+  /// Whether the temporary that is open is still the one of that name: the last
+  /// writer may have made it the file itself before it let go of the lock.
+  Attempt checkName();
+  std::error_code write(std::string_view bytes);
+  void close();
+
+  std::filesystem::path file_;
+  std::filesystem::path temporary_;
+  int descriptor_ = -1;
+  std::error_code error_;
+};
+
+}  // namespace vembrix

@@ -1,0 +1,144 @@
+#include "platform/linux/ChosenDesktop.h"
+
+#include <gmock/gmock.h>
+
+#include <QGuiApplication>
+#include <chrono>
+#include <cstdlib>
+#include <string>
+#include <thread>
+
+#include "platform/Application.h"
+#include "platform/Screens.h"
+#include "platform/WindowServer.h"
+#include "platform/linux/PrivateDisplay.h"
+#include "platform/linux/SentLines.h"
+#include "platform/linux/TestSession.h"
+#include "platform/linux/X11Desktop.h"
+
+namespace vembrix {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class ChosenDesktopTest : public testing::Test {
+ protected:
+  ChosenDesktopTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+
+  static void demand(const std::string& desktop) {
+    TestSession::setVariable("VEMBRIX_DESKTOP", desktop);
+  }
+  static std::string qtPlatform() {
+    Application::shared();
+    return QGuiApplication::platformName().toStdString();
+  }
+  static std::string firstUuid() {
+    WindowServer& server = WindowServer::shared();
+    const PropertyList displays = server.CGSCopyManagedDisplaySpaces(server.CGSMainConnectionID());
+    return *(*(*displays.asArray())[0]["Spaces"].asArray())[0]["uuid"].asString();
+  }
+
+  TestSession session_;
+};
+
+TEST_F(ChosenDesktopTest, IsX11WhereAWindowManagerRuns) {
+  PrivateDisplay display;
+  display.startWindowManager();
+  EXPECT_EQ(qtPlatform(), "xcb");
+  EXPECT_NE(chosenDesktop().x11, nullptr);
+  EXPECT_EQ(firstUuid(), "x11-desktop-1");
+  EXPECT_THAT(sentLines(), IsEmpty());
+}
+
+TEST_F(ChosenDesktopTest, IsX11WhereAWindowManagerComesALittleLater) {
+  PrivateDisplay display;
+  std::thread session([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    display.startWindowManager();
+  });
+  EXPECT_NE(chosenDesktop().x11, nullptr);
+  session.join();
+  EXPECT_THAT(sentLines(), IsEmpty());
+}
+
+TEST_F(ChosenDesktopTest, IsTheEmbeddedOneOnTheScreenWhereNoWindowManagerComes) {
+  const PrivateDisplay display;
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(chosenDesktop().x11, nullptr);
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+  EXPECT_EQ(qtPlatform(), "xcb");
+  EXPECT_NE(firstUuid(), "x11-desktop-1");
+  EXPECT_THAT(sentLines(), ElementsAre(HasSubstr("[Vembrix] no window manager")));
+}
+
+TEST_F(ChosenDesktopTest, IsTheEmbeddedOneWithoutAScreenWhereNoDisplayAnswers) {
+  TestSession::setVariable("DISPLAY", ":54321");
+  EXPECT_EQ(chosenDesktop().x11, nullptr);
+  EXPECT_EQ(qtPlatform(), "offscreen");
+  EXPECT_EQ(Screens::shared().all()[0].frame, (Rect{0, 0, 1440, 900}));
+  EXPECT_THAT(sentLines(), ElementsAre(HasSubstr(":54321")));
+}
+
+TEST_F(ChosenDesktopTest, IsTheEmbeddedOneWhereThatIsDemanded) {
+  PrivateDisplay display;
+  display.startWindowManager();
+  demand("embedded");
+  EXPECT_EQ(chosenDesktop().x11, nullptr);
+  EXPECT_EQ(qtPlatform(), "xcb");
+  EXPECT_THAT(sentLines(), IsEmpty());
+}
+
+TEST_F(ChosenDesktopTest, TheUsersQtPlatformStands) {
+  demand("embedded");
+  TestSession::setVariable("QT_QPA_PLATFORM", "minimal");
+  EXPECT_EQ(qtPlatform(), "minimal");
+}
+
+TEST_F(ChosenDesktopTest, IsX11AtOnceWhereThatIsDemanded) {
+  const PrivateDisplay display;
+  demand("x11");
+  const auto start = std::chrono::steady_clock::now();
+  ASSERT_NE(chosenDesktop().x11, nullptr);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+  EXPECT_TRUE(chosenDesktop().x11->managedDisplaySpaces().isNull());
+}
+
+TEST_F(ChosenDesktopTest, EndsInOneLineWhereX11IsDemandedAndThereIsNoDisplay) {
+  demand("x11");
+  EXPECT_EXIT(Application::shared(), testing::ExitedWithCode(EXIT_FAILURE),
+              testing::MatchesRegex("\\[Vembrix\\] VEMBRIX_DESKTOP is \"x11\", but .*\n"));
+}
+
+TEST_F(ChosenDesktopTest, AnUnknownDemandIsNoneAndSaidOnce) {
+  PrivateDisplay display;
+  display.startWindowManager();
+  demand("wayland");
+  EXPECT_NE(chosenDesktop().x11, nullptr);
+  EXPECT_THAT(sentLines(), ElementsAre(HasSubstr("wayland")));
+}
+
+TEST_F(ChosenDesktopTest, AnEmptyDemandIsNone) {
+  demand("");
+  EXPECT_EQ(chosenDesktop().x11, nullptr);
+  EXPECT_THAT(sentLines(), ElementsAre(HasSubstr("no X server")));
+}
+
+TEST_F(ChosenDesktopTest, TheProgramEndsInOneLineWhenTheServerGoes) {
+  // Either connection to the server may be the first to notice, ours or Qt's.
+  EXPECT_EXIT(
+      {
+        PrivateDisplay display;
+        display.startWindowManager();
+        Application::shared();
+        runFor(std::chrono::milliseconds(20));
+        display.server().kill();
+        runFor(std::chrono::seconds(10));
+      },
+      testing::ExitedWithCode(EXIT_FAILURE), testing::Eq("[Vembrix] the X server went away\n"));
+}
+
+}  // namespace
+}  // namespace vembrix

@@ -1,0 +1,497 @@
+#include "platform/linux/DefaultsFile.h"
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <fstream>
+#include <iterator>
+#include <thread>
+
+#include "platform/PropertyListSerialization.h"
+#include "platform/SystemLog.h"
+#include "platform/conformance/BinaryPropertyListBuilder.h"
+#include "platform/linux/TemporaryDirectory.h"
+#include "support/AllocationCounter.h"
+
+namespace vembrix {
+namespace {
+
+namespace fs = std::filesystem;
+using Array = PropertyList::Array;
+using Clock = std::chrono::steady_clock;
+using Data = PropertyList::Data;
+using Date = PropertyList::Date;
+using Dictionary = PropertyList::Dictionary;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+using testing::UnorderedElementsAre;
+
+class RecordingLog : public SystemLog {
+ public:
+  static RecordingLog& recording() {
+    static RecordingLog log;
+    return log;
+  }
+  void write(std::string_view line) override { lines.emplace_back(line); }
+
+  std::vector<std::string> lines;
+};
+
+class DefaultsFileTest : public testing::Test {
+ protected:
+  DefaultsFileTest() { log_.lines.clear(); }
+
+  void put(std::string_view bytes) { putAt(path_, bytes); }
+  static void putAt(const fs::path& path, std::string_view bytes) {
+    fs::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << bytes;
+  }
+  std::string bytes() const { return bytesAt(path_); }
+  static std::string bytesAt(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  PropertyList stored() const { return parsePropertyList(bytes()).value_or(PropertyList()); }
+
+  std::vector<std::string> names() const { return namesIn(path_.parent_path()); }
+  static std::vector<std::string> namesIn(const fs::path& directory) {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(directory)) {
+      names.push_back(entry.path().filename().string());
+    }
+    return names;
+  }
+
+  static struct stat statusOf(const fs::path& path) {
+    struct stat status {};
+    EXPECT_EQ(::lstat(path.c_str(), &status), 0) << path;
+    return status;
+  }
+  static mode_t modeOf(const fs::path& path) { return statusOf(path).st_mode & 07777; }
+
+  const std::vector<std::string>& lines() const { return log_.lines; }
+
+  TemporaryDirectory directory_;
+  fs::path path_ = directory_.path() / "config" / "vembrix" / "com.vembrix.app.plist";
+  fs::path temporary_ = path_.parent_path() / ".com.vembrix.app.plist.tmp";
+  RecordingLog& log_ = RecordingLog::recording();
+  DefaultsFile file_{path_, DefaultsFile::Log::Failures};
+};
+
+// The file
+
+TEST_F(DefaultsFileTest, DirectoriesAndFileAreForTheUserAlone) {
+  const mode_t former = umask(0);
+  file_.set("Key", 1);
+  umask(former);
+  EXPECT_EQ(modeOf(path_), 0600U);
+  EXPECT_EQ(modeOf(path_.parent_path()), 0700U);
+  EXPECT_EQ(modeOf(path_.parent_path().parent_path()), 0700U);
+}
+
+TEST_F(DefaultsFileTest, AFileForAllBecomesOneForTheUserAlone) {
+  put(*xmlPropertyList(Dictionary{}));
+  fs::permissions(path_, fs::perms(0644));
+  file_.set("Key", 1);
+  EXPECT_EQ(modeOf(path_), 0600U);
+}
+
+TEST_F(DefaultsFileTest, TheFileIsAnXmlPropertyList) {
+  file_.set("Key", "value");
+  EXPECT_THAT(bytes(), testing::StartsWith("<?xml"));
+  EXPECT_EQ(stored(), PropertyList(Dictionary{{"Key", "value"}}));
+}
+
+TEST_F(DefaultsFileTest, NothingElseRemainsBesideTheFile) {
+  for (int i = 0; i < 5; ++i) file_.set("Key", i);
+  EXPECT_THAT(names(), ElementsAre("com.vembrix.app.plist"));
+}
+
+TEST_F(DefaultsFileTest, RemovingFromNothingMakesNoFile) {
+  file_.set("Key", {});
+  EXPECT_THAT(namesIn(directory_.path()), IsEmpty());
+  EXPECT_THAT(lines(), IsEmpty());
+}
+
+TEST_F(DefaultsFileTest, EveryWriteIsANewFile) {
+  file_.set("Key", 1);
+  const int reader = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC);
+  const std::string former = bytes();
+  file_.set("Key", "two");
+  std::string read(former.size() + 100, '\0');
+  read.resize(static_cast<std::size_t>(::read(reader, read.data(), read.size())));
+  ::close(reader);
+  EXPECT_EQ(read, former) << "who reads at that time sees the former contents as a whole";
+}
+
+TEST_F(DefaultsFileTest, AnEqualValueLeavesTheFileAlone) {
+  file_.set("Key", Dictionary{{"a", Array{1, "b"}}});
+  const struct stat before = statusOf(path_);
+  file_.set("Key", Dictionary{{"a", Array{1, "b"}}});
+  file_.set("Missing", {});
+  const struct stat after = statusOf(path_);
+  EXPECT_EQ(after.st_ino, before.st_ino);
+  EXPECT_EQ(after.st_ctim.tv_nsec, before.st_ctim.tv_nsec);
+  EXPECT_FALSE(fs::exists(temporary_));
+}
+
+// Reading what others write
+
+TEST_F(DefaultsFileTest, ReadingAnUnchangedFileAllocatesNothing) {
+  const PropertyList value = Dictionary{{"a", Array{1, "b"}}};
+  file_.set("Key", value);
+  ASSERT_EQ(file_.object("Key"), value);
+  // At first it might change without a trace and is read again, later not.
+  for (const auto age : {std::chrono::milliseconds(0), std::chrono::milliseconds(3200)}) {
+    std::this_thread::sleep_for(age);
+    ASSERT_EQ(file_.object("Key"), value);
+    const std::size_t before = allocationCount();
+    for (int i = 0; i < 10; ++i) {
+      const PropertyList read = file_.object("Key");
+      file_.set("Key", value);
+      file_.set("Missing", {});
+    }
+    EXPECT_EQ(allocationCount(), before);
+  }
+  putAt(path_, *xmlPropertyList(Dictionary{{"Key", "changed"}}));
+  EXPECT_EQ(file_.object("Key"), PropertyList("changed"));
+}
+
+TEST_F(DefaultsFileTest, AMissingFileAllocatesNothing) {
+  EXPECT_TRUE(file_.object("Key").isNull());
+  const std::size_t before = allocationCount();
+  for (int i = 0; i < 10; ++i) EXPECT_TRUE(file_.object("Key").isNull());
+  EXPECT_EQ(allocationCount(), before);
+}
+
+TEST_F(DefaultsFileTest, ChangesInPlaceWithinOneTickAreSeen) {
+  put(*xmlPropertyList(Dictionary{{"Key", 1000}}));
+  const std::size_t digits = bytes().find("1000");
+  const int writer = ::open(path_.c_str(), O_WRONLY | O_CLOEXEC);
+  for (int i = 1000; i < 3000; ++i) {
+    const std::string text = std::to_string(i);
+    ASSERT_EQ(::pwrite(writer, text.data(), text.size(), static_cast<off_t>(digits)), 4);
+    ASSERT_EQ(file_.object("Key"), PropertyList(i));
+  }
+  ::close(writer);
+}
+
+TEST_F(DefaultsFileTest, AChangeWithTheFormerTimeOnItIsSeen) {
+  put(*xmlPropertyList(Dictionary{{"Key", 1000}}));
+  EXPECT_EQ(file_.object("Key"), PropertyList(1000));
+  const struct stat before = statusOf(path_);
+  put(*xmlPropertyList(Dictionary{{"Key", 2000}}));
+  const timespec times[] = {before.st_atim, before.st_mtim};
+  ASSERT_EQ(::utimensat(AT_FDCWD, path_.c_str(), times, 0), 0);
+  EXPECT_EQ(file_.object("Key"), PropertyList(2000));
+}
+
+TEST_F(DefaultsFileTest, ABinaryFileIsReadAndAllOfItSurvivesAWrite) {
+  BinaryPropertyListBuilder binary;
+  const std::vector<
+      std::pair<BinaryPropertyListBuilder::Reference, BinaryPropertyListBuilder::Reference>>
+      entries = {{binary.ascii("uid"), binary.uid(300, 2)},
+                 {binary.ascii("date"), binary.date(700000000)},
+                 {binary.ascii("ancient"), binary.date(-63114076800.0)},
+                 {binary.ascii("future"), binary.date(63113904000.0)},
+                 {binary.ascii("data"), binary.data({0, 1, 255})},
+                 {binary.ascii("negative"), binary.integer(-5, 8)},
+                 {binary.ascii("real"), binary.real(1e-300)},
+                 {binary.ascii("text"), binary.utf16(u"\u05D0\r\n\U0001F600<&>")}};
+  put(binary.bytes(binary.dictionary(entries)));
+  file_.set("Key", "added");
+  const Dictionary expected = {{"uid", Dictionary{{"CF$UID", 300}}},
+                               {"date", Date{700000000}},
+                               {"ancient", Date{-63114076800.0}},
+                               {"future", Date{63113904000.0}},
+                               {"data", Data{0, 1, 255}},
+                               {"negative", -5},
+                               {"real", 1e-300},
+                               {"text", "\u05D0\r\n\U0001F600<&>"},
+                               {"Key", "added"}};
+  EXPECT_EQ(stored(), PropertyList(expected));
+  EXPECT_THAT(bytes(), testing::StartsWith("<?xml"));
+  EXPECT_THAT(names(), SizeIs(1));
+}
+
+// What cannot be read
+
+TEST_F(DefaultsFileTest, ADamagedFileIsLoggedOnceAndEmpty) {
+  put("no property list");
+  for (int i = 0; i < 10; ++i) EXPECT_TRUE(file_.object("Key").isNull());
+  EXPECT_EQ(file_.contents(), nullptr);
+  ASSERT_THAT(lines(), SizeIs(1));
+  EXPECT_THAT(lines().front(), testing::StartsWith("[Vembrix] "));
+  EXPECT_THAT(lines().front(), HasSubstr(path_.string()));
+  EXPECT_EQ(bytes(), "no property list") << "reading changes nothing";
+  put("no property list");
+  EXPECT_TRUE(file_.object("Key").isNull());
+  EXPECT_THAT(lines(), SizeIs(1)) << "the same again";
+  put("another one");
+  EXPECT_TRUE(file_.object("Key").isNull());
+  EXPECT_THAT(lines(), SizeIs(2));
+}
+
+TEST_F(DefaultsFileTest, ADamagedFileIsKeptBesideBeforeAnythingIsWritten) {
+  for (const char* damage : {"first", "second", "third"}) {
+    put(damage);
+    file_.set("Key", damage);
+    EXPECT_EQ(stored(), PropertyList(Dictionary{{"Key", damage}}));
+  }
+  EXPECT_EQ(bytesAt(path_.string() + ".damaged"), "first");
+  EXPECT_EQ(bytesAt(path_.string() + ".damaged.2"), "second");
+  EXPECT_EQ(bytesAt(path_.string() + ".damaged.3"), "third");
+  EXPECT_THAT(names(), SizeIs(4));
+  EXPECT_THAT(lines(), SizeIs(3));
+}
+
+TEST_F(DefaultsFileTest, AFileWithoutADictionaryAtItsTopIsDamaged) {
+  for (const PropertyList& top : {PropertyList(Array{"Key", 1}), PropertyList("Key")}) {
+    put(*xmlPropertyList(top));
+    EXPECT_TRUE(file_.object("Key").isNull());
+  }
+  EXPECT_THAT(lines(), ElementsAre(HasSubstr("no dictionary"), HasSubstr("no dictionary")));
+  file_.set("Key", 1);
+  EXPECT_EQ(bytesAt(path_.string() + ".damaged"), *xmlPropertyList("Key"));
+}
+
+TEST_F(DefaultsFileTest, AnEmptyFileIsDamaged) {
+  put("");
+  EXPECT_TRUE(file_.object("Key").isNull());
+  EXPECT_TRUE(file_.object("Key").isNull());
+  EXPECT_THAT(lines(), SizeIs(1));
+  file_.set("Key", 1);
+  EXPECT_EQ(file_.object("Key"), PropertyList(1));
+}
+
+TEST_F(DefaultsFileTest, AHugeFileIsNotReadButKept) {
+  put("");
+  fs::resize_file(path_, std::uintmax_t{65} << 20);
+  EXPECT_TRUE(file_.object("Key").isNull());
+  EXPECT_THAT(lines(), SizeIs(1));
+  file_.set("Key", 1);
+  EXPECT_EQ(fs::file_size(path_.string() + ".damaged"), std::uintmax_t{65} << 20);
+}
+
+TEST_F(DefaultsFileTest, ADirectoryInThePlaceOfTheFileIsKeptBeside) {
+  putAt(path_ / "inside", "kept");
+  EXPECT_TRUE(file_.object("Key").isNull());
+  EXPECT_TRUE(file_.object("Key").isNull());
+  EXPECT_THAT(lines(), SizeIs(1));
+  file_.set("Key", 1);
+  EXPECT_EQ(file_.object("Key"), PropertyList(1));
+  EXPECT_EQ(bytesAt(fs::path(path_.string() + ".damaged") / "inside"), "kept");
+  EXPECT_THAT(lines(), SizeIs(1));
+}
+
+TEST_F(DefaultsFileTest, APipeInThePlaceOfTheFileHoldsNobodyUp) {
+  fs::create_directories(path_.parent_path());
+  ASSERT_EQ(::mkfifo(path_.c_str(), 0600), 0);
+  EXPECT_TRUE(file_.object("Key").isNull());
+  file_.set("Key", 1);
+  EXPECT_EQ(file_.object("Key"), PropertyList(1));
+}
+
+TEST_F(DefaultsFileTest, AnotherApplicationsFileIsNobodysBusiness) {
+  put("no property list");
+  DefaultsFile silent(path_, DefaultsFile::Log::Nothing);
+  EXPECT_TRUE(silent.object("Key").isNull());
+  EXPECT_THAT(lines(), IsEmpty());
+}
+
+// Links
+
+TEST_F(DefaultsFileTest, ALinkStaysOneAndItsTargetIsReplaced) {
+  const fs::path target = directory_.path() / "dotfiles" / "vembrix.plist";
+  putAt(target, *xmlPropertyList(Dictionary{{"Theirs", 1}}));
+  fs::create_directories(path_.parent_path());
+  fs::create_symlink("../../dotfiles/middle", path_);
+  fs::create_symlink(target, target.parent_path() / "middle");
+  file_.set("Ours", 2);
+  EXPECT_TRUE(fs::is_symlink(path_));
+  EXPECT_FALSE(fs::is_symlink(target));
+  EXPECT_EQ(stored(), PropertyList(Dictionary{{"Theirs", 1}, {"Ours", 2}}));
+  EXPECT_EQ(file_.object("Ours"), PropertyList(2));
+  EXPECT_THAT(namesIn(target.parent_path()), UnorderedElementsAre("middle", "vembrix.plist"));
+  EXPECT_THAT(names(), SizeIs(1));
+}
+
+TEST_F(DefaultsFileTest, ALinkToNothingGetsItsTarget) {
+  const fs::path target = directory_.path() / "target.plist";
+  fs::create_directories(path_.parent_path());
+  fs::create_symlink(target, path_);
+  EXPECT_TRUE(file_.object("Key").isNull());
+  file_.set("Key", 1);
+  EXPECT_TRUE(fs::is_symlink(path_));
+  EXPECT_EQ(bytesAt(target), bytes());
+  EXPECT_EQ(file_.object("Key"), PropertyList(1));
+  EXPECT_THAT(lines(), IsEmpty());
+}
+
+TEST_F(DefaultsFileTest, ALinkToItselfIsKeptBeside) {
+  fs::create_directories(path_.parent_path());
+  fs::create_symlink(path_, path_);
+  EXPECT_TRUE(file_.object("Key").isNull());
+  EXPECT_THAT(lines(), SizeIs(1));
+  file_.set("Key", 1);
+  EXPECT_EQ(file_.object("Key"), PropertyList(1));
+  EXPECT_TRUE(fs::is_symlink(path_.string() + ".damaged"));
+}
+
+// The temporary file
+
+TEST_F(DefaultsFileTest, ATemporaryThatWasLeftBehindIsTakenOver) {
+  putAt(temporary_, std::string(100000, 'x'));
+  file_.set("Key", 1);
+  EXPECT_EQ(stored(), PropertyList(Dictionary{{"Key", 1}}));
+  EXPECT_FALSE(fs::exists(temporary_));
+  EXPECT_EQ(modeOf(path_), 0600U);
+}
+
+TEST_F(DefaultsFileTest, ATemporaryThatIsALinkIsNotFollowed) {
+  file_.set("Key", 1);
+  const fs::path other = directory_.write("other", "kept");
+  fs::create_symlink(other, temporary_);
+  file_.set("Key", 2);
+  EXPECT_EQ(bytesAt(other), "kept");
+  EXPECT_EQ(stored(), PropertyList(Dictionary{{"Key", 1}}));
+  EXPECT_THAT(lines(), SizeIs(1));
+}
+
+TEST_F(DefaultsFileTest, ATemporaryThatIsAlsoAnotherFileLeavesThatAlone) {
+  const fs::path other = directory_.write("other", "kept");
+  fs::create_directories(path_.parent_path());
+  fs::create_hard_link(other, temporary_);
+  file_.set("Key", 1);
+  EXPECT_EQ(bytesAt(other), "kept");
+  EXPECT_EQ(stored(), PropertyList(Dictionary{{"Key", 1}}));
+}
+
+// Writes that fail
+
+TEST_F(DefaultsFileTest, AFailureIsLoggedOnceAndLosesNothing) {
+  file_.set("Key", "former");
+  fs::create_directory(temporary_);
+  file_.set("Key", "new");
+  file_.set("Key", "newer");
+  file_.set("Other", 1);
+  EXPECT_THAT(lines(), ElementsAre(HasSubstr("cannot write")));
+  EXPECT_EQ(file_.object("Key"), PropertyList("former"));
+  fs::remove(temporary_);
+  file_.set("Key", "new");
+  EXPECT_EQ(file_.object("Key"), PropertyList("new"));
+  fs::create_directory(temporary_);
+  file_.set("Key", "newest");
+  EXPECT_THAT(lines(), SizeIs(2)) << "another failure than the first";
+}
+
+TEST_F(DefaultsFileTest, AFullDiskLosesNothing) {
+  file_.set("Key", "former");
+  const std::string former = bytes();
+  rlimit limit{};
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
+  std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit small{4096, limit.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+  file_.set("Large", Data(100000, 1));
+  file_.set("Large", Data(200000, 1));
+  EXPECT_EQ(bytes(), former);
+  EXPECT_THAT(names(), SizeIs(1)) << "what was written of it is gone";
+  EXPECT_THAT(lines(), ElementsAre(HasSubstr("cannot write")));
+  file_.set("Key", "small enough");
+  EXPECT_EQ(file_.object("Key"), PropertyList("small enough"));
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+  file_.set("Large", Data(100000, 1));
+  EXPECT_TRUE(file_.object("Large") == PropertyList(Data(100000, 1)));
+}
+
+TEST_F(DefaultsFileTest, WhereNoDirectoryCanBeMadeNothingIsStored) {
+  putAt(directory_.path() / "config", "a file");
+  EXPECT_TRUE(file_.object("Key").isNull());
+  EXPECT_THAT(lines(), IsEmpty()) << "it is missing, no more";
+  file_.set("Key", 1);
+  EXPECT_TRUE(file_.object("Key").isNull());
+  EXPECT_THAT(lines(), ElementsAre(HasSubstr("cannot write")));
+}
+
+TEST_F(DefaultsFileTest, AValueThatIsNoPropertyListIsLoggedAndLost) {
+  file_.set("Key", "kept");
+  file_.set("Key", Array{PropertyList()});
+  EXPECT_THAT(lines(), ElementsAre(HasSubstr("Key")));
+  EXPECT_EQ(stored(), PropertyList(Dictionary{{"Key", "kept"}}));
+}
+
+// Other writers
+
+/// Another process that has begun to write, as far as locks can tell.
+class OtherWriter {
+ public:
+  explicit OtherWriter(const fs::path& temporary)
+      : descriptor_(::open(temporary.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
+    EXPECT_EQ(::flock(descriptor_, LOCK_EX | LOCK_NB), 0);
+  }
+  ~OtherWriter() { ::close(descriptor_); }
+  OtherWriter(const OtherWriter&) = delete;
+  OtherWriter& operator=(const OtherWriter&) = delete;
+
+ private:
+  int descriptor_;
+};
+
+TEST_F(DefaultsFileTest, ItWaitsForAnotherWriter) {
+  file_.set("Key", 1);
+  auto other = std::make_unique<OtherWriter>(temporary_);
+  std::thread release([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    other.reset();
+  });
+  file_.set("Key", 2);
+  release.join();
+  EXPECT_EQ(file_.object("Key"), PropertyList(2));
+  EXPECT_THAT(lines(), IsEmpty());
+}
+
+TEST_F(DefaultsFileTest, ItDoesNotWaitForeverForAnotherWriter) {
+  file_.set("Key", 1);
+  {
+    const OtherWriter other(temporary_);
+    auto start = Clock::now();
+    file_.set("Key", 2);
+    EXPECT_LT(Clock::now() - start, std::chrono::seconds(3));
+    start = Clock::now();
+    file_.set("Key", 3);
+    EXPECT_LT(Clock::now() - start, std::chrono::milliseconds(500)) << "and not a second time";
+    EXPECT_THAT(lines(), ElementsAre(HasSubstr("cannot write")));
+    EXPECT_EQ(file_.object("Key"), PropertyList(1));
+    EXPECT_TRUE(fs::exists(temporary_)) << "it is the other's";
+  }
+  file_.set("Key", 4);
+  EXPECT_EQ(file_.object("Key"), PropertyList(4));
+}
+
+TEST_F(DefaultsFileTest, AWriteBetweenReadingAndWritingIsKept) {
+  file_.set("Ours", 1);
+  {
+    DefaultsFile other(path_, DefaultsFile::Log::Failures);
+    other.set("Theirs", 2);
+  }
+  file_.set("Ours", 3);
+  EXPECT_EQ(stored(), PropertyList(Dictionary{{"Ours", 3}, {"Theirs", 2}}));
+}
+
+}  // namespace
+
+SystemLog& SystemLog::shared() {
+  return RecordingLog::recording();
+}
+
+}  // namespace vembrix

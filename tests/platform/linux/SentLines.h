@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vembrix {
+
+/// What this process has sent to the system's log, oldest first. In a program
+/// that asks, nothing of it arrives there.
+std::vector<std::string> sentLines();
+
+/// The identifier that its lines carry.
+std::string logIdentifier();
+
+}  // namespace vembrix
