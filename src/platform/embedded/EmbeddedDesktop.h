@@ -105,6 +105,10 @@ class EmbeddedDesktop {
   EmbeddedInput& input() { return input_; }
   /// The session's gesture events.
   EventStream& events() { return events_; }
+  /// An event that this process posts, and a tap on all events, as the seam has
+  /// them: they need the permission.
+  std::unique_ptr<DockSwipeEvent> makeSwipeEvent();
+  std::unique_ptr<EventTap> makeTap(EventTap::Handler handler);
   /// The user swipes on the trackpad, all at once.
   void swipe(Dock::Direction direction);
   /// How long Spaces slide after a swipe has ended; 200 ms at first.

@@ -31,6 +31,16 @@ PropertyList windowDescription(const std::string& owner, const Size& size) {
 
 }  // namespace
 
+std::unique_ptr<DockSwipeEvent> EmbeddedDesktop::makeSwipeEvent() {
+  // Any process but a device, which is 0.
+  constexpr std::int64_t kOwnProcess = 1;
+  return events_.makeEvent(kOwnProcess, [this] { return trusted_; });
+}
+
+std::unique_ptr<EventTap> EmbeddedDesktop::makeTap(EventTap::Handler handler) {
+  return trusted_ ? events_.makeTap(std::move(handler)) : nullptr;
+}
+
 void EmbeddedDesktop::swipe(Dock::Direction direction) {
   const double s = direction == Dock::Direction::Right ? 1 : -1;
   events_.send(swipeEvent(dockswipe::Begin, s * 0.01, s * 0.5));

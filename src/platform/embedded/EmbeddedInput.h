@@ -1,11 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
-#include <vector>
+#include <functional>
 
 #include "platform/InputMonitor.h"
-#include "platform/embedded/EventStream.h"
+#include "platform/embedded/GlobalMonitors.h"
 
 namespace vembrix {
 
@@ -31,13 +30,7 @@ class EmbeddedInput : public InputMonitor {
   void setKeysTold(std::function<bool()> told) { keysTold_ = std::move(told); }
 
  private:
-  struct Monitor {
-    std::uint64_t mask = 0;
-    std::function<void()> handler;
-    bool ended = false;
-  };
-
-  std::vector<std::shared_ptr<Monitor>> monitors_;
+  GlobalMonitors monitors_{[] {}};
   std::function<bool()> keysTold_ = [] { return true; };
   bool monitorsGiven_ = true;
   Point mouse_;

@@ -42,18 +42,11 @@ WindowServer& WindowServer::shared() {
 }
 
 std::unique_ptr<DockSwipeEvent> DockSwipeEvent::create() {
-  EmbeddedDesktop& desktop = EmbeddedDesktop::shared();
-  // Any process but a device, which is 0.
-  constexpr std::int64_t kOwnProcess = 1;
-  return desktop.events().makeEvent(kOwnProcess, [&desktop] {
-    return desktop.accessibility().isProcessTrusted(Accessibility::Prompt::No);
-  });
+  return EmbeddedDesktop::shared().makeSwipeEvent();
 }
 
 std::unique_ptr<EventTap> EventTap::create(Handler handler) {
-  EmbeddedDesktop& desktop = EmbeddedDesktop::shared();
-  if (!desktop.accessibility().isProcessTrusted(Accessibility::Prompt::No)) return nullptr;
-  return desktop.events().makeTap(std::move(handler));
+  return EmbeddedDesktop::shared().makeTap(std::move(handler));
 }
 
 NotificationCenter& NotificationCenter::defaultCenter() {

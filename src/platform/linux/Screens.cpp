@@ -13,6 +13,7 @@
 #include "platform/embedded/EmbeddedDesktop.h"
 #include "platform/linux/ActiveWindow.h"
 #include "platform/linux/ChosenDesktop.h"
+#include "platform/linux/ScreenCoordinates.h"
 
 namespace vembrix {
 namespace {
@@ -35,11 +36,6 @@ std::vector<Screen> read() {
                        flipped(screen->availableGeometry(), primary), screen->devicePixelRatio()});
   }
   return screens;
-}
-
-/// In pixels; Qt scales the extent of a screen, not its place.
-QRect nativeGeometry(const QScreen& screen) {
-  return {screen.geometry().topLeft(), screen.size() * screen.devicePixelRatio()};
 }
 
 /// In Qt's list; -1 when it has none.

@@ -1,8 +1,12 @@
 #include "platform/WindowServer.h"
 
+#include <optional>
+
+#include "platform/Application.h"
 #include "platform/embedded/EmbeddedDesktop.h"
 #include "platform/linux/ChosenDesktop.h"
 #include "platform/linux/X11Desktop.h"
+#include "platform/linux/X11WindowList.h"
 
 namespace vembrix {
 namespace {
@@ -25,14 +29,26 @@ class X11WindowServer : public WindowServer {
     if (display == X11Desktop::kDisplay) desktop_.activate(space);
   }
 
+  PropertyList CGWindowListCopyWindowInfo(std::uint32_t options) override {
+    if (!windows_) {
+      // Its connection needs the application's event loop.
+      Application::shared();
+      windows_.emplace(X11Connection::open(), desktop_);
+    }
+    return windows_->list(options);
+  }
+
  private:
   X11Desktop& desktop_;
+  /// Followed from the first question on.
+  std::optional<X11WindowList> windows_;
 };
 
 WindowServer& choose() {
   X11Desktop* x11 = chosenDesktop().x11;
   if (!x11) return EmbeddedDesktop::shared().windowServer();
-  static X11WindowServer server(*x11);
+  // Never destroyed: Qt, which feeds it, is not either.
+  static auto& server = *new X11WindowServer(*x11);
   return server;
 }
 

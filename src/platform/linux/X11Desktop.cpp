@@ -61,11 +61,12 @@ X11Desktop::SpaceID X11Desktop::activeSpace() const {
   return isKnown(space) ? space : 0;
 }
 
-void X11Desktop::activate(SpaceID space) {
-  if (!isKnown(space)) return;
+bool X11Desktop::activate(SpaceID space) {
+  if (!isKnown(space)) return false;
   xcb_ewmh_request_change_current_desktop(connection_->ewmh(), connection_->screen(),
                                           static_cast<std::uint32_t>(space - 1), XCB_CURRENT_TIME);
   flush();
+  return true;
 }
 
 void X11Desktop::setName(SpaceID space, std::string_view name) {

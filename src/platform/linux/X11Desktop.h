@@ -57,7 +57,8 @@ class X11Desktop {
   [[nodiscard]] SpaceID activeSpace() const;
 
   /// Asks the window manager to go to the Space; an unknown one is ignored.
-  void activate(SpaceID space);
+  /// Whether it was asked.
+  bool activate(SpaceID space);
 
   /// Writes the Space's name where pagers read it; the others keep theirs. An
   /// unknown Space is ignored, a name that it has already costs nothing.

@@ -1,0 +1,17 @@
+#include "platform/InputMonitor.h"
+
+#include "platform/Application.h"
+#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/linux/ChosenDesktop.h"
+#include "platform/linux/X11Input.h"
+
+namespace vembrix {
+
+InputMonitor& InputMonitor::shared() {
+  if (!chosenDesktop().x11) return EmbeddedDesktop::shared().input();
+  // Qt tells of the program's own windows only as an application.
+  Application::shared();
+  return X11Input::shared();
+}
+
+}  // namespace vembrix

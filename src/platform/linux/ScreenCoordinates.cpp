@@ -1,0 +1,50 @@
+#include "platform/linux/ScreenCoordinates.h"
+
+#include <QGuiApplication>
+#include <QList>
+#include <QPointF>
+#include <QScreen>
+#include <algorithm>
+
+namespace vembrix {
+namespace {
+
+/// The primary one for a place between the screens; null when there is none.
+const QScreen* screenOfPixel(const QPoint& pixel) {
+  const QList<QScreen*> screens = QGuiApplication::screens();
+  const auto found = std::find_if(screens.begin(), screens.end(), [&](const QScreen* screen) {
+    return nativeGeometry(*screen).contains(pixel);
+  });
+  if (found != screens.end()) return *found;
+  return screens.isEmpty() ? nullptr : screens.constFirst();
+}
+
+/// Counted down from the top left corner of the primary screen.
+QPointF place(const QPoint& pixel, const QScreen& screen) {
+  const QPoint origin = screen.geometry().topLeft();
+  const QPoint primary = QGuiApplication::primaryScreen()->geometry().topLeft();
+  return QPointF(pixel - origin) / screen.devicePixelRatio() + (origin - primary);
+}
+
+}  // namespace
+
+QRect nativeGeometry(const QScreen& screen) {
+  return {screen.geometry().topLeft(), screen.size() * screen.devicePixelRatio()};
+}
+
+Point pointOfPixel(const QPoint& pixel) {
+  const QScreen* screen = screenOfPixel(pixel);
+  if (!screen) return {};
+  const QPointF fromTop = place(pixel, *screen);
+  return {fromTop.x(), QGuiApplication::primaryScreen()->geometry().height() - fromTop.y()};
+}
+
+Rect windowBoundsOfPixels(const QRect& pixels) {
+  const QScreen* screen = screenOfPixel(pixels.center());
+  if (!screen) return {};
+  const QPointF corner = place(pixels.topLeft(), *screen);
+  const double scale = screen->devicePixelRatio();
+  return {corner.x(), corner.y(), pixels.width() / scale, pixels.height() / scale};
+}
+
+}  // namespace vembrix

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QPoint>
+#include <QRect>
+
+#include "platform/Geometry.h"
+
+class QScreen;
+
+namespace vembrix {
+
+// Between the pixels of the X server and the seam's points. Main thread; need a
+// Qt application.
+
+/// In pixels; Qt scales the extent of a screen, not its place.
+QRect nativeGeometry(const QScreen& screen);
+
+/// The place of the pixel in global coordinates.
+Point pointOfPixel(const QPoint& pixel);
+
+/// The size in points on the screen where the centre of the rectangle of pixels
+/// is, and its top left corner, counted down from that of the primary screen.
+Rect windowBoundsOfPixels(const QRect& pixels);
+
+}  // namespace vembrix

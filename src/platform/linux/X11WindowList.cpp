@@ -1,0 +1,260 @@
+#include "platform/linux/X11WindowList.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "platform/linux/ScreenCoordinates.h"
+#include "platform/linux/WindowFacts.h"
+
+namespace vembrix {
+namespace {
+
+constexpr std::uint8_t kSentEvent = 0x80;
+constexpr std::uint32_t kAllDesktops = 0xFFFFFFFF;
+
+template <typename Event>
+const Event& as(const xcb_generic_event_t& event) {
+  return reinterpret_cast<const Event&>(event);
+}
+
+void select(X11Connection& connection, xcb_window_t window, std::uint32_t events) {
+  xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &events);
+}
+
+/// The place of a window with its border.
+template <typename Geometry>
+QRect outerRect(const Geometry& geometry) {
+  return {geometry.x, geometry.y, geometry.width + 2 * geometry.border_width,
+          geometry.height + 2 * geometry.border_width};
+}
+
+}  // namespace
+
+X11WindowList::X11WindowList(std::unique_ptr<X11Connection> connection, const X11Desktop& desktop)
+    : desktop_(desktop) {
+  if (!connection) return;
+  reader_ = std::make_unique<X11EventReader>(
+      std::move(connection),
+      X11EventReader::Handlers{[this](const xcb_generic_event_t& event) { note(event); },
+                               [this] { refresh(); }});
+  readAll();
+}
+
+void X11WindowList::readAll() {
+  X11Connection& connection = reader_->connection();
+  xcb_connection_t* xcb = connection.xcb();
+  // Selected first, so that no change falls in between.
+  select(connection, connection.root(), XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+  const XcbPtr<xcb_query_tree_reply_t> tree{
+      xcb_query_tree_reply(xcb, xcb_query_tree_unchecked(xcb, connection.root()), nullptr)};
+  if (!tree) return;
+  const xcb_window_t* children = xcb_query_tree_children(tree.get());
+  const int count = xcb_query_tree_children_length(tree.get());
+  // All questions, then all answers: one round trip.
+  std::vector<std::pair<xcb_get_geometry_cookie_t, xcb_get_window_attributes_cookie_t>> cookies;
+  for (int i = 0; i < count; ++i) {
+    cookies.emplace_back(xcb_get_geometry_unchecked(xcb, children[i]),
+                         xcb_get_window_attributes_unchecked(xcb, children[i]));
+  }
+  for (int i = 0; i < count; ++i) {
+    const auto& cookie = cookies[static_cast<std::size_t>(i)];
+    const XcbPtr<xcb_get_geometry_reply_t> geometry{
+        xcb_get_geometry_reply(xcb, cookie.first, nullptr)};
+    const XcbPtr<xcb_get_window_attributes_reply_t> attributes{
+        xcb_get_window_attributes_reply(xcb, cookie.second, nullptr)};
+    if (!geometry || !attributes) continue;
+    add(children[i], outerRect(*geometry));
+    setMapped(children[i], attributes->map_state != XCB_MAP_STATE_UNMAPPED);
+  }
+  refresh();
+  reader_->readSoon();
+}
+
+// Events
+
+void X11WindowList::note(const xcb_generic_event_t& event) {
+  const xcb_window_t root = reader_->connection().root();
+  switch (event.response_type & ~kSentEvent) {
+    case XCB_CREATE_NOTIFY: {
+      const auto& created = as<xcb_create_notify_event_t>(event);
+      if (created.parent == root) add(created.window, outerRect(created));
+      break;
+    }
+    case XCB_DESTROY_NOTIFY:
+      remove(as<xcb_destroy_notify_event_t>(event).window);
+      break;
+    case XCB_MAP_NOTIFY: {
+      const auto& mapped = as<xcb_map_notify_event_t>(event);
+      if (mapped.event == root) setMapped(mapped.window, true);
+      break;
+    }
+    case XCB_UNMAP_NOTIFY: {
+      const auto& unmapped = as<xcb_unmap_notify_event_t>(event);
+      if (unmapped.event == root) setMapped(unmapped.window, false);
+      break;
+    }
+    case XCB_REPARENT_NOTIFY:
+      noteReparenting(as<xcb_reparent_notify_event_t>(event));
+      break;
+    case XCB_CONFIGURE_NOTIFY:
+      noteConfiguration(as<xcb_configure_notify_event_t>(event));
+      break;
+    case XCB_CIRCULATE_NOTIFY: {
+      const auto& circulated = as<xcb_circulate_notify_event_t>(event);
+      const bool toTop = circulated.place == XCB_PLACE_ON_TOP && !windows_.empty();
+      restack(circulated.window, toTop ? windows_.back().id : xcb_window_t{XCB_WINDOW_NONE});
+      break;
+    }
+    case XCB_PROPERTY_NOTIFY:
+      noteProperty(as<xcb_property_notify_event_t>(event));
+      break;
+    default:
+      // Errors among them: a window may go at any time.
+      break;
+  }
+}
+
+void X11WindowList::noteConfiguration(const xcb_configure_notify_event_t& event) {
+  // Of the windows in the frames nothing but coming and going matters.
+  const auto window = find(event.window);
+  if (window == windows_.end()) return;
+  const QRect pixels = outerRect(event);
+  if (window->pixels != pixels) {
+    window->pixels = pixels;
+    answers_ = {};
+  }
+  restack(event.window, event.above_sibling);
+}
+
+void X11WindowList::noteReparenting(const xcb_reparent_notify_event_t& event) {
+  const xcb_window_t root = reader_->connection().root();
+  if (event.event == root) {
+    remove(event.window);
+    if (event.parent == root) {
+      // Its size is told by no event of its coming; it is not mapped yet.
+      xcb_connection_t* xcb = reader_->connection().xcb();
+      const XcbPtr<xcb_get_geometry_reply_t> geometry{
+          xcb_get_geometry_reply(xcb, xcb_get_geometry_unchecked(xcb, event.window), nullptr)};
+      if (geometry) add(event.window, outerRect(*geometry));
+    }
+  } else if (const auto frame = find(event.event); frame != windows_.end()) {
+    frame->isStale = true;
+  }
+}
+
+void X11WindowList::noteProperty(const xcb_property_notify_event_t& event) {
+  const xcb_ewmh_connection_t& atoms = *reader_->connection().ewmh();
+  const bool matters = event.atom == XCB_ATOM_WM_CLASS || event.atom == atoms._NET_WM_DESKTOP ||
+                       event.atom == atoms._NET_WM_WINDOW_TYPE || event.atom == atoms._NET_WM_PID;
+  if (!matters) return;
+  const auto window = std::ranges::find_if(windows_, [&](const Window& candidate) {
+    return candidate.id == event.window || candidate.client == event.window;
+  });
+  if (window != windows_.end()) window->isStale = true;
+}
+
+void X11WindowList::setMapped(xcb_window_t id, bool isMapped) {
+  const auto window = find(id);
+  if (window == windows_.end() || window->isMapped == isMapped) return;
+  window->isMapped = isMapped;
+  if (isMapped) window->isStale = true;
+  answers_ = {};
+}
+
+X11WindowList::Windows::iterator X11WindowList::find(xcb_window_t id) {
+  return std::ranges::find(windows_, id, &Window::id);
+}
+
+void X11WindowList::add(xcb_window_t id, const QRect& pixels) {
+  if (find(id) != windows_.end()) return;
+  windows_.emplace_back();
+  windows_.back().id = id;
+  windows_.back().pixels = pixels;
+}
+
+void X11WindowList::remove(xcb_window_t id) {
+  const auto window = find(id);
+  if (window == windows_.end()) return;
+  if (window->isMapped) answers_ = {};
+  windows_.erase(window);
+}
+
+void X11WindowList::restack(xcb_window_t id, xcb_window_t sibling) {
+  const auto window = find(id);
+  if (window == windows_.end() || sibling == id) return;
+  const bool isBottom = window == windows_.begin();
+  const xcb_window_t below = isBottom ? xcb_window_t{XCB_WINDOW_NONE} : std::prev(window)->id;
+  if (below == sibling) return;
+  Window moved = std::move(*window);
+  windows_.erase(window);
+  const auto above = find(sibling);
+  // A sibling that is not known (any more) says nothing: to the bottom as well.
+  const auto place = above == windows_.end() ? windows_.begin() : std::next(above);
+  windows_.insert(place, std::move(moved));
+  answers_ = {};
+}
+
+// What the windows are
+
+void X11WindowList::refresh() {
+  for (Window& window : windows_) {
+    if (!window.isMapped || !window.isStale) continue;
+    read(window);
+    answers_ = {};
+  }
+}
+
+void X11WindowList::read(Window& window) {
+  X11Connection& connection = reader_->connection();
+  window.isStale = false;
+  // Frames may get their window after they are shown.
+  select(connection, window.id,
+         XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
+  window.client = clientWithin(connection, window.id);
+  if (window.client != window.id) {
+    select(connection, window.client, XCB_EVENT_MASK_PROPERTY_CHANGE);
+  }
+  WindowFacts facts = readWindowFacts(connection, window.client);
+  window.owner = std::move(facts.owner);
+  window.isDesktopElement = facts.isDesktopElement;
+  window.isInvisible = facts.isInvisible;
+  window.desktop = facts.desktop;
+}
+
+// Answers
+
+PropertyList X11WindowList::list(std::uint32_t options) {
+  const X11Desktop::SpaceID active = desktop_.activeSpace();
+  if (std::exchange(answeredSpace_, active) != active) answers_ = {};
+  const bool withDesktopElements = (options & WindowServer::excludeDesktopElements) == 0;
+  std::optional<PropertyList>& answer = answers_[withDesktopElements ? 0 : 1];
+  if (!answer) answer = build(withDesktopElements);
+  return *answer;
+}
+
+bool X11WindowList::isOnScreen(const Window& window) const {
+  if (!window.isMapped || window.isInvisible) return false;
+  // Most window managers unmap the windows of other desktops, but not those that
+  // draw the screen themselves.
+  if (!window.desktop || *window.desktop == kAllDesktops || answeredSpace_ == 0) return true;
+  return X11Desktop::SpaceID{*window.desktop} + 1 == answeredSpace_;
+}
+
+PropertyList X11WindowList::build(bool withDesktopElements) const {
+  PropertyList::Array list;
+  for (auto window = windows_.rbegin(); window != windows_.rend(); ++window) {
+    if (!isOnScreen(*window) || (window->isDesktopElement && !withDesktopElements)) continue;
+    const Rect bounds = windowBoundsOfPixels(window->pixels);
+    PropertyList::Dictionary description{
+        {"kCGWindowBounds", PropertyList::Dictionary{{"X", bounds.x},
+                                                     {"Y", bounds.y},
+                                                     {"Width", bounds.width},
+                                                     {"Height", bounds.height}}}};
+    if (!window->owner.empty()) description.emplace("kCGWindowOwnerName", window->owner);
+    list.emplace_back(std::move(description));
+  }
+  return list;
+}
+
+}  // namespace vembrix

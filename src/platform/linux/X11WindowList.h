@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QRect>
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/PropertyList.h"
+#include "platform/linux/X11Desktop.h"
+#include "platform/linux/X11EventReader.h"
+
+namespace vembrix {
+
+/// The windows on the screen as the window server's window list has them. A
+/// model of the root window's children that the X server's events keep up to
+/// date: asking for the list asks the server nothing, and costs nothing while
+/// nothing changes. Windows that are not shown are not looked at. Main thread;
+/// needs a Qt application.
+class X11WindowList {
+ public:
+  /// Null: there are no windows to tell of.
+  X11WindowList(std::unique_ptr<X11Connection> connection, const X11Desktop& desktop);
+  X11WindowList(const X11WindowList&) = delete;
+  X11WindowList& operator=(const X11WindowList&) = delete;
+
+  /// As WindowServer tells it: those on the current desktop, front to back. The
+  /// options choose whether desktop backgrounds count.
+  [[nodiscard]] PropertyList list(std::uint32_t options);
+
+ private:
+  struct Window {
+    /// The child of the root: a window manager's frame, or what is without one.
+    xcb_window_t id = XCB_WINDOW_NONE;
+    QRect pixels;
+    bool isMapped = false;
+    /// Whether what follows is to be read (again).
+    bool isStale = false;
+    /// The program's own window, in the frame or the same.
+    xcb_window_t client = XCB_WINDOW_NONE;
+    /// Empty where nobody tells.
+    std::string owner;
+    bool isDesktopElement = false;
+    /// Takes input only and shows nothing.
+    bool isInvisible = false;
+    /// Of which desktop it is; nothing where it is not said.
+    std::optional<std::uint32_t> desktop;
+  };
+  using Windows = std::vector<Window>;
+
+  void readAll();
+  void note(const xcb_generic_event_t& event);
+  void noteConfiguration(const xcb_configure_notify_event_t& event);
+  void noteReparenting(const xcb_reparent_notify_event_t& event);
+  void noteProperty(const xcb_property_notify_event_t& event);
+  void setMapped(xcb_window_t id, bool isMapped);
+  Windows::iterator find(xcb_window_t id);
+  void add(xcb_window_t id, const QRect& pixels);
+  void remove(xcb_window_t id);
+  /// Puts it directly above the other; on the bottom above none.
+  void restack(xcb_window_t id, xcb_window_t sibling);
+
+  void refresh();
+  void read(Window& window);
+
+  [[nodiscard]] bool isOnScreen(const Window& window) const;
+  [[nodiscard]] PropertyList build(bool withDesktopElements) const;
+
+  const X11Desktop& desktop_;
+  std::unique_ptr<X11EventReader> reader_;
+  /// Back to front.
+  Windows windows_;
+
+  /// With desktop elements, and without.
+  std::array<std::optional<PropertyList>, 2> answers_;
+  X11Desktop::SpaceID answeredSpace_ = 0;
+};
+
+}  // namespace vembrix
