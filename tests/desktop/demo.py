@@ -37,6 +37,7 @@ class Demo:
         self._furnish()
         self._program = Vembrix(self._desktop)
         self._program.wait_for_strip()
+        self._program.wait_for_tour()
         self._four_desktops()
         self._stored_name()
         self._foreground()
@@ -92,6 +93,7 @@ class Demo:
             raise AssertionError(f"Vembrix did not end in order: {self._program.log_lines()}")
         self._program = Vembrix(self._desktop)
         self._program.wait_for_strip()
+        self._program.wait_for_tour()
 
     def _four_desktops(self):
         for index, color in enumerate((PINK, BLUE, GREEN, PEACH)):

@@ -15,7 +15,7 @@ class EndTest(DesktopTest):
     def test_ends_in_order_when_it_is_asked_to(self):
         program = self.launch()
         self.assertEqual(program.end(), 0)
-        self.assertEqual(program.log_lines(), [])
+        self.assertEqual(program.lines_besides_tour(), [])
 
     def test_ends_with_one_line_when_the_display_goes(self):
         for number in (signal.SIGTERM, signal.SIGKILL):
@@ -24,7 +24,7 @@ class EndTest(DesktopTest):
                 self.desktop.end_server(number)
                 status = program.process.wait()
                 self.assertGreater(status, 0, "a status of its own, not a signal")
-                self.assertEqual(len(program.log_lines()), 1, program.process.output())
+                self.assertEqual(len(program.lines_besides_tour()), 1, program.process.output())
                 self.desktop.end()
                 self.setUp()
 
@@ -42,8 +42,8 @@ class NoWindowManagerTest(DesktopTest):
     def test_does_without_in_the_end(self):
         program = Vembrix(self.desktop)
         program.wait_for_title("Desktop 1", PATIENCE)
-        self.assertEqual(len(program.log_lines()), 1, program.process.output())
-        self.assertIn("no window manager", program.log_lines()[0])
+        self.assertEqual(len(program.lines_besides_tour()), 1, program.process.output())
+        self.assertIn("no window manager", program.lines_besides_tour()[0])
         x, y, width, _ = program.wait_for_strip().frame()
         self.assertEqual((x + width, y), (self.desktop.size[0], 0))
         self.assertEqual(program.end(), 0)
@@ -62,8 +62,8 @@ class NoDisplayTest(DesktopTest):
 
     def check_it_runs_without(self, program):
         wait_until(lambda: self.defaults.read().get("KnownSpaceUUIDs"), "its launch")
-        self.assertEqual(len(program.log_lines()), 1, program.process.output())
-        self.assertIn("without a screen", program.log_lines()[0])
+        self.assertEqual(len(program.lines_besides_tour()), 1, program.process.output())
+        self.assertIn("without a screen", program.lines_besides_tour()[0])
         self.assertEqual(program.end(), 0)
 
     def test_runs_on_the_desktop_in_the_process(self):
@@ -77,13 +77,15 @@ class NoDisplayTest(DesktopTest):
         program = Vembrix(self.desktop, {"DISPLAY": "", "VEMBRIX_DESKTOP": "x11"})
         status = program.process.wait()
         self.assertGreater(status, 0)
-        self.assertEqual(len(program.log_lines()), 1, program.process.output())
+        self.assertEqual(len(program.lines_besides_tour()), 1, program.process.output())
 
 
 class ForcedTest(DesktopTest):
     def test_the_desktop_in_the_process_leaves_the_real_one_alone(self):
         program = Vembrix(self.desktop, {"VEMBRIX_DESKTOP": "embedded"})
-        wait_until(lambda: self.defaults.read().get("KnownSpaceUUIDs"), "its launch")
+        program.wait_for_strip()
+        program.wait_for_tour()
+        self.assertEqual(self.desktop.current, 0, "the tour was through desktops of its own")
         program.wait_for_title("Desktop 1")
         self.desktop.go_to(2)
         wait_until(lambda: self.desktop.current == 2, "desktop 3")

@@ -6,6 +6,8 @@ from vembrix import Defaults, DesktopTest
 
 
 class MigrationTest(DesktopTest):
+    desktops = 1
+
     def setUp(self):
         super().setUp()
         self.legacy = Defaults(self.desktop, Defaults.LEGACY)

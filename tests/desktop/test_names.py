@@ -16,6 +16,8 @@ NAMES = {
 
 
 class NamesTest(DesktopTest):
+    desktops = 1
+
     def test_shows_names_in_any_writing(self):
         for kind, name in NAMES.items():
             with self.subTest(kind):

@@ -73,6 +73,17 @@ class Vembrix:
     def log_lines(self):
         return [line for line in self.process.output().splitlines() if line.startswith("[Vembrix]")]
 
+    def lines_besides_tour(self):
+        """The log without what is there after every start."""
+        return [line for line in self.log_lines() if not line.startswith("[Vembrix] tour ")]
+
+    def wait_for_tour(self):
+        """Waits until the tour through the desktops, shortly after the start, is over."""
+        wait_until(
+            lambda: "[Vembrix] tour end" in self.log_lines(),
+            lambda: f"the end of the tour; {self._story()}",
+        )
+
     def end(self):
         self.process.send(signal.SIGTERM)
         return self.process.wait()
@@ -149,7 +160,10 @@ class DesktopTest(unittest.TestCase):
         self.defaults = Defaults(self.desktop)
 
     def launch(self, environment=None):
-        """Starts the program and waits until its status item is there."""
+        """Starts the program and waits until its status item is there and, where
+        there are desktops to tour, it has come to rest."""
         program = Vembrix(self.desktop, environment)
         program.wait_for_strip()
+        if self.window_manager and self.desktops > 1:
+            program.wait_for_tour()
         return program

@@ -1,0 +1,102 @@
+"""Work in other programs is noticed; everything else is not."""
+
+import time
+import unittest
+
+from processes import wait_until
+from vembrix import DesktopTest
+
+# Longer than anything that was noticed takes to be stored.
+QUIET = 0.5
+
+
+class HeatTest(DesktopTest):
+    def setUp(self):
+        super().setUp()
+        self.program = self.launch()
+        self.desktop.start(["xev", "-geometry", "400x300+100+200"])
+        wait_until(
+            lambda: '"Event Tester"' in self.desktop.run("xwininfo", "-root", "-tree"),
+            "another program's window",
+        )
+        self.point_at_other_program()
+        self.focus_other_program()
+        self.assertEqual(self.recency(), [])
+
+    def do(self, *words):
+        self.desktop.run("xdotool", *map(str, words))
+
+    def point_at_other_program(self):
+        self.do("mousemove", 300, 400)
+
+    def focus_other_program(self):
+        self.do("search", "--sync", "--onlyvisible", "--name", "Event Tester", "windowfocus", "--sync")
+
+    def recency(self):
+        return self.defaults.read().get("SpaceHeatRecency", [])
+
+    def wait_for_recency(self, *numbers):
+        wanted = [f"x11-desktop-{number}" for number in numbers]
+        wait_until(
+            lambda: self.recency() == wanted, lambda: f"{wanted}; it is {self.recency()}"
+        )
+
+    def check_nothing_is_noticed(self):
+        time.sleep(QUIET)
+        self.assertEqual(self.recency(), [])
+
+    def go_to(self, number):
+        self.desktop.go_to(number - 1)
+        self.program.wait_for_title(f"Desktop {number}")
+
+    def test_a_click_in_another_program(self):
+        self.do("click", 1)
+        self.wait_for_recency(1)
+        self.go_to(2)
+        self.do("click", 2)
+        self.wait_for_recency(2, 1)
+        self.go_to(3)
+        self.do("click", 3)
+        self.wait_for_recency(3, 2, 1)
+
+    def test_a_key_in_another_program(self):
+        self.do("key", "a")
+        self.wait_for_recency(1)
+
+    def test_the_last_desktop_is_in_front(self):
+        for number, recency in ((1, (1,)), (2, (2, 1)), (4, (4, 2, 1)), (1, (1, 4, 2))):
+            self.go_to(number)
+            self.do("click", 1)
+            self.wait_for_recency(*recency)
+
+    def test_movement_is_no_work(self):
+        self.do("mousemove", 350, 420)
+        self.do("mousemove", 900, 700)
+        self.check_nothing_is_noticed()
+
+    def test_scrolling_is_no_work(self):
+        for button in (4, 5, 6, 7):
+            self.do("click", button)
+        self.check_nothing_is_noticed()
+
+    def test_a_click_on_the_status_item_is_no_work(self):
+        x, y, width, height = self.program.strip().frame()
+        self.do("mousemove", x + width // 2, y + height // 2, "click", 1)
+        self.do("click", 3)
+        self.check_nothing_is_noticed()
+
+    def test_the_order_outlives_the_program(self):
+        self.do("click", 1)
+        self.wait_for_recency(1)
+        self.go_to(3)
+        self.do("click", 1)
+        self.wait_for_recency(3, 1)
+        self.assertEqual(self.program.end(), 0)
+        self.program = self.launch()
+        self.go_to(2)
+        self.do("click", 1)
+        self.wait_for_recency(2, 3, 1)
+
+
+if __name__ == "__main__":
+    unittest.main()
