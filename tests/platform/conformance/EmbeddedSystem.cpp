@@ -42,6 +42,13 @@ class EmbeddedSystem : public SystemUnderTest {
     desktop_.setDisplayFrame("Main", {0, 0, width, height});
   }
 
+  void showWindow(const std::string& owner, const Size& size) override {
+    desktop_.addWindow(owner, size);
+  }
+  std::string dockName() override { return "Dock"; }
+  void press(EventMask type) override { desktop_.input().send(type); }
+  void moveMouse(Point location) override { desktop_.input().moveMouse(location); }
+
  private:
   EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
   EmbeddedMainQueue& queue_ = EmbeddedMainQueue::shared();

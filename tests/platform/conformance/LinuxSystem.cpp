@@ -29,7 +29,8 @@ bool suiteIsOneOf(std::initializer_list<std::string_view> names) {
 class LinuxSystem : public SystemUnderTest {
  public:
   LinuxSystem() {
-    if (suiteIsOneOf({"Accessibility", "Screens", "WindowServer"})) {
+    if (suiteIsOneOf({"Accessibility", "DockSwipe", "EventTap", "InputMonitor", "Screens",
+                      "WindowServer"})) {
       display_.emplace();
       display_->startWindowManager();
       TestSession::setVariable("VEMBRIX_DESKTOP", "x11");
@@ -77,6 +78,38 @@ class LinuxSystem : public SystemUnderTest {
   void resizeScreen(double width, double height) override {
     EXPECT_TRUE(display_->client().resizeScreen(static_cast<std::uint16_t>(width),
                                                 static_cast<std::uint16_t>(height)));
+  }
+
+  void showWindow(const std::string& owner, const Size& size) override {
+    EXPECT_TRUE(display_->client().showWindow(owner, static_cast<std::uint16_t>(size.width),
+                                              static_cast<std::uint16_t>(size.height)));
+  }
+
+  std::string dockName() override { return "skippy-xd"; }
+
+  void press(EventMask type) override {
+    switch (type) {
+      case LeftMouseDown:
+        display_->client().clickButton(1);
+        break;
+      case RightMouseDown:
+        display_->client().clickButton(3);
+        break;
+      case OtherMouseDown:
+        display_->client().clickButton(2);
+        break;
+      case KeyDown:
+        display_->client().pressKey();
+        break;
+      default:
+        FAIL() << "nothing that can be pressed";
+    }
+  }
+
+  void moveMouse(Point location) override {
+    const int height = display_->client().geometry(display_->client().root()).height;
+    display_->client().movePointer(static_cast<std::int16_t>(location.x),
+                                   static_cast<std::int16_t>(height - location.y));
   }
 
  private:

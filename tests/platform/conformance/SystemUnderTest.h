@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "platform/Color.h"
+#include "platform/Geometry.h"
+#include "platform/InputMonitor.h"
 #include "platform/MainQueue.h"
 #include "platform/PropertyList.h"
 #include "platform/WindowServer.h"
@@ -54,6 +56,19 @@ class SystemUnderTest {
 
   /// Resizes the primary screen, in points.
   virtual void resizeScreen(double width, double height) = 0;
+
+  /// Another program shows a window of that size, in front of the others and
+  /// with the user's attention. Its windows go by that name.
+  virtual void showWindow(const std::string& owner, const Size& size) = 0;
+  /// By which name a program goes that shows all windows at once, as the Dock.
+  virtual std::string dockName() = 0;
+
+  // What the user does while another program has the attention.
+
+  /// Presses the button or a key there, and lets it go.
+  virtual void press(EventMask type) = 0;
+  /// Moves the pointer to that place, in points, global coordinates.
+  virtual void moveMouse(Point location) = 0;
 };
 
 }  // namespace vembrix

@@ -49,6 +49,26 @@ class WindowServerConformance : public testing::Test {
 
   std::string display() { return *(*answer().asArray())[0]["Display Identifier"].asString(); }
 
+  static constexpr std::uint32_t kWindowOptions =
+      WindowServer::onScreenOnly | WindowServer::excludeDesktopElements;
+
+  PropertyList windows() { return server_.CGWindowListCopyWindowInfo(kWindowOptions); }
+
+  /// The descriptions of the owner's windows, front to back.
+  std::vector<PropertyList> windowsOf(std::string_view owner) {
+    std::vector<PropertyList> found;
+    const PropertyList all = windows();
+    if (!all.asArrayOfDictionaries()) return found;
+    for (const PropertyList& window : *all.asArrayOfDictionaries()) {
+      const std::string* name = window["kCGWindowOwnerName"].asString();
+      if (name && *name == owner) found.push_back(window);
+    }
+    return found;
+  }
+  bool runUntilWindowsOf(std::string_view owner, std::size_t count) {
+    return system_.runUntil([&] { return windowsOf(owner).size() == count; }, kPatience);
+  }
+
   bool runUntilActive(SpaceID space) {
     return system_.runUntil([&] { return active() == space; }, kPatience);
   }
@@ -196,6 +216,39 @@ TEST_F(WindowServerConformance, ThereMayBeHundredsOfSpaces) {
   EXPECT_TRUE(runUntilActive(last));
   server_.CGSManagedDisplaySetCurrentSpace(connection_, display(), ids()[150]);
   EXPECT_TRUE(runUntilActive(ids()[150]));
+}
+
+TEST_F(WindowServerConformance, ListsWindowsWithOwnerAndBounds) {
+  EXPECT_THAT(windowsOf("Editor"), SizeIs(0));
+  system_.showWindow("Editor", {600, 400});
+  ASSERT_TRUE(runUntilWindowsOf("Editor", 1));
+  const PropertyList bounds = windowsOf("Editor")[0]["kCGWindowBounds"];
+  EXPECT_EQ(bounds["Width"].number(), 600);
+  EXPECT_EQ(bounds["Height"].number(), 400);
+  EXPECT_EQ(bounds["X"].number(), 0);
+  EXPECT_EQ(bounds["Y"].number(), 0);
+}
+
+TEST_F(WindowServerConformance, ListsWindowsFrontToBack) {
+  windows();
+  system_.showWindow("Editor", {600, 400});
+  system_.showWindow("Browser", {500, 300});
+  ASSERT_TRUE(runUntilWindowsOf("Browser", 1));
+  ASSERT_TRUE(runUntilWindowsOf("Editor", 1));
+  const PropertyList all = windows();
+  const auto& list = *all.asArray();
+  const auto place = [&](const char* owner) {
+    return std::ranges::find_if(list, [&](const PropertyList& window) {
+      return window["kCGWindowOwnerName"] == PropertyList(owner);
+    });
+  };
+  EXPECT_LT(place("Browser"), place("Editor"));
+}
+
+TEST_F(WindowServerConformance, AWindowOfTheDocksOverTheScreenIsThere) {
+  system_.showWindow(system_.dockName(), {1440, 900});
+  ASSERT_TRUE(runUntilWindowsOf("Dock", 1));
+  EXPECT_EQ(windowsOf("Dock")[0]["kCGWindowBounds"]["Width"].number(), 1440);
 }
 
 }  // namespace

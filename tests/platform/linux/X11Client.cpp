@@ -1,8 +1,11 @@
 #include "platform/linux/X11Client.h"
 
 #include <poll.h>
+#include <xcb/xcb_icccm.h>
+#include <xcb/xtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -151,6 +154,59 @@ bool X11Client::resizeScreen(std::uint16_t width, std::uint16_t height) {
   if (!configure(mode)) return false;
   xcb_randr_set_screen_size(xcb, root(), width, height, millimetres(width), millimetres(height));
   return geometry(root()) == Geometry{0, 0, width, height};
+}
+
+// The user
+
+bool X11Client::showWindow(const std::string& windowClass, std::uint16_t width,
+                           std::uint16_t height) {
+  xcb_connection_t* xcb = ewmh_.connection;
+  const xcb_window_t window = xcb_generate_id(xcb);
+  const std::uint32_t color = ewmh_.screens[screen_]->white_pixel;
+  xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, root(), 0, 0, width, height, 0,
+                    XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL, &color);
+  std::string classes = windowClass;
+  classes.push_back('\0');
+  classes.append(windowClass).push_back('\0');
+  setProperty(window, "WM_CLASS", {"STRING", 8, classes});
+  // No frame: the size is that of the window, as on other systems.
+  constexpr std::array<std::uint32_t, 5> kUndecorated{2, 0, 0, 0, 0};
+  const xcb_atom_t hintsAtom = atom("_MOTIF_WM_HINTS");
+  xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, hintsAtom, hintsAtom, 32,
+                      kUndecorated.size(), kUndecorated.data());
+  xcb_size_hints_t hints{};
+  xcb_icccm_size_hints_set_position(&hints, 1, 0, 0);
+  xcb_icccm_size_hints_set_min_size(&hints, width, height);
+  xcb_icccm_set_wm_normal_hints(xcb, window, &hints);
+  xcb_map_window(xcb, window);
+  xcb_flush(xcb);
+  return waitUntil(
+      [&] {
+        return cardinals(root(), "_NET_ACTIVE_WINDOW") == std::vector<std::uint32_t>{window} &&
+               geometry(window) == Geometry{0, 0, width, height};
+      },
+      kPatience);
+}
+
+void X11Client::fake(std::uint8_t type, std::uint8_t detail, std::int16_t x, std::int16_t y) {
+  xcb_test_fake_input(ewmh_.connection, type, detail, XCB_CURRENT_TIME, root(), x, y, 0);
+  xcb_flush(ewmh_.connection);
+}
+
+void X11Client::clickButton(std::uint8_t button) {
+  fake(XCB_BUTTON_PRESS, button);
+  fake(XCB_BUTTON_RELEASE, button);
+}
+
+void X11Client::pressKey() {
+  // Right Shift by the usual key codes.
+  constexpr std::uint8_t kKey = 62;
+  fake(XCB_KEY_PRESS, kKey);
+  fake(XCB_KEY_RELEASE, kKey);
+}
+
+void X11Client::movePointer(std::int16_t x, std::int16_t y) {
+  fake(XCB_MOTION_NOTIFY, 0, x, y);
 }
 
 // Windows and properties

@@ -31,6 +31,17 @@ class X11Client {
   /// As the user does with the screen's settings.
   bool resizeScreen(std::uint16_t width, std::uint16_t height);
 
+  /// A window of this client's own, of a program of that class; in front of the
+  /// others and with the focus. Undecorated, at the top left.
+  bool showWindow(const std::string& windowClass, std::uint16_t width, std::uint16_t height);
+
+  // The user's hands, as the devices tell of them.
+
+  void clickButton(std::uint8_t button);
+  /// A key of no meaning.
+  void pressKey();
+  void movePointer(std::int16_t x, std::int16_t y);
+
   [[nodiscard]] xcb_window_t root() const;
   /// Windows of any depth whose WM_WINDOW_ROLE is the given one.
   [[nodiscard]] std::vector<xcb_window_t> windowsOfRole(std::string_view role);
@@ -64,6 +75,7 @@ class X11Client {
   [[nodiscard]] Geometry geometry(xcb_window_t window);
 
  private:
+  void fake(std::uint8_t type, std::uint8_t detail, std::int16_t x = 0, std::int16_t y = 0);
   void tellWindowManager(std::string_view message, std::uint32_t value);
   /// Made where the screen has none of that size.
   xcb_randr_mode_t modeOfSize(const xcb_randr_get_screen_resources_current_reply_t& resources,
