@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/NestingLimit.h"
 #include "platform/linux/XmlPropertyListReader.h"
 #include "platform/linux/XmlText.h"
 
