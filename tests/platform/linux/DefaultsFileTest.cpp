@@ -478,6 +478,21 @@ TEST_F(DefaultsFileTest, ItDoesNotWaitForeverForAnotherWriter) {
   EXPECT_EQ(file_.object("Key"), PropertyList(4));
 }
 
+TEST_F(DefaultsFileTest, WritersAtOneTimeLoseNoKey) {
+  constexpr int kWriters = 4;
+  constexpr int kKeys = 50;
+  std::vector<std::thread> writers;
+  for (int writer = 0; writer < kWriters; ++writer) {
+    writers.emplace_back([this, writer] {
+      DefaultsFile file(path_, DefaultsFile::Log::Nothing);
+      for (int i = 0; i < kKeys; ++i) file.set(std::to_string(writer * kKeys + i), i);
+    });
+  }
+  for (std::thread& writer : writers) writer.join();
+  EXPECT_THAT(*file_.contents(), SizeIs(kWriters * kKeys));
+  EXPECT_THAT(names(), SizeIs(1));
+}
+
 TEST_F(DefaultsFileTest, AWriteBetweenReadingAndWritingIsKept) {
   file_.set("Ours", 1);
   {
