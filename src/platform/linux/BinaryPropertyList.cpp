@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "platform/NestingLimit.h"
-#include "platform/linux/XmlPropertyListReader.h"
 #include "platform/linux/XmlText.h"
 
 namespace vembrix {
