@@ -482,6 +482,7 @@ TEST_F(DefaultsFileTest, WritersAtOneTimeLoseNoKey) {
   constexpr int kWriters = 4;
   constexpr int kKeys = 50;
   std::vector<std::thread> writers;
+  writers.reserve(kWriters);
   for (int writer = 0; writer < kWriters; ++writer) {
     writers.emplace_back([this, writer] {
       DefaultsFile file(path_, DefaultsFile::Log::Nothing);
