@@ -17,6 +17,7 @@ namespace {
 
 std::vector<char*> pointers(std::vector<std::string>& strings) {
   std::vector<char*> result;
+  result.reserve(strings.size() + 1);
   for (std::string& string : strings) result.push_back(string.data());
   result.push_back(nullptr);
   return result;
