@@ -301,6 +301,22 @@ TEST_F(DefaultsFileTest, APipeInThePlaceOfTheFileHoldsNobodyUp) {
   EXPECT_EQ(file_.object("Key"), PropertyList(1));
 }
 
+TEST_F(DefaultsFileTest, AFileThatCannotBeOpenedForNowIsNotLost) {
+  put(*xmlPropertyList(Dictionary{{"Key", 1}}));
+  std::this_thread::sleep_for(std::chrono::milliseconds(3200));
+  rlimit limit{};
+  ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+  const rlimit none{0, limit.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
+  EXPECT_TRUE(file_.object("Key").isNull());
+  EXPECT_TRUE(file_.object("Key").isNull());
+  file_.set("Key", 2);
+  EXPECT_THAT(lines(), ElementsAre(HasSubstr("cannot read"), HasSubstr("cannot write")));
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+  EXPECT_EQ(file_.object("Key"), PropertyList(1));
+  EXPECT_THAT(names(), SizeIs(1));
+}
+
 TEST_F(DefaultsFileTest, AnotherApplicationsFileIsNobodysBusiness) {
   put("no property list");
   DefaultsFile silent(path_, DefaultsFile::Log::Nothing);
