@@ -11,6 +11,7 @@ packages_build=(
   libxcb1-dev
   libxcb-ewmh-dev
   libxcb-icccm4-dev
+  nlohmann-json3-dev
   # The text of the strip.
   fonts-inter
 )
@@ -35,6 +36,7 @@ packages_desktop=(
 )
 
 packages_test=(
+  libplist-utils
   libxcb-randr0-dev
   googletest
   libgmock-dev

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/embedded/NestingLimit.h"
-#include "platform/embedded/Utf8.h"
+#include "platform/NestingLimit.h"
+#include "platform/Utf8.h"
 
 namespace vembrix {
 namespace {

@@ -3,9 +3,9 @@
 #include <cmath>
 
 #include "platform/Json.h"
-#include "platform/embedded/NestingLimit.h"
+#include "platform/NestingLimit.h"
+#include "platform/Utf8.h"
 #include "platform/embedded/RealText.h"
-#include "platform/embedded/Utf8.h"
 
 namespace vembrix {
 namespace {

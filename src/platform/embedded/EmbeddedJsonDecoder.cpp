@@ -5,9 +5,9 @@
 #include <charconv>
 
 #include "platform/Json.h"
-#include "platform/embedded/NestingLimit.h"
+#include "platform/NestingLimit.h"
+#include "platform/Utf8.h"
 #include "platform/embedded/RealText.h"
-#include "platform/embedded/Utf8.h"
 
 namespace vembrix {
 namespace {

@@ -2,12 +2,12 @@
 
 #include <utility>
 
+#include "platform/NestingLimit.h"
 #include "platform/PropertyListSerialization.h"
+#include "platform/Utf8.h"
+#include "platform/XmlCharacters.h"
 #include "platform/embedded/BinaryPropertyListReader.h"
-#include "platform/embedded/NestingLimit.h"
 #include "platform/embedded/PropertyListText.h"
-#include "platform/embedded/Utf8.h"
-#include "platform/embedded/XmlCharacters.h"
 #include "platform/embedded/XmlPropertyListReader.h"
 
 namespace vembrix {

@@ -6,10 +6,10 @@
 #include <string>
 #include <utility>
 
-#include "platform/embedded/NestingLimit.h"
+#include "platform/NestingLimit.h"
+#include "platform/Utf8.h"
+#include "platform/XmlCharacters.h"
 #include "platform/embedded/PropertyListText.h"
-#include "platform/embedded/Utf8.h"
-#include "platform/embedded/XmlCharacters.h"
 
 namespace vembrix {
 namespace {

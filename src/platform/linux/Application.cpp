@@ -1,6 +1,6 @@
 #include <QApplication>
 #include <QEvent>
-#include <cstddef>
+#include <csignal>
 #include <string>
 #include <vector>
 
@@ -83,6 +83,8 @@ Application& Application::shared() {
 }
 
 LinuxApplication::LinuxApplication() {
+  // Writing to a server that has just gone is an error to be handled.
+  std::signal(SIGPIPE, SIG_IGN);
   handleQtMessages();
   qt_ = std::make_unique<QtObject>(qtArguments());
   // The queue belongs to the thread that makes it.

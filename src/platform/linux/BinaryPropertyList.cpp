@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/linux/XmlPropertyListReader.h"
+#include "platform/NestingLimit.h"
 #include "platform/linux/XmlText.h"
 
 namespace vembrix {

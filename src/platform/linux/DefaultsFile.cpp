@@ -133,10 +133,6 @@ void DefaultsFile::load(State state) {
   const bool wereBytes = readError_ == 0;
   state_ = state;
   readError_ = error;
-  // Whatever changes after the start either shows in the state or happens within
-  // a tick of the change that the state shows.
-  settled_ =
-      state.error != 0 || start - state.changed > std::chrono::nanoseconds(kSettlingTime).count();
   if (error != 0) {
     fail(error, isNew ? log_ : Log::Nothing);
   } else if (!wereBytes || scratch_ != bytes_) {
@@ -145,6 +141,11 @@ void DefaultsFile::load(State state) {
     scratch_.reserve(bytes_.size() + 1);
     interpret();
   }
+  // Whatever changes after the start either shows in the state or happens within
+  // a tick of the change that the state shows.
+  const std::int64_t age = start - state.changed;
+  const bool hasAged = age > std::chrono::nanoseconds(kSettlingTime).count();
+  settled_ = outcome_ != Outcome::Failed && (state.error != 0 || hasAged);
 }
 
 int DefaultsFile::read(State& state) {

@@ -5,12 +5,10 @@
 #include <utility>
 #include <vector>
 
+#include "platform/NestingLimit.h"
+
 namespace vembrix {
 namespace {
-
-/// How deep arrays and objects may be nested where they are read or written:
-/// text of unknown origin must not be able to use up the stack.
-constexpr std::size_t kNestingLimit = 512;
 
 /// Builds a value from what the parser finds. Returning false ends the parsing.
 class Builder : public nlohmann::json_sax<nlohmann::json> {
@@ -54,7 +52,7 @@ class Builder : public nlohmann::json_sax<nlohmann::json> {
   };
 
   bool open(Kind kind) {
-    if (open_.size() == kNestingLimit) return false;
+    if (open_.size() == static_cast<std::size_t>(kNestingLimit)) return false;
     open_.emplace_back().kind = kind;
     return true;
   }

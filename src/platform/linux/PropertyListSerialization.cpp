@@ -11,6 +11,7 @@
 #include <chrono>
 #include <cmath>
 
+#include "platform/NestingLimit.h"
 #include "platform/linux/BinaryPropertyList.h"
 #include "platform/linux/XmlPropertyListReader.h"
 #include "platform/linux/XmlText.h"

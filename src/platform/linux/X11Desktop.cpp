@@ -17,7 +17,7 @@ constexpr std::uint32_t kMaxNamesLength = 64 * 1024;
 /// The bit that marks events that another client sent.
 constexpr std::uint8_t kSentEvent = 0x80;
 
-void select(X11Connection& connection, xcb_window_t window, std::uint32_t events) {
+void selectEvents(X11Connection& connection, xcb_window_t window, std::uint32_t events) {
   xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &events);
 }
 
@@ -26,7 +26,7 @@ void select(X11Connection& connection, xcb_window_t window, std::uint32_t events
 X11Desktop::X11Desktop(std::unique_ptr<X11Connection> connection)
     : connection_(std::move(connection)) {
   // Selected before the first reading, so that no change falls in between.
-  select(*connection_, connection_->root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
+  selectEvents(*connection_, connection_->root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
   refresh();
   announced_ = shown();
 }
@@ -210,12 +210,13 @@ void X11Desktop::refreshWindowManager() {
 
 void X11Desktop::followCheckWindow(xcb_window_t window) {
   if (checkWindow_ != XCB_WINDOW_NONE && checkWindow_ != window) {
-    select(*connection_, checkWindow_, XCB_EVENT_MASK_NO_EVENT);
+    selectEvents(*connection_, checkWindow_, XCB_EVENT_MASK_NO_EVENT);
   }
   checkWindow_ = window;
   if (window == XCB_WINDOW_NONE) return;
   // Its property too: some set it after the root's.
-  select(*connection_, window, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
+  selectEvents(*connection_, window,
+               XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
 }
 
 xcb_get_property_cookie_t X11Desktop::requestNames() {

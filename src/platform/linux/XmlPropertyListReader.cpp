@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <utility>
 
+#include "platform/NestingLimit.h"
+
 namespace vembrix {
 namespace {
 

@@ -6,8 +6,8 @@
 #include <cmath>
 #include <utility>
 
+#include "platform/Utf8.h"
 #include "platform/macos/CFOwned.h"
-#include "platform/macos/Utf8.h"
 
 namespace vembrix {
 namespace {

@@ -1,7 +1,7 @@
 #import "platform/Json.h"
 
+#import "platform/Utf8.h"
 #import "platform/macos/Conversions.h"
-#import "platform/macos/Utf8.h"
 
 namespace vembrix {
 
@@ -19,7 +19,7 @@ std::optional<std::string> encodeJson(const PropertyList& value) {
 std::optional<PropertyList> decodeJson(std::string_view text) {
   // Foundation guesses the encoding and would take UTF-16 or UTF-32 as well. Both
   // show in the bytes: JSON has no NUL.
-  if (text.find('\0') != std::string_view::npos || repairedUtf8(text)) return std::nullopt;
+  if (text.find('\0') != std::string_view::npos || !isUtf8(text)) return std::nullopt;
   @autoreleasepool {
     // Without options a top level of another kind than array or object is an
     // error.

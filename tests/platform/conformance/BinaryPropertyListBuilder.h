@@ -39,7 +39,7 @@ class BinaryPropertyListBuilder {
   Reference utf16(std::u16string_view text) {
     std::string object = marker(0x60, text.size());
     for (const char16_t unit : text) object += bigEndian(unit, 2);
-    return add(std::move(object));
+    return add(object);
   }
   /// `size` is the number of bytes.
   Reference uid(std::uint64_t value, std::size_t size) {
@@ -48,16 +48,16 @@ class BinaryPropertyListBuilder {
   Reference array(const std::vector<Reference>& elements) {
     std::string object = marker(0xA0, elements.size());
     for (const Reference element : elements) object += bigEndian(element, kReferenceSize);
-    return add(std::move(object));
+    return add(object);
   }
   Reference dictionary(const std::vector<std::pair<Reference, Reference>>& entries) {
     std::string object = marker(0xD0, entries.size());
     for (const auto& [key, value] : entries) object += bigEndian(key, kReferenceSize);
     for (const auto& [key, value] : entries) object += bigEndian(value, kReferenceSize);
-    return add(std::move(object));
+    return add(object);
   }
   /// An object of any bytes.
-  Reference add(std::string object) {
+  Reference add(std::string_view object) {
     offsets_.push_back(bytes_.size());
     bytes_ += object;
     return static_cast<Reference>(offsets_.size() - 1);

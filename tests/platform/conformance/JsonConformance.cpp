@@ -87,7 +87,8 @@ TEST(JsonConformance, RealsComeBackToTheLastBit) {
 TEST(JsonConformance, StringsComeBack) {
   std::vector<std::string> texts = textSamples();
   texts.insert(texts.end(), {"", " ", "\"", "\\", "/", "\\u0041", "\b\f\n\r\t", "</script>",
-                             std::string(1, '\0'), "a\0b", repeated("\xF0\x9F\x98\x80\"", 20000)});
+                             std::string(1, '\0'), std::string("a\0b", 3),
+                             repeated("\xF0\x9F\x98\x80\"", 20000)});
   for (int c = 1; c < 0x20; ++c) texts.push_back({'a', static_cast<char>(c)});
   for (const std::string& text : texts) {
     EXPECT_TRUE(throughJson(text) == PropertyList(text)) << text.substr(0, 40);
@@ -307,6 +308,7 @@ TEST(JsonConformance, AnyThreadMayUseIt) {
   const PropertyList value = Dictionary{{"a", Array{1, 0.69, "\u00E9", true, PropertyList()}}};
   std::array<bool, 4> held{};
   std::vector<std::thread> threads;
+  threads.reserve(held.size());
   for (bool& result : held) {
     threads.emplace_back([&value, &result] {
       result = true;

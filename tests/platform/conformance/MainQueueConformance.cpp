@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <chrono>
 #include <string>
 #include <thread>
@@ -63,9 +64,9 @@ TEST_F(MainQueueConformance, BlocksOfTheSameMomentRunInTheOrderGiven) {
 }
 
 TEST_F(MainQueueConformance, TimersOfTheSameDelayRunInTheOrderGiven) {
-  std::vector<WorkItem> items;
-  for (int i = 0; i < 5; ++i) {
-    items.push_back(queue_.schedule(milliseconds(15), note(std::to_string(i))));
+  std::array<WorkItem, 5> items;
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    items.at(i) = queue_.schedule(milliseconds(15), note(std::to_string(i)));
   }
   EXPECT_TRUE(runUntilCalls(5));
   EXPECT_THAT(calls_, ElementsAre("0", "1", "2", "3", "4"));
@@ -216,7 +217,8 @@ TEST_F(MainQueueConformance, ThreadsMayHandOverBlocksAtTheSameTime) {
   // While they are at it, too.
   system_.runFor(milliseconds(2));
   for (std::thread& thread : threads) thread.join();
-  EXPECT_TRUE(system_.runUntil([&] { return count == kThreads * kBlocks; }, kPatience));
+  EXPECT_TRUE(system_.runUntil(
+      [&] { return count == static_cast<std::size_t>(kThreads) * kBlocks; }, kPatience));
   for (const auto& order : received) {
     EXPECT_EQ(order.size(), static_cast<std::size_t>(kBlocks));
     EXPECT_TRUE(std::ranges::is_sorted(order));

@@ -31,7 +31,7 @@ class NotificationCenterConformance : public testing::TestWithParam<Center> {
     system_.runFor(std::chrono::milliseconds(5));
   }
 
-  [[nodiscard]] Observation note(std::string_view name, std::string word) {
+  [[nodiscard]] Observation note(std::string_view name, const std::string& word) {
     return center_.addObserver(name, [this, word] { calls_.push_back(word); });
   }
 

@@ -501,6 +501,7 @@ TEST(PropertyListConformance, AnyThreadMayUseIt) {
   const std::string binary = sampleBinary();
   std::array<bool, 4> held{};
   std::vector<std::thread> threads;
+  threads.reserve(held.size());
   for (bool& result : held) {
     threads.emplace_back([&value, &binary, &result] {
       result = true;

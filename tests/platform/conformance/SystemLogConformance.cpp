@@ -51,6 +51,7 @@ TEST_F(SystemLogConformance, PutsTheProgramsNameBeforeItsMessages) {
 
 TEST_F(SystemLogConformance, TakesLinesOfAnyThread) {
   std::vector<std::thread> threads;
+  threads.reserve(4);
   for (int t = 0; t < 4; ++t) {
     threads.emplace_back([] {
       for (int i = 0; i < 50; ++i) logLine("line of a thread");

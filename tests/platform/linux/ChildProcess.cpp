@@ -17,6 +17,7 @@ namespace {
 
 std::vector<char*> pointers(std::vector<std::string>& strings) {
   std::vector<char*> result;
+  result.reserve(strings.size() + 1);
   for (std::string& string : strings) result.push_back(string.data());
   result.push_back(nullptr);
   return result;
@@ -58,28 +59,32 @@ ChildProcess::ChildProcess(const Command& command) {
 }
 
 ChildProcess::~ChildProcess() {
-  if (pid_ < 0) return;
-  ::kill(pid_, SIGCONT);
-  ::kill(pid_, SIGTERM);
-  for (int i = 0; i < 200; ++i) {
+  send(SIGCONT);
+  send(SIGTERM);
+  for (int i = 0; i < 200 && pid_ > 0; ++i) {
     if (waitpid(pid_, nullptr, WNOHANG) != 0) return;
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
   kill();
 }
 
+void ChildProcess::send(int signal) const {
+  // Nobody's number, once it has ended, would mean all processes there are.
+  if (pid_ > 0) ::kill(pid_, signal);
+}
+
 void ChildProcess::kill() {
-  ::kill(pid_, SIGKILL);
-  waitpid(pid_, nullptr, 0);
+  send(SIGKILL);
+  if (pid_ > 0) waitpid(pid_, nullptr, 0);
   pid_ = -1;
 }
 
 void ChildProcess::stop() const {
-  ::kill(pid_, SIGSTOP);
+  send(SIGSTOP);
 }
 
 void ChildProcess::resume() const {
-  ::kill(pid_, SIGCONT);
+  send(SIGCONT);
 }
 
 std::string readLine(int descriptor) {

@@ -35,6 +35,8 @@ class ChildProcess {
   void resume() const;
 
  private:
+  void send(int signal) const;
+
   pid_t pid_ = -1;
 };
 

@@ -301,6 +301,22 @@ TEST_F(DefaultsFileTest, APipeInThePlaceOfTheFileHoldsNobodyUp) {
   EXPECT_EQ(file_.object("Key"), PropertyList(1));
 }
 
+TEST_F(DefaultsFileTest, AFileThatCannotBeOpenedForNowIsNotLost) {
+  put(*xmlPropertyList(Dictionary{{"Key", 1}}));
+  std::this_thread::sleep_for(std::chrono::milliseconds(3200));
+  rlimit limit{};
+  ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+  const rlimit none{0, limit.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
+  EXPECT_TRUE(file_.object("Key").isNull());
+  EXPECT_TRUE(file_.object("Key").isNull());
+  file_.set("Key", 2);
+  EXPECT_THAT(lines(), ElementsAre(HasSubstr("cannot read"), HasSubstr("cannot write")));
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+  EXPECT_EQ(file_.object("Key"), PropertyList(1));
+  EXPECT_THAT(names(), SizeIs(1));
+}
+
 TEST_F(DefaultsFileTest, AnotherApplicationsFileIsNobodysBusiness) {
   put("no property list");
   DefaultsFile silent(path_, DefaultsFile::Log::Nothing);
@@ -476,6 +492,22 @@ TEST_F(DefaultsFileTest, ItDoesNotWaitForeverForAnotherWriter) {
   }
   file_.set("Key", 4);
   EXPECT_EQ(file_.object("Key"), PropertyList(4));
+}
+
+TEST_F(DefaultsFileTest, WritersAtOneTimeLoseNoKey) {
+  constexpr int kWriters = 4;
+  constexpr int kKeys = 50;
+  std::vector<std::thread> writers;
+  writers.reserve(kWriters);
+  for (int writer = 0; writer < kWriters; ++writer) {
+    writers.emplace_back([this, writer] {
+      DefaultsFile file(path_, DefaultsFile::Log::Nothing);
+      for (int i = 0; i < kKeys; ++i) file.set(std::to_string(writer * kKeys + i), i);
+    });
+  }
+  for (std::thread& writer : writers) writer.join();
+  EXPECT_THAT(*file_.contents(), SizeIs(kWriters * kKeys));
+  EXPECT_THAT(names(), SizeIs(1));
 }
 
 TEST_F(DefaultsFileTest, AWriteBetweenReadingAndWritingIsKept) {

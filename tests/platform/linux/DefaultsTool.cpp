@@ -1,6 +1,9 @@
 // Settings of the program from the command line, for tests that look at them
 // from outside. Values go in and out as property lists.
 
+#include <poll.h>
+#include <unistd.h>
+
 #include <cstdlib>
 #include <iostream>
 #include <iterator>
@@ -46,13 +49,18 @@ PropertyList pairOf(int number) {
   }
 }
 
-/// Reads pairs until standard input ends; prints how many. Fails at once when
-/// one is missing, not whole, or older than the one before.
+/// Whether standard input has something to say, its end included.
+bool isToldToEnd() {
+  pollfd input{STDIN_FILENO, POLLIN, 0};
+  return ::poll(&input, 1, 0) > 0;
+}
+
+/// Reads pairs until it is told to end; prints how many. Fails at once when one
+/// is missing, not whole, or older than the one before.
 int readPairs() {
-  std::ios::sync_with_stdio(false);
   int count = 0;
   std::int64_t last = 0;
-  while (std::cin.rdbuf()->in_avail() == 0) {
+  while (!isToldToEnd()) {
     const PropertyList pair = UserDefaults::standard().object("Pair");
     const std::int64_t number = pair["number"].integer().value_or(-1);
     if (number < last || pair != pairOf(static_cast<int>(number))) {

@@ -49,7 +49,7 @@ std::string logIdentifier() {
 
 // In place of the C library's. The last is what fortified builds call.
 
-extern "C" void openlog(const char* identifier, int /*options*/, int /*facility*/) noexcept {
+extern "C" void openlog(const char* identifier, int /*options*/, int /*facility*/) {
   const std::lock_guard lock(vembrix::record().mutex);
   vembrix::record().identifier = identifier;
 }
@@ -61,7 +61,7 @@ extern "C" void syslog(int /*priority*/, const char* format, ...) {
   va_end(arguments);
 }
 
-// NOLINTNEXTLINE(bugprone-reserved-identifier)
+// NOLINTNEXTLINE(bugprone-reserved-identifier,readability-identifier-naming)
 extern "C" void __syslog_chk(int /*priority*/, int /*flag*/, const char* format, ...) {
   std::va_list arguments;
   va_start(arguments, format);

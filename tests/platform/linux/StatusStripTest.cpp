@@ -16,7 +16,6 @@ using std::chrono::milliseconds;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsSupersetOf;
-using testing::SizeIs;
 using Geometry = X11Client::Geometry;
 
 StatusItemContent titled(const std::string& title) {

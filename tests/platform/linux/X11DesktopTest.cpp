@@ -21,8 +21,6 @@ namespace {
 
 using std::chrono::milliseconds;
 using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 using Property = X11Client::Property;
 
 /// Four bytes each, as properties hold them.
@@ -329,6 +327,18 @@ TEST_F(X11DesktopTest, EndsTheProgramInOneLineWhenTheServerGoes) {
   EXPECT_EXIT(
       {
         display_.server().kill();
+        runFor(std::chrono::seconds(10));
+      },
+      testing::ExitedWithCode(EXIT_FAILURE), testing::Eq("[Vembrix] the X server went away\n"));
+}
+
+TEST_F(X11DesktopTest, EndsTheProgramInOneLineWhenTheServerGoesWhileItIsTold) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(
+      {
+        display_.server().kill();
+        desktop_->setName(1, "Mail");
+        desktop_->activate(2);
         runFor(std::chrono::seconds(10));
       },
       testing::ExitedWithCode(EXIT_FAILURE), testing::Eq("[Vembrix] the X server went away\n"));

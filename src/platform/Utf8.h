@@ -1,10 +1,13 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace vembrix {
+
+// Text as UTF-8. Any thread.
 
 /// The character at the front of a text, or what stands there instead.
 struct Utf8Character {
@@ -19,6 +22,10 @@ struct Utf8Character {
 Utf8Character firstCharacter(std::string_view text);
 
 bool isUtf8(std::string_view text);
+
+/// The text with every ill-formed part as one U+FFFD (a truncated sequence is
+/// one part, a stray byte another); nothing when the text is UTF-8 as it is.
+std::optional<std::string> repairedUtf8(std::string_view text);
 
 /// Appends the UTF-8 form of a Unicode scalar value.
 void appendUtf8(std::string& text, char32_t character);

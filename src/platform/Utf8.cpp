@@ -1,4 +1,4 @@
-#include "platform/embedded/Utf8.h"
+#include "platform/Utf8.h"
 
 #include <cstdint>
 
@@ -61,6 +61,18 @@ bool isUtf8(std::string_view text) {
     text.remove_prefix(character.length);
   }
   return true;
+}
+
+std::optional<std::string> repairedUtf8(std::string_view text) {
+  if (isUtf8(text)) return std::nullopt;
+  constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+  std::string repaired;
+  while (!text.empty()) {
+    const Utf8Character character = firstCharacter(text);
+    repaired.append(character.valid ? text.substr(0, character.length) : kReplacement);
+    text.remove_prefix(character.length);
+  }
+  return repaired;
 }
 
 void appendUtf8(std::string& text, char32_t character) {
