@@ -18,6 +18,8 @@ struct Srgb {
 /// Colours that the system defines and changes with its appearance.
 enum class SystemColor {
   ControlAccent,
+  Label,
+  SecondaryLabel,
   TextBackground,
   Separator,
 };

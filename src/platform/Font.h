@@ -1,0 +1,21 @@
+#pragma once
+
+#include <optional>
+
+namespace vembrix {
+
+/// One of the system's fonts for its interface.
+struct Font {
+  enum class Design { System, Monospaced };
+  enum class Weight { Regular, Semibold };
+
+  Design design = Design::System;
+  Weight weight = Weight::Regular;
+  /// In points; nothing for the size that the system gives to menus and
+  /// controls.
+  std::optional<double> size;
+
+  bool operator==(const Font&) const = default;
+};
+
+}  // namespace vembrix
