@@ -41,6 +41,10 @@ class Application {
   /// Ends the event loop after the current event.
   virtual void terminate() = 0;
 
+  /// Brings the program's windows before those of other programs, and the keyboard
+  /// to the front one of them. Without windows it changes nothing to be seen.
+  virtual void activate() = 0;
+
   /// The better match of light and dark for what the application looks like
   /// now; nothing when the system does not tell.
   [[nodiscard]] virtual std::optional<Appearance> effectiveAppearance() const = 0;

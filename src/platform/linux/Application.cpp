@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QEvent>
+#include <QWidget>
 #include <csignal>
 #include <string>
 #include <vector>
@@ -109,6 +110,17 @@ int LinuxApplication::run() {
 
 void LinuxApplication::terminate() {
   QCoreApplication::exit(0);
+}
+
+void LinuxApplication::activate() {
+  // One at the most: all others of the program refuse the keyboard.
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    const bool isOrdinary = window->windowType() == Qt::Window;
+    if (!isOrdinary || !window->isVisible()) continue;
+    if (window->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus)) continue;
+    window->raise();
+    window->activateWindow();
+  }
 }
 
 std::optional<Appearance> LinuxApplication::effectiveAppearance() const {

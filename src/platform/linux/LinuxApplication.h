@@ -29,6 +29,7 @@ class LinuxApplication : public Application {
   void setDelegate(ApplicationDelegate* delegate) override;
   int run() override;
   void terminate() override;
+  void activate() override;
   std::optional<Appearance> effectiveAppearance() const override;
 
   /// An accessory's windows stay out of task lists.

@@ -55,6 +55,8 @@ class SystemApplication : public Application {
                   inModes:@[ NSRunLoopCommonModes ]];
   }
 
+  void activate() override { [app_ activateIgnoringOtherApps:YES]; }
+
   std::optional<Appearance> effectiveAppearance() const override {
     return appearanceFrom(app_.effectiveAppearance);
   }

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/SpaceRowView.h"
+
+namespace vembrix {
+
+class RecordingDropdownMenu;
+
+/// A row that keeps what it was told, and that a test uses as a user does. Its
+/// edit field has a caret at the end of the text, or all of the text selected.
+class RecordingSpaceRowView : public SpaceRowView {
+ public:
+  /// Rows that exist now.
+  static int liveCount();
+
+  RecordingSpaceRowView(SpaceRowContent content, SpaceRowState state,
+                        std::unique_ptr<SpaceRowHandler> handler);
+  ~RecordingSpaceRowView() override;
+  RecordingSpaceRowView(const RecordingSpaceRowView&) = delete;
+  RecordingSpaceRowView& operator=(const RecordingSpaceRowView&) = delete;
+
+  void setState(const SpaceRowState& state) override;
+  std::string editedText() const override { return editedText_; }
+  void closeMenu() override;
+
+  const SpaceRowContent& content() const { return content_; }
+  const SpaceRowState& state() const { return state_; }
+  /// How often a state was set that was another than before.
+  int changeCount() const { return changeCount_; }
+  SpaceRowHandler& handler() { return *handler_; }
+  /// Of the row that is shown; row_metrics::kSize at first.
+  Size bounds() const { return bounds_; }
+  void setBounds(Size bounds) { bounds_ = bounds; }
+  bool isAllSelected() const { return isAllSelected_; }
+
+  // What the user does.
+
+  void hover() { handler_->setHovered(true); }
+  void leave() { handler_->setHovered(false); }
+  RowPart partAt(Point point) const { return handler_->hitTest(point, bounds_); }
+  /// Presses and releases the button of the mouse there: on the rename button,
+  /// which acts by itself, in the edit field, where it sets the caret, or on the
+  /// row.
+  void click(Point point);
+  /// Clicks in the middle of the dot, of the text and of the rename button, be
+  /// they visible or not.
+  void clickDot();
+  void clickName();
+  void clickPencil();
+
+  /// Presses a key while the menu is open: through the handler first, and to the
+  /// edit field where the handler leaves it to that. What became of it.
+  KeyHandling press(RowKey key);
+  /// Presses a key for each of the characters.
+  void type(std::string_view text);
+  /// Presses the key that deletes what is selected, or the last character.
+  void pressDelete();
+  /// Puts text into the edit field without a key: pasted, dropped, or composed by
+  /// an input method.
+  void insert(std::string_view text);
+
+ private:
+  friend class RecordingDropdownMenu;
+
+  /// Whether a key press reaches the text of the edit field.
+  bool takesKey();
+
+  SpaceRowContent content_;
+  SpaceRowState state_;
+  std::unique_ptr<SpaceRowHandler> handler_;
+  /// Null where no menu holds the row.
+  RecordingDropdownMenu* menu_ = nullptr;
+  Size bounds_ = row_metrics::kSize;
+  std::string editedText_;
+  bool isAllSelected_ = false;
+  int changeCount_ = 0;
+};
+
+}  // namespace vembrix
