@@ -114,8 +114,8 @@ class SystemDropdownMenu : public NativeDropdownMenu {
   }
 
   void setItems(std::vector<MenuItem> items) override {
-    // Opening a menu is one event of the loop: without a pool of its own, what the
-    // old items leave behind would stay until the new ones have been used.
+    // The event that opens a menu lasts until the menu closes, and so does its pool:
+    // with one of its own, the old items and rows go here.
     @autoreleasepool {
       clear();
       for (MenuItem& item : items) {

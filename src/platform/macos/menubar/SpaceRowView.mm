@@ -130,8 +130,9 @@ NSButton* makeRenameButton(const SpaceRowContent& content) {
   SpaceRowHandler* _handler;
   SpaceRowState _state;
   BOOL _isHighlighted;
-  /// Since the menu opened.
-  BOOL _hasClosedMenu;
+  /// What the menu's opening was for has happened, or the menu closed on a row that
+  /// was being edited: the item's action then counts no more.
+  BOOL _ignoresActivation;
 }
 
 - (instancetype)initWithContent:(const SpaceRowContent&)content
@@ -267,12 +268,13 @@ NSButton* makeRenameButton(const SpaceRowContent& content) {
 - (void)viewDidMoveToWindow {
   [super viewDidMoveToWindow];
   if (self.window) {
-    _hasClosedMenu = NO;
+    _ignoresActivation = NO;
     if (_handler) _handler->setShown(true);
     if (_state.isEditing) [self takeKeyboard];
     [self startHoverTracking];
   } else {
     [self stop];
+    if (_state.isEditing) _ignoresActivation = YES;
     if (_handler) _handler->setShown(false);
   }
 }
@@ -359,14 +361,14 @@ NSButton* makeRenameButton(const SpaceRowContent& content) {
 }
 
 - (void)closeMenu {
-  _hasClosedMenu = YES;
+  _ignoresActivation = YES;
   [self.enclosingMenuItem.menu cancelTracking];
 }
 
 - (void)activate:(id)sender {
   // A click is the view's own. Were its item performed as well, it would count
   // twice.
-  if (_handler && !_hasClosedMenu) _handler->activate();
+  if (_handler && !_ignoresActivation) _handler->activate();
 }
 
 #pragma mark Editing
