@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "platform/Color.h"
+#include "platform/Font.h"
 #include "platform/Geometry.h"
 #include "platform/PropertyList.h"
 #include "platform/macos/Arc.h"
@@ -51,6 +52,8 @@ NSColor* nativeColor(const Color& color);
 /// they are if it is made of red, green and blue, else opaque black.
 Srgb srgbFrom(NSColor* color);
 
+NSFont* nativeFont(const Font& font);
+
 /// Nil (follow the system) for nothing.
 NSAppearance* nativeAppearance(std::optional<Appearance> appearance);
 /// The better match of light and dark; nothing for nil, or when neither matches.
@@ -60,6 +63,8 @@ inline NSRect nativeRect(const Rect& rect) {
   return NSMakeRect(rect.x, rect.y, rect.width, rect.height);
 }
 inline NSSize nativeSize(const Size& size) { return NSMakeSize(size.width, size.height); }
+inline Point pointFrom(const NSPoint& point) { return {point.x, point.y}; }
+inline Size sizeFrom(const NSSize& size) { return {size.width, size.height}; }
 inline Rect rectFrom(const NSRect& rect) {
   return {rect.origin.x, rect.origin.y, rect.size.width, rect.size.height};
 }

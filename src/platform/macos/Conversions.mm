@@ -109,6 +109,10 @@ NSColor* systemColor(SystemColor name) {
   switch (name) {
     case SystemColor::ControlAccent:
       return NSColor.controlAccentColor;
+    case SystemColor::Label:
+      return NSColor.labelColor;
+    case SystemColor::SecondaryLabel:
+      return NSColor.secondaryLabelColor;
     case SystemColor::TextBackground:
       return NSColor.textBackgroundColor;
     case SystemColor::Separator:
@@ -198,6 +202,15 @@ Srgb srgbFrom(NSColor* color) {
   CGFloat alpha = 1;
   [converted getRed:&red green:&green blue:&blue alpha:&alpha];
   return {red, green, blue, alpha};
+}
+
+NSFont* nativeFont(const Font& font) {
+  const CGFloat size = font.size ? *font.size : NSFont.systemFontSize;
+  const NSFontWeight weight =
+      font.weight == Font::Weight::Semibold ? NSFontWeightSemibold : NSFontWeightRegular;
+  return font.design == Font::Design::Monospaced
+             ? [NSFont monospacedSystemFontOfSize:size weight:weight]
+             : [NSFont systemFontOfSize:size weight:weight];
 }
 
 NSAppearance* nativeAppearance(std::optional<Appearance> appearance) {

@@ -1,15 +1,111 @@
 #import "platform/DropdownMenu.h"
 
+#include <utility>
+
 #import "platform/macos/Conversions.h"
 #import "platform/macos/menubar/NativeDropdownMenu.h"
+#import "platform/macos/menubar/NativeSpaceRowView.h"
+
+/// Tells the menu's owner what the system tells a menu's delegate. The system may
+/// keep it for longer than the owner lives, which invalidates it first.
+@interface VembrixMenuDelegate : NSObject <NSMenuDelegate>
+/// The menu is about to open, and is not open.
+@property(nonatomic, copy) void (^needsUpdate)(void);
+/// Nil when the selection is on no item.
+@property(nonatomic, copy) void (^willHighlight)(NSMenuItem* item);
+/// Nothing is told any more.
+- (void)invalidate;
+@end
+
+@implementation VembrixMenuDelegate {
+  BOOL _isOpen;
+}
+
+- (void)invalidate {
+  self.needsUpdate = nil;
+  self.willHighlight = nil;
+}
+
+- (void)menuNeedsUpdate:(NSMenu*)menu {
+  // The system also asks when it looks for a key equivalent, in an open menu too,
+  // where new items would end a row that is being edited.
+  if (_isOpen) return;
+  // A strong reference: the owner may go while the block runs.
+  void (^needsUpdate)(void) = self.needsUpdate;
+  if (needsUpdate) needsUpdate();
+}
+
+- (void)menuWillOpen:(NSMenu*)menu {
+  _isOpen = YES;
+}
+
+- (void)menuDidClose:(NSMenu*)menu {
+  _isOpen = NO;
+}
+
+- (void)menu:(NSMenu*)menu willHighlightItem:(NSMenuItem*)item {
+  void (^willHighlight)(NSMenuItem*) = self.willHighlight;
+  if (willHighlight) willHighlight(item);
+}
+
+@end
+
+/// The target of a command's item. An item does not keep its target: the menu does.
+@interface VembrixMenuCommandTarget : NSObject
+- (instancetype)initWithHandler:(std::function<void()>)handler NS_DESIGNATED_INITIALIZER;
+- (instancetype)init NS_UNAVAILABLE;
+- (void)perform:(id)sender;
+@end
+
+@implementation VembrixMenuCommandTarget {
+  std::function<void()> _handler;
+}
+
+- (instancetype)initWithHandler:(std::function<void()>)handler {
+  self = [super init];
+  if (self) _handler = std::move(handler);
+  return self;
+}
+
+- (void)perform:(id)sender {
+  // A copy: it may set new items, and this target ends with the old ones.
+  const std::function<void()> handler = _handler;
+  if (handler) handler();
+}
+
+@end
 
 namespace vembrix {
 namespace {
 
-/// Owns the native menu, which knows nothing of this object.
+/// Owns the native menu, what its items lead to, and the delegate through which
+/// the native menu leads back here.
 class SystemDropdownMenu : public NativeDropdownMenu {
  public:
+  SystemDropdownMenu() {
+    delegate_.needsUpdate = ^{
+      needsUpdate();
+    };
+    delegate_.willHighlight = ^(NSMenuItem* item) {
+      willHighlight(item);
+    };
+    menu_.delegate = delegate_;
+  }
+
+  ~SystemDropdownMenu() override {
+    [delegate_ invalidate];
+    menu_.delegate = nil;
+    clear();
+  }
+
+  SystemDropdownMenu(const SystemDropdownMenu&) = delete;
+  SystemDropdownMenu& operator=(const SystemDropdownMenu&) = delete;
+
   NSMenu* nativeMenu() const override { return menu_; }
+
+  void setNeedsUpdateHandler(std::function<void()> handler) override {
+    needsUpdateHandler_ = std::move(handler);
+  }
 
   void setAppearance(std::optional<Appearance> appearance) override {
     if (appearance_ == appearance) return;
@@ -17,8 +113,77 @@ class SystemDropdownMenu : public NativeDropdownMenu {
     menu_.appearance = nativeAppearance(appearance);
   }
 
+  void setItems(std::vector<MenuItem> items) override {
+    // The event that opens a menu lasts until the menu closes, and so does its pool:
+    // with one of its own, the old items and rows go here.
+    @autoreleasepool {
+      clear();
+      for (MenuItem& item : items) {
+        std::visit([&](auto& kind) { [menu_ addItem:makeItem(kind)]; }, item);
+      }
+    }
+  }
+
  private:
+  void clear() {
+    // Not while their rows are going.
+    const std::vector<std::unique_ptr<NativeSpaceRowView>> rows = std::exchange(rows_, {});
+    [menu_ removeAllItems];
+    [targets_ removeAllObjects];
+  }
+
+  static NSMenuItem* makeItem(MenuSeparator&) { return NSMenuItem.separatorItem; }
+
+  NSMenuItem* makeItem(MenuCommand& command) {
+    NSMenuItem* item = [[NSMenuItem alloc] initWithTitle:nativeString(command.title)
+                                                  action:nil
+                                           keyEquivalent:nativeString(command.keyEquivalent)];
+    if (command.font) {
+      item.attributedTitle = [[NSAttributedString alloc]
+          initWithString:item.title
+              attributes:@{NSFontAttributeName : nativeFont(*command.font)}];
+    }
+    std::visit([&](auto& action) { setAction(item, action); }, command.action);
+    return item;
+  }
+
+  NSMenuItem* makeItem(std::unique_ptr<SpaceRowView>& row) {
+    // Every row comes from SpaceRowView::create().
+    rows_.emplace_back(static_cast<NativeSpaceRowView*>(row.release()));
+    return rows_.back()->nativeItem();
+  }
+
+  static void setAction(NSMenuItem* item, MenuCommand::Standard standard) {
+    switch (standard) {
+      case MenuCommand::Standard::Terminate:
+        // Without a target it reaches the application.
+        item.action = @selector(terminate:);
+        break;
+    }
+  }
+
+  void setAction(NSMenuItem* item, std::function<void()>& handler) {
+    auto* target = [[VembrixMenuCommandTarget alloc] initWithHandler:std::move(handler)];
+    [targets_ addObject:target];
+    item.target = target;
+    item.action = @selector(perform:);
+  }
+
+  void needsUpdate() {
+    // A copy: it may set another handler, or end this menu.
+    const std::function<void()> handler = needsUpdateHandler_;
+    if (handler) handler();
+  }
+
+  void willHighlight(NSMenuItem* item) {
+    for (const auto& row : rows_) row->setHighlighted(row->nativeItem() == item);
+  }
+
   NSMenu* const menu_ = [[NSMenu alloc] initWithTitle:@""];
+  VembrixMenuDelegate* const delegate_ = [[VembrixMenuDelegate alloc] init];
+  NSMutableArray<VembrixMenuCommandTarget*>* const targets_ = [[NSMutableArray alloc] init];
+  std::vector<std::unique_ptr<NativeSpaceRowView>> rows_;
+  std::function<void()> needsUpdateHandler_;
   /// A new menu follows the system.
   std::optional<Appearance> appearance_;
 };
