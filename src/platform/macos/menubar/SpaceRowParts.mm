@@ -1,0 +1,134 @@
+#import "platform/macos/menubar/SpaceRowParts.h"
+
+#import "platform/macos/Conversions.h"
+
+namespace vembrix {
+namespace {
+
+NSImage* makeImage(const DotImage& given) {
+  // The block's own copy: it draws whenever the menu asks for another scale.
+  const DotImage drawing = given;
+  NSImage* image = [NSImage imageWithSize:nativeSize(drawing.size)
+                                  flipped:NO
+                           drawingHandler:^BOOL(NSRect) {
+                             for (const DotImage::Oval& oval : drawing.ovals) {
+                               NSBezierPath* path =
+                                   [NSBezierPath bezierPathWithOvalInRect:nativeRect(oval.rect)];
+                               if (oval.fill) {
+                                 [nativeColor(*oval.fill) setFill];
+                                 [path fill];
+                               }
+                               if (oval.stroke) {
+                                 [nativeColor(*oval.stroke) setStroke];
+                                 path.lineWidth = oval.lineWidth;
+                                 [path stroke];
+                               }
+                             }
+                             return YES;
+                           }];
+  // Colours of the system are resolved anew whenever the dot is drawn.
+  image.cacheMode = NSImageCacheNever;
+  return image;
+}
+
+NSImageView* makeDotView(const DotImage& dot) {
+  NSImageView* view = [NSImageView imageViewWithImage:makeImage(dot)];
+  view.imageScaling = NSImageScaleNone;
+  view.accessibilityElement = NO;
+  return view;
+}
+
+NSTextField* makeLabel(const SpaceRowContent& content, const std::string& text) {
+  NSTextField* label = [NSTextField labelWithString:nativeString(text)];
+  label.font = nativeFont(content.font);
+  label.textColor = NSColor.labelColor;
+  label.usesSingleLineMode = YES;
+  label.lineBreakMode = NSLineBreakByTruncatingTail;
+  label.accessibilityElement = NO;
+  return label;
+}
+
+NSTextField* makeEditField(const SpaceRowContent& content, const std::string& text) {
+  auto* field = [[NSTextField alloc] initWithFrame:NSZeroRect];
+  field.stringValue = nativeString(text);
+  field.font = nativeFont(content.font);
+  field.editable = YES;
+  field.bordered = YES;
+  field.bezelStyle = NSTextFieldSquareBezel;
+  field.drawsBackground = YES;
+  field.focusRingType = NSFocusRingTypeDefault;
+  // A name longer than the field scrolls in it, on one line.
+  field.usesSingleLineMode = YES;
+  field.cell.scrollable = YES;
+  field.hidden = YES;
+  field.accessibilityLabel = nativeString(content.renameTitle);
+  return field;
+}
+
+NSButton* makeRenameButton(const SpaceRowContent& content) {
+  NSString* title = nativeString(content.renameTitle);
+  auto* button = [[NSButton alloc] initWithFrame:NSZeroRect];
+  NSImage* symbol = [NSImage imageWithSystemSymbolName:@"pencil.circle.fill"
+                              accessibilityDescription:title];
+  button.image = [symbol
+      imageWithSymbolConfiguration:[NSImageSymbolConfiguration
+                                       configurationWithPointSize:row_metrics::kRenameSymbolSize
+                                                           weight:NSFontWeightRegular]];
+  button.contentTintColor = NSColor.secondaryLabelColor;
+  button.bordered = NO;
+  button.bezelStyle = NSBezelStyleRegularSquare;
+  button.imagePosition = NSImageOnly;
+  button.toolTip = title;
+  button.accessibilityLabel = title;
+  button.hidden = YES;
+  return button;
+}
+
+/// Centred over the row's height.
+NSArray<NSLayoutConstraint*>* constraints(NSView* row, NSView* dot, const SpaceRowParts& parts) {
+  NSMutableArray<NSLayoutConstraint*>* all = [NSMutableArray array];
+  for (NSView* part in @[ dot, parts.label, parts.editField, parts.renameButton ]) {
+    [all addObject:[part.centerYAnchor constraintEqualToAnchor:row.centerYAnchor]];
+  }
+  [all addObjectsFromArray:@[
+    [dot.leadingAnchor constraintEqualToAnchor:row.leadingAnchor constant:row_metrics::kDotInset],
+    [dot.widthAnchor constraintEqualToConstant:row_metrics::kDotSize],
+    [dot.heightAnchor constraintEqualToConstant:row_metrics::kDotSize],
+
+    [parts.label.leadingAnchor constraintEqualToAnchor:dot.trailingAnchor
+                                              constant:row_metrics::kTextGap],
+    [parts.label.trailingAnchor constraintLessThanOrEqualToAnchor:parts.renameButton.leadingAnchor
+                                                         constant:-row_metrics::kLabelGap],
+
+    [parts.editField.leadingAnchor constraintEqualToAnchor:dot.trailingAnchor
+                                                  constant:row_metrics::kTextGap],
+    [parts.editField.trailingAnchor constraintEqualToAnchor:row.trailingAnchor
+                                                   constant:-row_metrics::kTrailingInset],
+    [parts.editField.heightAnchor constraintEqualToConstant:row_metrics::kEditFieldHeight],
+
+    [parts.renameButton.trailingAnchor constraintEqualToAnchor:row.trailingAnchor
+                                                      constant:-row_metrics::kTrailingInset],
+    [parts.renameButton.widthAnchor constraintEqualToConstant:row_metrics::kRenameButtonSize],
+    [parts.renameButton.heightAnchor constraintEqualToConstant:row_metrics::kRenameButtonSize],
+
+    [row.heightAnchor constraintEqualToConstant:row_metrics::kSize.height],
+  ]];
+  return all;
+}
+
+}  // namespace
+
+SpaceRowParts addSpaceRowParts(NSView* row, const SpaceRowContent& content,
+                               const std::string& label) {
+  NSImageView* dot = makeDotView(content.dot);
+  const SpaceRowParts parts{makeLabel(content, label), makeEditField(content, label),
+                            makeRenameButton(content)};
+  for (NSView* part in @[ dot, parts.label, parts.editField, parts.renameButton ]) {
+    part.translatesAutoresizingMaskIntoConstraints = NO;
+    [row addSubview:part];
+  }
+  [NSLayoutConstraint activateConstraints:constraints(row, dot, parts)];
+  return parts;
+}
+
+}  // namespace vembrix
