@@ -1,5 +1,7 @@
 #include "menubar/MenuBarController.h"
 
+#include "menubar/DropdownContent.h"
+#include "platform/Application.h"
 #include "platform/DropdownMenu.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
@@ -18,6 +20,9 @@ MenuBarController::MenuBarController() : statusItem_(StatusItem::create()) {
 }
 
 void MenuBarController::observe() {
+  statusItem_->menu()->setNeedsUpdateHandler([weak = weak_from_this()] {
+    if (const auto controller = weak.lock()) controller->menuNeedsUpdate();
+  });
   const auto refresh = [weak = weak_from_this()] {
     if (const auto controller = weak.lock()) controller->refreshTitle();
   };
@@ -39,6 +44,22 @@ void MenuBarController::refreshMenuAppearance() {
   if (DropdownMenu* menu = statusItem_->menu()) {
     menu->setAppearance(PreferencesStore::shared().theme().appearance());
   }
+}
+
+void MenuBarController::menuNeedsUpdate() {
+  // The system does not tell of every change of Spaces.
+  SpaceManager::shared().reload();
+  refreshMenuAppearance();
+  if (DropdownMenu* menu = statusItem_->menu()) {
+    menu->setItems(makeDropdownItems([weak = weak_from_this()] {
+      if (const auto controller = weak.lock()) controller->showPreferences();
+    }));
+  }
+}
+
+void MenuBarController::showPreferences() {
+  // An accessory stays behind other programs unless it says otherwise.
+  Application::shared().activate();
 }
 
 }  // namespace vembrix

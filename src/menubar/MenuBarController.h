@@ -9,8 +9,8 @@
 namespace vembrix {
 
 /// Owns the program's one status item and keeps what it shows in step with the
-/// Spaces, the settings and the system's appearance. Main thread; made after
-/// launch, lives as long as the process.
+/// Spaces, the settings and the system's appearance; fills the dropdown anew each
+/// time it opens. Main thread; made after launch, lives as long as the process.
 class MenuBarController : public std::enable_shared_from_this<MenuBarController> {
  public:
   /// The status item is there, and shows its title, when this returns.
@@ -19,10 +19,15 @@ class MenuBarController : public std::enable_shared_from_this<MenuBarController>
   /// Shows the active Space anew.
   void refreshTitle();
 
+  /// Brings the program to the front.
+  void showPreferences();
+
  private:
   MenuBarController();
   void observe();
   void refreshMenuAppearance();
+  /// The dropdown is about to open.
+  void menuNeedsUpdate();
 
   std::unique_ptr<StatusItem> statusItem_;
   std::array<Observation, 4> observations_;

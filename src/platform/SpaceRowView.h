@@ -143,7 +143,8 @@ class SpaceRowView {
 
   /// Shows the state in place of what was shown; equal states cost nothing.
   /// When editing begins, the field takes the keyboard, shows `label`, all of it
-  /// selected, and key presses go to the handler; both end with the editing.
+  /// selected, and key presses go to the handler; both end with the editing. The
+  /// editing of another row of the same menu is cancelled before.
   virtual void setState(const SpaceRowState& state) = 0;
   /// The edit field's text as it stands.
   [[nodiscard]] virtual std::string editedText() const = 0;

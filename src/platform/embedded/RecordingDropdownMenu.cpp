@@ -106,6 +106,12 @@ void RecordingDropdownMenu::choose(std::string_view title) {
   if (isOpen_ && chosen) choose(*chosen);
 }
 
+void RecordingDropdownMenu::cancelEditing() {
+  for (RecordingSpaceRowView* row : rows()) {
+    if (row->state().isEditing) row->handler().cancel();
+  }
+}
+
 RecordingSpaceRowView* RecordingDropdownMenu::rowAt(std::optional<std::size_t> place) const {
   return place && *place < items_.size() ? asRow(items_[*place]) : nullptr;
 }

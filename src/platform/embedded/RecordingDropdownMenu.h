@@ -44,6 +44,9 @@ class RecordingDropdownMenu : public DropdownMenu {
   /// Chooses the command of that title.
   void choose(std::string_view title);
 
+  /// Cancels the editing of the row that is edited, if any.
+  void cancelEditing();
+
  private:
   RecordingSpaceRowView* rowAt(std::optional<std::size_t> place) const;
   /// Whether an edited row has taken the key.

@@ -37,6 +37,7 @@ void RecordingSpaceRowView::setState(const SpaceRowState& state) {
   if (state == state_) return;
   changeCount_ += 1;
   if (state.isEditing && !state_.isEditing) {
+    if (menu_) menu_->cancelEditing();
     editedText_ = state.label;
     isAllSelected_ = true;
   }

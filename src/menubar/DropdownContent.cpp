@@ -1,0 +1,87 @@
+#include "menubar/DropdownContent.h"
+
+#include <string_view>
+#include <utility>
+
+#include "menubar/ColorLegibility.h"
+#include "menubar/SpaceRow.h"
+#include "settings/PreferencesStore.h"
+#include "spaces/SpaceManager.h"
+#include "watchers/SpaceHeatTracker.h"
+
+namespace vembrix {
+namespace {
+
+/// Less than this is no glow that anybody would see.
+constexpr double kFaintHeat = 0.05;
+
+std::unique_ptr<SpaceRowView> makeRow(const SpaceInfo& space) {
+  const SpaceManager& manager = SpaceManager::shared();
+  return SpaceRow::create(
+      {.displayName = manager.displayName(space),
+       .isActive = space.spaceID == manager.activeSpaceID(),
+       .dotColor = dotColor(space),
+       .heatGlow = heatGlow(space)},
+      {.onSwitch = [space] { SpaceManager::shared().switchToSpace(space); },
+       .onCommitRename =
+           [space](std::string_view name) { SpaceManager::shared().setName(name, space); }});
+}
+
+MenuItem makeCommand(const AppTheme& theme, MenuCommand command) {
+  applyThemeFont(theme, command);
+  return command;
+}
+
+}  // namespace
+
+std::vector<MenuItem> makeDropdownItems(std::function<void()> showPreferences) {
+  std::vector<MenuItem> items;
+  for (const SpaceInfo& space : SpaceManager::shared().spaces()) {
+    if (space.isDesktop()) items.emplace_back(makeRow(space));
+  }
+  const AppTheme& theme = PreferencesStore::shared().theme();
+  items.emplace_back(MenuSeparator{});
+  items.push_back(makeCommand(theme, {.title = "Preferences…",
+                                      .font = {},
+                                      .keyEquivalent = ",",
+                                      .action = std::move(showPreferences)}));
+  items.emplace_back(MenuSeparator{});
+  items.push_back(makeCommand(theme, {.title = "Quit Vembrix",
+                                      .font = {},
+                                      .keyEquivalent = "q",
+                                      .action = MenuCommand::Standard::Terminate}));
+  return items;
+}
+
+Color dotColor(const SpaceInfo& space) {
+  const PreferencesStore& store = PreferencesStore::shared();
+  const SpaceColorConfig colors = store.colorConfig(space.uuid);
+  const bool usesForeground = store.colorMode() == ColorMode::ColorForeground;
+  return (usesForeground ? colors.foreground : colors.background).srgb();
+}
+
+std::optional<Color> heatGlow(const SpaceInfo& space) {
+  return heatGlow(SpaceHeatTracker::shared().heat(space.uuid, IncludingActive::No));
+}
+
+std::optional<Color> heatGlow(double heat) {
+  if (!(heat > kFaintHeat)) return std::nullopt;
+  const PreferencesStore& store = PreferencesStore::shared();
+  const std::optional<Appearance> forced = store.theme().appearance();
+  const Color rim =
+      adjustedForeground(store.heatPalette().rim.srgb(), forced ? *forced : systemAppearance());
+  Srgb glow = rim.srgb().value_or(Srgb{});
+  glow.alpha = heat;
+  return glow;
+}
+
+void applyThemeFont(const AppTheme& theme, MenuCommand& command) {
+  if (theme.name == AppTheme::stock().name) return;
+  command.font = Font{
+      .design = theme.usesMonoFont ? Font::Design::Monospaced : Font::Design::System,
+      .weight = Font::Weight::Regular,
+      .size = {},
+  };
+}
+
+}  // namespace vembrix
