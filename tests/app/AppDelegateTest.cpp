@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 
 #include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/embedded/EmbeddedMainQueue.h"
 #include "platform/embedded/EmbeddedUserDefaults.h"
+#include "platform/embedded/RecordingDropdownMenu.h"
 #include "platform/embedded/RecordingStatusItem.h"
 #include "spaces/SpaceManager.h"
 
@@ -37,6 +39,29 @@ TEST_F(AppDelegateTest, AfterLaunchTheTitleFollowsTheDesktop) {
   EXPECT_EQ(RecordingStatusItem::current()->title(), " Desktop 3 ");
   desktop_.removeSpace(desktop_.spaceAt(2));
   EXPECT_EQ(RecordingStatusItem::current()->title(), " Desktop 2 ");
+}
+
+TEST_F(AppDelegateTest, AfterLaunchTheDropdownSwitchesAndRenames) {
+  delegate_.applicationDidFinishLaunching();
+  EmbeddedMainQueue::shared().advance(std::chrono::minutes(1));
+  ASSERT_EQ(desktop_.activeSpace(), desktop_.spaceAt(0)) << "the tour is over";
+
+  RecordingStatusItem& item = *RecordingStatusItem::current();
+  auto& menu = dynamic_cast<RecordingDropdownMenu&>(*item.menu());
+  menu.open();
+  RecordingSpaceRowView& third = *menu.rows().at(2);
+  third.hover();
+  third.clickPencil();
+  third.type("Code");
+  menu.press(RowKey::Return);
+  third.clickName();
+  EmbeddedMainQueue::shared().advance(std::chrono::seconds(2));
+  EXPECT_EQ(desktop_.activeSpace(), desktop_.spaceAt(2));
+  EXPECT_EQ(item.title(), " Code ");
+
+  menu.open();
+  EXPECT_EQ(menu.titles().at(2), "Code");
+  EXPECT_EQ(menu.rows().at(2)->content().dotDescription, "current");
 }
 
 TEST_F(AppDelegateTest, TheUserIsAskedForAccessibilityOnceAndLaunchGoesOn) {
