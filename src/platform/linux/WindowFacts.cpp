@@ -90,6 +90,7 @@ std::vector<xcb_window_t> childrenOf(xcb_connection_t* xcb, xcb_window_t window)
 /// The first that has a class; none where none has.
 xcb_window_t firstWithClass(xcb_connection_t* xcb, const std::vector<xcb_window_t>& windows) {
   std::vector<xcb_get_property_cookie_t> cookies;
+  cookies.reserve(windows.size());
   for (const xcb_window_t window : windows) {
     cookies.push_back(askForClass(xcb, window));
   }
