@@ -2,9 +2,9 @@
 
 #include <utility>
 
+#include "AllocationsPerIteration.h"
 #include "platform/embedded/EmbeddedDesktop.h"
 #include "spaces/SpaceManager.h"
-#include "support/AllocationCounter.h"
 
 namespace vembrix {
 namespace {
@@ -14,17 +14,11 @@ void setSpaces(std::size_t count) {
   for (int i = 0; i < 3; ++i) SpaceManager::shared().reload();
 }
 
-void countAllocations(benchmark::State& state, std::size_t before) {
-  state.counters["allocations"] = benchmark::Counter(
-      static_cast<double>(allocationCount() - before), benchmark::Counter::kAvgIterations);
-}
-
 /// What happens at every switch of Spaces and every opening of the dropdown.
 void reloadUnchanged(benchmark::State& state) {
   setSpaces(static_cast<std::size_t>(state.range(0)));
-  const std::size_t before = allocationCount();
+  const AllocationsPerIteration allocations(state);
   for ([[maybe_unused]] auto _ : state) SpaceManager::shared().reload();
-  countAllocations(state, before);
   state.SetComplexityN(state.range(0));
 }
 BENCHMARK(reloadUnchanged)->Arg(4)->Arg(64)->Arg(1024)->Complexity(benchmark::oN);

@@ -1,10 +1,10 @@
 #include <benchmark/benchmark.h>
 
+#include "AllocationsPerIteration.h"
 #include "menubar/MenuBarController.h"
 #include "platform/embedded/EmbeddedDesktop.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
-#include "support/AllocationCounter.h"
 
 namespace vembrix {
 namespace {
@@ -24,10 +24,8 @@ void refreshTitle(benchmark::State& state) {
     store.setSpaceColors({});
   }
   const auto controller = MenuBarController::create();
-  const std::size_t before = allocationCount();
+  const AllocationsPerIteration allocations(state);
   for ([[maybe_unused]] auto _ : state) controller->refreshTitle();
-  state.counters["allocations"] = benchmark::Counter(
-      static_cast<double>(allocationCount() - before), benchmark::Counter::kAvgIterations);
 }
 BENCHMARK(refreshTitle)->ArgsProduct({{4, 64, 1024}, {0, 1}});
 

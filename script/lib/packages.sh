@@ -11,6 +11,7 @@ packages_build=(
   libxcb1-dev
   libxcb-ewmh-dev
   libxcb-icccm4-dev
+  libxcb-xinput-dev
   nlohmann-json3-dev
   # The text of the strip.
   fonts-inter
@@ -32,12 +33,14 @@ packages_desktop=(
   python3-gi
   wmctrl
   x11-utils
+  xdotool
   xvfb
 )
 
 packages_test=(
   libplist-utils
   libxcb-randr0-dev
+  libxcb-xtest0-dev
   googletest
   libgmock-dev
   libgtest-dev

@@ -37,7 +37,7 @@ class Demo:
         self._furnish()
         self._program = Vembrix(self._desktop)
         self._program.wait_for_strip()
-        self._program.wait_for_tour()
+        self._tour()
         self._four_desktops()
         self._stored_name()
         self._foreground()
@@ -60,6 +60,8 @@ class Demo:
             if index % 2 == 0:
                 clock = f"{title} clock"
                 self._open("xclock", "-title", clock, "-geometry", "190x190+1120+120")
+        desktop.go_to(1)
+        wait_until(lambda: desktop.current == 1, "desktop 2")
 
     def _open_note(self, title, text):
         script = 'printf "%s\\n" "$0"; exec sleep 100000'
@@ -94,6 +96,14 @@ class Demo:
         self._program = Vembrix(self._desktop)
         self._program.wait_for_strip()
         self._program.wait_for_tour()
+
+    def _tour(self):
+        """Out to the last desktop, back to the first, and home again."""
+        for title in ("Desktop 4", "Desktop 1"):
+            self._program.wait_for_title(title)
+            self._keep(f"tour-{title.lower().replace(' ', '-')}")
+        self._program.wait_for_tour()
+        wait_until(lambda: self._desktop.current == 1, "the desktop where the tour began")
 
     def _four_desktops(self):
         for index, color in enumerate((PINK, BLUE, GREEN, PEACH)):

@@ -52,7 +52,8 @@ GestureEvent::Entry* GestureEvent::entryFor(int field) {
 
 class EventStream::Tap : public EventTap {
  public:
-  Tap(EventStream& stream, Handler handler) : stream_(stream), handler_(std::move(handler)) {
+  Tap(EventStream& stream, Handler handler)
+      : stream_(stream), handler_(std::make_shared<const Handler>(std::move(handler))) {
     stream_.taps_.insert(stream_.taps_.begin(), this);
   }
   ~Tap() override { std::erase(stream_.taps_, this); }
@@ -62,16 +63,22 @@ class EventStream::Tap : public EventTap {
   void enable() override { enabled_ = true; }
 
   void see(std::uint32_t type, const GestureEvent& event) {
-    if (enabled_) handler_(type, event);
+    if (enabled_) call(type, event);
   }
   void disable(std::uint32_t reason) {
     enabled_ = false;
-    handler_(reason, GestureEvent());
+    call(reason, GestureEvent());
   }
 
  private:
+  void call(std::uint32_t type, const GestureEvent& event) const {
+    // Kept while it runs: it may drop the tap.
+    const auto handler = handler_;
+    (*handler)(type, event);
+  }
+
   EventStream& stream_;
-  Handler handler_;
+  std::shared_ptr<const Handler> handler_;
   bool enabled_ = false;
 };
 
@@ -115,12 +122,21 @@ void EventStream::send(const GestureEvent& event) {
 }
 
 void EventStream::sendToTaps(std::uint32_t type, const GestureEvent& event) {
-  // By index: a handler may drop its tap.
-  for (std::size_t i = 0; i < taps_.size(); ++i) taps_[i]->see(type, event);
+  forEachTap([&](Tap& tap) { tap.see(type, event); });
 }
 
 void EventStream::disableTaps(std::uint32_t reason) {
-  for (std::size_t i = 0; i < taps_.size(); ++i) taps_[i]->disable(reason);
+  forEachTap([&](Tap& tap) { tap.disable(reason); });
+}
+
+template <typename Visit>
+void EventStream::forEachTap(Visit visit) {
+  for (std::size_t i = 0; i < taps_.size();) {
+    Tap* const tap = taps_[i];
+    visit(*tap);
+    // A handler may drop its tap; the next one has then taken its place.
+    if (i < taps_.size() && taps_[i] == tap) ++i;
+  }
 }
 
 }  // namespace vembrix

@@ -64,6 +64,9 @@ class EventStream {
   class Tap;
   class PostableEvent;
 
+  template <typename Visit>
+  void forEachTap(Visit visit);
+
   std::function<void(const GestureEvent&)> receiver_;
   std::vector<Tap*> taps_;
 };

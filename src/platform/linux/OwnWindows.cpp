@@ -1,6 +1,6 @@
 #include "platform/linux/OwnWindows.h"
 
-#include <QApplication>
+#include <QGuiApplication>
 #include <QPlatformSurfaceEvent>
 #include <QWindow>
 
@@ -27,23 +27,22 @@ OwnWindows::OwnWindows(X11EventReader& reader) : reader_(reader) {
 }
 
 bool OwnWindows::havePointer() const {
-  return pointerWindow_ != XCB_WINDOW_NONE || QApplication::activePopupWidget() != nullptr;
+  return pointerWindow_ != XCB_WINDOW_NONE;
 }
 
 bool OwnWindows::haveKeyboard() const {
-  return focusWindow_ != XCB_WINDOW_NONE || QApplication::activePopupWidget() != nullptr;
+  return focusWindow_ != XCB_WINDOW_NONE;
 }
 
 bool OwnWindows::eventFilter(QObject* object, QEvent* event) {
   if (event->type() != QEvent::PlatformSurface) return false;
   auto* window = qobject_cast<QWindow*>(object);
   if (!window) return false;
-  const auto id = static_cast<xcb_window_t>(window->winId());
+  // That a window goes is left to the server to tell: input that it had before
+  // may not have been read yet.
   const auto type = static_cast<QPlatformSurfaceEvent*>(event)->surfaceEventType();
   if (type == QPlatformSurfaceEvent::SurfaceCreated) {
-    follow(id);
-  } else {
-    forget(id);
+    follow(static_cast<xcb_window_t>(window->winId()));
   }
   return false;
 }
@@ -65,12 +64,6 @@ void OwnWindows::follow(xcb_window_t window) {
   reader_.readSoon();
 }
 
-void OwnWindows::forget(xcb_window_t window) {
-  windows_.erase(window);
-  if (pointerWindow_ == window) pointerWindow_ = XCB_WINDOW_NONE;
-  if (focusWindow_ == window) focusWindow_ = XCB_WINDOW_NONE;
-}
-
 void OwnWindows::askWhereInputGoes() {
   xcb_connection_t* xcb = reader_.connection().xcb();
   // Windows lie within the frames of the window manager: down from the root.
@@ -85,9 +78,15 @@ void OwnWindows::askWhereInputGoes() {
   if (focus && windows_.contains(focus->focus)) focusWindow_ = focus->focus;
 }
 
+void OwnWindows::leave(xcb_window_t window) {
+  if (pointerWindow_ == window) pointerWindow_ = XCB_WINDOW_NONE;
+  if (focusWindow_ == window) focusWindow_ = XCB_WINDOW_NONE;
+}
+
 void OwnWindows::note(const xcb_generic_event_t& event) {
   // A grab by another program is a leaving too, and so is its end a coming
-  // back: in between the input is that program's.
+  // back: in between the input is that program's. That of a menu of ours, which
+  // takes all input, is a coming.
   switch (event.response_type & ~kSentEvent) {
     case XCB_ENTER_NOTIFY:
       pointerWindow_ = as<xcb_enter_notify_event_t>(event).event;
@@ -97,9 +96,12 @@ void OwnWindows::note(const xcb_generic_event_t& event) {
         pointerWindow_ = XCB_WINDOW_NONE;
       }
       break;
-    case XCB_FOCUS_IN:
-      focusWindow_ = as<xcb_focus_in_event_t>(event).event;
+    case XCB_FOCUS_IN: {
+      // A focus that only the pointer brings goes without a word when it leaves.
+      const auto& in = as<xcb_focus_in_event_t>(event);
+      if (in.detail != XCB_NOTIFY_DETAIL_POINTER) focusWindow_ = in.event;
       break;
+    }
     case XCB_FOCUS_OUT: {
       const auto& out = as<xcb_focus_out_event_t>(event);
       if (out.event == focusWindow_ && out.detail != XCB_NOTIFY_DETAIL_INFERIOR) {
@@ -107,12 +109,13 @@ void OwnWindows::note(const xcb_generic_event_t& event) {
       }
       break;
     }
-    case XCB_UNMAP_NOTIFY: {
-      const xcb_window_t window = as<xcb_unmap_notify_event_t>(event).window;
-      if (pointerWindow_ == window) pointerWindow_ = XCB_WINDOW_NONE;
-      if (focusWindow_ == window) focusWindow_ = XCB_WINDOW_NONE;
+    case XCB_UNMAP_NOTIFY:
+      leave(as<xcb_unmap_notify_event_t>(event).window);
       break;
-    }
+    case XCB_DESTROY_NOTIFY:
+      windows_.erase(as<xcb_destroy_notify_event_t>(event).window);
+      leave(as<xcb_destroy_notify_event_t>(event).window);
+      break;
     default:
       break;
   }

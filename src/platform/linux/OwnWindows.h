@@ -20,17 +20,17 @@ class OwnWindows : public QObject {
   void note(const xcb_generic_event_t& event);
 
   /// Whether what is done with the mouse goes to one of them: the pointer is
-  /// over it, or a menu of ours is open, which takes all input.
+  /// over it, or it is an open menu, which takes all input.
   [[nodiscard]] bool havePointer() const;
   /// Likewise what is typed.
   [[nodiscard]] bool haveKeyboard() const;
 
-  /// Windows come and go, which Qt alone tells.
+  /// Qt alone tells of windows that come.
   bool eventFilter(QObject* object, QEvent* event) override;
 
  private:
   void follow(xcb_window_t window);
-  void forget(xcb_window_t window);
+  void leave(xcb_window_t window);
   void askWhereInputGoes();
 
   X11EventReader& reader_;

@@ -1,7 +1,5 @@
 #include "platform/linux/WindowFacts.h"
 
-#include <xcb/xcb_icccm.h>
-
 #include <QString>
 #include <algorithm>
 #include <fstream>
@@ -28,15 +26,26 @@ struct WindowClass {
   std::string name;
 };
 
+/// Asked for without libxcb-icccm, which reads on past the end of a text without
+/// a zero.
+xcb_get_property_cookie_t askForClass(xcb_connection_t* xcb, xcb_window_t window) {
+  constexpr std::uint32_t kWords = 256;
+  return xcb_get_property_unchecked(xcb, 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, kWords);
+}
+
 std::optional<WindowClass> windowClass(xcb_connection_t* xcb, xcb_get_property_cookie_t cookie) {
-  xcb_icccm_get_wm_class_reply_t reply{};
-  if (xcb_icccm_get_wm_class_reply(xcb, cookie, &reply, nullptr) == 0) return std::nullopt;
-  const auto text = [](const char* latin1) {
-    return QString::fromLatin1(latin1 ? latin1 : "").toStdString();
+  const XcbPtr<xcb_get_property_reply_t> reply{xcb_get_property_reply(xcb, cookie, nullptr)};
+  if (!reply || reply->type != XCB_ATOM_STRING || reply->format != 8) return std::nullopt;
+  const std::string_view value(
+      static_cast<const char*>(xcb_get_property_value(reply.get())),
+      static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
+  const auto text = [](std::string_view latin1) {
+    return QString::fromLatin1(latin1.data(), static_cast<qsizetype>(latin1.size())).toStdString();
   };
-  WindowClass result{text(reply.instance_name), text(reply.class_name)};
-  xcb_icccm_get_wm_class_reply_wipe(&reply);
-  return result;
+  const std::string_view instance = value.substr(0, value.find('\0'));
+  std::string_view name = value.substr(std::min(instance.size() + 1, value.size()));
+  name = name.substr(0, name.find('\0'));
+  return WindowClass{text(instance), text(name)};
 }
 
 std::string processName(std::uint32_t process) {
@@ -81,8 +90,9 @@ std::vector<xcb_window_t> childrenOf(xcb_connection_t* xcb, xcb_window_t window)
 /// The first that has a class; none where none has.
 xcb_window_t firstWithClass(xcb_connection_t* xcb, const std::vector<xcb_window_t>& windows) {
   std::vector<xcb_get_property_cookie_t> cookies;
+  cookies.reserve(windows.size());
   for (const xcb_window_t window : windows) {
-    cookies.push_back(xcb_icccm_get_wm_class_unchecked(xcb, window));
+    cookies.push_back(askForClass(xcb, window));
   }
   // Every answer is taken, needed or not.
   xcb_window_t found = XCB_WINDOW_NONE;
@@ -99,7 +109,7 @@ WindowFacts readWindowFacts(X11Connection& connection, xcb_window_t window) {
   xcb_ewmh_connection_t* ewmh = connection.ewmh();
   // All questions, then all answers: one round trip.
   const auto attributesCookie = xcb_get_window_attributes_unchecked(xcb, window);
-  const auto classCookie = xcb_icccm_get_wm_class_unchecked(xcb, window);
+  const auto classCookie = askForClass(xcb, window);
   const auto desktopCookie = xcb_ewmh_get_wm_desktop_unchecked(ewmh, window);
   const auto typeCookie = xcb_ewmh_get_wm_window_type_unchecked(ewmh, window);
   const auto processCookie = xcb_ewmh_get_wm_pid_unchecked(ewmh, window);

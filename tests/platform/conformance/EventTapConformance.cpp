@@ -79,6 +79,20 @@ TEST_F(EventTapConformance, ADroppedTapSeesNothing) {
   EXPECT_THAT(phases_, ElementsAre(dockswipe::Begin));
 }
 
+TEST_F(EventTapConformance, AHandlerMayDropItsTap) {
+  const auto after = EventTap::create(recordPhases_);
+  after->enable();
+  std::unique_ptr<EventTap> tap;
+  tap = EventTap::create([this, &tap](std::uint32_t, const TappedEvent& event) {
+    tap.reset();
+    phases_.push_back(event.integerField(dockswipe::GesturePhase) * 10);
+  });
+  tap->enable();
+  post(dockswipe::Begin);
+  post(dockswipe::Change);
+  EXPECT_THAT(phases_, ElementsAre(dockswipe::Begin * 10, dockswipe::Begin, dockswipe::Change));
+}
+
 TEST_F(EventTapConformance, EveryTapSeesEveryEvent) {
   const auto first = EventTap::create(recordPhases_);
   const auto second = EventTap::create(recordPhases_);

@@ -1,0 +1,61 @@
+#include <benchmark/benchmark.h>
+
+#include "AllocationsPerIteration.h"
+#include "platform/DockSwipeEvent.h"
+#include "platform/embedded/EmbeddedDesktop.h"
+#include "spaces/SwipeWatcher.h"
+
+namespace vembrix {
+namespace {
+
+/// An event that is no swipe of the user's, by how many fields say so at the
+/// earliest: 1 was posted by a process, 2 is of another type, 3 another gesture.
+GestureEvent otherEvent(std::int64_t fieldCount) {
+  GestureEvent event;
+  event.setInteger(dockswipe::SourceProcess, fieldCount == 1 ? 77 : 0);
+  event.setInteger(dockswipe::EventType, fieldCount == 2 ? 5 : dockswipe::kDockControl);
+  event.setInteger(dockswipe::GestureKind, 8);
+  return event;
+}
+
+/// Sends such an event to the one tap that there is.
+void send(benchmark::State& state) {
+  EventStream& events = EmbeddedDesktop::shared().events();
+  const GestureEvent event = otherEvent(state.range(0));
+  const AllocationsPerIteration allocations(state);
+  for ([[maybe_unused]] auto _ : state) events.sendToTaps(5, event);
+}
+
+/// What it costs to reach a handler.
+void tapThatDoesNothing(benchmark::State& state) {
+  const auto tap = EventTap::create(
+      [](std::uint32_t, const TappedEvent& event) { benchmark::DoNotOptimize(&event); });
+  tap->enable();
+  send(state);
+}
+BENCHMARK(tapThatDoesNothing)->DenseRange(1, 3);
+
+/// The fields that must be read to turn the event away, and nothing else.
+void tapThatReadsFields(benchmark::State& state) {
+  const auto tap =
+      EventTap::create([count = state.range(0)](std::uint32_t, const TappedEvent& event) {
+        benchmark::DoNotOptimize(event.integerField(dockswipe::SourceProcess));
+        if (count == 1) return;
+        benchmark::DoNotOptimize(event.integerField(dockswipe::EventType));
+        if (count == 2) return;
+        benchmark::DoNotOptimize(event.integerField(dockswipe::GestureKind));
+      });
+  tap->enable();
+  send(state);
+}
+BENCHMARK(tapThatReadsFields)->DenseRange(1, 3);
+
+void swipeWatcher(benchmark::State& state) {
+  const auto watcher = SwipeWatcher::create();
+  watcher->start();
+  send(state);
+}
+BENCHMARK(swipeWatcher)->DenseRange(1, 3);
+
+}  // namespace
+}  // namespace vembrix
