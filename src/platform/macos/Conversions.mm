@@ -117,6 +117,10 @@ NSColor* systemColor(SystemColor name) {
       return NSColor.textBackgroundColor;
     case SystemColor::Separator:
       return NSColor.separatorColor;
+    case SystemColor::WindowBackground:
+      return NSColor.windowBackgroundColor;
+    case SystemColor::Link:
+      return NSColor.linkColor;
   }
 }
 
