@@ -59,4 +59,13 @@ QPalette menuPalette(Appearance appearance) {
   return palette;
 }
 
+QPalette editFieldPalette(Appearance appearance) {
+  QPalette palette = menuPalette(appearance);
+  // Selected text keeps its colour.
+  palette.setColor(QPalette::Highlight,
+                   pick({QColor(179, 215, 255), QColor(63, 99, 139)}, appearance));
+  palette.setColor(QPalette::HighlightedText, palette.color(QPalette::Text));
+  return palette;
+}
+
 }  // namespace vembrix

@@ -21,4 +21,7 @@ QColor menuBarTextColor(Appearance appearance);
 /// Of menus and the controls in them.
 QPalette menuPalette(Appearance appearance);
 
+/// Of fields in which text is edited.
+QPalette editFieldPalette(Appearance appearance);
+
 }  // namespace vembrix

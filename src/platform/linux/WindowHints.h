@@ -23,4 +23,8 @@ void hideFromTaskLists(QWindow& window);
 /// the window's own width. `geometry`: the window's, as Qt counts.
 void reserveTopEdge(QWindow& window, const QRect& geometry);
 
+/// Whether windows may be translucent: a compositor puts the screen together.
+/// Asks the X server.
+bool hasCompositor();
+
 }  // namespace vembrix

@@ -1,25 +1,44 @@
 #include "platform/DropdownMenu.h"
 
-#include <QMenu>
+#include <QPoint>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <variant>
+#include <vector>
 
 #include "platform/Application.h"
 #include "platform/NotificationCenter.h"
 #include "platform/linux/NativeColor.h"
 #include "platform/linux/NativeFont.h"
+#include "platform/linux/menubar/DropdownWidget.h"
 #include "platform/linux/menubar/NativeMenu.h"
+#include "platform/linux/menubar/NativeSpaceRow.h"
 
 namespace vembrix {
 namespace {
 
+/// Qt takes a single "&" for a mnemonic.
+QString menuTitle(const std::string& title) {
+  return QString::fromStdString(title).replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
+std::function<void()> closureOf(MenuCommand& command) {
+  if (auto* closure = std::get_if<std::function<void()>>(&command.action)) {
+    return *closure ? std::move(*closure) : [] {};
+  }
+  return [] { Application::shared().terminate(); };
+}
+
 class QtDropdownMenu : public NativeMenu {
  public:
   QtDropdownMenu() {
-    menu_.setWindowRole(QStringLiteral("menu"));
     menu_.setFont(menuBarFont());
-    // The click that closes the menu does nothing else: on the item it would
-    // open the menu again.
-    menu_.setAttribute(Qt::WA_NoMouseReplay);
     applyAppearance();
+  }
+
+  void setNeedsUpdateHandler(std::function<void()> handler) override {
+    needsUpdate_ = std::move(handler);
   }
 
   void setAppearance(std::optional<Appearance> appearance) override {
@@ -28,18 +47,69 @@ class QtDropdownMenu : public NativeMenu {
     applyAppearance();
   }
 
+  void setItems(std::vector<MenuItem> items) override {
+    // The widgets go before what they tell of.
+    menu_.removeAll();
+    rows_.clear();
+    for (MenuItem& item : items) {
+      std::visit([this](auto& content) { add(content); }, item);
+    }
+  }
+
   QMenu& widget() override { return menu_; }
 
+  void open(const QPoint& corner) override {
+    if (menu_.isVisible()) return;
+    if (needsUpdate_) needsUpdate_();
+    if (!menu_.isEmpty()) menu_.popup(corner);
+  }
+
  private:
+  void add(const MenuSeparator& /*separator*/) { menu_.addSeparator(); }
+
+  void add(MenuCommand& command) {
+    QAction* action = menu_.addAction(menuTitle(command.title));
+    if (command.font) action->setFont(nativeFont(*command.font));
+    if (!command.keyEquivalent.empty()) {
+      const QString key = QString::fromStdString(command.keyEquivalent).toUpper();
+      action->setShortcut(QKeySequence(QStringLiteral("Ctrl+") + key));
+      action->setShortcutContext(Qt::WidgetShortcut);
+      action->setShortcutVisibleInContextMenu(true);
+    }
+    QObject::connect(action, &QAction::triggered, [run = closureOf(command)] {
+      // Kept while it runs: it may open the menu anew.
+      const auto closure = run;
+      closure();
+    });
+  }
+
+  void add(std::unique_ptr<SpaceRowView>& view) {
+    // Every row comes from SpaceRowView::create().
+    std::unique_ptr<NativeSpaceRow> row(static_cast<NativeSpaceRow*>(view.release()));
+    row->setMenu(
+        {.close = [this] { menu_.close(); }, .cancelEditing = [this] { cancelEditing(); }});
+    SpaceRowWidget* widget = row->makeWidget();
+    widget->setAppearance(applied_.value_or(Appearance::Light));
+    menu_.addRow(widget);
+    rows_.push_back(std::move(row));
+  }
+
+  void cancelEditing() {
+    if (SpaceRowWidget* row = menu_.editedRow()) row->handler().cancel();
+  }
+
   void applyAppearance() {
     const auto system = Application::shared().effectiveAppearance();
     const Appearance appearance = appearance_.value_or(system.value_or(Appearance::Light));
     if (appearance == applied_) return;
     applied_ = appearance;
     menu_.setPalette(menuPalette(appearance));
+    for (SpaceRowWidget* row : menu_.rows()) row->setAppearance(appearance);
   }
 
-  QMenu menu_;
+  std::vector<std::unique_ptr<NativeSpaceRow>> rows_;
+  DropdownWidget menu_;
+  std::function<void()> needsUpdate_;
   std::optional<Appearance> appearance_;
   std::optional<Appearance> applied_;
   Observation themeObservation_ = NotificationCenter::distributed().addObserver(

@@ -3,6 +3,7 @@
 #include "platform/DropdownMenu.h"
 
 class QMenu;
+class QPoint;
 
 namespace vembrix {
 
@@ -11,6 +12,10 @@ class NativeMenu : public DropdownMenu {
  public:
   /// Lives as long as this.
   virtual QMenu& widget() = 0;
+
+  /// Opens it with its top left corner there, moved onto the screen where need
+  /// be; nothing without items. Qt's coordinates.
+  virtual void open(const QPoint& corner) = 0;
 };
 
 }  // namespace vembrix

@@ -1,6 +1,6 @@
 #include "platform/StatusItem.h"
 
-#include <QMenu>
+#include <QPoint>
 #include <utility>
 
 #include "platform/Application.h"
@@ -23,8 +23,8 @@ class QtStatusItem : public StatusItem {
  private:
   void openMenu() {
     if (!menu_) return;
-    QMenu& menu = static_cast<NativeMenu&>(*menu_).widget();
-    if (!menu.isEmpty()) menu.popup(strip_.mapToGlobal(QPoint(0, strip_.height())));
+    // Every menu comes from DropdownMenu::create().
+    static_cast<NativeMenu&>(*menu_).open(strip_.mapToGlobal(QPoint(0, strip_.height())));
   }
 
   StatusStrip strip_{[this] { openMenu(); }};

@@ -1,0 +1,148 @@
+#include "platform/linux/menubar/DropdownWidget.h"
+
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QPainterPath>
+#include <QWidgetAction>
+#include <algorithm>
+
+#include "platform/linux/WindowHints.h"
+
+namespace vembrix {
+namespace {
+
+/// With the colours of what is behind where the corners are cut off roughly.
+QRegion roundedRegion(const QRect& rect, int radius) {
+  QPainterPath path;
+  path.addRoundedRect(rect, radius, radius);
+  return {path.toFillPolygon().toPolygon()};
+}
+
+}  // namespace
+
+DropdownWidget::DropdownWidget() {
+  setWindowRole(QStringLiteral("menu"));
+  setStyle(&style_);
+  setWindowFlag(Qt::FramelessWindowHint);
+  setWindowFlag(Qt::NoDropShadowWindowHint);
+  setAttribute(Qt::WA_TranslucentBackground);
+  // The click that closes the menu does nothing else: on the item it would
+  // open the menu again.
+  setAttribute(Qt::WA_NoMouseReplay);
+  connect(this, &QMenu::hovered, this, [this](const QAction* action) { highlightChanged(action); });
+}
+
+DropdownWidget::~DropdownWidget() {
+  removeAll();
+}
+
+void DropdownWidget::addRow(SpaceRowWidget* row) {
+  auto* action = new QWidgetAction(this);
+  action->setDefaultWidget(row);
+  // The menu's keyboard reaches it by its name.
+  action->setText(row->accessibleName());
+  connect(action, &QAction::triggered, row, [row] { row->handler().activate(); });
+  row->installEventFilter(this);
+  addAction(action);
+  rows_.push_back(row);
+}
+
+void DropdownWidget::removeAll() {
+  highlighted_ = nullptr;
+  rows_.clear();
+  clear();
+}
+
+SpaceRowWidget* DropdownWidget::editedRow() const {
+  const auto found =
+      std::ranges::find_if(rows_, [](const SpaceRowWidget* row) { return row->state().isEditing; });
+  return found == rows_.end() ? nullptr : *found;
+}
+
+QAction* DropdownWidget::actionOf(const QObject* row) const {
+  const QList<QAction*> all = actions();
+  const auto found = std::ranges::find_if(all, [row](QAction* action) {
+    const auto* item = qobject_cast<QWidgetAction*>(action);
+    return item && item->defaultWidget() == row;
+  });
+  return found == all.end() ? nullptr : *found;
+}
+
+void DropdownWidget::highlightChanged(const QAction* action) {
+  const auto* item = qobject_cast<const QWidgetAction*>(action);
+  auto* row = item ? static_cast<SpaceRowWidget*>(item->defaultWidget()) : nullptr;
+  if (row == highlighted_) return;
+  if (highlighted_) highlighted_->handler().setHighlighted(false);
+  highlighted_ = row;
+  if (highlighted_) highlighted_->handler().setHighlighted(true);
+}
+
+bool DropdownWidget::eventFilter(QObject* object, QEvent* event) {
+  // One highlight for the pointer and the keys: where the pointer comes into a
+  // row it is on no other item any more, and the arrows go on from there.
+  if (event->type() == QEvent::Enter && !editedRow()) {
+    setActiveAction(actionOf(object));
+    highlightChanged(nullptr);
+  }
+  return QMenu::eventFilter(object, event);
+}
+
+bool DropdownWidget::event(QEvent* event) {
+  // The pointer is over nothing any more: no row stays lit by it.
+  if (event->type() == QEvent::Leave && !editedRow()) {
+    setActiveAction(nullptr);
+    highlightChanged(nullptr);
+  }
+  return QMenu::event(event);
+}
+
+void DropdownWidget::showEvent(QShowEvent* event) {
+  QMenu::showEvent(event);
+  for (SpaceRowWidget* row : rows_) row->handler().setShown(true);
+}
+
+void DropdownWidget::hideEvent(QHideEvent* event) {
+  highlightChanged(nullptr);
+  for (SpaceRowWidget* row : rows_) {
+    row->handler().cancel();
+    row->handler().setShown(false);
+  }
+  QMenu::hideEvent(event);
+}
+
+void DropdownWidget::resizeEvent(QResizeEvent* event) {
+  QMenu::resizeEvent(event);
+  // Without a compositor what is clear would be black.
+  if (hasCompositor()) {
+    clearMask();
+  } else {
+    setMask(roundedRegion(rect(), MenuStyle::kCornerRadius));
+  }
+}
+
+void DropdownWidget::keyPressEvent(QKeyEvent* event) {
+  if (chooseByKey(*event)) {
+    event->accept();
+    return;
+  }
+  QMenu::keyPressEvent(event);
+}
+
+bool DropdownWidget::chooseByKey(const QKeyEvent& event) {
+  if (event.modifiers() != Qt::ControlModifier) return false;
+  const QKeySequence pressed(event.keyCombination());
+  for (QAction* action : actions()) {
+    if (!action->isEnabled() || action->shortcut() != pressed) continue;
+    close();
+    action->trigger();
+    return true;
+  }
+  return false;
+}
+
+void DropdownWidget::mouseMoveEvent(QMouseEvent* event) {
+  // Else the highlight would take the keyboard from the field.
+  if (!editedRow()) QMenu::mouseMoveEvent(event);
+}
+
+}  // namespace vembrix

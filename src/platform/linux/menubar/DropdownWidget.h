@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QMenu>
+#include <vector>
+
+#include "platform/linux/menubar/MenuStyle.h"
+#include "platform/linux/menubar/SpaceRowWidget.h"
+
+namespace vembrix {
+
+/// Qt's menu, with rows for desktops among its items. Main thread.
+class DropdownWidget : public QMenu {
+ public:
+  DropdownWidget();
+  ~DropdownWidget() override;
+
+  /// Takes the row in; it goes with the item, at clear(). Choosing the item
+  /// activates the row.
+  void addRow(SpaceRowWidget* row);
+  /// Forgets the rows and deletes all items.
+  void removeAll();
+
+  [[nodiscard]] const std::vector<SpaceRowWidget*>& rows() const { return rows_; }
+  /// The row that is edited, or null.
+  [[nodiscard]] SpaceRowWidget* editedRow() const;
+
+ protected:
+  bool event(QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  bool eventFilter(QObject* object, QEvent* event) override;
+
+ private:
+  void highlightChanged(const QAction* action);
+  /// Chooses the command of that key equivalent; whether there is one.
+  bool chooseByKey(const QKeyEvent& event);
+  [[nodiscard]] QAction* actionOf(const QObject* row) const;
+
+  MenuStyle style_;
+  std::vector<SpaceRowWidget*> rows_;
+  SpaceRowWidget* highlighted_ = nullptr;
+};
+
+}  // namespace vembrix

@@ -1,0 +1,154 @@
+#include "platform/linux/menubar/MenuStyle.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+#include <QStyleFactory>
+#include <QStyleOptionMenuItem>
+
+namespace vembrix {
+namespace {
+
+/// Above the first item and below the last one.
+constexpr int kEndMargin = 5;
+/// From the edge of the menu to the highlight of an item.
+constexpr int kHighlightInset = 5;
+constexpr int kHighlightRadius = 4;
+/// From the edge of the menu to titles and key equivalents.
+constexpr int kTitleInset = 14;
+constexpr int kShortcutGap = 24;
+constexpr int kItemHeight = 22;
+constexpr int kSeparatorHeight = 11;
+
+struct Texts {
+  QString title;
+  QString shortcut;
+};
+
+Texts textsOf(const QStyleOptionMenuItem& item) {
+  const qsizetype tab = item.text.indexOf(QLatin1Char('\t'));
+  if (tab < 0) return {item.text, {}};
+  return {item.text.left(tab), item.text.mid(tab + 1)};
+}
+
+bool isSeparator(const QStyleOptionMenuItem& item) {
+  return item.menuItemType == QStyleOptionMenuItem::Separator;
+}
+
+/// Ink on the menu that does not stand out.
+QColor faint(QColor ink, float share) {
+  ink.setAlphaF(ink.alphaF() * share);
+  return ink;
+}
+
+void drawSeparator(const QStyleOptionMenuItem& item, QPainter& painter) {
+  const QRectF rect = item.rect;
+  const QRectF line(rect.x() + kTitleInset - kHighlightInset, rect.center().y() - 0.5,
+                    rect.width() - 2 * (kTitleInset - kHighlightInset), 1);
+  painter.fillRect(line, faint(item.palette.color(QPalette::WindowText), 0.14F));
+}
+
+void drawItem(const QStyleOptionMenuItem& item, QPainter& painter) {
+  const bool isSelected =
+      item.state.testFlag(QStyle::State_Selected) && item.state.testFlag(QStyle::State_Enabled);
+  if (isSelected) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(item.palette.brush(QPalette::Highlight));
+    painter.drawRoundedRect(QRectF(item.rect).adjusted(kHighlightInset, 0, -kHighlightInset, 0),
+                            kHighlightRadius, kHighlightRadius);
+  }
+  const QColor ink =
+      item.palette.color(isSelected ? QPalette::HighlightedText : QPalette::WindowText);
+  const Texts texts = textsOf(item);
+  const QRect rect = item.rect.adjusted(kTitleInset, 0, -kTitleInset, 0);
+  constexpr int kOneLine = Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextHideMnemonic;
+  painter.setFont(item.font);
+  painter.setPen(ink);
+  painter.drawText(rect, kOneLine | Qt::AlignLeft, texts.title);
+  painter.setPen(isSelected ? ink : faint(ink, 0.55F));
+  painter.drawText(rect, kOneLine | Qt::AlignRight, texts.shortcut);
+}
+
+}  // namespace
+
+MenuStyle::MenuStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                            const QWidget* widget) const {
+  const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  if (element == CE_MenuItem && item) {
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    if (isSeparator(*item)) {
+      drawSeparator(*item, *painter);
+    } else {
+      drawItem(*item, *painter);
+    }
+    painter->restore();
+    return;
+  }
+  // The panel is drawn as one; what is free of items needs no more.
+  if (element == CE_MenuEmptyArea || element == CE_MenuHMargin || element == CE_MenuVMargin) return;
+  QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void MenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                              QPainter* painter, const QWidget* widget) const {
+  if (element == PE_FrameMenu) return;
+  if (element != PE_PanelMenu) {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    return;
+  }
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing);
+  painter->setPen(faint(option->palette.color(QPalette::WindowText), 0.22F));
+  painter->setBrush(option->palette.brush(QPalette::Window));
+  painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), kCornerRadius,
+                           kCornerRadius);
+  painter->restore();
+}
+
+QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                                  const QWidget* widget) const {
+  const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  if (type != CT_MenuItem || !item) {
+    return QProxyStyle::sizeFromContents(type, option, size, widget);
+  }
+  if (isSeparator(*item)) return {1, kSeparatorHeight};
+  const QFontMetrics metrics(item->font);
+  const Texts texts = textsOf(*item);
+  int width = 2 * kTitleInset + metrics.size(Qt::TextHideMnemonic, texts.title).width();
+  if (!texts.shortcut.isEmpty()) width += kShortcutGap + metrics.horizontalAdvance(texts.shortcut);
+  return {width, kItemHeight};
+}
+
+int MenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
+                           const QWidget* widget) const {
+  switch (metric) {
+    case PM_MenuPanelWidth:
+    case PM_MenuHMargin:
+      return 0;
+    case PM_MenuVMargin:
+      return kEndMargin;
+    default:
+      return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+}
+
+int MenuStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                         QStyleHintReturn* result) const {
+  switch (hint) {
+    case SH_Menu_MouseTracking:
+    case SH_Menu_Scrollable:
+    case SH_Menu_SelectionWrap:
+      return 1;
+    // Rounded by the panel; a mask is made where that is not enough.
+    case SH_Menu_Mask:
+    case SH_EtchDisabledText:
+    case SH_UnderlineShortcut:
+      return 0;
+    default:
+      return QProxyStyle::styleHint(hint, option, widget, result);
+  }
+}
+
+}  // namespace vembrix

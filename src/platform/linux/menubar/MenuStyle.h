@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QProxyStyle>
+
+namespace vembrix {
+
+/// Draws menus with the proportions of macOS: rounded corners, a rounded
+/// highlight that keeps off the edge, thin separators, key equivalents in a
+/// fainter ink. The colours are those of the menu's palette.
+class MenuStyle : public QProxyStyle {
+ public:
+  /// Of the corners of the menu, in points.
+  static constexpr int kCornerRadius = 6;
+
+  MenuStyle();
+
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override;
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                         const QWidget* widget) const override;
+  int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                  const QWidget* widget) const override;
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* result) const override;
+};
+
+}  // namespace vembrix

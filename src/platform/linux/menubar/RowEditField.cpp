@@ -1,0 +1,56 @@
+#include "platform/linux/menubar/RowEditField.h"
+
+#include <QKeyEvent>
+#include <utility>
+
+namespace vembrix {
+namespace {
+
+RowKey rowKey(int key) {
+  switch (key) {
+    case Qt::Key_Return:
+      return RowKey::Return;
+    case Qt::Key_Enter:
+      return RowKey::KeypadEnter;
+    case Qt::Key_Escape:
+      return RowKey::Escape;
+    default:
+      return RowKey::Other;
+  }
+}
+
+}  // namespace
+
+RowEditField::RowEditField(KeyFilter filter, QWidget* parent)
+    : QLineEdit(parent), filter_(std::move(filter)) {
+  setFrame(false);
+  setTextMargins(2, 0, 2, 0);
+  // A menu over the menu would end it.
+  setContextMenuPolicy(Qt::NoContextMenu);
+}
+
+bool RowEditField::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    // No key that is typed here is a command of the menu's.
+    event->accept();
+    return true;
+  }
+  return QLineEdit::event(event);
+}
+
+void RowEditField::keyPressEvent(QKeyEvent* event) {
+  switch (filter_(rowKey(event->key()))) {
+    case KeyHandling::Passed:
+      event->ignore();
+      return;
+    case KeyHandling::Interpreted:
+      QLineEdit::keyPressEvent(event);
+      break;
+    case KeyHandling::Swallowed:
+      break;
+  }
+  // What means nothing to the text must not move the menu's highlight.
+  event->accept();
+}
+
+}  // namespace vembrix

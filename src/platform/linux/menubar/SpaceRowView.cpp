@@ -1,0 +1,60 @@
+#include "platform/SpaceRowView.h"
+
+#include <QPointer>
+#include <utility>
+
+#include "platform/linux/menubar/NativeSpaceRow.h"
+#include "platform/linux/menubar/SpaceRowWidget.h"
+
+namespace vembrix {
+namespace {
+
+/// Owns the handler; the menu's item owns the widget.
+class QtSpaceRowView : public NativeSpaceRow {
+ public:
+  QtSpaceRowView(SpaceRowContent content, SpaceRowState state,
+                 std::unique_ptr<SpaceRowHandler> handler)
+      : content_(std::move(content)), state_(std::move(state)), handler_(std::move(handler)) {
+    handler_->attach(*this);
+  }
+
+  SpaceRowWidget* makeWidget() override {
+    widget_ = new SpaceRowWidget(content_, state_, *handler_);
+    return widget_;
+  }
+
+  SpaceRowWidget* widget() const override { return widget_; }
+
+  void setMenu(Menu menu) override { menu_ = std::move(menu); }
+
+  void setState(const SpaceRowState& state) override {
+    if (state == state_) return;
+    if (state.isEditing && !state_.isEditing && menu_.cancelEditing) menu_.cancelEditing();
+    state_ = state;
+    if (widget_) widget_->setState(state);
+  }
+
+  std::string editedText() const override {
+    return widget_ ? widget_->editedText().toStdString() : std::string();
+  }
+
+  void closeMenu() override {
+    if (menu_.close) menu_.close();
+  }
+
+ private:
+  SpaceRowContent content_;
+  SpaceRowState state_;
+  std::unique_ptr<SpaceRowHandler> handler_;
+  Menu menu_;
+  QPointer<SpaceRowWidget> widget_;
+};
+
+}  // namespace
+
+std::unique_ptr<SpaceRowView> SpaceRowView::create(SpaceRowContent content, SpaceRowState state,
+                                                   std::unique_ptr<SpaceRowHandler> handler) {
+  return std::make_unique<QtSpaceRowView>(std::move(content), std::move(state), std::move(handler));
+}
+
+}  // namespace vembrix

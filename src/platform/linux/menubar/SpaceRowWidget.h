@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QWidget>
+
+#include "platform/SpaceRowView.h"
+#include "platform/linux/menubar/RowEditField.h"
+
+namespace vembrix {
+
+/// A pencil on a disc. Takes no focus: the keyboard stays with the menu.
+class RenameButton : public QAbstractButton {
+ public:
+  RenameButton(const QString& title, QWidget* parent);
+
+  void setColor(const QColor& color);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QColor color_;
+};
+
+/// The widget of a row: draws what it is told and tells the handler what the
+/// user does. The handler must outlive it. Main thread.
+class SpaceRowWidget : public QWidget {
+ public:
+  SpaceRowWidget(const SpaceRowContent& content, const SpaceRowState& state,
+                 SpaceRowHandler& handler);
+
+  void setState(const SpaceRowState& state);
+  /// For colours that the system names.
+  void setAppearance(Appearance appearance);
+
+  [[nodiscard]] const SpaceRowContent& content() const { return content_; }
+  [[nodiscard]] const SpaceRowState& state() const { return state_; }
+  [[nodiscard]] SpaceRowHandler& handler() { return handler_; }
+  [[nodiscard]] QString editedText() const { return editField_->text(); }
+  [[nodiscard]] RowEditField& editField() { return *editField_; }
+  [[nodiscard]] RenameButton& renameButton() { return *renameButton_; }
+
+  [[nodiscard]] QSize sizeHint() const override;
+
+ protected:
+  bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+
+ private:
+  void applyState();
+  void beginEditing();
+  void paintDot(QPainter& painter) const;
+  void paintLabel(QPainter& painter) const;
+  void paintFocusRing(QPainter& painter) const;
+
+  SpaceRowContent content_;
+  SpaceRowState state_;
+  SpaceRowHandler& handler_;
+  Appearance appearance_ = Appearance::Light;
+  // Children.
+  RenameButton* renameButton_;
+  RowEditField* editField_;
+};
+
+}  // namespace vembrix
