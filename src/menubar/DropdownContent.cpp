@@ -35,8 +35,11 @@ MenuItem makeCommand(const AppTheme& theme, MenuCommand command) {
 }  // namespace
 
 std::vector<MenuItem> makeDropdownItems(std::function<void()> showPreferences) {
+  const std::vector<SpaceInfo>& spaces = SpaceManager::shared().spaces();
+  constexpr std::size_t kOtherItems = 4;
   std::vector<MenuItem> items;
-  for (const SpaceInfo& space : SpaceManager::shared().spaces()) {
+  items.reserve(spaces.size() + kOtherItems);
+  for (const SpaceInfo& space : spaces) {
     if (space.isDesktop()) items.emplace_back(makeRow(space));
   }
   const AppTheme& theme = PreferencesStore::shared().theme();

@@ -45,6 +45,7 @@ class SpaceRowTest : public testing::Test {
   std::vector<RecordingSpaceRowView*> openAll(const std::vector<SpaceRow::Desktop>& desktops) {
     menu_.close();
     std::vector<MenuItem> items;
+    items.reserve(desktops.size());
     for (const SpaceRow::Desktop& desktop : desktops) {
       items.emplace_back(SpaceRow::create(
           desktop,
