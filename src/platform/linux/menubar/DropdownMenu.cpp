@@ -74,7 +74,7 @@ class QtDropdownMenu : public NativeMenu {
       const QString key = QString::fromStdString(command.keyEquivalent).toUpper();
       action->setShortcut(QKeySequence(QStringLiteral("Ctrl+") + key));
       action->setShortcutContext(Qt::WidgetShortcut);
-      action->setShortcutVisibleInContextMenu(true);
+      action->setShortcutVisibleInContextMenu(false);
     }
     QObject::connect(action, &QAction::triggered, [run = closureOf(command)] {
       // Kept while it runs: it may open the menu anew.

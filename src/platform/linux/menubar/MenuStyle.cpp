@@ -1,6 +1,9 @@
 #include "platform/linux/menubar/MenuStyle.h"
 
+#include <QAction>
 #include <QFontMetrics>
+#include <QKeySequence>
+#include <QMenu>
 #include <QPainter>
 #include <QStyleFactory>
 #include <QStyleOptionMenuItem>
@@ -16,18 +19,16 @@ constexpr int kHighlightRadius = 4;
 /// From the edge of the menu to titles and key equivalents.
 constexpr int kTitleInset = 14;
 constexpr int kShortcutGap = 24;
+/// As wide as key equivalents are.
+constexpr QLatin1String kWideKey("Ctrl+W");
 constexpr int kItemHeight = 22;
 constexpr int kSeparatorHeight = 11;
 
-struct Texts {
-  QString title;
-  QString shortcut;
-};
-
-Texts textsOf(const QStyleOptionMenuItem& item) {
-  const qsizetype tab = item.text.indexOf(QLatin1Char('\t'));
-  if (tab < 0) return {item.text, {}};
-  return {item.text.left(tab), item.text.mid(tab + 1)};
+/// Qt would make room for it beside the rows, too, which have none.
+QString shortcutOf(const QStyleOptionMenuItem& item, const QWidget* widget) {
+  const auto* menu = qobject_cast<const QMenu*>(widget);
+  const QAction* action = menu ? menu->actionAt(item.rect.center()) : nullptr;
+  return action ? action->shortcut().toString(QKeySequence::NativeText) : QString();
 }
 
 bool isSeparator(const QStyleOptionMenuItem& item) {
@@ -47,7 +48,7 @@ void drawSeparator(const QStyleOptionMenuItem& item, QPainter& painter) {
   painter.fillRect(line, faint(item.palette.color(QPalette::WindowText), 0.14F));
 }
 
-void drawItem(const QStyleOptionMenuItem& item, QPainter& painter) {
+void drawItem(const QStyleOptionMenuItem& item, const QString& shortcut, QPainter& painter) {
   const bool isSelected =
       item.state.testFlag(QStyle::State_Selected) && item.state.testFlag(QStyle::State_Enabled);
   if (isSelected) {
@@ -58,14 +59,13 @@ void drawItem(const QStyleOptionMenuItem& item, QPainter& painter) {
   }
   const QColor ink =
       item.palette.color(isSelected ? QPalette::HighlightedText : QPalette::WindowText);
-  const Texts texts = textsOf(item);
   const QRect rect = item.rect.adjusted(kTitleInset, 0, -kTitleInset, 0);
   constexpr int kOneLine = Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextHideMnemonic;
   painter.setFont(item.font);
   painter.setPen(ink);
-  painter.drawText(rect, kOneLine | Qt::AlignLeft, texts.title);
+  painter.drawText(rect, kOneLine | Qt::AlignLeft, item.text);
   painter.setPen(isSelected ? ink : faint(ink, 0.55F));
-  painter.drawText(rect, kOneLine | Qt::AlignRight, texts.shortcut);
+  painter.drawText(rect, kOneLine | Qt::AlignRight, shortcut);
 }
 
 }  // namespace
@@ -81,7 +81,7 @@ void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, 
     if (isSeparator(*item)) {
       drawSeparator(*item, *painter);
     } else {
-      drawItem(*item, *painter);
+      drawItem(*item, shortcutOf(*item, widget), *painter);
     }
     painter->restore();
     return;
@@ -115,9 +115,8 @@ QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
   }
   if (isSeparator(*item)) return {1, kSeparatorHeight};
   const QFontMetrics metrics(item->font);
-  const Texts texts = textsOf(*item);
-  int width = 2 * kTitleInset + metrics.size(Qt::TextHideMnemonic, texts.title).width();
-  if (!texts.shortcut.isEmpty()) width += kShortcutGap + metrics.horizontalAdvance(texts.shortcut);
+  const int title = metrics.size(Qt::TextHideMnemonic, item->text).width();
+  const int width = 2 * kTitleInset + title + kShortcutGap + metrics.horizontalAdvance(kWideKey);
   return {width, kItemHeight};
 }
 

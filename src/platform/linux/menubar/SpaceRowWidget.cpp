@@ -107,6 +107,8 @@ void SpaceRowWidget::setState(const SpaceRowState& state) {
 void SpaceRowWidget::applyState() {
   setAccessibleName(QString::fromStdString(state_.label));
   renameButton_->setVisible(state_.showsRenameButton);
+  // A field that is hidden with the focus would hand it to the next item.
+  if (!state_.isEditing) editField_->clearFocus();
   editField_->setVisible(state_.isEditing);
   update();
 }
