@@ -22,6 +22,8 @@ enum class SystemColor {
   SecondaryLabel,
   TextBackground,
   Separator,
+  WindowBackground,
+  Link,
 };
 
 enum class Appearance { Light, Dark };

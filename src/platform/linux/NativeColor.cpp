@@ -1,5 +1,7 @@
 #include "platform/linux/NativeColor.h"
 
+#include "platform/SystemColorValues.h"
+
 namespace vembrix {
 namespace {
 
@@ -19,18 +21,6 @@ QColor black(double alpha) {
   return QColor::fromRgbF(0, 0, 0, static_cast<float>(alpha));
 }
 
-LightAndDark systemColors(SystemColor name) {
-  switch (name) {
-    case SystemColor::ControlAccent:
-      return {QColor(0, 122, 255), QColor(10, 132, 255)};
-    case SystemColor::TextBackground:
-      return {QColor(255, 255, 255), QColor(30, 30, 30)};
-    case SystemColor::Separator:
-      return {black(0.1), white(0.1)};
-  }
-  return {};
-}
-
 /// Not a number counts as 0.
 float component(double value) {
   if (!(value > 0)) return 0;
@@ -40,14 +30,9 @@ float component(double value) {
 }  // namespace
 
 QColor nativeColor(const Color& color, Appearance appearance) {
-  if (const auto srgb = color.srgb()) {
-    return QColor::fromRgbF(component(srgb->red), component(srgb->green), component(srgb->blue),
-                            component(srgb->alpha));
-  }
-  QColor named = pick(systemColors(*color.systemColor()), appearance);
-  // An alpha of 1 is none of its own: the separator keeps the system's.
-  if (color.alpha() != 1) named.setAlphaF(component(color.alpha()));
-  return named;
+  const Srgb srgb = resolved(color, appearance);
+  return QColor::fromRgbF(component(srgb.red), component(srgb.green), component(srgb.blue),
+                          component(srgb.alpha));
 }
 
 QColor menuBarColor(Appearance appearance) {

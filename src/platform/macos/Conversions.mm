@@ -109,10 +109,18 @@ NSColor* systemColor(SystemColor name) {
   switch (name) {
     case SystemColor::ControlAccent:
       return NSColor.controlAccentColor;
+    case SystemColor::Label:
+      return NSColor.labelColor;
+    case SystemColor::SecondaryLabel:
+      return NSColor.secondaryLabelColor;
     case SystemColor::TextBackground:
       return NSColor.textBackgroundColor;
     case SystemColor::Separator:
       return NSColor.separatorColor;
+    case SystemColor::WindowBackground:
+      return NSColor.windowBackgroundColor;
+    case SystemColor::Link:
+      return NSColor.linkColor;
   }
 }
 
