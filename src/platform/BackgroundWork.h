@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+#include <utility>
+
+#include "platform/MainQueue.h"
+
+namespace vembrix {
+
+/// Threads for work that the user waits for and that would keep the main thread
+/// busy. Main thread, but for the blocks.
+class BackgroundWork {
+ public:
+  static BackgroundWork& shared();
+
+  virtual ~BackgroundWork() = default;
+
+  /// Runs the block soon, on another thread, possibly beside others. It must
+  /// not touch anything that belongs to the main thread. The program does not
+  /// wait for it when it ends.
+  virtual void async(std::function<void()> block) = 0;
+};
+
+/// Runs `work` in the background and then `completion`, with its result, on the
+/// main queue. Both are copyable; what `completion` owns is used and released on
+/// the main thread only.
+template <typename Work, typename Completion>
+void runInBackground(Work work, Completion completion) {
+  BackgroundWork::shared().async(
+      [work = std::move(work), completion = std::move(completion)]() mutable {
+        MainQueue::main().async([completion = std::move(completion), result = work()]() mutable {
+          completion(std::move(result));
+        });
+      });
+}
+
+}  // namespace vembrix
