@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <memory>
+#include <type_traits>
 #include <utility>
 
 #include "platform/MainQueue.h"
@@ -22,15 +24,17 @@ class BackgroundWork {
 };
 
 /// Runs `work` in the background and then `completion`, with its result, on the
-/// main queue. Both are copyable; what `completion` owns is used and released on
-/// the main thread only.
+/// main queue. Both are copyable; the result need not be and is never copied. What
+/// `completion` owns is used and released on the main thread only.
 template <typename Work, typename Completion>
 void runInBackground(Work work, Completion completion) {
   BackgroundWork::shared().async(
       [work = std::move(work), completion = std::move(completion)]() mutable {
-        MainQueue::main().async([completion = std::move(completion), result = work()]() mutable {
-          completion(std::move(result));
-        });
+        auto result = std::make_shared<std::invoke_result_t<Work&>>(work());
+        MainQueue::main().async(
+            [completion = std::move(completion), result = std::move(result)]() mutable {
+              completion(std::move(*result));
+            });
       });
 }
 
