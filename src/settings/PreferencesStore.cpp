@@ -92,6 +92,9 @@ const AppTheme& PreferencesStore::theme() const {
   return found == AppTheme::all().end() ? AppTheme::stock() : *found;
 }
 
+std::string PreferencesStore::themeName() const {
+  return std::string(stringOr(ud_.object(key::kThemeName), kDefaultThemeName));
+}
 void PreferencesStore::setThemeName(std::string_view name) {
   write(key::kThemeName, std::string(name));
 }
@@ -103,6 +106,9 @@ const HeatPalette& PreferencesStore::heatPalette() const {
   return found == heatPalettes().end() ? heatPalettes().front() : *found;
 }
 
+std::string PreferencesStore::heatPaletteName() const {
+  return std::string(stringOr(ud_.object(key::kHeatPaletteName), heatPalettes().front().name));
+}
 void PreferencesStore::setHeatPaletteName(std::string_view name) {
   write(key::kHeatPaletteName, std::string(name));
 }

@@ -51,10 +51,14 @@ class PreferencesStore {
   /// The theme of the stored name; Alpine when none is stored, Stock for an
   /// unknown name.
   [[nodiscard]] const AppTheme& theme() const;
+  /// As stored, also when no theme is called so; "Alpine" when none is stored.
+  [[nodiscard]] std::string themeName() const;
   void setThemeName(std::string_view name);
 
   /// The heat palette of the stored name; Ember when there is none of it.
   [[nodiscard]] const HeatPalette& heatPalette() const;
+  /// As stored, also when no palette is called so; "Ember" when none is stored.
+  [[nodiscard]] std::string heatPaletteName() const;
   void setHeatPaletteName(std::string_view name);
 
   [[nodiscard]] bool showSpaceNameInMenuBar() const;

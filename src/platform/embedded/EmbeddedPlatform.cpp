@@ -1,11 +1,15 @@
 // Puts the embedded services in the places where the product looks for them.
 
 #include "platform/embedded/EmbeddedApplication.h"
+#include "platform/embedded/EmbeddedBackgroundWork.h"
 #include "platform/embedded/EmbeddedBundle.h"
 #include "platform/embedded/EmbeddedDesktop.h"
 #include "platform/embedded/EmbeddedLog.h"
+#include "platform/embedded/EmbeddedLogTool.h"
 #include "platform/embedded/EmbeddedMainQueue.h"
+#include "platform/embedded/EmbeddedPasteboard.h"
 #include "platform/embedded/EmbeddedUserDefaults.h"
+#include "platform/embedded/EmbeddedWorkspace.h"
 #include "platform/embedded/LocalNotificationCenter.h"
 
 namespace vembrix {
@@ -16,14 +20,23 @@ Accessibility& Accessibility::shared() {
 Application& Application::shared() {
   return EmbeddedApplication::shared();
 }
+BackgroundWork& BackgroundWork::shared() {
+  return EmbeddedBackgroundWork::shared();
+}
 const Bundle& Bundle::main() {
   return EmbeddedBundle::shared();
+}
+LogTool& LogTool::shared() {
+  return EmbeddedLogTool::shared();
 }
 MainQueue& MainQueue::main() {
   return EmbeddedMainQueue::shared();
 }
 InputMonitor& InputMonitor::shared() {
   return EmbeddedDesktop::shared().input();
+}
+Pasteboard& Pasteboard::general() {
+  return EmbeddedPasteboard::shared();
 }
 const Screens& Screens::shared() {
   return EmbeddedDesktop::shared().screens();
@@ -39,6 +52,19 @@ UserDefaults& UserDefaults::standard() {
 }
 WindowServer& WindowServer::shared() {
   return EmbeddedDesktop::shared().windowServer();
+}
+
+Workspace& Workspace::shared() {
+  return EmbeddedWorkspace::shared();
+}
+
+EmbeddedPasteboard& EmbeddedPasteboard::shared() {
+  static EmbeddedPasteboard pasteboard;
+  return pasteboard;
+}
+EmbeddedWorkspace& EmbeddedWorkspace::shared() {
+  static EmbeddedWorkspace workspace;
+  return workspace;
 }
 
 std::unique_ptr<DockSwipeEvent> DockSwipeEvent::create() {

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "platform/Pasteboard.h"
+
+namespace vembrix {
+
+/// A pasteboard in memory, by representation.
+class EmbeddedPasteboard : public Pasteboard {
+ public:
+  static constexpr std::string_view kPlainText = "public.utf8-plain-text";
+
+  /// The pasteboard behind Pasteboard::general().
+  static EmbeddedPasteboard& shared();
+
+  void clearContents() override { contents_.clear(); }
+  void setString(std::string_view text) override { put(kPlainText, text); }
+
+  /// Another program copies something.
+  void put(std::string_view type, std::string_view value) {
+    contents_.insert_or_assign(std::string(type), std::string(value));
+  }
+
+  /// What is there, by its type.
+  const std::map<std::string, std::string, std::less<>>& contents() const { return contents_; }
+  /// The plain text; empty when there is none.
+  std::string text() const {
+    const auto found = contents_.find(kPlainText);
+    return found == contents_.end() ? std::string() : found->second;
+  }
+
+ private:
+  std::map<std::string, std::string, std::less<>> contents_;
+};
+
+}  // namespace vembrix

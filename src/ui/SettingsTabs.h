@@ -1,0 +1,62 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "platform/SettingsWindow.h"
+
+namespace vembrix {
+
+// The tabs of the settings window. Each page shows the settings and the Spaces
+// as they are when it is made, and writes a setting as soon as the user changes
+// it; it does not follow later changes. Main thread.
+
+/// What a tab is called, in the program and by the user.
+struct TabName {
+  std::string_view identifier;
+  std::string_view label;
+};
+
+/// In the order in which the tabs are shown.
+inline constexpr std::array<TabName, 6> kTabNames = {{{"sign", "Label"},
+                                                      {"colors", "Colors"},
+                                                      {"menubar", "Menu Bar"},
+                                                      {"theme", "Theme"},
+                                                      {"diagnostics", "Diagnostics"},
+                                                      {"about", "About"}}};
+inline constexpr int kTabCount = static_cast<int>(kTabNames.size());
+inline constexpr int kThemeTabIndex = 3;
+
+/// What the pages leave to the window's controller, and what it knows.
+struct TabContext {
+  /// The user chose a theme, by its name.
+  std::function<void(const std::string& name)> themeSelected;
+  std::function<void()> copyDiagnosticLog;
+  std::function<void()> copyLogCommand;
+  /// The status line of the Diagnostics tab.
+  std::string diagnosticsStatus;
+  bool canCopyDiagnosticLog = true;
+};
+
+/// Controls of the Diagnostics tab that change while they are shown.
+inline constexpr const char* kDiagnosticsStatusID = "diagnostics-status";
+inline constexpr const char* kCopyDiagnosticLogID = "copy-diagnostic-log";
+
+/// The tab of that index, which must be one of kTabNames.
+SettingsTab makeTab(int index, const TabContext& context);
+
+SettingsForm makeSignTab();
+SettingsForm makeColorsTab();
+SettingsForm makeMenuBarTab();
+SettingsForm makeThemeTab(const TabContext& context);
+SettingsForm makeDiagnosticsTab(const TabContext& context);
+SettingsForm makeAboutTab();
+
+/// A popup that shows the item of that title, or none when there is none.
+Popup popupOf(std::vector<std::string> items, std::string_view selectedTitle,
+              std::function<void(int index, const std::string& title)> onSelect);
+Checkbox checkboxOf(std::string title, bool isOn, std::function<void(bool isOn)> onChange);
+
+}  // namespace vembrix

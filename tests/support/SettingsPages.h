@@ -1,0 +1,49 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/embedded/EmbeddedUserDefaults.h"
+#include "platform/embedded/RecordingSettingsWindow.h"
+#include "settings/PreferencesStore.h"
+#include "spaces/SpaceManager.h"
+#include "support/Posts.h"
+#include "ui/PreferencesWindowController.h"
+
+namespace vembrix {
+
+/// A user in front of the settings window.
+class SettingsPages : public testing::Test {
+ protected:
+  /// Opens the window on the tab of that label, in the theme of that name, or
+  /// in the stored one when it is empty.
+  RecordingSettingsWindow& open(std::string_view tab, std::string_view theme = {}) {
+    if (!theme.empty()) PreferencesStore::shared().setThemeName(theme);
+    PreferencesWindowController::shared().setSelectedTabIndex(indexOf(tab));
+    PreferencesWindowController::shared().showWindow();
+    return window();
+  }
+
+  static RecordingSettingsWindow& window() { return *RecordingSettingsWindow::current(); }
+
+  static int indexOf(std::string_view tab) {
+    const auto found = std::ranges::find(kTabNames, tab, &TabName::label);
+    return static_cast<int>(found - kTabNames.begin());
+  }
+
+  /// The model has that many desktops on one display.
+  void setDesktops(std::size_t count) {
+    desktop_.setSpaceCount(count);
+    SpaceManager::shared().reload();
+  }
+
+  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  EmbeddedUserDefaults& defaults_ = EmbeddedUserDefaults::shared();
+  PreferencesStore& store_ = PreferencesStore::shared();
+};
+
+}  // namespace vembrix
