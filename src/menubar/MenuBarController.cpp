@@ -5,6 +5,7 @@
 #include "platform/DropdownMenu.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
+#include "ui/PreferencesWindowController.h"
 
 namespace vembrix {
 
@@ -58,6 +59,7 @@ void MenuBarController::menuNeedsUpdate() {
 }
 
 void MenuBarController::showPreferences() {
+  PreferencesWindowController::shared().showWindow();
   // An accessory stays behind other programs unless it says otherwise.
   Application::shared().activate();
 }
