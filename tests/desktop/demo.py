@@ -12,6 +12,7 @@ import signal
 import sys
 
 from desktop import Desktop, Portal
+from dropdown import Dropdown
 from processes import wait_until
 from vembrix import BLACK, BLUE, GREEN, HALVED_PINK, PEACH, PINK, Defaults, Vembrix
 
@@ -39,6 +40,8 @@ class Demo:
         self._program.wait_for_strip()
         self._tour()
         self._four_desktops()
+        self._dropdown()
+        self._settings_window()
         self._stored_name()
         self._foreground()
         self._dark()
@@ -111,6 +114,37 @@ class Demo:
             self._program.wait_for_fill(color)
             self._program.wait_for_ink(BLACK, 40)
             self._keep(f"desktop-{index + 1}")
+
+    def _dropdown(self):
+        """Names the second desktop and goes to the third."""
+        menu = Dropdown(self._program)
+        menu.open()
+        self._keep("dropdown")
+        menu.hover(1)
+        menu.wait_for_tint(1)
+        self._keep("dropdown-pointed-at")
+        menu.click_pencil(1)
+        menu.type("Mail")
+        self._keep("dropdown-renaming")
+        menu.key("Return")
+        wait_until(
+            lambda: self._defaults.read().get("SpaceNames") == {"x11-desktop-2": "Mail"},
+            "the name to be stored",
+        )
+        self._keep("dropdown-renamed")
+        menu.click_row(2)
+        menu.wait_until_closed()
+        self._program.wait_for_title("Desktop 3")
+        self._keep("switched-from-dropdown")
+
+    def _settings_window(self):
+        menu = Dropdown(self._program)
+        menu.open()
+        menu.key("ctrl+comma")
+        window = self._program.wait_for_settings()
+        self._keep("settings")
+        self._desktop.run("xdotool", "key", "Escape")
+        wait_until(lambda: not window.visible, "the settings window to close")
 
     def _stored_name(self):
         self._defaults.update({"SpaceNames": {"x11-desktop-2": "Mail", "x11-desktop-3": LONG_NAME}})

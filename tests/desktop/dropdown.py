@@ -58,6 +58,14 @@ class Dropdown:
         self.point_at(x + offset - 1, middle)
         self.point_at(x + offset, middle)
 
+    def wait_for_tint(self, index):
+        """Waits until the row is lit, unlike its neighbour."""
+
+        def ground(row):
+            return self.row_picture(row).pixel(self.window().frame()[2] // 2, 2)
+
+        wait_until(lambda: ground(index) != ground(index + 1), "a tint")
+
     def click_row(self, index, offset=NAME_X):
         self.hover(index, offset)
         self.desktop.run("xdotool", "click", "1")

@@ -100,6 +100,17 @@ class Vembrix:
                 self._strip = window
         return self._strip
 
+    def wait_for_settings(self):
+        """The settings window, when it is seen."""
+
+        def visible_window():
+            for window in self.desktop.windows_of_class("vembrix"):
+                if window.read("WM_WINDOW_ROLE") == "settings" and window.visible:
+                    return window
+            return None
+
+        return wait_until(visible_window, lambda: f"the settings window; {self._story()}")
+
     def title(self):
         strip = self.strip()
         return strip.name if strip else None

@@ -87,15 +87,11 @@ class QtDropdownMenu : public NativeMenu {
     // Every row comes from SpaceRowView::create().
     std::unique_ptr<NativeSpaceRow> row(static_cast<NativeSpaceRow*>(view.release()));
     row->setMenu(
-        {.close = [this] { menu_.close(); }, .cancelEditing = [this] { cancelEditing(); }});
+        {.close = [this] { menu_.close(); }, .prepareEditing = [this] { menu_.prepareEditing(); }});
     SpaceRowWidget* widget = row->makeWidget();
     widget->setAppearance(applied_.value_or(Appearance::Light));
     menu_.addRow(widget);
     rows_.push_back(std::move(row));
-  }
-
-  void cancelEditing() {
-    if (SpaceRowWidget* row = menu_.editedRow()) row->handler().cancel();
   }
 
   void applyAppearance() {

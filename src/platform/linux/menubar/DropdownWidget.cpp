@@ -59,6 +59,11 @@ SpaceRowWidget* DropdownWidget::editedRow() const {
   return found == rows_.end() ? nullptr : *found;
 }
 
+void DropdownWidget::prepareEditing() {
+  if (SpaceRowWidget* row = editedRow()) row->handler().cancel();
+  if (!keyboard_ && isVisible()) keyboard_.emplace(*windowHandle());
+}
+
 QAction* DropdownWidget::actionOf(const QObject* row) const {
   const QList<QAction*> all = actions();
   const auto found = std::ranges::find_if(all, [row](QAction* action) {
@@ -107,6 +112,7 @@ void DropdownWidget::hideEvent(QHideEvent* event) {
     row->handler().cancel();
     row->handler().setShown(false);
   }
+  keyboard_.reset();
   QMenu::hideEvent(event);
 }
 

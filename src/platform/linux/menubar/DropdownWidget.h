@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QMenu>
+#include <optional>
 #include <vector>
 
+#include "platform/linux/KeyboardLoan.h"
 #include "platform/linux/menubar/MenuStyle.h"
 #include "platform/linux/menubar/SpaceRowWidget.h"
 
@@ -23,6 +25,9 @@ class DropdownWidget : public QMenu {
   [[nodiscard]] const std::vector<SpaceRowWidget*>& rows() const { return rows_; }
   /// The row that is edited, or null.
   [[nodiscard]] SpaceRowWidget* editedRow() const;
+  /// To be called before a row is edited: ends the editing of any other, and
+  /// takes the keyboard focus until the menu closes.
+  void prepareEditing();
 
  protected:
   bool event(QEvent* event) override;
@@ -42,6 +47,7 @@ class DropdownWidget : public QMenu {
   MenuStyle style_;
   std::vector<SpaceRowWidget*> rows_;
   SpaceRowWidget* highlighted_ = nullptr;
+  std::optional<KeyboardLoan> keyboard_;
 };
 
 }  // namespace vembrix

@@ -14,8 +14,9 @@ class NativeSpaceRow : public SpaceRowView {
   /// The menu that holds the row, as far as the row needs it.
   struct Menu {
     std::function<void()> close;
-    /// Ends the editing of whichever row is edited.
-    std::function<void()> cancelEditing;
+    /// Called before the row is edited: ends the editing of any other, and gets
+    /// the menu the keyboard.
+    std::function<void()> prepareEditing;
   };
 
   /// Its widget, new and without a parent. Once; whoever takes it must delete it

@@ -29,7 +29,9 @@ class QtSpaceRowView : public NativeSpaceRow {
 
   void setState(const SpaceRowState& state) override {
     if (state == state_) return;
-    if (state.isEditing && !state_.isEditing && menu_.cancelEditing) menu_.cancelEditing();
+    if (state.isEditing && !state_.isEditing && menu_.prepareEditing) {
+      menu_.prepareEditing();
+    }
     state_ = state;
     if (widget_) widget_->setState(state);
   }

@@ -1,0 +1,36 @@
+#include "platform/linux/KeyboardLoan.h"
+
+#include <QWindow>
+
+#include "platform/linux/QtEwmh.h"
+#include "platform/linux/X11Connection.h"
+
+namespace vembrix {
+namespace {
+
+xcb_window_t focusedWindow(xcb_connection_t* xcb) {
+  const XcbPtr<xcb_get_input_focus_reply_t> focus{
+      xcb_get_input_focus_reply(xcb, xcb_get_input_focus_unchecked(xcb), nullptr)};
+  return focus ? focus->focus : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+}  // namespace
+
+KeyboardLoan::KeyboardLoan(QWindow& window) : window_(window) {
+  if (xcb_ewmh_connection_t* ewmh = ewmhOfQt()) lender_ = focusedWindow(ewmh->connection);
+  window.requestActivate();
+}
+
+KeyboardLoan::~KeyboardLoan() {
+  xcb_ewmh_connection_t* ewmh = ewmhOfQt();
+  if (!ewmh || lender_ == XCB_WINDOW_NONE) return;
+  xcb_connection_t* xcb = ewmh->connection;
+  // Somebody else may have taken it meanwhile.
+  if (focusedWindow(xcb) != static_cast<xcb_window_t>(window_.winId())) return;
+  const auto request =
+      xcb_set_input_focus_checked(xcb, XCB_INPUT_FOCUS_POINTER_ROOT, lender_, XCB_CURRENT_TIME);
+  // The lender may be gone.
+  const XcbPtr<xcb_generic_error_t> error{xcb_request_check(xcb, request)};
+}
+
+}  // namespace vembrix
