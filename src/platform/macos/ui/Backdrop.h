@@ -26,7 +26,7 @@
 - (instancetype)initWithColors:(NSArray<NSColor*>*)colors NS_DESIGNATED_INITIALIZER;
 - (instancetype)initWithFrame:(NSRect)frame NS_UNAVAILABLE;
 /// Stops the program.
-- (instancetype)initWithCoder:(NSCoder*)coder NS_DESIGNATED_INITIALIZER;
+- (instancetype)initWithCoder:(NSCoder*)coder NS_UNAVAILABLE;
 
 /// Nil, which draws nothing, when there are no colours.
 @property(nonatomic, readonly) NSGradient* gradient;

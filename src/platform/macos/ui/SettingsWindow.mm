@@ -50,6 +50,7 @@ class SystemSettingsWindow : public SettingsWindow {
     window_.closeHandler = nil;
     [window_ close];
     window_.contentView = [[NSView alloc] initWithFrame:NSZeroRect];
+    keepUntilEventEnds(@[ window_ ]);
   }
 
   SystemSettingsWindow(const SystemSettingsWindow&) = delete;
