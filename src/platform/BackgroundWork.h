@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <type_traits>
 #include <utility>
 
@@ -24,18 +25,20 @@ class BackgroundWork {
 };
 
 /// Runs `work` in the background and then `completion`, with its result, on the
-/// main queue. Both are copyable; the result need not be and is never copied. What
+/// main queue. `work` is copyable; the result need not be and is never copied. What
 /// `completion` owns is used and released on the main thread only.
 template <typename Work, typename Completion>
 void runInBackground(Work work, Completion completion) {
-  BackgroundWork::shared().async(
-      [work = std::move(work), completion = std::move(completion)]() mutable {
-        auto result = std::make_shared<std::invoke_result_t<Work&>>(work());
-        MainQueue::main().async(
-            [completion = std::move(completion), result = std::move(result)]() mutable {
-              completion(std::move(*result));
-            });
-      });
+  // Queues may copy their blocks, and a copy may end on any thread: the copies
+  // share the completion, and the main thread takes it out.
+  auto kept = std::make_shared<std::optional<Completion>>(std::move(completion));
+  BackgroundWork::shared().async([work = std::move(work), kept = std::move(kept)]() mutable {
+    auto result = std::make_shared<std::invoke_result_t<Work&>>(work());
+    MainQueue::main().async([kept, result] {
+      Completion taken = *std::exchange(*kept, std::nullopt);
+      taken(std::move(*result));
+    });
+  });
 }
 
 }  // namespace vembrix

@@ -132,7 +132,9 @@ TEST_F(DiagnosticLogTest, OutputThatIsNotUtf8CountsAsNone) {
 }
 
 TEST_F(DiagnosticLogTest, OutputIsNeitherTrimmedNorChanged) {
-  const std::string text("  \n\tZ\u00fcrich \u2014 \U0001F5A5\r\n\0after a zero\n\n", 45);
+  std::string text = "  \n\tZ\u00fcrich \u2014 \U0001F5A5\r\n";
+  text.push_back('\0');
+  text += "after a zero\n\n";
   prints(text);
   EXPECT_EQ(copied(), text);
 }

@@ -1,23 +1,65 @@
 #include "platform/linux/NativeFont.h"
 
 #include <QFontDatabase>
+#include <QGuiApplication>
+#include <QScreen>
 #include <QStringList>
 
 namespace vembrix {
+namespace {
 
-QFont menuBarFont() {
+/// Of menus and controls, in points as the interface counts them.
+constexpr double kSystemSize = 13;
+
+QStringList systemFamilies() {
   // Inter has the proportions of the macOS system font; without it the desktop's
   // own font serves. Last, so that it draws what no other has: emoji.
-  const QString general = QFontDatabase::systemFont(QFontDatabase::GeneralFont).family();
-  QFont font;
-  font.setFamilies({QStringLiteral("Inter"), QStringLiteral("Inter Display"), general,
-                    QStringLiteral("Noto Sans"), QStringLiteral("DejaVu Sans"),
-                    QStringLiteral("Noto Color Emoji")});
-  font.setPixelSize(13);
+  return {QStringLiteral("Inter"),
+          QStringLiteral("Inter Display"),
+          QFontDatabase::systemFont(QFontDatabase::GeneralFont).family(),
+          QStringLiteral("Noto Sans"),
+          QStringLiteral("DejaVu Sans"),
+          QStringLiteral("Noto Color Emoji")};
+}
+
+QStringList monospacedFamilies() {
+  return QStringList{QStringLiteral("JetBrains Mono"), QStringLiteral("Noto Sans Mono"),
+                     QStringLiteral("DejaVu Sans Mono"),
+                     QFontDatabase::systemFont(QFontDatabase::FixedFont).family()} +
+         systemFamilies();
+}
+
+/// Qt counts pixels in whole numbers only, its own points in fractions.
+double qtPointSize(double size) {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  const double dotsPerInch = screen ? screen->logicalDotsPerInchY() : 96;
+  return size * 72 / dotsPerInch;
+}
+
+void smooth(QFont& font) {
   // As macOS draws text: true shapes, no coloured fringes.
   font.setHintingPreference(QFont::PreferNoHinting);
   font.setStyleStrategy(QFont::StyleStrategy(QFont::PreferAntialias | QFont::NoSubpixelAntialias));
+}
+
+}  // namespace
+
+QFont menuBarFont() {
+  QFont font;
+  font.setFamilies(systemFamilies());
+  font.setPixelSize(13);
+  smooth(font);
   return font;
+}
+
+QFont nativeFont(const Font& font) {
+  QFont native;
+  const bool isMonospaced = font.design == Font::Design::Monospaced;
+  native.setFamilies(isMonospaced ? monospacedFamilies() : systemFamilies());
+  native.setWeight(font.weight == Font::Weight::Semibold ? QFont::DemiBold : QFont::Normal);
+  native.setPointSizeF(qtPointSize(font.size.value_or(kSystemSize)));
+  smooth(native);
+  return native;
 }
 
 }  // namespace vembrix

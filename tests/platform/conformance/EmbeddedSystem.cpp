@@ -1,4 +1,5 @@
 #include "platform/conformance/SystemUnderTest.h"
+#include "platform/embedded/EmbeddedBackgroundWork.h"
 #include "platform/embedded/EmbeddedDesktop.h"
 #include "platform/embedded/EmbeddedLog.h"
 #include "platform/embedded/EmbeddedMainQueue.h"
@@ -11,10 +12,14 @@ class EmbeddedSystem : public SystemUnderTest {
  public:
   EmbeddedSystem() { desktop_.setAnnouncesSpaces(true); }
 
-  void runFor(Duration duration) override { queue_.advance(duration); }
+  void runFor(Duration duration) override {
+    EmbeddedBackgroundWork::shared().run();
+    queue_.advance(duration);
+  }
 
   bool runUntil(const std::function<bool()>& condition, Duration limit) override {
     constexpr Duration kStep = std::chrono::milliseconds(1);
+    EmbeddedBackgroundWork::shared().run();
     queue_.runPending();
     for (Duration passed{}; !condition(); passed += kStep) {
       if (passed >= limit) return false;

@@ -1,0 +1,35 @@
+#include "platform/BackgroundWork.h"
+
+#include <chrono>
+#include <system_error>
+#include <thread>
+
+namespace vembrix {
+namespace {
+
+/// A thread per block: they are few, and may wait for as long as they like.
+class DetachedThreads : public BackgroundWork {
+ public:
+  void async(std::function<void()> block) override {
+    try {
+      std::thread(block).detach();
+    } catch (const std::system_error&) {
+      // The system has no thread left: it may have one later.
+      MainQueue::main().after(
+          kRetryDelay, [this, block = std::move(block)]() mutable { async(std::move(block)); });
+    }
+  }
+
+ private:
+  static constexpr std::chrono::seconds kRetryDelay{1};
+};
+
+}  // namespace
+
+BackgroundWork& BackgroundWork::shared() {
+  // Never destroyed: blocks may run until the very end.
+  static auto& work = *new DetachedThreads;
+  return work;
+}
+
+}  // namespace vembrix

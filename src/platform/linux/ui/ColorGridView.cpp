@@ -1,0 +1,100 @@
+#include "platform/linux/ui/ColorGridView.h"
+
+#include <QFontMetrics>
+#include <QLabel>
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <utility>
+
+#include "platform/linux/NativeFont.h"
+#include "platform/linux/ui/ColorFollower.h"
+#include "platform/linux/ui/ColorWell.h"
+
+namespace vembrix {
+namespace {
+
+using namespace form_metrics;
+
+/// Everything in a row of the grid but its names.
+constexpr int kAllButNames =
+    static_cast<int>(kPairsPerRow * (kWellSize.width + kWellColumnSpacing) + kWellColumnSpacing +
+                     kSecondPairPadding);
+
+}  // namespace
+
+ColorGridView::ColorGridView(ColorGrid grid, QWidget* parent)
+    : QWidget(parent), grid_(std::move(grid)) {
+  cells_.reserve(grid_.wells.size());
+  int index = 0;
+  for (const ColorGrid::Well& well : grid_.wells) addCell(index++, well);
+}
+
+void ColorGridView::addCell(int index, const ColorGrid::Well& well) {
+  const QString name = QString::fromStdString(well.name);
+  auto* label = new QLabel(this);
+  label->setTextFormat(Qt::PlainText);
+  label->setFont(nativeFont(grid_.nameStyle.font));
+  label->setText(name);
+  followTextColor(*label, grid_.nameStyle.color);
+  const auto changed = [this, index](const Color& color) {
+    if (grid_.onChange) grid_.onChange(index, color);
+  };
+  auto* button = new ColorWell(name, well.color, changed, this);
+  cells_.push_back({label, button});
+}
+
+QSize ColorGridView::sizeHint() const {
+  const auto pairs = static_cast<int>(cells_.size());
+  if (pairs == 0) return {0, 0};
+  const int rows = (pairs + kPairsPerRow - 1) / kPairsPerRow;
+  const int spacing = static_cast<int>(kWellRowSpacing);
+  const int names = nameWidth(0, QWIDGETSIZE_MAX) + nameWidth(1, QWIDGETSIZE_MAX);
+  return {kAllButNames + names, rows * rowHeight() + (rows - 1) * spacing};
+}
+
+void ColorGridView::resizeEvent(QResizeEvent* /*event*/) {
+  layOut();
+}
+
+void ColorGridView::layOut() {
+  const int limit = std::max((width() - kAllButNames) / kPairsPerRow, 0);
+  const QSize wellSize(static_cast<int>(kWellSize.width), static_cast<int>(kWellSize.height));
+  const int spacing = static_cast<int>(kWellColumnSpacing);
+  const std::array<int, kPairsPerRow> names{nameWidth(0, limit), nameWidth(1, limit)};
+  for (std::size_t i = 0; i < cells_.size(); ++i) {
+    const auto [row, column] = std::div(static_cast<int>(i), kPairsPerRow);
+    const auto& [label, well] = cells_[i];
+    int x = column == 0
+                ? 0
+                : names[0] + wellSize.width() + 2 * spacing + static_cast<int>(kSecondPairPadding);
+    const int y = row * (rowHeight() + static_cast<int>(kWellRowSpacing));
+    const int room = names[static_cast<std::size_t>(column)];
+    const QFontMetrics metrics(label->font());
+    const QString name = well->accessibleName();
+    const QString shown = metrics.elidedText(name, Qt::ElideRight, room);
+    label->setText(shown);
+    label->setToolTip(shown == name ? QString() : name.toHtmlEscaped());
+    const QSize size(std::min(label->sizeHint().width(), room), metrics.height());
+    label->setGeometry(x + room - size.width(), y + (rowHeight() - size.height()) / 2, size.width(),
+                       size.height());
+    x += room + spacing;
+    well->setGeometry(QRect({x, y + (rowHeight() - wellSize.height()) / 2}, wellSize));
+  }
+}
+
+int ColorGridView::nameWidth(int column, int limit) const {
+  int width = 0;
+  for (std::size_t i = static_cast<std::size_t>(column); i < cells_.size(); i += kPairsPerRow) {
+    const QFontMetrics metrics(cells_[i].name->font());
+    width = std::max(width, metrics.horizontalAdvance(cells_[i].well->accessibleName()) + 1);
+  }
+  return std::min(width, limit);
+}
+
+int ColorGridView::rowHeight() const {
+  const int well = static_cast<int>(kWellSize.height);
+  return cells_.empty() ? well : std::max(well, QFontMetrics(cells_.front().name->font()).height());
+}
+
+}  // namespace vembrix

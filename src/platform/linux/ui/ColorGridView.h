@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QWidget>
+#include <vector>
+
+#include "platform/SettingsForm.h"
+
+class QLabel;
+
+namespace vembrix {
+
+class ColorWell;
+
+/// The names and wells of a colour grid. As high as it needs; names are cut off
+/// where the width that it is given does not hold them. Main thread.
+class ColorGridView : public QWidget {
+  Q_OBJECT
+
+ public:
+  ColorGridView(ColorGrid grid, QWidget* parent);
+
+  [[nodiscard]] QSize sizeHint() const override;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  struct Cell {
+    QLabel* name;
+    ColorWell* well;
+  };
+
+  void addCell(int index, const ColorGrid::Well& well);
+  void layOut();
+  /// Of the names in the first or second column of pairs, at most `limit`.
+  [[nodiscard]] int nameWidth(int column, int limit) const;
+  [[nodiscard]] int rowHeight() const;
+
+  ColorGrid grid_;
+  std::vector<Cell> cells_;
+};
+
+}  // namespace vembrix

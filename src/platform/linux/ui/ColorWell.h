@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QPointer>
+#include <QPushButton>
+#include <functional>
+
+#include "platform/Color.h"
+
+class QColor;
+class QColorDialog;
+
+namespace vembrix {
+
+/// Shows a colour, and opens the desktop's dialog for colours to change it. What
+/// is tried out there is reported at once; cancelling the dialog reports the
+/// colour from before. Main thread.
+class ColorWell : public QPushButton {
+  Q_OBJECT
+
+ public:
+  ColorWell(const QString& name, const Color& color,
+            std::function<void(const Color& color)> changed, QWidget* parent);
+
+  [[nodiscard]] const Color& color() const { return color_; }
+  [[nodiscard]] QColor shownColor() const;
+  [[nodiscard]] QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  void choose();
+  void setColor(const Color& color);
+
+  Color color_;
+  std::function<void(const Color&)> changed_;
+  QPointer<QColorDialog> dialog_;
+};
+
+}  // namespace vembrix

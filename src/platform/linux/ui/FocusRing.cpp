@@ -1,0 +1,119 @@
+#include "platform/linux/ui/FocusRing.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QEvent>
+#include <QPainter>
+#include <cmath>
+
+#include "platform/linux/ui/ColorFollower.h"
+#include "platform/linux/ui/ControlPainting.h"
+#include "platform/linux/ui/SegmentedTabBar.h"
+#include "platform/linux/ui/SelectableLine.h"
+#include "platform/linux/ui/SliderControl.h"
+#include "platform/linux/ui/TabButtonView.h"
+
+namespace vembrix {
+namespace {
+
+using namespace control_metrics;
+
+struct Shape {
+  QRectF rect;
+  double radius = 0;
+};
+
+/// What the ring is drawn around, in the control's coordinates; empty for none.
+Shape shapeOf(const QWidget& control) {
+  const QRectF whole = control.rect();
+  const double middle = whole.center().y();
+  if (qobject_cast<const QCheckBox*>(&control)) {
+    return {{whole.left(), middle - kCheckboxSize / 2.0, kCheckboxSize, kCheckboxSize},
+            kCheckboxRadius};
+  }
+  if (const auto* slider = qobject_cast<const SliderControl*>(&control)) {
+    return {slider->knob(), kKnobSize / 2.0};
+  }
+  if (const auto* tab = qobject_cast<const TabButtonView*>(&control)) {
+    return {whole, tab->ringRadius()};
+  }
+  if (const auto* tabs = qobject_cast<const SegmentedTabBar*>(&control)) {
+    return {tabs->segment(tabs->currentIndex()), kButtonRadius};
+  }
+  if (const auto* line = qobject_cast<const SelectableLine*>(&control)) {
+    return line->hasFrame() ? Shape{whole, kFieldRadius} : Shape{};
+  }
+  return {whole, kButtonRadius};
+}
+
+int outset() {
+  return static_cast<int>(std::ceil(kFocusRingWidth)) + 1;
+}
+
+}  // namespace
+
+FocusRing::FocusRing(QWidget* area) : QWidget(area), area_(*area) {
+  setAttribute(Qt::WA_TransparentForMouseEvents);
+  setFocusPolicy(Qt::NoFocus);
+  hide();
+  connect(qApp, &QApplication::focusChanged, this,
+          [this](QWidget* /*old*/, QWidget* now) { follow(now); });
+}
+
+FocusRing::~FocusRing() = default;
+
+void FocusRing::follow(QWidget* control) {
+  if (control_) control_->removeEventFilter(this);
+  const bool isOurs = control && control != &area_ && area_.isAncestorOf(control) &&
+                      !shapeOf(*control).rect.isEmpty();
+  control_ = isOurs ? control : nullptr;
+  if (!control_) {
+    // Goes with the area, not with the page that it lay over.
+    setParent(&area_);
+    hide();
+    return;
+  }
+  control_->installEventFilter(this);
+  setParent(control_->parentWidget());
+  place();
+  show();
+  raise();
+}
+
+void FocusRing::place() {
+  const int margin = outset();
+  setGeometry(control_->geometry().adjusted(-margin, -margin, margin, margin));
+  update();
+}
+
+bool FocusRing::eventFilter(QObject* object, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::Move:
+    case QEvent::Resize:
+      place();
+      break;
+    // A slider's knob has moved.
+    case QEvent::Paint:
+      update();
+      break;
+    case QEvent::Hide:
+    case QEvent::Destroy:
+      follow(nullptr);
+      break;
+    default:
+      break;
+  }
+  return QWidget::eventFilter(object, event);
+}
+
+void FocusRing::paintEvent(QPaintEvent* /*event*/) {
+  if (!control_) return;
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const Shape shape = shapeOf(*control_);
+  paintFocusRing(painter, shape.rect.translated(outset(), outset()), shape.radius,
+                 appearanceOf(palette()));
+}
+
+}  // namespace vembrix

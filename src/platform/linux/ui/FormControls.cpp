@@ -1,0 +1,141 @@
+#include "platform/linux/ui/FormControls.h"
+
+#include <QCheckBox>
+#include <QFontMetrics>
+#include <QLabel>
+#include <QPushButton>
+
+#include "platform/linux/NativeFont.h"
+#include "platform/linux/ui/ColorFollower.h"
+#include "platform/linux/ui/ColorGridView.h"
+#include "platform/linux/ui/ControlPainting.h"
+#include "platform/linux/ui/ControlStyle.h"
+#include "platform/linux/ui/PopupButton.h"
+#include "platform/linux/ui/SelectableLine.h"
+#include "platform/linux/ui/SliderControl.h"
+
+namespace vembrix {
+namespace {
+
+QString titleOf(const std::string& text) {
+  // A single ampersand would be Qt's sign for a shortcut.
+  return QString::fromStdString(text).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+void setTextStyle(QWidget& widget, const TextStyle& style) {
+  widget.setFont(nativeFont(style.font));
+  followTextColor(widget, style.color);
+}
+
+/// As on macOS the keyboard goes to it with the Tab key only: a click leaves the
+/// keyboard where it is.
+template <typename Control>
+void setControlStyle(Control& control, const TextStyle& style) {
+  control.setStyle(&ControlStyle::shared());
+  control.setFocusPolicy(Qt::TabFocus);
+  setTextStyle(control, style);
+}
+
+int baselineInMiddle(const QWidget& widget) {
+  return centeredBaseline(widget.font(), widget.sizeHint().height());
+}
+
+QLabel* makeLabel(const std::string& text, const TextStyle& style, QWidget* parent) {
+  auto* label = new QLabel(parent);
+  label->setTextFormat(Qt::PlainText);
+  setTextStyle(*label, style);
+  label->setText(QString::fromStdString(text));
+  return label;
+}
+
+BuiltControl built(QLabel* label, bool fillsWidth) {
+  return {label, QFontMetrics(label->font()).ascent(), fillsWidth};
+}
+
+struct Builder {
+  QWidget* parent;
+
+  BuiltControl operator()(const Slider& slider) const {
+    auto* control = new SliderControl(slider, parent);
+    return {control, baselineInMiddle(*control)};
+  }
+
+  BuiltControl operator()(const Checkbox& checkbox) const {
+    auto* control = new QCheckBox(titleOf(checkbox.title), parent);
+    setControlStyle(*control, checkbox.style);
+    control->setAccessibleName(QString::fromStdString(checkbox.title));
+    control->setChecked(checkbox.isOn);
+    QObject::connect(control, &QCheckBox::toggled, control,
+                     [report = checkbox.onChange](bool isOn) {
+                       if (report) report(isOn);
+                     });
+    return {control, baselineInMiddle(*control)};
+  }
+
+  BuiltControl operator()(const Popup& popup) const {
+    auto* control = new PopupButton(popup, parent);
+    setTextStyle(*control, popup.style);
+    return {control, baselineInMiddle(*control)};
+  }
+
+  BuiltControl operator()(const WrappingLabel& wrapping) const {
+    QLabel* label = makeLabel(wrapping.text, wrapping.style, parent);
+    label->setWordWrap(true);
+    return built(label, true);
+  }
+
+  BuiltControl operator()(const Header& header) const {
+    return built(makeLabel(header.text, header.style, parent), false);
+  }
+
+  BuiltControl operator()(const ColorGrid& grid) const {
+    return {new ColorGridView(grid, parent), 0, true};
+  }
+
+  BuiltControl operator()(const PushButton& button) const {
+    auto* control = new QPushButton(titleOf(button.title), parent);
+    setControlStyle(*control, button.style);
+    control->setAccessibleName(QString::fromStdString(button.title));
+    if (button.bezel == PushButton::Bezel::Link) {
+      control->setFlat(true);
+      control->setCursor(Qt::PointingHandCursor);
+    }
+    control->setEnabled(button.isEnabled);
+    QObject::connect(control, &QPushButton::clicked, control, [action = button.action] {
+      if (action) action();
+    });
+    return {control, baselineInMiddle(*control)};
+  }
+
+  BuiltControl operator()(const SelectableText& text) const {
+    auto* line = new SelectableLine(text.text, SelectableLine::Bezel::None, parent);
+    setTextStyle(*line, text.style);
+    line->setAccessibleName(QString::fromStdString(text.accessibleName));
+    return {line, line->baseline()};
+  }
+
+  BuiltControl operator()(const CommandField& command) const {
+    auto* field = new SelectableLine(command.text, SelectableLine::Bezel::Rounded, parent);
+    setTextStyle(*field, command.style);
+    field->setAccessibleName(QString::fromStdString(command.accessibleName));
+    return {field, field->baseline(), true};
+  }
+
+  BuiltControl operator()(const StatusLabel& status) const {
+    QLabel* label = makeLabel(status.text, status.style, parent);
+    label->setMinimumHeight(QFontMetrics(label->font()).height());
+    return built(label, true);
+  }
+};
+
+}  // namespace
+
+BuiltControl buildControl(const FormControl& control, QWidget* parent) {
+  return std::visit(Builder{parent}, control);
+}
+
+BuiltControl buildLabel(const std::string& text, const TextStyle& style, QWidget* parent) {
+  return built(makeLabel(text, style, parent), false);
+}
+
+}  // namespace vembrix

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QWidget>
+#include <string_view>
+#include <vector>
+
+#include "platform/SettingsForm.h"
+#include "platform/linux/ui/FormControls.h"
+
+namespace vembrix {
+
+/// The rows of a form, laid out for the width that the page is given. Main
+/// thread.
+class FormPage : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit FormPage(const SettingsForm& form);
+
+  /// The status label of that id, in all pages that have one.
+  void setStatus(const ControlID& id, std::string_view text);
+  void setEnabled(const ControlID& id, bool isEnabled);
+
+  [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+  [[nodiscard]] int heightForWidth(int width) const override;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  struct Row {
+    /// Without a widget in a row of one control.
+    BuiltControl label;
+    BuiltControl control;
+    std::optional<double> controlWidth;
+    RowAlignment alignment = RowAlignment::FirstBaseline;
+    double topPadding = 0;
+  };
+  enum class Placing { Measure, Place };
+
+  void add(const ControlRow& row);
+  void add(const FullRow& row);
+  void keepID(const FormControl& control, QWidget* widget);
+  /// The page's height.
+  int layOut(int width, Placing placing) const;
+  /// The row's height.
+  int layOutRow(const Row& row, int top, int width, Placing placing) const;
+  [[nodiscard]] int labelColumnWidth() const;
+
+  std::vector<Row> rows_;
+  std::vector<std::pair<ControlID, QWidget*>> named_;
+};
+
+}  // namespace vembrix

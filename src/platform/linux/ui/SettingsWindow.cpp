@@ -1,0 +1,146 @@
+#include "platform/SettingsWindow.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <QShortcut>
+#include <QWidget>
+#include <QWindow>
+#include <cmath>
+#include <utility>
+
+#include "platform/NotificationCenter.h"
+#include "platform/linux/LinuxApplication.h"
+#include "platform/linux/WindowHints.h"
+#include "platform/linux/ui/SettingsContentView.h"
+
+namespace vembrix {
+namespace {
+
+/// Window managers draw the title bar, and nothing can reach up under it. Content
+/// that would lies as if it did: this much of its top, the height of a title bar
+/// of macOS, is left out, so that what stands below the title bar is the same.
+constexpr double kTitleBarHeight = 28;
+
+/// What the keyboard was on, to find it again in other content.
+struct FocusedControl {
+  QByteArray kind;
+  QString name;
+};
+
+std::optional<FocusedControl> focusedControlIn(const QWidget* area) {
+  const QWidget* control = area ? area->window()->focusWidget() : nullptr;
+  if (!control || control == area || !area->isAncestorOf(control)) return std::nullopt;
+  return FocusedControl{control->metaObject()->className(), control->accessibleName()};
+}
+
+void focusSame(const FocusedControl& wanted, const QWidget& area) {
+  for (QWidget* control : area.findChildren<QWidget*>()) {
+    const bool isSame = control->metaObject()->className() == wanted.kind &&
+                        control->accessibleName() == wanted.name;
+    if (!isSame || control->focusPolicy() == Qt::NoFocus) continue;
+    control->setFocus(Qt::OtherFocusReason);
+    return;
+  }
+}
+
+class QtSettingsWindow : public SettingsWindow {
+ public:
+  QtSettingsWindow(Size contentSize, std::string_view title) {
+    window_.setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+    window_.setWindowRole(QStringLiteral("settings"));
+    window_.setWindowTitle(QString::fromUtf8(title.data(), static_cast<qsizetype>(title.size())));
+    window_.setFixedSize(static_cast<int>(std::lround(contentSize.width)),
+                         static_cast<int>(std::lround(contentSize.height)));
+    for (const QKeySequence& keys : closingKeys()) {
+      const auto* shortcut = new QShortcut(keys, &window_);
+      QObject::connect(shortcut, &QShortcut::activated, &window_, &QWidget::close);
+    }
+    moveToCenter();
+  }
+
+  void setTabClickHandler(std::function<void(int)> handler) override {
+    tabClicked_ = std::move(handler);
+  }
+
+  void setContent(SettingsContent content) override {
+    const auto focused = focusedControlIn(view_);
+    SettingsContentView* before = view_;
+    const auto tabClicked = [this](int index) {
+      // It may be replaced while it runs.
+      if (const auto handler = tabClicked_) handler(index);
+    };
+    view_ = new SettingsContentView(content, kTitleBarHeight, tabClicked, &window_);
+    applyAppearance();
+    view_->setGeometry(window_.rect());
+    view_->show();
+    view_->setFocus();
+    if (focused) focusSame(*focused, *view_);
+    if (before) retire(*before);
+  }
+
+  void setPage(ThemedPage page) override {
+    if (view_) view_->setPage(page);
+  }
+  void setStatus(const ControlID& id, std::string_view text) override {
+    if (view_) view_->setStatus(id, text);
+  }
+  void setEnabled(const ControlID& id, bool isEnabled) override {
+    if (view_) view_->setEnabled(id, isEnabled);
+  }
+
+  void show() override {
+    // Makes the native window, so that its hints are there before it is shown.
+    window_.winId();
+    const auto policy = LinuxApplication::shared().activationPolicy();
+    if (policy == Application::ActivationPolicy::Accessory && !window_.isVisible()) {
+      hideFromTaskLists(*window_.windowHandle());
+    }
+    window_.setWindowState(window_.windowState() & ~Qt::WindowMinimized);
+    window_.show();
+    window_.raise();
+    window_.activateWindow();
+  }
+
+ private:
+  static QList<QKeySequence> closingKeys() {
+    return QList<QKeySequence>{Qt::Key_Escape} + QKeySequence::keyBindings(QKeySequence::Close);
+  }
+
+  /// The control whose closure asks for other content is in there: it goes when
+  /// the events under way are done with it.
+  static void retire(SettingsContentView& view) {
+    view.hide();
+    view.setParent(nullptr);
+    view.deleteLater();
+  }
+
+  void applyAppearance() {
+    const auto system = Application::shared().effectiveAppearance();
+    if (view_) view_->setSystemAppearance(system.value_or(Appearance::Light));
+  }
+
+  void moveToCenter() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (!screen) return;
+    QRect place(QPoint(), window_.size());
+    place.moveCenter(screen->availableGeometry().center());
+    window_.move(place.topLeft());
+  }
+
+  QWidget window_;
+  SettingsContentView* view_ = nullptr;
+  std::function<void(int)> tabClicked_;
+  Observation themeObservation_ = NotificationCenter::distributed().addObserver(
+      notification::kInterfaceThemeChanged, [this] { applyAppearance(); });
+};
+
+}  // namespace
+
+std::unique_ptr<SettingsWindow> SettingsWindow::create(Size contentSize, std::string_view title) {
+  // A window needs Qt's application to be there.
+  Application::shared();
+  return std::make_unique<QtSettingsWindow>(contentSize, title);
+}
+
+}  // namespace vembrix

@@ -1,0 +1,148 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QDir>
+#include <QEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSlider>
+#include <QTabBar>
+#include <memory>
+#include <tuple>
+
+#include "platform/Application.h"
+#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/linux/TestSession.h"
+#include "platform/linux/ui/SettingsContentView.h"
+#include "settings/PreferencesStore.h"
+#include "spaces/SpaceManager.h"
+#include "ui/AppTheme.h"
+#include "ui/PreferencesWindowController.h"
+#include "ui/SettingsTabs.h"
+
+namespace vembrix {
+namespace {
+
+using Case = std::tuple<std::size_t, int, Appearance>;
+
+constexpr double kTitleBarHeight = 28;
+
+/// Every theme with every tab, as the user meets them. With the environment
+/// variable VEMBRIX_PICTURES set to a folder, pictures of all of them are left
+/// there to be looked at.
+class SettingsLookTest : public testing::TestWithParam<Case> {
+ protected:
+  SettingsLookTest() {
+    TestSession::useNoScreen();
+    Application::shared();
+    EmbeddedDesktop::shared().setSpaceCount(20);
+    SpaceManager::shared().reload();
+    PreferencesStore::shared().setThemeName(theme().name);
+    auto& controller = PreferencesWindowController::shared();
+    controller.setSelectedTabIndex(tab());
+    view_ = std::make_unique<SettingsContentView>(
+        controller.buildContent(), kTitleBarHeight, [](int) {}, nullptr);
+    view_->setSystemAppearance(appearance());
+    view_->resize(600, 520);
+    view_->show();
+    view_->setFocus();
+    QCoreApplication::processEvents();
+  }
+
+  static const AppTheme& theme() { return AppTheme::all()[std::get<0>(GetParam())]; }
+  static int tab() { return std::get<1>(GetParam()); }
+  static Appearance appearance() { return std::get<2>(GetParam()); }
+
+  static std::string nameOfCase() {
+    return theme().name + "-" + std::to_string(tab()) +
+           (appearance() == Appearance::Dark ? "-dark" : "-light");
+  }
+
+  /// The texts and controls that are shown.
+  std::vector<QWidget*> shown() {
+    std::vector<QWidget*> shown;
+    for (QWidget* widget : view_->findChildren<QWidget*>()) {
+      const bool counts = qobject_cast<QLabel*>(widget) || qobject_cast<QAbstractButton*>(widget) ||
+                          qobject_cast<QSlider*>(widget) || qobject_cast<QComboBox*>(widget) ||
+                          qobject_cast<QLineEdit*>(widget) || qobject_cast<QTabBar*>(widget);
+      if (counts && widget->isVisible()) shown.push_back(widget);
+    }
+    return shown;
+  }
+
+  QRect placeOf(const QWidget& widget) {
+    return {widget.mapTo(view_.get(), QPoint()), widget.size()};
+  }
+
+  static std::string nameOf(const QWidget& widget) {
+    const auto* label = qobject_cast<const QLabel*>(&widget);
+    return (label ? label->text() : widget.accessibleName()).toStdString();
+  }
+
+  TestSession session_;
+  std::unique_ptr<SettingsContentView> view_;
+};
+
+TEST_P(SettingsLookTest, NothingOverlaps) {
+  const auto widgets = shown();
+  ASSERT_GT(widgets.size(), 4U);
+  for (std::size_t i = 0; i < widgets.size(); ++i) {
+    for (std::size_t j = i + 1; j < widgets.size(); ++j) {
+      // A scrolled page lies under nothing but its own edge.
+      const bool areOfOnePage = widgets[i]->parentWidget() == widgets[j]->parentWidget();
+      if (!areOfOnePage) continue;
+      EXPECT_FALSE(placeOf(*widgets[i]).intersects(placeOf(*widgets[j])))
+          << nameOf(*widgets[i]) << " / " << nameOf(*widgets[j]);
+    }
+  }
+}
+
+TEST_P(SettingsLookTest, NothingIsCutOff) {
+  for (const QWidget* widget : shown()) {
+    const auto* field = qobject_cast<const QLineEdit*>(widget);
+    const bool mayBeCutOff = field && field->hasFrame();
+    const QSize needed = widget->hasHeightForWidth()
+                             ? QSize(0, widget->heightForWidth(widget->width()))
+                             : widget->sizeHint();
+    EXPECT_GE(widget->height(), needed.height()) << nameOf(*widget);
+    if (!mayBeCutOff) {
+      EXPECT_GE(widget->width(), needed.width()) << nameOf(*widget);
+    }
+    const QRect page(QPoint(), widget->parentWidget()->size());
+    EXPECT_TRUE(page.contains(widget->geometry())) << nameOf(*widget);
+  }
+}
+
+TEST_P(SettingsLookTest, OnlyManyDesktopsScroll) {
+  for (const QScrollArea* area : view_->findChildren<QScrollArea*>()) {
+    if (!area->isVisible()) continue;
+    EXPECT_EQ(area->verticalScrollBar()->isVisible(), tab() == 1) << nameOfCase();
+    EXPECT_FALSE(area->horizontalScrollBar()->isVisible());
+  }
+}
+
+TEST_P(SettingsLookTest, IsDrawnAtEveryScale) {
+  const QString folder = qEnvironmentVariable("VEMBRIX_PICTURES");
+  for (const int scale : {1, 2}) {
+    QImage image(view_->size() * scale, QImage::Format_RGB32);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::magenta);
+    view_->render(&image);
+    EXPECT_NE(image.pixel(0, 0), QColor(Qt::magenta).rgb());
+    EXPECT_NE(image.pixel(image.width() - 1, image.height() - 1), QColor(Qt::magenta).rgb());
+    if (folder.isEmpty()) continue;
+    const QString name = QStringLiteral("%1@%2.png").arg(nameOfCase().c_str()).arg(scale);
+    EXPECT_TRUE(image.save(QDir(folder).filePath(name)));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(AllThemes, SettingsLookTest,
+                         testing::Combine(testing::Range<std::size_t>(0, 7), testing::Range(0, 6),
+                                          testing::Values(Appearance::Light, Appearance::Dark)));
+
+}  // namespace
+}  // namespace vembrix
