@@ -49,6 +49,7 @@ class SettingsLookTest : public testing::TestWithParam<Case> {
     view_->setSystemAppearance(appearance());
     view_->resize(600, 520);
     view_->show();
+    view_->setFocus();
     QCoreApplication::processEvents();
   }
 

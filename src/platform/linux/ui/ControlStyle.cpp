@@ -15,6 +15,9 @@ namespace {
 
 using namespace control_metrics;
 
+constexpr int kScrollerInset = 8;
+constexpr int kLeastKnob = 30;
+
 ControlState stateOf(const QStyleOption& option) {
   return {.appearance = appearanceOf(option.palette),
           .isEnabled = option.state.testFlag(QStyle::State_Enabled),
@@ -50,7 +53,8 @@ void drawPushButton(const QStyleOptionButton& option, QPainter& painter) {
   QColor ink = option.palette.color(QPalette::ButtonText);
   if (isFlat && option.state.testFlag(QStyle::State_Sunken)) ink.setAlphaF(ink.alphaF() * 0.6F);
   painter.setPen(ink);
-  paintLine(painter, option.rect, plainText(option.text), TextPlace::Center);
+  paintLine(painter, option.rect, plainText(option.text),
+            isFlat ? TextPlace::Leading : TextPlace::Center);
 }
 
 void drawPopupButton(const QStyleOptionComboBox& option, QPainter& painter) {
@@ -100,16 +104,22 @@ QRect knobRect(const QStyleOptionSlider& option) {
           kKnobSize, kKnobSize};
 }
 
-/// The scroller's knob; the whole groove is there for it.
+/// Where the scroller's knob moves: clear of the rounded corners of what is
+/// scrolled.
+QRect scrollerGroove(const QStyleOption& option) {
+  return option.rect.adjusted(0, kScrollerInset, 0, -kScrollerInset);
+}
+
 QRect scrollerKnobRect(const QStyleOptionSlider& option) {
-  const int length = option.rect.height();
+  const QRect groove = scrollerGroove(option);
+  const int length = groove.height();
   const int range = option.maximum - option.minimum;
-  if (range <= 0) return {};
+  if (range <= 0 || length <= 0) return {};
   const auto part = static_cast<qint64>(length) * option.pageStep / (range + option.pageStep);
-  const int knob = std::clamp(static_cast<int>(part), std::min(30, length), length);
+  const int knob = std::clamp(static_cast<int>(part), std::min(kLeastKnob, length), length);
   const int top = QStyle::sliderPositionFromValue(option.minimum, option.maximum,
                                                   option.sliderPosition, length - knob);
-  return {option.rect.left(), option.rect.top() + top, option.rect.width(), knob};
+  return {groove.left(), groove.top() + top, groove.width(), knob};
 }
 
 }  // namespace
@@ -221,7 +231,7 @@ QRect ControlStyle::subControlRect(ComplexControl control, const QStyleOptionCom
   }
   if (control == CC_ScrollBar && slider && slider->orientation == Qt::Vertical) {
     if (part == SC_ScrollBarSlider) return scrollerKnobRect(*slider);
-    if (part == SC_ScrollBarGroove) return slider->rect;
+    if (part == SC_ScrollBarGroove) return scrollerGroove(*slider);
     const QRect knob = scrollerKnobRect(*slider);
     QRect page = slider->rect;
     if (part == SC_ScrollBarSubPage) page.setBottom(knob.top() - 1);
