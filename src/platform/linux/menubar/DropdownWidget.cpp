@@ -2,7 +2,9 @@
 
 #include <QKeyEvent>
 #include <QKeySequence>
+#include <QMouseEvent>
 #include <QPainterPath>
+#include <QSignalBlocker>
 #include <QWidgetAction>
 #include <algorithm>
 
@@ -39,8 +41,8 @@ DropdownWidget::~DropdownWidget() {
 void DropdownWidget::addRow(SpaceRowWidget* row) {
   auto* action = new QWidgetAction(this);
   action->setDefaultWidget(row);
-  // The menu's keyboard reaches it by its name.
-  action->setText(row->accessibleName());
+  // For assistive programs. A single "&" would make a key of the sign behind it.
+  action->setText(row->accessibleName().replace(QLatin1Char('&'), QStringLiteral("&&")));
   connect(action, &QAction::triggered, row, [row] { row->handler().activate(); });
   row->installEventFilter(this);
   addAction(action);
@@ -64,15 +66,6 @@ void DropdownWidget::prepareEditing() {
   if (!keyboard_ && isVisible()) keyboard_.emplace(*windowHandle());
 }
 
-QAction* DropdownWidget::actionOf(const QObject* row) const {
-  const QList<QAction*> all = actions();
-  const auto found = std::ranges::find_if(all, [row](QAction* action) {
-    const auto* item = qobject_cast<QWidgetAction*>(action);
-    return item && item->defaultWidget() == row;
-  });
-  return found == all.end() ? nullptr : *found;
-}
-
 void DropdownWidget::highlightChanged(const QAction* action) {
   const auto* item = qobject_cast<const QWidgetAction*>(action);
   auto* row = item ? static_cast<SpaceRowWidget*>(item->defaultWidget()) : nullptr;
@@ -86,7 +79,11 @@ bool DropdownWidget::eventFilter(QObject* object, QEvent* event) {
   // One highlight for the pointer and the keys: where the pointer comes into a
   // row it is on no other item any more, and the arrows go on from there.
   if (event->type() == QEvent::Enter && !editedRow()) {
-    setActiveAction(actionOf(object));
+    const QPointF place = static_cast<QEnterEvent*>(event)->globalPosition();
+    QMouseEvent move(QEvent::MouseMove, mapFromGlobal(place), place, Qt::NoButton, {}, {});
+    // A move in the menu itself; setActiveAction() would scroll to the row.
+    const QSignalBlocker isNotTheKeyboards(this);
+    QMenu::mouseMoveEvent(&move);
     highlightChanged(nullptr);
   }
   return QMenu::eventFilter(object, event);
@@ -131,7 +128,16 @@ void DropdownWidget::keyPressEvent(QKeyEvent* event) {
     event->accept();
     return;
   }
+  if (beginWalk(event->key())) return;
   QMenu::keyPressEvent(event);
+}
+
+bool DropdownWidget::beginWalk(int key) {
+  if (activeAction() || (key != Qt::Key_Up && key != Qt::Key_Down)) return false;
+  QKeyEvent toTheEnd(QEvent::KeyPress, key == Qt::Key_Up ? Qt::Key_End : Qt::Key_Home,
+                     Qt::NoModifier);
+  QMenu::keyPressEvent(&toTheEnd);
+  return true;
 }
 
 bool DropdownWidget::chooseByKey(const QKeyEvent& event) {

@@ -39,10 +39,12 @@ class DropdownWidget : public QMenu {
   bool eventFilter(QObject* object, QEvent* event) override;
 
  private:
+  /// Selects the item at that end where none is selected and the key is an arrow;
+  /// Qt would not scroll to it. Whether it did.
+  bool beginWalk(int key);
   void highlightChanged(const QAction* action);
   /// Chooses the command of that key equivalent; whether there is one.
   bool chooseByKey(const QKeyEvent& event);
-  [[nodiscard]] QAction* actionOf(const QObject* row) const;
 
   MenuStyle style_;
   std::vector<SpaceRowWidget*> rows_;

@@ -38,6 +38,10 @@ bool RowEditField::event(QEvent* event) {
   return QLineEdit::event(event);
 }
 
+bool RowEditField::focusNextPrevChild(bool /*next*/) {
+  return false;
+}
+
 void RowEditField::keyPressEvent(QKeyEvent* event) {
   switch (filter_(rowKey(event->key()))) {
     case KeyHandling::Passed:

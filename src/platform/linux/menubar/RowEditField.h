@@ -19,6 +19,8 @@ class RowEditField : public QLineEdit {
 
  protected:
   bool event(QEvent* event) override;
+  /// The focus stays: Tab, too, is a key press like any other.
+  bool focusNextPrevChild(bool next) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:

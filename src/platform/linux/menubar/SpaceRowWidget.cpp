@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <algorithm>
 
 #include "platform/linux/NativeColor.h"
 #include "platform/linux/NativeFont.h"
@@ -27,7 +28,12 @@ Size boundsOf(const QWidget& row) {
 /// One line, whatever the name has in it.
 QString lineOf(const std::string& name) {
   QString line = QString::fromStdString(name);
-  line.replace(QLatin1Char('\n'), QLatin1Char(' '));
+  const auto breaksLines = [](QChar sign) {
+    const QChar::Category category = sign.category();
+    return category == QChar::Other_Control || category == QChar::Separator_Line ||
+           category == QChar::Separator_Paragraph;
+  };
+  std::ranges::replace_if(line, breaksLines, QLatin1Char(' '));
   return line;
 }
 
@@ -69,6 +75,18 @@ void RenameButton::paintEvent(QPaintEvent* /*event*/) {
   if (isDown()) color = color.darker(130);
   // The pencil is left out of the disc, so that the tint shows through.
   painter.fillPath(symbol.subtracted(pencil()), color);
+}
+
+// What the button makes nothing of is not for the row behind it.
+
+void RenameButton::mousePressEvent(QMouseEvent* event) {
+  QAbstractButton::mousePressEvent(event);
+  event->accept();
+}
+
+void RenameButton::mouseReleaseEvent(QMouseEvent* event) {
+  QAbstractButton::mouseReleaseEvent(event);
+  event->accept();
 }
 
 SpaceRowWidget::SpaceRowWidget(const SpaceRowContent& content, const SpaceRowState& state,

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QMenu>
+#include <QString>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/DropdownMenu.h"
+#include "platform/linux/TestSession.h"
+#include "platform/linux/menubar/NativeMenu.h"
+#include "platform/linux/menubar/SpaceRowWidget.h"
+
+namespace vembrix {
+
+/// A dropdown on a screen that nobody sees, and a user in front of it. What the
+/// user does comes in through the window, as it does from a display server.
+class DropdownUser {
+ public:
+  DropdownUser();
+
+  [[nodiscard]] DropdownMenu& menu() { return *menu_; }
+  [[nodiscard]] QMenu& widget() { return native().widget(); }
+  [[nodiscard]] bool isOpen() { return widget().isVisible(); }
+  [[nodiscard]] SpaceRowWidget& row(std::size_t index);
+
+  /// Opens the menu and waits until it can be seen.
+  void open();
+  /// Opens the menu with these in place of what it had.
+  void open(std::vector<MenuItem> items);
+
+  // Points in a row are in its widget's coordinates.
+
+  void pointAt(const SpaceRowWidget& row, QPoint point = kName);
+  /// Somewhere in the menu's window, or besides.
+  void pointAt(QPoint point);
+  void press(const SpaceRowWidget& row, QPoint point = kName);
+  void release(const SpaceRowWidget& row, QPoint point = kName);
+  void release(QPoint point);
+  void click(const SpaceRowWidget& row, QPoint point = kName);
+  /// On the middle of an item without a widget.
+  void click(QAction& item);
+  /// As it stands there once the pointer is over the row.
+  void clickPencil(SpaceRowWidget& row);
+
+  void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+  /// Signs of ASCII.
+  void type(const char* text);
+
+  static constexpr QPoint kDot{21, 12};
+  static constexpr QPoint kName{60, 12};
+
+ private:
+  NativeMenu& native() { return static_cast<NativeMenu&>(*menu_); }
+  [[nodiscard]] QWindow& window() { return *widget().windowHandle(); }
+  QPoint placeOf(const SpaceRowWidget& row, QPoint point);
+
+  TestSession session_;
+  std::unique_ptr<DropdownMenu> menu_;
+};
+
+/// The widget as it draws itself over that colour, with so many pixels per point.
+QImage pictureOf(QWidget& widget, const QColor& ground, int scale = 1);
+
+}  // namespace vembrix
