@@ -145,6 +145,8 @@ class Demo:
         self._keep("settings")
         self._desktop.run("xdotool", "key", "Escape")
         wait_until(lambda: not window.visible, "the settings window to close")
+        # Out of the way of the title.
+        menu.point_at(720, 700)
 
     def _stored_name(self):
         self._defaults.update({"SpaceNames": {"x11-desktop-2": "Mail", "x11-desktop-3": LONG_NAME}})
