@@ -131,6 +131,7 @@ class Demo:
             lambda: self._defaults.read().get("SpaceNames") == {"x11-desktop-2": "Mail"},
             "the name to be stored",
         )
+        menu.wait_for_label(1)
         self._keep("dropdown-renamed")
         menu.click_row(2)
         menu.wait_until_closed()
