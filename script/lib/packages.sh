@@ -32,6 +32,7 @@ packages_desktop=(
   python3-gi
   wmctrl
   x11-utils
+  xclip
   xvfb
 )
 
