@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <limits>
+
 #include "support/SettingsPages.h"
 #include "ui/SettingsTabs.h"
 

@@ -2,15 +2,14 @@
 
 #include <gmock/gmock.h>
 
+#include <limits>
+
 #include "support/SettingsPages.h"
 
 namespace vembrix {
 namespace {
 
-using testing::Each;
 using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 class PreferencesWindowControllerTest : public SettingsPages {
  protected:

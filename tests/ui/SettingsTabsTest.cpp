@@ -10,7 +10,6 @@ namespace vembrix {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 const ControlRow& controlRow(const SettingsForm& form, std::string_view label) {
   for (const FormRow& row : form.rows) {

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <limits>
+
 #include "support/SettingsPages.h"
 
 namespace vembrix {

@@ -2,13 +2,14 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "ui/SettingsTabs.h"
 
 namespace vembrix {
 namespace {
 
 using Navigation = AppTheme::Navigation;
-using testing::ElementsAre;
 
 const AppTheme& themeNamed(std::string_view name) {
   return *std::ranges::find(AppTheme::all(), name, &AppTheme::name);

@@ -15,8 +15,8 @@ class DetachedThreads : public BackgroundWork {
       std::thread(block).detach();
     } catch (const std::system_error&) {
       // The system has no thread left: it may have one later.
-      MainQueue::main().after(kRetryDelay,
-                              [this, block = std::move(block)] { async(std::move(block)); });
+      MainQueue::main().after(
+          kRetryDelay, [this, block = std::move(block)]() mutable { async(std::move(block)); });
     }
   }
 

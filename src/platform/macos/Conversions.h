@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "platform/Color.h"
+#include "platform/Font.h"
 #include "platform/Geometry.h"
 #include "platform/PropertyList.h"
 #include "platform/macos/Arc.h"
@@ -50,6 +51,8 @@ NSColor* nativeColor(const Color& color);
 /// colour is dynamic. A colour that sRGB cannot express gives its components as
 /// they are if it is made of red, green and blue, else opaque black.
 Srgb srgbFrom(NSColor* color);
+
+NSFont* nativeFont(const Font& font);
 
 /// Nil (follow the system) for nothing.
 NSAppearance* nativeAppearance(std::optional<Appearance> appearance);

@@ -208,6 +208,15 @@ Srgb srgbFrom(NSColor* color) {
   return {red, green, blue, alpha};
 }
 
+NSFont* nativeFont(const Font& font) {
+  const CGFloat size = font.size ? *font.size : NSFont.systemFontSize;
+  const NSFontWeight weight =
+      font.weight == Font::Weight::Semibold ? NSFontWeightSemibold : NSFontWeightRegular;
+  return font.design == Font::Design::Monospaced
+             ? [NSFont monospacedSystemFontOfSize:size weight:weight]
+             : [NSFont systemFontOfSize:size weight:weight];
+}
+
 NSAppearance* nativeAppearance(std::optional<Appearance> appearance) {
   if (!appearance) return nil;
   return [NSAppearance appearanceNamed:*appearance == Appearance::Dark ? NSAppearanceNameDarkAqua

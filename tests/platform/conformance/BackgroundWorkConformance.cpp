@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <memory>
+#include <numeric>
 #include <thread>
 #include <vector>
 
@@ -47,8 +48,8 @@ TEST_F(BackgroundWorkConformance, ManyBlocksAllRun) {
     runInBackground([i] { return i; }, [&](int value) { results.push_back(value); });
   }
   ASSERT_TRUE(system_.runUntil([&] { return results.size() == kCount; }, 30s));
-  std::vector<int> expected;
-  for (int i = 0; i < kCount; ++i) expected.push_back(i);
+  std::vector<int> expected(kCount);
+  std::iota(expected.begin(), expected.end(), 0);
   EXPECT_THAT(results, testing::UnorderedElementsAreArray(expected));
 }
 

@@ -1,0 +1,34 @@
+#import "platform/Pasteboard.h"
+
+#import <AppKit/AppKit.h>
+
+#include "platform/Utf8.h"
+#import "platform/macos/Conversions.h"
+
+namespace vembrix {
+namespace {
+
+class GeneralPasteboard : public Pasteboard {
+ public:
+  void clearContents() override { [NSPasteboard.generalPasteboard clearContents]; }
+
+  void setString(std::string_view text) override {
+    @autoreleasepool {
+      const std::optional<std::string> repaired = repairedUtf8(text);
+      const std::string_view valid = repaired ? *repaired : text;
+      // The type's own form is UTF-8. A log of many megabytes would only be turned
+      // into UTF-16 and back as a string.
+      NSData* data = [NSData dataWithBytes:valid.data() length:valid.size()];
+      [NSPasteboard.generalPasteboard setData:data forType:NSPasteboardTypeString];
+    }
+  }
+};
+
+}  // namespace
+
+Pasteboard& Pasteboard::general() {
+  static auto& pasteboard = *new GeneralPasteboard;
+  return pasteboard;
+}
+
+}  // namespace vembrix

@@ -1,0 +1,31 @@
+#import "platform/Workspace.h"
+
+#import <AppKit/AppKit.h>
+
+#import "platform/macos/Conversions.h"
+
+namespace vembrix {
+namespace {
+
+class SystemWorkspace : public Workspace {
+ public:
+  void openURL(std::string_view url) override {
+    @autoreleasepool {
+      NSURL* address = [NSURL URLWithString:nativeString(url)];
+      if (!address) return;
+      // With a configuration it does not wait for the other program.
+      [NSWorkspace.sharedWorkspace openURL:address
+                             configuration:[NSWorkspaceOpenConfiguration configuration]
+                         completionHandler:nil];
+    }
+  }
+};
+
+}  // namespace
+
+Workspace& Workspace::shared() {
+  static auto& workspace = *new SystemWorkspace;
+  return workspace;
+}
+
+}  // namespace vembrix

@@ -1,0 +1,134 @@
+#import "platform/macos/ui/Backdrop.h"
+
+#import <QuartzCore/QuartzCore.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+#import "platform/macos/Conversions.h"
+
+@implementation VembrixLayerView
+
+- (instancetype)initWithFrame:(NSRect)frame {
+  self = [super initWithFrame:frame];
+  if (self) {
+    self.wantsLayer = YES;
+    self.layer.masksToBounds = YES;
+  }
+  return self;
+}
+
+- (void)setFill:(NSColor*)fill {
+  _fill = [fill copy];
+  [self applyColors];
+}
+
+- (void)setStroke:(NSColor*)stroke {
+  _stroke = [stroke copy];
+  [self applyColors];
+}
+
+- (void)setStrokeWidth:(CGFloat)width {
+  _strokeWidth = width;
+  [self applyColors];
+}
+
+- (void)setCornerRadius:(CGFloat)radius {
+  _cornerRadius = radius;
+  self.layer.cornerRadius = radius;
+}
+
+- (void)viewDidMoveToWindow {
+  [super viewDidMoveToWindow];
+  [self applyColors];
+}
+
+- (void)viewDidChangeEffectiveAppearance {
+  [super viewDidChangeEffectiveAppearance];
+  [self applyColors];
+}
+
+/// A layer's colours are fixed when they are set: those of the system are resolved
+/// for what the view looks like now.
+- (void)applyColors {
+  CALayer* layer = self.layer;
+  [self.effectiveAppearance performAsCurrentDrawingAppearance:^{
+    layer.backgroundColor = self.fill.CGColor;
+    layer.borderColor = self.stroke.CGColor;
+  }];
+  layer.borderWidth = self.stroke ? self.strokeWidth : 0;
+}
+
+@end
+
+@implementation VembrixGradientView
+
+- (instancetype)initWithColors:(NSArray<NSColor*>*)colors {
+  self = [super initWithFrame:NSZeroRect];
+  if (self && colors.count > 0) _gradient = [[NSGradient alloc] initWithColors:colors];
+  return self;
+}
+
+- (instancetype)initWithCoder:(NSCoder*)coder {
+  std::fputs("init(coder:) not supported\n", stderr);
+  std::abort();
+}
+
+- (void)drawRect:(NSRect)dirtyRect {
+  // The angle counts from the left edge, against the clock.
+  constexpr CGFloat kDownwards = 270;
+  [self.gradient drawInRect:self.bounds angle:kDownwards];
+}
+
+@end
+
+namespace vembrix {
+namespace {
+
+NSView* makeView(std::monostate) { return nil; }
+
+NSView* makeView(const Color& color) {
+  auto* view = [[VembrixLayerView alloc] initWithFrame:NSZeroRect];
+  view.fill = nativeColor(color);
+  return view;
+}
+
+NSView* makeView(const GradientBackdrop& backdrop) {
+  NSMutableArray<NSColor*>* colors = [NSMutableArray array];
+  for (const Color& color : backdrop.colors) [colors addObject:nativeColor(color)];
+  return [[VembrixGradientView alloc] initWithColors:colors];
+}
+
+NSVisualEffectMaterial nativeMaterial(Material material) {
+  switch (material) {
+    case Material::Sidebar:
+      return NSVisualEffectMaterialSidebar;
+  }
+}
+
+NSView* makeView(Material material) {
+  auto* view = [[NSVisualEffectView alloc] initWithFrame:NSZeroRect];
+  view.material = nativeMaterial(material);
+  view.blendingMode = NSVisualEffectBlendingModeBehindWindow;
+  view.state = NSVisualEffectStateActive;
+  return view;
+}
+
+}  // namespace
+
+NSView* makeBackdrop(const Backdrop& backdrop) {
+  return std::visit([](const auto& kind) { return makeView(kind); }, backdrop);
+}
+
+void pinToEdges(NSView* view, NSView* container) {
+  view.translatesAutoresizingMaskIntoConstraints = NO;
+  [container addSubview:view];
+  [NSLayoutConstraint activateConstraints:@[
+    [view.topAnchor constraintEqualToAnchor:container.topAnchor],
+    [view.leadingAnchor constraintEqualToAnchor:container.leadingAnchor],
+    [view.bottomAnchor constraintEqualToAnchor:container.bottomAnchor],
+    [view.trailingAnchor constraintEqualToAnchor:container.trailingAnchor],
+  ]];
+}
+
+}  // namespace vembrix

@@ -1,0 +1,18 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#import "platform/macos/Arc.h"
+
+/// A text of several lines that wraps to whatever width the layout gives it.
+@interface VembrixWrappingLabel : NSTextField
+@end
+
+/// What a page scrolls. Its origin is at the top left, so that a short page stands
+/// at the top.
+@interface VembrixFlippedDocumentView : NSView
+@end
+
+/// A button without a border, under a pointing hand.
+@interface VembrixLinkButton : NSButton
+@end
