@@ -16,6 +16,7 @@
 #include <QSlider>
 #include <QTabBar>
 #include <QWheelEvent>
+#include <QWindow>
 #include <QtTest/QTest>
 #include <cmath>
 #include <memory>
@@ -197,6 +198,17 @@ TEST_F(SettingsWindowTest, EscapeAndControlWCloseIt) {
     window_->show();
     ASSERT_TRUE(runUntil([] { return widget().isActiveWindow(); }));
   }
+}
+
+TEST_F(SettingsWindowTest, EscapeClosesAnOpenMenuFirst) {
+  show({row(popupOf("P"))});
+  control<QComboBox>("P").showPopup();
+  QWidget* menu = QApplication::activePopupWidget();
+  ASSERT_NE(menu, nullptr);
+  EXPECT_GE(menu->width(), control<QComboBox>("P").width());
+  QTest::keyClick(menu->windowHandle(), Qt::Key_Escape);
+  EXPECT_FALSE(menu->isVisible());
+  EXPECT_TRUE(widget().isVisible());
 }
 
 TEST_F(SettingsWindowTest, FollowsTheSystemsAppearanceWhereItHasNone) {
