@@ -34,6 +34,7 @@ packages_desktop=(
   wmctrl
   x11-utils
   xdotool
+  xclip
   xvfb
 )
 

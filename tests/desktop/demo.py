@@ -131,6 +131,7 @@ class Demo:
             lambda: self._defaults.read().get("SpaceNames") == {"x11-desktop-2": "Mail"},
             "the name to be stored",
         )
+        menu.wait_for_label(1)
         self._keep("dropdown-renamed")
         menu.click_row(2)
         menu.wait_until_closed()
@@ -145,6 +146,8 @@ class Demo:
         self._keep("settings")
         self._desktop.run("xdotool", "key", "Escape")
         wait_until(lambda: not window.visible, "the settings window to close")
+        # Out of the way of the title.
+        menu.point_at(720, 700)
 
     def _stored_name(self):
         self._defaults.update({"SpaceNames": {"x11-desktop-2": "Mail", "x11-desktop-3": LONG_NAME}})

@@ -66,6 +66,15 @@ class Dropdown:
 
         wait_until(lambda: ground(index) != ground(index + 1), "a tint")
 
+    def wait_for_label(self, index):
+        """Waits until the row shows its name, without a field's focus ring."""
+
+        def shows_label():
+            row = self.row_picture(index)
+            return row.pixel(37, ROW_HEIGHT // 2) == row.pixel(32, ROW_HEIGHT // 2)
+
+        wait_until(shows_label, "the name in place of the field")
+
     def click_row(self, index, offset=NAME_X):
         self.hover(index, offset)
         self.desktop.run("xdotool", "click", "1")

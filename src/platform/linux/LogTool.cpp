@@ -11,8 +11,6 @@
 #include <system_error>
 #include <utility>
 
-extern char** environ;
-
 namespace vembrix {
 namespace {
 

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QtTest/qtestspontaneevent.h>
 #include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
@@ -14,6 +15,8 @@
 #include <QScrollBar>
 #include <QSlider>
 #include <QTabBar>
+#include <QWheelEvent>
+#include <QWindow>
 #include <QtTest/QTest>
 #include <cmath>
 #include <memory>
@@ -197,6 +200,17 @@ TEST_F(SettingsWindowTest, EscapeAndControlWCloseIt) {
   }
 }
 
+TEST_F(SettingsWindowTest, EscapeClosesAnOpenMenuFirst) {
+  show({row(popupOf("P"))});
+  control<QComboBox>("P").showPopup();
+  QWidget* menu = QApplication::activePopupWidget();
+  ASSERT_NE(menu, nullptr);
+  EXPECT_GE(menu->width(), control<QComboBox>("P").width());
+  QTest::keyClick(menu->windowHandle(), Qt::Key_Escape);
+  EXPECT_FALSE(menu->isVisible());
+  EXPECT_TRUE(widget().isVisible());
+}
+
 TEST_F(SettingsWindowTest, FollowsTheSystemsAppearanceWhereItHasNone) {
   show(plainWith({tabOf({})}));
   EXPECT_EQ(pixel({2, 2}), qRgb(236, 236, 236));
@@ -296,7 +310,9 @@ TEST_F(SettingsWindowTest, TheWheelScrollsThePageAndChangesNothing) {
     const int before = scroller.value();
     QWheelEvent event(QPointF(5, 5), target->mapToGlobal(QPointF(5, 5)), {}, {0, -120},
                       Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(target, &event);
+    // From the user; only then it goes on to who wants it.
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(target, &event);
     EXPECT_GT(scroller.value(), before);
   }
   EXPECT_EQ(changes, 0);

@@ -34,6 +34,12 @@ bool isBordered(const QStyleOption& field) {
   return frame && frame->lineWidth > 0;
 }
 
+/// The menu of a pop-up button reaches so far out at its leading edge that its
+/// texts stand over the button's.
+int menuShift() {
+  return kMenuTextLeading + 1 - kPopupTextLeading;
+}
+
 QRect checkboxRect(const QRect& rect) {
   return {rect.left(), rect.top() + (rect.height() - kCheckboxSize) / 2, kCheckboxSize,
           kCheckboxSize};
@@ -75,11 +81,12 @@ void drawMenuRow(const QStyleOptionMenuItem& option, QPainter& painter) {
   if (isSelected) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(option.palette.color(QPalette::Highlight));
-    painter.drawRoundedRect(option.rect, 4, 4);
+    painter.drawRoundedRect(option.rect.adjusted(kMenuPadding - 1, 0, 1 - kMenuPadding, 0), 4, 4);
     ink = option.palette.color(QPalette::HighlightedText);
   }
   if (option.checked) {
-    const QRect tick(option.rect.left(), option.rect.top(), kMenuTextLeading, option.rect.height());
+    const QRect tick(option.rect.left() + kMenuPadding, option.rect.top(),
+                     kMenuTextLeading - kMenuPadding, option.rect.height());
     paintMenuTick(painter, tick, ink);
   }
   painter.setFont(option.font);
@@ -196,7 +203,9 @@ QSize ControlStyle::sizeFromContents(ContentsType type, const QStyleOption* opti
     case CT_MenuItem: {
       const auto* row = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
       const int text = row ? QFontMetrics(row->font).horizontalAdvance(row->text) : size.width();
-      return {text + 2 * kMenuTextLeading, kMenuRowHeight};
+      // At least as wide as its button.
+      const int button = widget ? widget->width() + menuShift() - 2 : 0;
+      return {std::max(text + 2 * kMenuTextLeading, button), kMenuRowHeight};
     }
     default:
       return QProxyStyle::sizeFromContents(type, option, size, widget);
@@ -242,7 +251,7 @@ QRect ControlStyle::subControlRect(ComplexControl control, const QStyleOptionCom
     if (part == SC_ComboBoxEditField) return popupTextRect(option->rect);
     // The menu's rows stand a little further in than the button's title.
     if (part == SC_ComboBoxListBoxPopup) {
-      const int shift = kMenuTextLeading + kMenuPadding - kPopupTextLeading;
+      const int shift = menuShift();
       return option->rect.adjusted(-shift, 0, 0, 0);
     }
     return option->rect;

@@ -11,7 +11,8 @@ namespace vembrix {
 PopupButton::PopupButton(const Popup& popup, QWidget* parent) : QComboBox(parent) {
   setStyle(&ControlStyle::shared());
   setFocusPolicy(Qt::TabFocus);
-  setSizeAdjustPolicy(AdjustToContents);
+  // The page settles its size; by AdjustToContents it would resize itself later.
+  setSizeAdjustPolicy(AdjustToContentsOnFirstShow);
   setAccessibleName(QString::fromStdString(popup.accessibleName));
   for (const std::string& item : popup.items) addItem(QString::fromStdString(item));
   setCurrentIndex(popup.selected.value_or(-1));

@@ -1,8 +1,8 @@
 #include "platform/SettingsWindow.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QScreen>
-#include <QShortcut>
 #include <QWidget>
 #include <QWindow>
 #include <cmath>
@@ -43,6 +43,19 @@ void focusSame(const FocusedControl& wanted, const QWidget& area) {
   }
 }
 
+/// Closes with the keys that nothing in it wants. An open menu or dialog has its
+/// keys to itself.
+class Frame : public QWidget {
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Escape || event->matches(QKeySequence::Close)) {
+      close();
+    } else {
+      QWidget::keyPressEvent(event);
+    }
+  }
+};
+
 class QtSettingsWindow : public SettingsWindow {
  public:
   QtSettingsWindow(Size contentSize, std::string_view title) {
@@ -52,10 +65,6 @@ class QtSettingsWindow : public SettingsWindow {
     window_.setWindowTitle(QString::fromUtf8(title.data(), static_cast<qsizetype>(title.size())));
     window_.setFixedSize(static_cast<int>(std::lround(contentSize.width)),
                          static_cast<int>(std::lround(contentSize.height)));
-    for (const QKeySequence& keys : closingKeys()) {
-      const auto* shortcut = new QShortcut(keys, &window_);
-      QObject::connect(shortcut, &QShortcut::activated, &window_, &QWidget::close);
-    }
     moveToCenter();
   }
 
@@ -103,10 +112,6 @@ class QtSettingsWindow : public SettingsWindow {
   }
 
  private:
-  static QList<QKeySequence> closingKeys() {
-    return QList<QKeySequence>{Qt::Key_Escape} + QKeySequence::keyBindings(QKeySequence::Close);
-  }
-
   /// The control whose closure asks for other content is in there: it goes when
   /// the events under way are done with it.
   static void retire(SettingsContentView& view) {
@@ -128,7 +133,7 @@ class QtSettingsWindow : public SettingsWindow {
     window_.move(place.topLeft());
   }
 
-  QWidget window_;
+  Frame window_;
   SettingsContentView* view_ = nullptr;
   std::function<void(int)> tabClicked_;
   Observation themeObservation_ = NotificationCenter::distributed().addObserver(

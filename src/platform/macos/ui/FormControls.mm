@@ -6,6 +6,10 @@
 namespace vembrix {
 namespace {
 
+/// Of one-line texts of any length: less than the window holds on to its size, more
+/// than a grid to narrow columns.
+const double kOneLineResistance = NSLayoutPriorityWindowSizeStayPut - 1;
+
 // The closures are copied into the blocks, which run as long as their targets are
 // valid; the form itself need not outlive the call that makes its controls.
 
@@ -141,6 +145,7 @@ NSView* makeView(const PushButton& button, FormParts& parts) {
 NSView* makeView(const SelectableText& text, FormParts&) {
   NSTextField* view = makeLabel(text.text, text.style);
   view.selectable = YES;
+  truncate(view, kOneLineResistance);
   setAccessibleName(view, text.accessibleName);
   return view;
 }
@@ -160,7 +165,7 @@ NSView* makeView(const CommandField& command, FormParts&) {
 
 NSView* makeView(const StatusLabel& label, FormParts& parts) {
   NSTextField* view = makeLabel(label.text, label.style);
-  truncate(view, form_metrics::kWeakCompressionResistance);
+  truncate(view, kOneLineResistance);
   parts.statusLabels[nativeString(label.id)] = view;
   return view;
 }
@@ -225,7 +230,7 @@ NSGridView* makeColorGrid(const ColorGrid& colors, FormParts& parts) {
   NSInteger place = 0;
   for (const ColorGrid::Well& well : colors.wells) {
     NSTextField* name = makeLabel(well.name, colors.nameStyle);
-    truncate(name, form_metrics::kWeakCompressionResistance);
+    truncate(name, kOneLineResistance);
     // The well says it, too.
     name.accessibilityElement = NO;
     NSColorWell* view = makeWell(well, place++);

@@ -1,0 +1,210 @@
+"""The settings window: opened, operated by keyboard and mouse, and closed."""
+
+import json
+import os
+import stat
+import unittest
+
+from preferences import Preferences
+from processes import wait_until
+from screen import distance, rgb
+from test_settings import WRONG_TYPES
+from vembrix import TOLERANCE, DesktopTest
+
+ALPINE = rgb(0.96, 0.965, 0.973)
+CORAL = rgb(0.1, 0.1, 0.11)
+PAPER = rgb(1, 1, 1)
+STOCK = (236, 236, 236)
+
+
+def read(path):
+    """The file's text; empty when there is no file."""
+    try:
+        with open(path) as file:
+            return file.read()
+    except FileNotFoundError:
+        return ""
+
+
+class PreferencesTest(DesktopTest):
+    def setUp(self):
+        super().setUp()
+        self.program = self.launch()
+        self.preferences = Preferences(self.program)
+
+    def wait_for(self, key, value):
+        wait_until(
+            lambda: self.defaults.read().get(key) == value,
+            lambda: f"{key} = {value!r}; it is {self.defaults.read().get(key)!r}",
+        )
+
+    def wait_for_ground(self, color):
+        # Below the title bar, beside everything else.
+        wait_until(
+            lambda: distance(self.preferences.picture().pixel(3, 3), color) <= TOLERANCE,
+            lambda: f"the ground {color}; it is {self.preferences.picture().pixel(3, 3)}",
+        )
+
+    def press(self, tab, control, *keys):
+        self.preferences.show_tab(tab)
+        self.preferences.focus(control)
+        self.preferences.key(*keys)
+
+    def test_the_command_opens_it(self):
+        self.preferences.choose()
+        window = self.preferences.window()
+        self.assertEqual(window.read("WM_CLASS"), '"vembrix", "Vembrix"')
+        self.assertEqual(window.name, "Vembrix Preferences")
+        x, y, width, height = window.frame()
+        self.assertEqual((width, height), (600, 520))
+        self.assertLess(abs(x + width / 2 - self.desktop.size[0] / 2), 20)
+        self.assertLess(abs(y + height / 2 - self.desktop.size[1] / 2), 40)
+        self.wait_for_ground(ALPINE)
+
+    def test_escape_and_the_system_key_close_it(self):
+        for key in ("Escape", "ctrl+w"):
+            self.preferences.open()
+            self.preferences.key(key)
+            self.preferences.wait_until_closed()
+
+    def test_can_neither_be_resized_nor_minimised(self):
+        self.preferences.open()
+        # What it asks for; some window managers minimise whatever they like.
+        hints = self.preferences.window().read("_MOTIF_WM_HINTS").split(", ")
+        functions, decorations = int(hints[1], 16), int(hints[2], 16)
+        minimise, maximise, close = 1 << 3, 1 << 4, 1 << 5
+        self.assertEqual(functions & (minimise | maximise | close), close)
+        title, minimise_button, maximise_button = 1 << 3, 1 << 5, 1 << 6
+        self.assertEqual(decorations & (title | minimise_button | maximise_button), title)
+        actions = self.preferences.window().read("_NET_WM_ALLOWED_ACTIONS").split(", ")
+        self.assertNotIn("_NET_WM_ACTION_RESIZE", actions)
+        self.assertIn("_NET_WM_ACTION_CLOSE", actions)
+
+    def test_the_label_tab(self):
+        self.preferences.open()
+        self.press("Label", 0, "End")
+        self.wait_for("SignTextSize", 300)
+        self.press("Label", 0, "Home")
+        self.wait_for("SignTextSize", 60)
+        self.press("Label", 1, "End")
+        self.wait_for("SignSwipeAlpha", 1)
+        for place, key in ((2, "ShowSignInSwipeMode"), (3, "ShowSignAfterSelection")):
+            self.press("Label", place, "space")
+            self.wait_for(key, False)
+            self.press("Label", place, "space")
+            self.wait_for(key, True)
+        self.press("Label", 4, "space")
+        self.wait_for("HeatMapSigns", False)
+        self.press("Label", 5, "End")
+        wait_until(
+            lambda: self.defaults.read().get("HeatPaletteName") not in (None, "Ember"),
+            "another heat palette",
+        )
+
+    def test_the_colors_tab(self):
+        self.preferences.open()
+        self.press("Colors", 0, "Home")
+        self.wait_for("ColorMode", "colorForeground")
+        self.press("Colors", 0, "End")
+        self.wait_for("ColorMode", "colorBackground")
+        self.press("Colors", 1, "End")
+        wait_until(lambda: "SpaceColors" in self.defaults.read(), "colours of a palette")
+
+    def test_a_colour_well_opens_the_dialog(self):
+        self.preferences.open()
+        self.press("Colors", 2, "space")
+        wait_until(self.dialog, "the dialog for colours")
+        # Its field for the colour's name.
+        self.preferences.key("alt+h")
+        self.preferences.key("ctrl+a")
+        self.desktop.run("xdotool", "type", "--delay", "20", "#00ff00")
+        self.preferences.key("Return")
+        self.program.wait_for_fill((0, 255, 0))
+        colors = json.loads(self.defaults.read()["SpaceColors"])
+        self.assertEqual(colors["x11-desktop-1"]["background"]["green"], 1)
+
+    def dialog(self):
+        for window in self.desktop.windows_of_class("vembrix"):
+            if window.visible and window.name == "Desktop 1" and window.frame()[2] > 300:
+                return window
+        return None
+
+    def test_the_menu_bar_tab(self):
+        self.preferences.open()
+        self.press("Menu Bar", 0, "End")
+        self.wait_for("MenuBarWidthMode", "maxTitleLength")
+        self.press("Menu Bar", 0, "Home")
+        self.wait_for("MenuBarWidthMode", "fitToTitle")
+        self.press("Menu Bar", 2, "space")
+        wait_until(lambda: "InstantMenuSwitch" in self.defaults.read(), "the switch's setting")
+        self.press("Menu Bar", 1, "space")
+        self.wait_for("ShowSpaceNameInMenuBar", False)
+
+    def test_a_theme_shows_at_once_and_stays_on_its_tab(self):
+        self.preferences.open()
+        self.press("Theme", 0, "Down")
+        self.wait_for("ThemeName", "Coral")
+        self.wait_for_ground(CORAL)
+        # The keyboard is still on the popup.
+        self.preferences.key("Down")
+        self.wait_for("ThemeName", "Paper")
+        self.wait_for_ground(PAPER)
+        self.preferences.key("Home")
+        self.wait_for("ThemeName", "Stock")
+        self.wait_for_ground(STOCK)
+
+    def test_the_about_tab_opens_the_website(self):
+        opened = self.desktop.path("opened")
+        self.put_tool("xdg-open", f'echo "$1" > {opened}')
+        self.relaunch()
+        self.preferences.open()
+        self.press("About", 2, "space")
+        wait_until(lambda: read(opened).startswith("https://"), "the website's address")
+
+    def test_copies_the_log_and_the_command(self):
+        self.put_tool("journalctl", 'echo "$@"; echo; echo second')
+        self.relaunch()
+        self.preferences.open()
+        self.press("Diagnostics", 0, "space")
+        expected = "--identifier=Vembrix --since=-10min --output=short-iso\n\nsecond\n"
+        wait_until(lambda: self.clipboard() == expected, lambda: f"the log; {self.clipboard()!r}")
+        self.press("Diagnostics", 2, "space")
+        command = f"journalctl {expected.splitlines()[0]}"
+        wait_until(lambda: self.clipboard() == command, lambda: f"it; {self.clipboard()!r}")
+
+    def clipboard(self):
+        try:
+            return self.desktop.run("xclip", "-selection", "clipboard", "-out")
+        except AssertionError:
+            return None
+
+    def put_tool(self, name, script):
+        """Puts a program before all others of that name."""
+        folder = self.desktop.path("tools")
+        os.makedirs(folder, exist_ok=True)
+        path = os.path.join(folder, name)
+        with open(path, "w") as file:
+            file.write(f"#!/bin/sh\n{script}\n")
+        os.chmod(path, stat.S_IRWXU)
+
+    def relaunch(self):
+        self.program.end()
+        path = f"{self.desktop.path('tools')}:{os.environ['PATH']}"
+        self.program = self.launch({"PATH": path})
+        self.preferences = Preferences(self.program)
+
+
+class StoredPreferencesTest(DesktopTest):
+    def test_opens_with_the_defaults_where_every_type_is_wrong(self):
+        self.defaults.write(WRONG_TYPES)
+        program = self.launch()
+        preferences = Preferences(program)
+        preferences.open()
+        wait_until(
+            lambda: distance(preferences.picture().pixel(3, 3), ALPINE) <= TOLERANCE,
+            "the default theme",
+        )
+
+
+if __name__ == "__main__":
+    unittest.main()
