@@ -40,45 +40,33 @@ class FirstPaint : public QObject {
   bool isPainted_ = false;
 };
 
-template <typename Control>
-int countIn(const QWidget& window) {
-  return static_cast<int>(window.findChildren<Control*>().size());
+/// Adds Qt's own controls of a kind, one for each in the window.
+template <typename Control, typename Make>
+void addLike(const QWidget& window, QFormLayout& form, Make make) {
+  for (const Control* control : window.findChildren<Control*>()) form.addRow(make(*control));
 }
 
-/// How many controls of each kind a window has.
-struct Controls {
-  explicit Controls(const QWidget& window)
-      : labels(countIn<QLabel>(window)),
-        checkboxes(countIn<QCheckBox>(window)),
-        popups(countIn<QComboBox>(window)),
-        buttons(countIn<QPushButton>(window)),
-        sliders(countIn<QSlider>(window)),
-        fields(countIn<QLineEdit>(window)) {}
-
-  int labels;
-  int checkboxes;
-  int popups;
-  int buttons;
-  int sliders;
-  int fields;
-};
-
-std::unique_ptr<QWidget> bareWindow(const Controls& controls) {
-  auto window = std::make_unique<QWidget>();
-  auto* form = new QFormLayout(window.get());
-  const QString text = QStringLiteral("Show desktop label");
-  for (int i = 0; i < controls.labels; ++i) form->addRow(new QLabel(text));
-  for (int i = 0; i < controls.checkboxes; ++i) form->addRow(new QCheckBox(text));
-  for (int i = 0; i < controls.buttons; ++i) form->addRow(new QPushButton(text));
-  for (int i = 0; i < controls.sliders; ++i) form->addRow(new QSlider(Qt::Horizontal));
-  for (int i = 0; i < controls.fields; ++i) form->addRow(new QLineEdit(text));
-  for (int i = 0; i < controls.popups; ++i) {
-    auto* popup = new QComboBox;
-    popup->addItems({text, text, text});
-    form->addRow(popup);
-  }
-  window->setFixedSize(600, 520);
-  return window;
+/// A window of the same size with as many of Qt's own controls, which say the
+/// same.
+std::unique_ptr<QWidget> bareWindow(const QWidget& window) {
+  auto bare = std::make_unique<QWidget>();
+  auto& form = *new QFormLayout(bare.get());
+  addLike<QLabel>(window, form, [](const QLabel& label) {
+    auto* other = new QLabel(label.text());
+    other->setWordWrap(label.wordWrap());
+    return other;
+  });
+  addLike<QCheckBox>(window, form, [](const auto& box) { return new QCheckBox(box.text()); });
+  addLike<QPushButton>(window, form, [](const auto& push) { return new QPushButton(push.text()); });
+  addLike<QSlider>(window, form, [](const auto&) { return new QSlider(Qt::Horizontal); });
+  addLike<QLineEdit>(window, form, [](const auto& field) { return new QLineEdit(field.text()); });
+  addLike<QComboBox>(window, form, [](const QComboBox& popup) {
+    auto* other = new QComboBox;
+    for (int i = 0; i < popup.count(); ++i) other->addItem(popup.itemText(i));
+    return other;
+  });
+  bare->setFixedSize(window.size());
+  return bare;
 }
 
 QWidget& settingsWindow() {
@@ -93,7 +81,7 @@ double seconds(const QElapsedTimer& timer) {
 }
 
 /// From asking for the window with fresh content to its first paint; "ratio" is
-/// to a bare window with as many of Qt's own controls.
+/// to a bare window with as many of Qt's own controls, which say the same.
 void openToFirstPaint(benchmark::State& state) {
   Application::shared();
   const AppTheme& theme = AppTheme::all().at(static_cast<std::size_t>(state.range(0)));
@@ -117,7 +105,7 @@ void openToFirstPaint(benchmark::State& state) {
     state.SetIterationTime(seconds(timer));
 
     timer.start();
-    const auto other = bareWindow(Controls(window));
+    const auto other = bareWindow(window);
     const FirstPaint otherPainted(*other);
     other->show();
     otherPainted.wait();

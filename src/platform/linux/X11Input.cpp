@@ -22,13 +22,7 @@ constexpr EventBits kGestures = bit(XCB_INPUT_GESTURE_SWIPE_BEGIN) |
                                 bit(XCB_INPUT_GESTURE_SWIPE_END);
 
 /// The buttons of the core protocol; 4 to 7 are the directions of scrolling.
-enum Button : std::uint32_t {
-  kLeft = 1,
-  kMiddle = 2,
-  kRight = 3,
-  kFirstScroll = 4,
-  kLastScroll = 7
-};
+enum Button : std::uint32_t { Left = 1, Middle = 2, Right = 3, FirstScroll = 4, LastScroll = 7 };
 
 template <typename Event>
 const Event& as(const xcb_ge_generic_event_t& event) {
@@ -155,11 +149,11 @@ void X11Input::noteInput(const xcb_ge_generic_event_t& event) {
 }
 
 void X11Input::noteButton(std::uint32_t button) {
-  if (button >= kFirstScroll && button <= kLastScroll) return;
+  if (button >= Button::FirstScroll && button <= Button::LastScroll) return;
   if (ownWindows_->havePointer()) return;
-  if (button == kLeft) {
+  if (button == Button::Left) {
     monitors_.tell(LeftMouseDown);
-  } else if (button == kRight) {
+  } else if (button == Button::Right) {
     monitors_.tell(RightMouseDown);
   } else {
     monitors_.tell(OtherMouseDown);

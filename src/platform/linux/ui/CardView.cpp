@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
 #include "platform/linux/NativeColor.h"
 #include "platform/linux/ui/ColorFollower.h"
@@ -23,21 +24,60 @@ void CardView::setPage(QWidget* page) {
 
 void CardView::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
   const Appearance appearance = appearanceOf(palette());
-  const QRectF whole = rect();
-  if (card_.fill) {
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(nativeColor(*card_.fill, appearance));
-    painter.drawRoundedRect(whole, card_.cornerRadius, card_.cornerRadius);
+  if (card_.fill) paintFill(painter, nativeColor(*card_.fill, appearance));
+  if (card_.stroke) paintStroke(painter, nativeColor(*card_.stroke, appearance));
+}
+
+// Smooth edges cost by the area of the shape, so only the corners have them.
+
+int CardView::cornerSize() const {
+  const int largest = std::min(width(), height()) / 2;
+  return std::min(static_cast<int>(std::ceil(card_.cornerRadius)), largest);
+}
+
+void CardView::paintFill(QPainter& painter, const QColor& color) const {
+  const int corner = cornerSize();
+  painter.fillRect(0, corner, width(), height() - 2 * corner, color);
+  for (const int y : {0, height() - corner}) {
+    painter.fillRect(corner, y, width() - 2 * corner, corner, color);
   }
-  if (card_.stroke) {
-    constexpr double kHalf = Card::strokeWidth / 2;
-    painter.setPen(QPen(nativeColor(*card_.stroke, appearance), Card::strokeWidth));
-    painter.setBrush(Qt::NoBrush);
-    const double radius = std::max(card_.cornerRadius - kHalf, 0.0);
-    painter.drawRoundedRect(whole.adjusted(kHalf, kHalf, -kHalf, -kHalf), radius, radius);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(color);
+  paintCorners(painter, 0);
+}
+
+void CardView::paintStroke(QPainter& painter, const QColor& color) const {
+  constexpr auto kWidth = static_cast<int>(Card::strokeWidth);
+  const int corner = cornerSize();
+  for (const int y : {0, height() - kWidth}) {
+    painter.fillRect(corner, y, width() - 2 * corner, kWidth, color);
   }
+  for (const int x : {0, width() - kWidth}) {
+    painter.fillRect(x, corner, kWidth, height() - 2 * corner, color);
+  }
+  painter.setPen(QPen(color, Card::strokeWidth));
+  painter.setBrush(Qt::NoBrush);
+  paintCorners(painter, Card::strokeWidth / 2);
+}
+
+void CardView::paintCorners(QPainter& painter, double inset) const {
+  const int corner = cornerSize();
+  const QSize square(corner, corner);
+  const double radius = std::max(card_.cornerRadius - inset, 0.0);
+  // A circle around each corner's centre, of which the corner shows its quarter.
+  const double diameter = 2 * radius;
+  painter.setRenderHint(QPainter::Antialiasing);
+  for (const int x : {0, width() - corner}) {
+    for (const int y : {0, height() - corner}) {
+      const double left = x == 0 ? inset : width() - inset - diameter;
+      const double top = y == 0 ? inset : height() - inset - diameter;
+      painter.setClipRect(QRect(QPoint(x, y), square));
+      painter.drawEllipse(QRectF(left, top, diameter, diameter));
+    }
+  }
+  painter.setClipping(false);
+  painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
 void CardView::resizeEvent(QResizeEvent* /*event*/) {

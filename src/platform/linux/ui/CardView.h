@@ -24,6 +24,11 @@ class CardView : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  [[nodiscard]] int cornerSize() const;
+  void paintFill(QPainter& painter, const QColor& color) const;
+  void paintStroke(QPainter& painter, const QColor& color) const;
+  void paintCorners(QPainter& painter, double inset) const;
+
   Card card_;
   QWidget* page_ = nullptr;
 };

@@ -94,13 +94,13 @@ int FormPage::layOut(int width, Placing placing) const {
 
 int FormPage::layOutRow(const Row& row, int top, int width, Placing placing) const {
   if (!row.label.widget) {
-    const QSize size = sizeIn(row.control, row.controlWidth, width);
+    const QSize size = controlSize(row, width);
     if (placing == Placing::Place) row.control.widget->setGeometry({{kMargin, top}, size});
     return size.height();
   }
   const int column = labelColumnWidth();
   const QSize label = row.label.widget->sizeHint();
-  const QSize control = sizeIn(row.control, row.controlWidth, width - column - kColumnSpacing);
+  const QSize control = controlSize(row, width - column - kColumnSpacing);
   int height = std::max(label.height(), control.height());
   int labelTop = (height - label.height()) / 2;
   int controlTop = (height - control.height()) / 2;
@@ -116,6 +116,14 @@ int FormPage::layOutRow(const Row& row, int top, int width, Placing placing) con
     row.control.widget->setGeometry({{trailing + kColumnSpacing, top + controlTop}, control});
   }
   return height;
+}
+
+QSize FormPage::controlSize(const Row& row, int room) {
+  if (row.measuredRoom != room) {
+    row.measured = sizeIn(row.control, row.controlWidth, room);
+    row.measuredRoom = room;
+  }
+  return row.measured;
 }
 
 int FormPage::labelColumnWidth() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSize>
 #include <QWidget>
 #include <string_view>
 #include <vector>
@@ -35,6 +36,9 @@ class FormPage : public QWidget {
     std::optional<double> controlWidth;
     RowAlignment alignment = RowAlignment::FirstBaseline;
     double topPadding = 0;
+    /// The control's size in a room of that width; measuring text is costly.
+    mutable int measuredRoom = -1;
+    mutable QSize measured{};
   };
   enum class Placing { Measure, Place };
 
@@ -45,6 +49,7 @@ class FormPage : public QWidget {
   int layOut(int width, Placing placing) const;
   /// The row's height.
   int layOutRow(const Row& row, int top, int width, Placing placing) const;
+  [[nodiscard]] static QSize controlSize(const Row& row, int room);
   [[nodiscard]] int labelColumnWidth() const;
 
   std::vector<Row> rows_;
