@@ -94,14 +94,10 @@ SpaceRowWidget::SpaceRowWidget(const SpaceRowContent& content, const SpaceRowSta
     : content_(content),
       state_(state),
       handler_(handler),
-      renameButton_(new RenameButton(QString::fromStdString(content.renameTitle), this)),
-      editField_(new RowEditField([this](RowKey key) { return handler_.keyDown(key); }, this)) {
+      renameButton_(new RenameButton(QString::fromStdString(content.renameTitle), this)) {
   setFont(nativeFont(content_.font));
   setMouseTracking(true);
   setAccessibleDescription(QString::fromStdString(content_.dotDescription));
-  editField_->setFont(font());
-  editField_->hide();
-  editField_->setAccessibleName(renameButton_->accessibleName());
   connect(renameButton_, &QAbstractButton::clicked, this, [this] { handler_.renameClicked(); });
   setAppearance(appearance_);
   applyState();
@@ -110,7 +106,7 @@ SpaceRowWidget::SpaceRowWidget(const SpaceRowContent& content, const SpaceRowSta
 void SpaceRowWidget::setAppearance(Appearance appearance) {
   appearance_ = appearance;
   renameButton_->setColor(nativeColor(Color(SystemColor::SecondaryLabel), appearance));
-  editField_->setPalette(editFieldPalette(appearance));
+  if (editField_) editField_->setPalette(editFieldPalette(appearance));
   update();
 }
 
@@ -125,9 +121,13 @@ void SpaceRowWidget::setState(const SpaceRowState& state) {
 void SpaceRowWidget::applyState() {
   setAccessibleName(QString::fromStdString(state_.label));
   renameButton_->setVisible(state_.showsRenameButton);
-  // A field that is hidden with the focus would hand it to the next item.
-  if (!state_.isEditing) editField_->clearFocus();
-  editField_->setVisible(state_.isEditing);
+  if (state_.isEditing) {
+    editField().show();
+  } else if (editField_) {
+    // A field that is hidden with the focus would hand it to the next item.
+    editField_->clearFocus();
+    editField_->hide();
+  }
   update();
 }
 
@@ -135,6 +135,24 @@ void SpaceRowWidget::beginEditing() {
   editField_->setText(QString::fromStdString(state_.label));
   editField_->setFocus(Qt::OtherFocusReason);
   editField_->selectAll();
+}
+
+RowEditField& SpaceRowWidget::editField() {
+  if (editField_) return *editField_;
+  editField_ = new RowEditField([this](RowKey key) { return handler_.keyDown(key); }, this);
+  editField_->hide();
+  editField_->setFont(font());
+  editField_->setPalette(editFieldPalette(appearance_));
+  editField_->setAccessibleName(renameButton_->accessibleName());
+  placeEditField();
+  return *editField_;
+}
+
+void SpaceRowWidget::placeEditField() {
+  const auto left = static_cast<int>(kTextLeft);
+  const auto fieldHeight = static_cast<int>(kEditFieldHeight);
+  const auto inset = static_cast<int>(kTrailingInset);
+  editField_->setGeometry(left, (height() - fieldHeight) / 2, width() - left - inset, fieldHeight);
 }
 
 QSize SpaceRowWidget::sizeHint() const {
@@ -151,9 +169,7 @@ void SpaceRowWidget::resizeEvent(QResizeEvent* /*event*/) {
   const auto button = static_cast<int>(kRenameButtonSize);
   const auto inset = static_cast<int>(kTrailingInset);
   renameButton_->move(width() - inset - button, (height() - button) / 2);
-  const auto left = static_cast<int>(kTextLeft);
-  const auto fieldHeight = static_cast<int>(kEditFieldHeight);
-  editField_->setGeometry(left, (height() - fieldHeight) / 2, width() - left - inset, fieldHeight);
+  if (editField_) placeEditField();
 }
 
 void SpaceRowWidget::mousePressEvent(QMouseEvent* event) {

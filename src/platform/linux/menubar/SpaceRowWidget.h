@@ -38,8 +38,9 @@ class SpaceRowWidget : public QWidget {
   [[nodiscard]] const SpaceRowContent& content() const { return content_; }
   [[nodiscard]] const SpaceRowState& state() const { return state_; }
   [[nodiscard]] SpaceRowHandler& handler() { return handler_; }
-  [[nodiscard]] QString editedText() const { return editField_->text(); }
-  [[nodiscard]] RowEditField& editField() { return *editField_; }
+  [[nodiscard]] QString editedText() const { return editField_ ? editField_->text() : QString(); }
+  /// Made when it is first asked for: few rows of a menu are ever edited.
+  [[nodiscard]] RowEditField& editField();
   [[nodiscard]] RenameButton& renameButton() { return *renameButton_; }
 
   [[nodiscard]] QSize sizeHint() const override;
@@ -54,6 +55,7 @@ class SpaceRowWidget : public QWidget {
 
  private:
   void applyState();
+  void placeEditField();
   void beginEditing();
   void paintDot(QPainter& painter) const;
   void paintLabel(QPainter& painter) const;
@@ -65,7 +67,7 @@ class SpaceRowWidget : public QWidget {
   Appearance appearance_ = Appearance::Light;
   // Children.
   RenameButton* renameButton_;
-  RowEditField* editField_;
+  RowEditField* editField_ = nullptr;
 };
 
 }  // namespace vembrix
