@@ -22,7 +22,7 @@ int rounded(double length) {
 struct BackdropPainter {
   QPainter& painter;
   QRectF rect;
-  Appearance appearance;
+  Appearance appearance = Appearance::Light;
 
   void operator()(std::monostate) const {}
   void operator()(const Color& color) const {
