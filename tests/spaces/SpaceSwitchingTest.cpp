@@ -85,7 +85,9 @@ TEST_F(SpaceSwitchingTest, AnAnimatedSwipeIsTenEventsIn162ms) {
   animatedDockSwipe(ISSDirection::Right);
   queue_.advance(milliseconds(500));
   std::vector<SwipeRecorder::Event> expected = {{0, 1, 0.001, 0.5, 0.5, 1}};
-  for (int i = 1; i <= 8; ++i) expected.push_back({18 * i, 2, i / 8.0, 1.5, 1.5, 1});
+  for (std::int64_t i = 1; i <= 8; ++i) {
+    expected.push_back({18 * i, 2, static_cast<double>(i) / 8, 1.5, 1.5, 1});
+  }
   expected.push_back({162, 4, 1.0, 1.5, 1.5, 1});
   EXPECT_EQ(recorder_.events(), expected);
 }

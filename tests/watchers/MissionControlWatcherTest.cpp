@@ -13,7 +13,6 @@ namespace {
 
 using std::chrono::milliseconds;
 using testing::ElementsAre;
-using testing::IsEmpty;
 using Array = PropertyList::Array;
 using Dictionary = PropertyList::Dictionary;
 

@@ -13,7 +13,6 @@
 namespace vembrix {
 namespace {
 
-using testing::ElementsAre;
 using Array = PropertyList::Array;
 constexpr auto kYes = IncludingActive::Yes;
 constexpr auto kNo = IncludingActive::No;

@@ -53,6 +53,7 @@ void X11WindowList::readAll() {
   const int count = xcb_query_tree_children_length(tree.get());
   // All questions, then all answers: one round trip.
   std::vector<std::pair<xcb_get_geometry_cookie_t, xcb_get_window_attributes_cookie_t>> cookies;
+  cookies.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) {
     cookies.emplace_back(xcb_get_geometry_unchecked(xcb, children[i]),
                          xcb_get_window_attributes_unchecked(xcb, children[i]));

@@ -134,7 +134,7 @@ class SettingsWindowTest : public testing::Test {
   void show(SettingsContent content) {
     window_->setContent(std::move(content));
     window_->show();
-    ASSERT_TRUE(runUntil([this] { return widget().isActiveWindow(); }));
+    ASSERT_TRUE(runUntil([] { return widget().isActiveWindow(); }));
   }
   /// A themed page of these rows.
   void show(std::vector<FormRow> rows) { show(themedWith(tabOf(std::move(rows)))); }
