@@ -3,7 +3,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QMenu>
-#include <QTemporaryDir>
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
@@ -11,8 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "BenchSession.h"
 #include "menubar/SpaceRow.h"
-#include "platform/Application.h"
 #include "platform/DropdownMenu.h"
 #include "platform/linux/menubar/NativeMenu.h"
 
@@ -22,15 +21,6 @@ namespace {
 using Seconds = std::chrono::duration<double>;
 
 constexpr QPoint kCorner{40, 24};
-
-/// Settings that are nobody's, and no desktop besides that in the process.
-/// Which display there is, `QT_QPA_PLATFORM` says.
-void useOwnSettings() {
-  static const QTemporaryDir settings;
-  qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
-  qputenv("VEMBRIX_DESKTOP", "embedded");
-  Application::shared();
-}
 
 /// Notices when a menu has been painted, with all that is in it.
 class PaintWatch : public QObject {
@@ -88,7 +78,7 @@ double median(std::vector<double>& values) {
 /// that takes the time of a plain menu of Qt's with as many items: with the items
 /// that it had (0), or with new ones, as in the program (1).
 void openDropdownMenu(benchmark::State& state) {
-  useOwnSettings();
+  useBenchSession();
   const int count = static_cast<int>(state.range(0));
   const bool isRebuilt = state.range(1) == 1;
   const auto dropdown = DropdownMenu::create();

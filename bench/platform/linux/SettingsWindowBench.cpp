@@ -13,7 +13,7 @@
 #include <cstdlib>
 #include <memory>
 
-#include "platform/Application.h"
+#include "BenchSession.h"
 #include "platform/SettingsWindow.h"
 #include "settings/PreferencesStore.h"
 #include "ui/AppTheme.h"
@@ -50,7 +50,8 @@ void addLike(const QWidget& window, QFormLayout& form, Make make) {
 /// same.
 std::unique_ptr<QWidget> bareWindow(const QWidget& window) {
   auto bare = std::make_unique<QWidget>();
-  auto& form = *new QFormLayout(bare.get());
+  bare->setLayout(new QFormLayout);
+  auto& form = static_cast<QFormLayout&>(*bare->layout());
   addLike<QLabel>(window, form, [](const QLabel& label) {
     auto* other = new QLabel(label.text());
     other->setWordWrap(label.wordWrap());
@@ -83,7 +84,7 @@ double seconds(const QElapsedTimer& timer) {
 /// From asking for the window with fresh content to its first paint; "ratio" is
 /// to a bare window with as many of Qt's own controls, which say the same.
 void openToFirstPaint(benchmark::State& state) {
-  Application::shared();
+  useBenchSession();
   const AppTheme& theme = AppTheme::all().at(static_cast<std::size_t>(state.range(0)));
   state.SetLabel(theme.name);
   PreferencesStore::shared().setThemeName(theme.name);
