@@ -311,6 +311,19 @@ TEST_F(SpaceRowWidgetTest, TellsItsNameAndWhatItsDotMeans) {
   EXPECT_EQ(toldOf(user_.row(2)).description, "");
 }
 
+TEST_F(SpaceRowWidgetTest, TheMenuLeadsToItsNameAndWhatItsDotMeans) {
+  Desktop active = desktopOf("Mail");
+  active.isActive = true;
+  open({active, desktopOf("Code")});
+  QAccessibleInterface* menu = QAccessible::queryAccessibleInterface(&user_.widget());
+  EXPECT_EQ(menu->child(0)->text(QAccessible::Name), "Mail, current");
+  EXPECT_EQ(menu->child(1)->text(QAccessible::Name), "Code");
+  user_.clickPencil(user_.row(1));
+  user_.type("Play");
+  user_.key(Qt::Key_Return);
+  EXPECT_EQ(menu->child(1)->text(QAccessible::Name), "Play");
+}
+
 TEST_F(SpaceRowWidgetTest, TheButtonTellsWhatItDoes) {
   SpaceRowWidget& row = open();
   user_.pointAt(row);

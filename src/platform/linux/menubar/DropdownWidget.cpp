@@ -20,6 +20,16 @@ QRegion roundedRegion(const QRect& rect, int radius) {
   return {path.toFillPolygon().toPolygon()};
 }
 
+/// What assistive programs say of the item, to which the menu leads them and not
+/// to the row.
+QString itemText(const SpaceRowWidget& row) {
+  QString text = row.accessibleName();
+  const QString description = row.accessibleDescription();
+  if (!description.isEmpty()) text += QStringLiteral(", ") + description;
+  // A single "&" would make a key of the sign behind it.
+  return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
 }  // namespace
 
 DropdownWidget::DropdownWidget() {
@@ -41,8 +51,9 @@ DropdownWidget::~DropdownWidget() {
 void DropdownWidget::addRow(SpaceRowWidget* row) {
   auto* action = new QWidgetAction(this);
   action->setDefaultWidget(row);
-  // For assistive programs. A single "&" would make a key of the sign behind it.
-  action->setText(row->accessibleName().replace(QLatin1Char('&'), QStringLiteral("&&")));
+  const auto tell = [action, row] { action->setText(itemText(*row)); };
+  tell();
+  row->setNameHandler(tell);
   connect(action, &QAction::triggered, row, [row] { row->handler().activate(); });
   row->installEventFilter(this);
   addAction(action);

@@ -119,7 +119,11 @@ void SpaceRowWidget::setState(const SpaceRowState& state) {
 }
 
 void SpaceRowWidget::applyState() {
-  setAccessibleName(QString::fromStdString(state_.label));
+  const QString name = QString::fromStdString(state_.label);
+  if (name != accessibleName()) {
+    setAccessibleName(name);
+    if (nameChanged_) nameChanged_();
+  }
   renameButton_->setVisible(state_.showsRenameButton);
   if (state_.isEditing) {
     editField().show();

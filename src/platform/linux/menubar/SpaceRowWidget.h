@@ -2,6 +2,8 @@
 
 #include <QAbstractButton>
 #include <QWidget>
+#include <functional>
+#include <utility>
 
 #include "platform/SpaceRowView.h"
 #include "platform/linux/menubar/RowEditField.h"
@@ -35,6 +37,9 @@ class SpaceRowWidget : public QWidget {
   /// For colours that the system names.
   void setAppearance(Appearance appearance);
 
+  /// Called when the accessible name has changed.
+  void setNameHandler(std::function<void()> handler) { nameChanged_ = std::move(handler); }
+
   [[nodiscard]] const SpaceRowContent& content() const { return content_; }
   [[nodiscard]] const SpaceRowState& state() const { return state_; }
   [[nodiscard]] SpaceRowHandler& handler() { return handler_; }
@@ -64,6 +69,7 @@ class SpaceRowWidget : public QWidget {
   SpaceRowContent content_;
   SpaceRowState state_;
   SpaceRowHandler& handler_;
+  std::function<void()> nameChanged_;
   Appearance appearance_ = Appearance::Light;
   // Children.
   RenameButton* renameButton_;
