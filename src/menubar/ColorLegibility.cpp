@@ -10,10 +10,6 @@ namespace {
 constexpr double kTooDark = 0.25;
 constexpr double kTooLight = 0.75;
 
-double luminance(const Srgb& color) {
-  return 0.299 * color.red + 0.587 * color.green + 0.114 * color.blue;
-}
-
 double lightened(double component) {
   return std::min(1.0, component * 1.5 + 0.2);
 }

@@ -32,12 +32,6 @@ std::string dotDescription(const SpaceRow::Desktop& desktop) {
   return desktop.heatGlow ? "recently used" : "";
 }
 
-/// The edges at the left and at the bottom belong to it, the others do not.
-bool contains(const Rect& rect, Point point) {
-  return point.x >= rect.x && point.x < rect.x + rect.width && point.y >= rect.y &&
-         point.y < rect.y + rect.height;
-}
-
 }  // namespace
 
 DotImage makeDot(const SpaceRow::Desktop& desktop) {

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
+#include <string_view>
 
 #include "platform/Color.h"
+#include "platform/Token.h"
 
 namespace vembrix {
 
@@ -44,6 +47,15 @@ class Application {
   /// Brings the program's windows before those of other programs, and the keyboard
   /// to the front one of them. Without windows it changes nothing to be seen.
   virtual void activate() = 0;
+
+  /// What the user has asked for: timers keep their pace while the program is idle
+  /// in the background; the machine may still go to sleep by itself.
+  static constexpr std::uint64_t userInitiatedAllowingIdleSystemSleep = 0xEFFFFF;
+
+  /// Begins an activity of the process that lasts until the token is dropped. The
+  /// reason is for who looks at what the system does. An empty token where the system
+  /// slows no program down.
+  [[nodiscard]] virtual Token beginActivity(std::uint64_t options, std::string_view reason) = 0;
 
   /// The better match of light and dark for what the application looks like
   /// now; nothing when the system does not tell.

@@ -54,6 +54,12 @@ class Color {
   Srgb components_;
 };
 
+/// How light the colour looks, from 0 to 1: luma of the components as they stand,
+/// alpha left aside.
+constexpr double luminance(const Srgb& color) {
+  return 0.299 * color.red + 0.587 * color.green + 0.114 * color.blue;
+}
+
 inline constexpr Srgb kBlack{0, 0, 0, 1};
 inline constexpr Srgb kWhite{1, 1, 1, 1};
 

@@ -7,7 +7,7 @@ namespace vembrix {
 /// One of the system's fonts for its interface.
 struct Font {
   enum class Design { System, Monospaced };
-  enum class Weight { Regular, Semibold };
+  enum class Weight { Regular, Semibold, Heavy };
 
   Design design = Design::System;
   Weight weight = Weight::Regular;

@@ -25,4 +25,10 @@ struct Rect {
   bool operator==(const Rect&) const = default;
 };
 
+/// The left and the bottom edge belong to the rectangle, the others do not.
+constexpr bool contains(const Rect& rect, const Point& point) {
+  return point.x >= rect.x && point.x < rect.x + rect.width && point.y >= rect.y &&
+         point.y < rect.y + rect.height;
+}
+
 }  // namespace vembrix

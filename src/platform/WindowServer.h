@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 #include "platform/PropertyList.h"
@@ -13,6 +14,8 @@ class WindowServer {
  public:
   using ConnectionID = std::int32_t;
   using SpaceID = std::uint64_t;
+  /// Identifies a window on the desktop; 0 is none.
+  using WindowNumber = std::uint32_t;
 
   static WindowServer& shared();
 
@@ -34,6 +37,27 @@ class WindowServer {
   /// told by notification::kActiveSpaceDidChange on the workspace center.
   virtual void CGSManagedDisplaySetCurrentSpace(ConnectionID connection, std::string_view display,
                                                 SpaceID space) = 0;
+
+  /// Puts the windows of this process into the Spaces, besides those in which they
+  /// are. Where a window can be in one Space only, that is the last one of the list.
+  /// Unknown windows and Spaces are ignored.
+  virtual void CGSAddWindowsToSpaces(ConnectionID connection, std::span<const WindowNumber> windows,
+                                     std::span<const SpaceID> spaces) = 0;
+
+  /// Takes the windows of this process out of the Spaces. Where a window can be in
+  /// one Space only, another Space than that changes nothing.
+  virtual void CGSRemoveWindowsFromSpaces(ConnectionID connection,
+                                          std::span<const WindowNumber> windows,
+                                          std::span<const SpaceID> spaces) = 0;
+
+  /// Which Spaces CGSCopySpacesForWindows() tells of: the current one, others, the
+  /// user's.
+  static constexpr std::uint32_t allSpaces = 7;
+
+  /// An array of the ids of the Spaces that hold any of the windows, in no certain
+  /// order. Empty or null for windows that are in none, or unknown.
+  [[nodiscard]] virtual PropertyList CGSCopySpacesForWindows(
+      ConnectionID connection, std::uint32_t mask, std::span<const WindowNumber> windows) = 0;
 
   /// Options of the window list.
   static constexpr std::uint32_t onScreenOnly = 1;

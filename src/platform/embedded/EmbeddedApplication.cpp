@@ -17,6 +17,12 @@ int EmbeddedApplication::run() {
   return 0;
 }
 
+Token EmbeddedApplication::beginActivity(std::uint64_t options, std::string_view reason) {
+  const int id = ++activityCount_;
+  activities_.emplace(id, Activity(options, reason));
+  return Token([this, id] { activities_.erase(id); });
+}
+
 std::optional<Appearance> EmbeddedApplication::effectiveAppearance() const {
   return EmbeddedDesktop::shared().appearance();
 }

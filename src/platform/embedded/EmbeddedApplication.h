@@ -1,6 +1,9 @@
 #pragma once
 
-#include <vector>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <utility>
 
 #include "platform/Application.h"
 
@@ -20,6 +23,7 @@ class EmbeddedApplication : public Application {
   int run() override;
   void terminate() override { terminated_ = true; }
   void activate() override { activationCount_ += 1; }
+  Token beginActivity(std::uint64_t options, std::string_view reason) override;
   std::optional<Appearance> effectiveAppearance() const override;
 
   ActivationPolicy activationPolicy() const { return policy_; }
@@ -27,12 +31,17 @@ class EmbeddedApplication : public Application {
   /// Whether it was told to end since it began to run.
   bool isTerminated() const { return terminated_; }
   int activationCount() const { return activationCount_; }
+  /// The activities that have begun and not ended: options and reason.
+  using Activity = std::pair<std::uint64_t, std::string>;
+  const std::map<int, Activity>& activities() const { return activities_; }
 
  private:
   ActivationPolicy policy_ = ActivationPolicy::Regular;
   ApplicationDelegate* delegate_ = nullptr;
   bool terminated_ = false;
   int activationCount_ = 0;
+  std::map<int, Activity> activities_;
+  int activityCount_ = 0;
 };
 
 }  // namespace vembrix

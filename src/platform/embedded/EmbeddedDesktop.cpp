@@ -1,6 +1,7 @@
 #include "platform/embedded/EmbeddedDesktop.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "platform/NotificationCenter.h"
@@ -63,9 +64,32 @@ class EmbeddedDesktop::WindowServerService : public WindowServer {
                                         SpaceID space) override {
     desktop_.switchDisplayTo(display, space);
   }
+  void CGSAddWindowsToSpaces(ConnectionID, std::span<const WindowNumber> windows,
+                             std::span<const SpaceID> spaces) override {
+    desktop_.windows_.addToSpaces(windows, known(spaces));
+  }
+  void CGSRemoveWindowsFromSpaces(ConnectionID, std::span<const WindowNumber> windows,
+                                  std::span<const SpaceID> spaces) override {
+    desktop_.windows_.removeFromSpaces(windows, spaces);
+  }
+  PropertyList CGSCopySpacesForWindows(ConnectionID, std::uint32_t,
+                                       std::span<const WindowNumber> windows) override {
+    PropertyList::Array answer;
+    for (const SpaceID space : desktop_.windows_.spacesOf(windows, desktop_.spaceIDs())) {
+      answer.emplace_back(static_cast<std::int64_t>(space));
+    }
+    return answer;
+  }
   PropertyList CGWindowListCopyWindowInfo(std::uint32_t) override { return desktop_.windowList(); }
 
  private:
+  [[nodiscard]] std::vector<SpaceID> known(std::span<const SpaceID> spaces) const {
+    std::vector<SpaceID> known;
+    std::ranges::copy_if(spaces, std::back_inserter(known),
+                         [&](SpaceID space) { return desktop_.isKnown(space); });
+    return known;
+  }
+
   EmbeddedDesktop& desktop_;
 };
 
@@ -120,12 +144,14 @@ void EmbeddedDesktop::removeDisplay(std::string_view identifier) {
   if (!state) return;
   const SpaceID formerActive = activeSpace();
   const auto index = static_cast<std::size_t>(state - displays_.data());
+  const std::vector<Space> removed = std::move(displays_[index].spaces);
   displays_.erase(displays_.begin() + static_cast<std::ptrdiff_t>(index));
   if (activeDisplay_ == index) {
     activeDisplay_ = 0;
   } else if (activeDisplay_ > index) {
     activeDisplay_ -= 1;
   }
+  for (const Space& space : removed) windows_.spaceRemoved(space.id, activeSpace());
   displaysChanged();
   spacesChanged(formerActive);
 }
@@ -176,6 +202,7 @@ void EmbeddedDesktop::removeSpace(SpaceID space) {
   const auto index = static_cast<std::size_t>(found - state->spaces.begin());
   state->spaces.erase(found);
   repairCurrent(*state, index);
+  windows_.spaceRemoved(space, state->current);
   spacesChanged(formerActive);
 }
 
@@ -195,11 +222,16 @@ void EmbeddedDesktop::setSpaceCount(std::size_t count) {
   if (displays_.empty()) return;
   DisplayState& state = displays_.front();
   const SpaceID formerActive = activeSpace();
-  while (state.spaces.size() > count) state.spaces.pop_back();
+  std::vector<SpaceID> removed;
+  while (state.spaces.size() > count) {
+    removed.push_back(state.spaces.back().id);
+    state.spaces.pop_back();
+  }
   while (state.spaces.size() < count) {
     state.spaces.push_back(makeSpace(SpaceType::Desktop, {}));
   }
   repairCurrent(state, count);
+  for (const SpaceID space : removed) windows_.spaceRemoved(space, state.current);
   spacesChanged(formerActive);
 }
 
@@ -246,6 +278,18 @@ std::vector<EmbeddedDesktop::SpaceID> EmbeddedDesktop::spaceIDs() const {
     for (const Space& space : state.spaces) ids.push_back(space.id);
   }
   return ids;
+}
+
+std::vector<EmbeddedDesktop::SpaceID> EmbeddedDesktop::currentSpaces() const {
+  std::vector<SpaceID> ids;
+  for (const DisplayState& state : displays_) ids.push_back(state.current);
+  return ids;
+}
+
+bool EmbeddedDesktop::isKnown(SpaceID space) const {
+  return std::ranges::any_of(displays_, [&](const DisplayState& state) {
+    return std::ranges::find(state.spaces, space, &Space::id) != state.spaces.end();
+  });
 }
 
 EmbeddedDesktop::SpaceID EmbeddedDesktop::spaceAt(std::size_t position) const {

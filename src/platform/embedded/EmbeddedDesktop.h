@@ -18,6 +18,7 @@
 #include "platform/WindowServer.h"
 #include "platform/embedded/Dock.h"
 #include "platform/embedded/EmbeddedInput.h"
+#include "platform/embedded/EmbeddedWindows.h"
 #include "platform/embedded/EventStream.h"
 
 namespace vembrix {
@@ -120,7 +121,9 @@ class EmbeddedDesktop {
 
   /// Opens or closes Mission Control, for which the Dock covers every display.
   void setMissionControl(bool open) { missionControl_ = open; }
-  /// Puts another window on the screen, in front of the others.
+  /// The windows of all programs, this one's included, and the Spaces that hold them.
+  EmbeddedWindows& windows() { return windows_; }
+  /// Another program opens a window in the active Space.
   void addWindow(std::string owner, Size size);
   /// What the window list answers in place of the truth.
   void overrideWindowList(std::optional<PropertyList> answer) {
@@ -177,6 +180,9 @@ class EmbeddedDesktop {
   DisplayState* displayOf(SpaceID space);
   Space makeSpace(SpaceType type, std::string uuid);
   static void repairCurrent(DisplayState& state, std::size_t formerIndex);
+  [[nodiscard]] bool isKnown(SpaceID space) const;
+  /// The Spaces that are current, each on its display.
+  [[nodiscard]] std::vector<SpaceID> currentSpaces() const;
   /// After a change of Spaces: forgets the cached answer and announces the
   /// change where the active Space is no longer `formerActive`.
   void spacesChanged(SpaceID formerActive);
@@ -214,11 +220,7 @@ class EmbeddedDesktop {
   WorkItem transition_;
   SpaceID transitionTarget_ = 0;
 
-  struct Window {
-    std::string owner;
-    Size size;
-  };
-  std::vector<Window> windows_;
+  EmbeddedWindows windows_{[this] { return activeSpace(); }};
   bool missionControl_ = false;
   std::optional<PropertyList> windowListOverride_;
 

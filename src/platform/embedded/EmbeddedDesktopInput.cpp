@@ -21,12 +21,15 @@ GestureEvent swipeEvent(dockswipe::Phase phase, double progress, double velocity
   return event;
 }
 
-PropertyList windowDescription(const std::string& owner, const Size& size) {
+/// The bounds count down from the top left corner of the primary display, which is
+/// that high.
+PropertyList windowDescription(const std::string& owner, const Rect& frame, double height) {
+  const double top = height - frame.y - frame.height;
   return PropertyList::Dictionary{
       {"kCGWindowOwnerName", owner},
       {"kCGWindowBounds",
        PropertyList::Dictionary{
-           {"X", 0.0}, {"Y", 0.0}, {"Width", size.width}, {"Height", size.height}}}};
+           {"X", frame.x}, {"Y", top}, {"Width", frame.width}, {"Height", frame.height}}}};
 }
 
 }  // namespace
@@ -74,20 +77,21 @@ void EmbeddedDesktop::endTransition() {
 }
 
 void EmbeddedDesktop::addWindow(std::string owner, Size size) {
-  windows_.insert(windows_.begin(), {std::move(owner), size});
+  windows_.orderFront(windows_.add(
+      {.owner = std::move(owner), .frame = {0, 0, size.width, size.height}, .spaces = {}}));
 }
 
 PropertyList EmbeddedDesktop::windowList() const {
   if (windowListOverride_) return *windowListOverride_;
+  const double height = displays_.empty() ? 0 : displays_.front().display.frame.height;
   PropertyList::Array list;
   if (missionControl_) {
     for (const DisplayState& state : displays_) {
-      const Rect& frame = state.display.frame;
-      list.push_back(windowDescription("Dock", {frame.width, frame.height}));
+      list.push_back(windowDescription("Dock", state.display.frame, height));
     }
   }
-  for (const Window& window : windows_) {
-    list.push_back(windowDescription(window.owner, window.size));
+  for (const EmbeddedWindows::Window* window : windows_.onScreen(currentSpaces())) {
+    list.push_back(windowDescription(window->owner, window->frame, height));
   }
   return list;
 }
