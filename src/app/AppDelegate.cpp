@@ -37,10 +37,17 @@ void AppDelegate::applicationDidFinishLaunching() {
   MissionControlWatcher::shared().start();
   SpaceHeatTracker::shared().start();
   menuBar_ = MenuBarController::create();
+  signs_ = SpaceSignWindowController::create();
 
   hot_ = HotCornerWatcher::create();
+  hot_->onApproach = [weak = std::weak_ptr(signs_)] {
+    if (const auto signs = weak.lock()) signs->showAll();
+  };
   hot_->start();
   swipes_ = SwipeWatcher::create();
+  swipes_->onSwipeBegan = [weak = std::weak_ptr(signs_)](bool isRight) {
+    if (const auto signs = weak.lock()) signs->handleSwipeBegan(isRight);
+  };
   swipes_->start();
 
   MainQueue::main().after(kTourDelay, [] { SpaceManager::shared().performAutoTour({}); });

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "labels/SpaceSignWindowController.h"
 #include "menubar/MenuBarController.h"
 #include "platform/Application.h"
 #include "platform/NotificationCenter.h"
@@ -21,12 +22,14 @@ class AppDelegate : public ApplicationDelegate {
   // Empty before launch.
   [[nodiscard]] const std::shared_ptr<SpaceObserver>& observer() const { return observer_; }
   [[nodiscard]] const std::shared_ptr<MenuBarController>& menuBar() const { return menuBar_; }
+  [[nodiscard]] const std::shared_ptr<SpaceSignWindowController>& signs() const { return signs_; }
   [[nodiscard]] const std::shared_ptr<HotCornerWatcher>& hot() const { return hot_; }
   [[nodiscard]] const std::shared_ptr<SwipeWatcher>& swipes() const { return swipes_; }
 
  private:
   std::shared_ptr<SpaceObserver> observer_;
   std::shared_ptr<MenuBarController> menuBar_;
+  std::shared_ptr<SpaceSignWindowController> signs_;
   std::shared_ptr<HotCornerWatcher> hot_;
   std::shared_ptr<SwipeWatcher> swipes_;
   Observation observation_;

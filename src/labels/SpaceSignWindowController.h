@@ -73,7 +73,7 @@ class SpaceSignWindowController : public std::enable_shared_from_this<SpaceSignW
   void startMouseMonitor();
   void mouseMoved();
   [[nodiscard]] Sign* activeSign();
-  void setAlphaOfOthers(double alpha);
+  void setAlphaOfAllBut(SpaceID exception, double alpha);
 
   // The tour
 

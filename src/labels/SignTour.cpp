@@ -1,0 +1,55 @@
+// The labels during the tour after launch, and the overlay that covers it.
+
+#include "labels/SignScreen.h"
+#include "labels/SpaceSignWindowController.h"
+
+namespace vembrix {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr Size kOverlaySize{520, 96};
+constexpr milliseconds kFadeIn{200};
+constexpr milliseconds kFadeOut{250};
+
+TourOverlayContent overlayContent() {
+  return {.frame = centered(kOverlaySize, signScreen().frame),
+          .level = WindowLevel::Status,
+          // It goes with the user into every Space.
+          .collectionBehavior = CanJoinAllSpaces | Stationary | IgnoresCycle,
+          .fill = {0, 0, 0, 0.72},
+          .cornerRadius = kOverlaySize.height / 2,
+          .spinnerSize = 24,
+          .text = "Initializing desktops, stand by",
+          .font = {.weight = Font::Weight::Semibold, .size = 22},
+          .textColor = kWhite,
+          .spacing = 16,
+          .padding = 28};
+}
+
+}  // namespace
+
+void SpaceSignWindowController::tourWillStart() {
+  isTouring_ = true;
+  for (auto& [space, sign] : windows_) sign.window().setAlphaValue(0);
+  showTourOverlay();
+}
+
+void SpaceSignWindowController::tourDidEnd() {
+  isTouring_ = false;
+  hideTourOverlay();
+}
+
+void SpaceSignWindowController::showTourOverlay() {
+  if (tourOverlayWindow_) return;
+  tourOverlayWindow_ = TourOverlay::create(overlayContent());
+  tourOverlayWindow_->show(kFadeIn);
+}
+
+void SpaceSignWindowController::hideTourOverlay() {
+  if (!tourOverlayWindow_) return;
+  tourOverlayWindow_->hide(kFadeOut);
+  tourOverlayWindow_.reset();
+}
+
+}  // namespace vembrix
