@@ -28,7 +28,9 @@ packages_desktop=(
   dbus
   fonts-dejavu-core
   fonts-noto-color-emoji
+  hsetroot
   openbox
+  picom
   python3
   python3-dbus
   python3-gi
@@ -51,8 +53,6 @@ packages_test=(
 
 # What makes the private desktop look like one.
 packages_demo=(
-  hsetroot
-  picom
   x11-apps
   xterm
 )

@@ -79,8 +79,7 @@ SpaceManager& SpaceManager::shared() {
 SpaceManager::SpaceManager() : names_(loadNames()) {}
 
 const SpaceInfo* SpaceManager::activeSpace() const {
-  const auto found = std::ranges::find(spaces_, activeSpaceID_, &SpaceInfo::spaceID);
-  return found == spaces_.end() ? nullptr : &*found;
+  return activePlace_ < spaces_.size() ? &spaces_[activePlace_] : nullptr;
 }
 
 void SpaceManager::reload() {
@@ -95,6 +94,8 @@ void SpaceManager::update(std::vector<SpaceInfo>& spaces, std::uint64_t activeSp
   const bool activeSpaceChanged = activeSpaceID != activeSpaceID_;
   if (listChanged) std::swap(spaces_, spaces);
   activeSpaceID_ = activeSpaceID;
+  const auto active = std::ranges::find(spaces_, activeSpaceID_, &SpaceInfo::spaceID);
+  activePlace_ = static_cast<std::size_t>(active - spaces_.begin());
 
   if (listChanged) knownUUIDs_ = {};
   rememberUUIDs();

@@ -103,6 +103,9 @@ class SpaceManager {
 
   std::vector<SpaceInfo> spaces_;
   std::uint64_t activeSpaceID_ = 0;
+  /// The place of the first Space of that id, which is asked for at every click and for
+  /// every label; past the list where there is none.
+  std::size_t activePlace_ = 0;
   Names names_;
 
   /// The way still to go.

@@ -61,8 +61,9 @@ double SpaceHeatTracker::heat(std::string_view spaceUUID, IncludingActive includ
   std::size_t place = 0;
   for (const std::string& uuid : recency_) {
     if (excluded && uuid == excluded->uuid) continue;
-    if (uuid == spaceUUID) return place < std::size(kHeatByPlace) ? kHeatByPlace[place] : 0;
+    if (uuid == spaceUUID) return kHeatByPlace[place];
     place += 1;
+    if (place == std::size(kHeatByPlace)) break;
   }
   return 0;
 }

@@ -13,7 +13,9 @@ import sys
 
 from desktop import Desktop, Portal
 from dropdown import Dropdown
+from labels import Labels
 from processes import wait_until
+from screen import distance
 from vembrix import BLACK, BLUE, GREEN, HALVED_PINK, PEACH, PINK, Defaults, Vembrix
 
 NOTES = {
@@ -40,6 +42,8 @@ class Demo:
         self._program.wait_for_strip()
         self._tour()
         self._four_desktops()
+        self._warm_labels()
+        self._hot_corner()
         self._dropdown()
         self._settings_window()
         self._stored_name()
@@ -92,6 +96,7 @@ class Demo:
     def _go_to(self, index, title):
         self._desktop.go_to(index)
         self._program.wait_for_title(title)
+        self._wait_until_faded()
 
     def _restart(self):
         if self._program.end() != 0:
@@ -101,19 +106,88 @@ class Demo:
         self._program.wait_for_tour()
 
     def _tour(self):
-        """Out to the last desktop, back to the first, and home again."""
+        """Out to the last desktop, back to the first, and home again, under the
+        overlay."""
         for title in ("Desktop 4", "Desktop 1"):
             self._program.wait_for_title(title)
+            if len(self._labels().overlays()) != 1:
+                raise AssertionError(f"nothing covers the tour on {title}")
             self._keep(f"tour-{title.lower().replace(' ', '-')}")
         self._program.wait_for_tour()
         wait_until(lambda: self._desktop.current == 1, "the desktop where the tour began")
+        wait_until(lambda: not self._labels().overlays(), "the overlay to go")
+        self._labels().wait_for_places({n: [f"Desktop {n + 1}"] for n in range(4)})
 
     def _four_desktops(self):
         for index, color in enumerate((PINK, BLUE, GREEN, PEACH)):
-            self._go_to(index, f"Desktop {index + 1}")
+            self._arrive(index)
             self._program.wait_for_fill(color)
             self._program.wait_for_ink(BLACK, 40)
             self._keep(f"desktop-{index + 1}")
+
+    def _labels(self):
+        return Labels(self._program)
+
+    def _arrive(self, index):
+        """Goes to the desktop, whose label is seen and fades away."""
+        title = f"Desktop {index + 1}"
+        label = self._labels().of(title)
+        wait_until(lambda: label.opacity > 0.5, f"the label of {title} to be ready")
+        self._desktop.go_to(index)
+        wait_until(lambda: self._desktop.current == index, title)
+        arrival = self._desktop.picture()
+        self._program.wait_for_title(title)
+        self._wait_until_faded()
+        x, y, _, height = label.frame()
+        fill = (x + 45, y + height // 2)
+        if distance(arrival.pixel(*fill), self._desktop.picture().pixel(*fill)) < 20:
+            raise AssertionError(f"the label of {title} was not seen on arrival")
+        self._keep(f"arrival-on-desktop-{index + 1}", arrival)
+
+    def _wait_until_faded(self):
+        labels, index = self._labels(), self._desktop.current
+        wait_until(
+            lambda: all(label.opacity == 0 for label in labels.all() if label.place == index),
+            "the label to fade away",
+        )
+
+    def _warm_labels(self):
+        """Work on the third and the first desktop warms their labels."""
+        for index in (2, 0):
+            self._go_to(index, f"Desktop {index + 1}")
+            self._desktop.run("xdotool", "mousemove", "300", "300", "click", "1")
+            wait_until(
+                lambda index=index: self._defaults.read().get("SpaceHeatRecency", [""])[0]
+                == f"x11-desktop-{index + 1}",
+                "the click to be noticed",
+            )
+        self._desktop.run("xdotool", "mousemove", "720", "860")
+        self._go_to(1, "Desktop 2")
+
+    def _hot_corner(self):
+        """Shows the labels of the other desktops in full. An overview would show them
+        all; here two come to this desktop, as a pager moves windows, to be looked at."""
+        labels = self._labels()
+        self._desktop.run("xdotool", "mousemove", "0", "0")
+        labels.wait_for_opacities({f"Desktop {n}": 0 if n == 2 else 1 for n in range(1, 5)})
+        self._keep("hot-corner")
+        for number, what in ((1, "warm"), (4, "cold")):
+            label = labels.of(f"Desktop {number}")
+            x, y, _, height = label.frame()
+            before = self._desktop.picture().pixel(x + 45, y + height // 2)
+            label.move_to(1)
+            wait_until(
+                lambda: distance(self._desktop.picture().pixel(x + 45, y + height // 2), before)
+                > 20,
+                "the label to be seen",
+            )
+            self._keep(f"label-in-full-{what}")
+            label.move_to(number - 1)
+            wait_until(lambda: label.place == number - 1, "the label to be back")
+        # Touched, they go.
+        self._desktop.run("xdotool", "mousemove", "720", "450")
+        labels.wait_for_rest(4, "Desktop 2")
+        self._desktop.run("xdotool", "mousemove", "720", "860")
 
     def _dropdown(self):
         """Names the second desktop and goes to the third."""
@@ -193,10 +267,10 @@ class Demo:
         self._program.wait_for_fill(GREEN)
         self._keep("long-name-fixed-width")
 
-    def _keep(self, what):
+    def _keep(self, what, picture=None):
         self._pictures += 1
         path = os.path.join(self._folder, f"{self._pictures:02}-{what}.png")
-        self._desktop.picture().save_png(path)
+        (picture or self._desktop.picture()).save_png(path)
         print(path, flush=True)
 
 

@@ -162,9 +162,10 @@ class DesktopTest(unittest.TestCase):
 
     window_manager = "openbox"
     desktops = 4
+    compositor = False
 
     def setUp(self):
-        self.desktop = Desktop(self.window_manager, self.desktops)
+        self.desktop = Desktop(self.window_manager, self.desktops, self.compositor)
         # Python 3.11's enterContext, also for earlier ones.
         self.desktop.__enter__()
         self.addCleanup(self.desktop.end)

@@ -232,6 +232,41 @@ TEST_F(SpaceManagerTest, TheFirstOfTwoSpacesWithOneIdIsTheActiveOne) {
   EXPECT_EQ(manager_.activeSpace()->uuid, "first");
 }
 
+TEST_F(SpaceManagerTest, TheActiveSpaceIsFoundWhereverTheListMovesIt) {
+  manager_.reload();
+  const auto first = desktop_.spaceAt(0);
+  for (const std::size_t place : {3U, 1U, 0U}) {
+    desktop_.moveSpace(first, place);
+    manager_.reload();
+    EXPECT_EQ(manager_.activeSpace(), &manager_.spaces().at(place));
+    EXPECT_EQ(manager_.activeSpace()->spaceID, first);
+  }
+  desktop_.setSpaceCount(3);
+  manager_.reload();
+  EXPECT_EQ(manager_.activeSpace(), &manager_.spaces().at(0));
+}
+
+TEST_F(SpaceManagerTest, AnActiveSpaceThatLeavesTheListIsFoundAgainWhenItIsBack) {
+  desktop_.activate(desktop_.spaceAt(3));
+  manager_.reload();
+  desktop_.overrideManagedDisplaySpaces(Array{});
+  manager_.reload();
+  EXPECT_EQ(manager_.activeSpace(), nullptr);
+  desktop_.overrideManagedDisplaySpaces(std::nullopt);
+  manager_.reload();
+  EXPECT_EQ(manager_.activeSpace(), &manager_.spaces().at(3));
+}
+
+TEST_F(SpaceManagerTest, ObserversOfAChangeSeeTheActiveSpaceInTheNewList) {
+  manager_.reload();
+  const SpaceInfo* seen = nullptr;
+  const Observation observation = NotificationCenter::defaultCenter().addObserver(
+      SpaceManager::didChange, [&] { seen = manager_.activeSpace(); });
+  desktop_.moveSpace(desktop_.spaceAt(0), 2);
+  manager_.reload();
+  EXPECT_EQ(seen, &manager_.spaces().at(2));
+}
+
 TEST_F(SpaceManagerTest, AnUnknownActiveIdIsKept) {
   desktop_.overrideActiveSpace(999);
   manager_.reload();

@@ -66,14 +66,18 @@ class EmbeddedDesktop::WindowServerService : public WindowServer {
   }
   void CGSAddWindowsToSpaces(ConnectionID, std::span<const WindowNumber> windows,
                              std::span<const SpaceID> spaces) override {
+    tell(WindowSpacesCall::Kind::Add, windows, spaces);
     desktop_.windows_.addToSpaces(windows, known(spaces));
   }
   void CGSRemoveWindowsFromSpaces(ConnectionID, std::span<const WindowNumber> windows,
                                   std::span<const SpaceID> spaces) override {
+    tell(WindowSpacesCall::Kind::Remove, windows, spaces);
     desktop_.windows_.removeFromSpaces(windows, spaces);
   }
   PropertyList CGSCopySpacesForWindows(ConnectionID, std::uint32_t,
                                        std::span<const WindowNumber> windows) override {
+    tell(WindowSpacesCall::Kind::Copy, windows, {});
+    if (desktop_.windowSpacesOverride_) return *desktop_.windowSpacesOverride_;
     PropertyList::Array answer;
     for (const SpaceID space : desktop_.windows_.spacesOf(windows, desktop_.spaceIDs())) {
       answer.emplace_back(static_cast<std::int64_t>(space));
@@ -83,6 +87,10 @@ class EmbeddedDesktop::WindowServerService : public WindowServer {
   PropertyList CGWindowListCopyWindowInfo(std::uint32_t) override { return desktop_.windowList(); }
 
  private:
+  void tell(WindowSpacesCall::Kind kind, std::span<const WindowNumber> windows,
+            std::span<const SpaceID> spaces) const {
+    if (desktop_.windowSpacesWatcher_) desktop_.windowSpacesWatcher_({kind, windows, spaces});
+  }
   [[nodiscard]] std::vector<SpaceID> known(std::span<const SpaceID> spaces) const {
     std::vector<SpaceID> known;
     std::ranges::copy_if(spaces, std::back_inserter(known),

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -135,6 +137,23 @@ class EmbeddedDesktop {
 
   void overrideManagedDisplaySpaces(std::optional<PropertyList> answer);
   void overrideActiveSpace(std::optional<SpaceID> answer);
+  void overrideSpacesForWindows(std::optional<PropertyList> answer) {
+    windowSpacesOverride_ = std::move(answer);
+  }
+
+  /// What a program has just asked of the window server about windows in Spaces. The
+  /// lists are valid during the call.
+  struct WindowSpacesCall {
+    enum class Kind { Add, Remove, Copy };
+    Kind kind{};
+    std::span<const WindowServer::WindowNumber> windows;
+    /// None for a question.
+    std::span<const SpaceID> spaces;
+  };
+  /// Told of each such call before it is carried out; empty for nobody.
+  void watchWindowSpaces(std::function<void(const WindowSpacesCall&)> watcher) {
+    windowSpacesWatcher_ = std::move(watcher);
+  }
 
   // The user's permission and the look of the system.
 
@@ -200,6 +219,8 @@ class EmbeddedDesktop {
   bool announcesSpaces_ = false;
   std::optional<PropertyList> answerOverride_;
   std::optional<SpaceID> activeOverride_;
+  std::optional<PropertyList> windowSpacesOverride_;
+  std::function<void(const WindowSpacesCall&)> windowSpacesWatcher_;
   /// The truth as the window server would tell it; null when to be made anew.
   PropertyList answer_;
 

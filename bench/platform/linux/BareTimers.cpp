@@ -1,0 +1,22 @@
+// What the two timers of a program at rest cost with Qt alone, for script/idle to
+// compare with: they fire as Vembrix's do, and nothing else happens.
+
+#include <QApplication>
+#include <QTimer>
+#include <chrono>
+
+int main(int argc, char** argv) {
+  using std::chrono::milliseconds;
+  const QApplication application(argc, argv);
+  int fired = 0;
+  const auto start = [&fired](QTimer& timer, milliseconds interval) {
+    timer.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&timer, &QTimer::timeout, [&fired] { fired += 1; });
+    timer.start(interval);
+  };
+  QTimer watching;
+  start(watching, milliseconds(300));
+  QTimer priming;
+  start(priming, milliseconds(500));
+  return QApplication::exec();
+}

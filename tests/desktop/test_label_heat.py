@@ -1,0 +1,166 @@
+"""The colours of the labels: the warmer, the more recently one worked there."""
+
+import unittest
+
+from labels import SWIPE_ALPHA, Labels, blend, close, keep, over
+from preferences import Preferences
+from processes import wait_until
+from screen import distance
+from vembrix import DesktopTest
+
+# Two of a hundred.
+TOLERANCE = 5
+GROUND = (0.5, 0.5, 0.5, 1)
+WHITE = (1, 1, 1)
+BLACK = (0, 0, 0)
+
+# Fill when cold, fill when hot, rim.
+EMBER = ((0, 0, 0, 0.78), (0.84, 0.19, 0.05, 0.88), (1, 0.64, 0.24))
+MONO = ((0, 0, 0, 0.78), (0.93, 0.93, 0.93, 0.92), (1, 1, 1))
+
+# By how many desktops one has worked on since.
+HEATS = (1, 0.78, 0.6084)
+
+
+class HeatTest(DesktopTest):
+    compositor = True
+
+    def setUp(self):
+        super().setUp()
+        self.desktop.run("xdotool", "mousemove", "720", "860")
+        self.desktop.run("hsetroot", "-solid", "#808080")
+
+    def start(self):
+        self.program = self.launch()
+        self.labels = Labels(self.program)
+        self.labels.wait_for_rest(4, "Desktop 1")
+
+    def go_to(self, number):
+        self.desktop.go_to(number - 1)
+        self.program.wait_for_title(f"Desktop {number}")
+
+    def work_on(self, *numbers):
+        """Clicks on each of the desktops."""
+        for number in numbers:
+            self.go_to(number)
+            self.desktop.run("xdotool", "click", "1")
+            wait_until(
+                lambda number=number: self.defaults.read().get("SpaceHeatRecency", [""])[0]
+                == f"x11-desktop-{number}",
+                f"the click on desktop {number} to be noticed",
+            )
+
+    def visit(self, number):
+        """The picture of that desktop's label, which comes to this one for it."""
+        name = f"Desktop {number}"
+        label = self.labels.of(name)
+        label.move_to(self.desktop.current)
+        try:
+            wait_until(lambda: label.place == self.desktop.current, f"{name} here")
+            before = self.at(label, 45)
+            wait_until(
+                lambda: distance(self.at(label, 45), (128, 128, 128)) > TOLERANCE,
+                f"{name} to be seen; there is {before}",
+            )
+            self.wait_until_still()
+            return self.desktop.picture().crop(*label.frame())
+        finally:
+            label.move_to(number - 1)
+            wait_until(lambda: label.place == number - 1, f"{name} back")
+
+    def at(self, label, offset):
+        x, y, _, height = label.frame()
+        return self.desktop.picture().pixel(x + offset, y + height // 2)
+
+    def wait_until_still(self):
+        pictures = [None]
+
+        def is_still():
+            pictures.append(bytes(self.desktop.picture().crop(240, 200, 960, 500)._rgb))
+            return pictures[-1] == pictures[-2]
+
+        wait_until(is_still, "a still picture")
+
+    def check_label(self, number, heat, palette, alpha=SWIPE_ALPHA):
+        picture = self.visit(number)
+        keep(picture, f"{self.id().split('.')[-1]}-desktop-{number}")
+        cold, hot, rim = palette
+        fill = blend(cold, hot, heat)
+        shown = (*fill[:3], fill[3] * alpha)
+        middle = picture.height // 2
+        with self.subTest(number=number, heat=heat):
+            found = picture.pixel(45, middle)
+            wanted = over(shown, GROUND)
+            self.assertLessEqual(distance(found, wanted), TOLERANCE, f"{found}, not {wanted}")
+            width = max(4 * heat, 2) if heat > 0.05 else 0
+            # The rim lies over the fill; both are as translucent as the window.
+            inside = over_within(((*rim, heat), fill))
+            edge = over((*inside[:3], inside[3] * alpha), GROUND)
+            for x in range(round(width - 0.5)):
+                found = picture.pixel(x, middle)
+                self.assertLessEqual(distance(found, edge), TOLERANCE, f"rim {found}, not {edge}")
+            found = picture.pixel(round(width + 0.5), middle)
+            self.assertLessEqual(distance(found, wanted), TOLERANCE, "the fill beside the rim")
+            is_light = sum(w * c for w, c in zip((0.299, 0.587, 0.114), fill)) > 0.6
+            ink = over((*(BLACK if is_light else WHITE), alpha), GROUND)
+            text = picture.crop(80, middle - 30, picture.width - 160, 60)
+            self.assertLessEqual(text.nearest(ink)[1], TOLERANCE, f"text of {ink}")
+            # Round corners.
+            self.assertLessEqual(distance(picture.pixel(3, 3), (128, 128, 128)), 40)
+
+    def test_follows_where_one_worked(self):
+        self.start()
+        self.work_on(3, 1, 2)
+        # The active desktop does not count while one is there.
+        self.check_label(1, HEATS[0], EMBER)
+        self.check_label(3, HEATS[1], EMBER)
+        self.check_label(4, 0, EMBER)
+        self.go_to(4)
+        self.labels.wait_for_rest(4, "Desktop 4")
+        for number, heat in zip((2, 1, 3), HEATS):
+            self.check_label(number, heat, EMBER)
+
+    def test_black_text_on_what_is_light(self):
+        self.defaults.write({"HeatPaletteName": "Mono"})
+        self.start()
+        self.work_on(3, 1, 2)
+        self.go_to(4)
+        self.labels.wait_for_rest(4, "Desktop 4")
+        for number, heat in zip((2, 1, 3), HEATS):
+            self.check_label(number, heat, MONO)
+
+    def test_in_full_while_the_corner_shows_them(self):
+        self.start()
+        self.work_on(3, 1)
+        self.desktop.run("xdotool", "mousemove", "0", "0")
+        self.labels.wait_for_opacities(
+            {f"Desktop {n}": 0 if n == 1 else 1 for n in (1, 2, 3, 4)}
+        )
+        self.check_label(3, HEATS[0], EMBER, alpha=1)
+        self.check_label(2, 0, EMBER, alpha=1)
+
+    def test_another_palette_in_the_settings(self):
+        self.start()
+        self.work_on(3, 1)
+        preferences = Preferences(self.program)
+        preferences.open()
+        preferences.show_tab("Label")
+        preferences.focus(5)
+        # To the last one.
+        preferences.key("End")
+        wait_until(lambda: self.defaults.read().get("HeatPaletteName") == "Mono", "Mono")
+        preferences.key("Escape")
+        preferences.wait_until_closed()
+        self.desktop.run("xdotool", "mousemove", "720", "860")
+        self.check_label(3, HEATS[0], MONO)
+
+
+def over_within(layers):
+    """The colour and the alpha of one translucent layer over another."""
+    (*top, a), (*bottom, b) = layers
+    alpha = a + b * (1 - a)
+    return (*((a * x + b * (1 - a) * y) / alpha for x, y in zip(top, bottom)), alpha)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,414 @@
+"""A label in every desktop, and when it is seen."""
+
+import time
+import unittest
+
+from desktop import Desktop
+from dropdown import Dropdown
+from labels import SWIPE_ALPHA, Label, Labels, OpacitySpy, keep
+from preferences import Preferences
+from processes import run, wait_until
+from screen import distance
+from vembrix import TOLERANCE, Defaults, DesktopTest, Vembrix
+
+GROUND = (128, 144, 160)
+NAMES = ["Desktop 1", "Desktop 2", "Desktop 3", "Desktop 4"]
+# Below all labels.
+ASIDE = (720, 860)
+
+# From the arrival on a desktop until its label is gone.
+ARRIVAL = 0.7
+# From the corner to the labels, and until they go by themselves.
+SHOW_DELAY = 0.5
+SHOW_DURATION = 15
+# Where a label has gone astray, that is noticed every 5 s.
+REPAIR = 5.5
+
+
+class Hand:
+    """What a person does with the mouse."""
+
+    def __init__(self, desktop):
+        self._desktop = desktop
+
+    def point_at(self, x, y):
+        self._desktop.run("xdotool", "mousemove", str(x), str(y))
+
+    def point_aside(self):
+        self.point_at(*ASIDE)
+
+    def point_at_corner(self):
+        self.point_at(0, 0)
+
+    def click(self):
+        self._desktop.run("xdotool", "click", "1")
+
+
+class LabelsCase(unittest.TestCase):
+    """Tests that share one run of the program, since the tour takes seconds: each
+    begins on the first desktop, at rest."""
+
+    window_manager = "openbox"
+    compositor = True
+
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = Desktop(cls.window_manager, 4, cls.compositor)
+        cls.desktop.__enter__()
+        cls.addClassCleanup(cls.desktop.end)
+        cls.hand = Hand(cls.desktop)
+        cls.hand.point_aside()
+        paint_ground(cls.desktop)
+        cls.program = Vembrix(cls.desktop)
+        cls.labels = Labels(cls.program)
+        cls.program.wait_for_tour()
+
+    def setUp(self):
+        self.hand.point_aside()
+        self.go_to(0)
+        self.labels.wait_for_rest(4, "Desktop 1")
+
+    def go_to(self, index):
+        self.desktop.go_to(index)
+        wait_until(lambda: self.desktop.current == index, f"desktop {index + 1}")
+        self.program.wait_for_title(f"Desktop {index + 1}")
+
+    def middle(self, label):
+        """A pixel of the label's fill, left of its text."""
+        x, y, _, height = label.frame()
+        return self.desktop.picture().pixel(x + 45, y + height // 2)
+
+    def shows_ground(self, label):
+        return distance(self.middle(label), GROUND) <= TOLERANCE
+
+    def lend(self, label):
+        """Moves the label of another desktop to this one, where it is seen until
+        the program finds it."""
+        label.move_to(self.desktop.current)
+        wait_until(lambda: label.place == self.desktop.current, "the label to be here")
+
+    def give_back(self, label, index):
+        label.move_to(index)
+        wait_until(lambda: label.place == index, "the label to be away")
+
+
+def paint_ground(desktop):
+    desktop.run("hsetroot", "-solid", "#%02x%02x%02x" % GROUND)
+    wait_until(
+        lambda: distance(desktop.picture().pixel(*ASIDE), GROUND) <= TOLERANCE, "the ground"
+    )
+
+
+class PlacesTest(LabelsCase):
+    def test_every_desktop_has_one_of_its_own(self):
+        self.assertEqual(self.labels.listed(), {n: [name] for n, name in enumerate(NAMES)})
+        for label in self.labels.all():
+            self.assertEqual(label.read("WM_CLASS"), '"vembrix", "Vembrix"')
+
+    def test_stands_in_the_middle_of_the_screen(self):
+        for label in self.labels.all():
+            x, y, width, height = label.frame()
+            self.assertLessEqual(abs(x + width / 2 - self.desktop.size[0] / 2), 1)
+            self.assertLessEqual(abs(y + height / 2 - self.desktop.size[1] / 2), 1)
+
+    def test_is_in_no_list_of_windows_and_above_others(self):
+        for label in self.labels.all():
+            with self.subTest(label.name):
+                self.assertLessEqual(
+                    {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER", "_NET_WM_STATE_ABOVE"},
+                    label.states,
+                )
+
+    def test_never_has_the_focus(self):
+        identifiers = {int(label.identifier, 16) for label in self.labels.all()}
+        for index in (1, 2, 3, 0):
+            self.go_to(index)
+            active = self.desktop.root_property("_NET_ACTIVE_WINDOW")
+            self.assertNotIn(int(active.split()[-1], 16) if active else 0, identifiers)
+
+    def test_another_program_moves_one_and_it_comes_back(self):
+        label = self.labels.of("Desktop 3")
+        begin = time.monotonic()
+        label.move_to(3)
+        wait_until(lambda: label.place == 3, "the label to be astray")
+        wait_until(lambda: label.place == 2, "the label to be back", REPAIR)
+        self.assertLessEqual(time.monotonic() - begin, REPAIR)
+        self.assertIn(
+            "[Vembrix] sign for space 3 found on [4] — re-pinning", self.program.log_lines()
+        )
+        self.labels.wait_for_places({n: [name] for n, name in enumerate(NAMES)})
+
+    def test_two_are_moved_and_both_come_back_on_a_switch(self):
+        for name, index in (("Desktop 2", 3), ("Desktop 4", 1)):
+            label = self.labels.of(name)
+            label.move_to(index)
+            wait_until(lambda: label.place == index, f"{name} to be astray")
+        self.go_to(2)
+        self.labels.wait_for_places({n: [name] for n, name in enumerate(NAMES)})
+
+    def test_clicks_go_through_one_that_is_seen(self):
+        below = self.desktop.start(["xev", "-geometry", "500x300+400+300", "-event", "button"])
+        wait_until(lambda: self.desktop.windows_of_class("xev"), "another program's window")
+        label = self.labels.of("Desktop 2")
+        self.lend(label)
+        try:
+            self.hand.point_at(600, 450)
+            self.hand.click()
+            wait_until(lambda: "ButtonPress" in below.output(), "the click to arrive below")
+            self.assertEqual(label.place, 0)
+            self.assertGreater(label.opacity, 0.5)
+        finally:
+            self.give_back(label, 1)
+            below.end()
+
+
+class VisibilityTest(LabelsCase):
+    def test_rests_where_nobody_is(self):
+        for index, name in enumerate(NAMES):
+            self.go_to(index)
+            self.labels.wait_for_rest(4, name)
+            self.assertTrue(self.shows_ground(self.labels.of(name)))
+
+    def test_is_seen_on_arrival_and_fades(self):
+        for index in (2, 1, 3):
+            label = self.labels.of(NAMES[index])
+            spy = OpacitySpy(label)
+            begin = time.monotonic()
+            self.desktop.go_to(index)
+            frames = self.film(begin + ARRIVAL)
+            self.assertLessEqual(spy.wait_for(begin, 0, 5), ARRIVAL, spy.since(begin))
+            spy.end()
+            fade = [opacity for _, opacity in spy.since(begin)]
+            self.assertEqual(fade, sorted(fade, reverse=True), "it only fades")
+            self.assertGreater(len(fade), 8, fade)
+            for number, (moment, picture) in enumerate(frames):
+                keep(picture, f"arrival-{index + 1}-{number:02}-{moment:.2f}s")
+            self.check_fade(label, [picture for _, picture in frames])
+
+    def film(self, end):
+        begin, frames = time.monotonic(), []
+        while time.monotonic() < end:
+            frames.append((time.monotonic() - begin, self.desktop.picture()))
+        return frames
+
+    def check_fade(self, label, pictures):
+        """The label is seen, fainter and fainter, and is gone in the end."""
+        x, y, _, height = label.frame()
+        depths = [distance(p.pixel(x + 45, y + height // 2), GROUND) for p in pictures]
+        self.assertGreater(max(depths), 40, depths)
+        shown = depths[depths.index(max(depths)) :]
+        for before, after in zip(shown, shown[1:]):
+            self.assertLessEqual(after, before + 1, depths)
+        self.assertGreater(len(set(shown)), 3, depths)
+        wait_until(lambda: self.shows_ground(label), "the ground again", 1.0)
+
+    def test_the_corner_shows_the_others_until_one_is_touched(self):
+        spy = OpacitySpy(self.labels.of("Desktop 2"))
+        begin = time.monotonic()
+        self.hand.point_at_corner()
+        self.assertGreaterEqual(spy.wait_for(begin, 1, 2), SHOW_DELAY)
+        self.labels.wait_for_opacities({n: 0 if n == "Desktop 1" else 1 for n in NAMES})
+        self.assertTrue(self.shows_ground(self.labels.of("Desktop 1")))
+        self.hand.point_at(20, 20)
+        time.sleep(0.6)
+        self.assertEqual(self.labels.of("Desktop 2").opacity, 1, "nothing was touched")
+        touched = time.monotonic()
+        self.hand.point_at(720, 450)
+        self.labels.wait_for_rest(4, "Desktop 1")
+        self.assertLess(time.monotonic() - touched, 1.5)
+        spy.end()
+
+    def test_what_the_corner_shows_ends_by_itself(self):
+        spy = OpacitySpy(self.labels.of("Desktop 4"))
+        begin = time.monotonic()
+        self.hand.point_at_corner()
+        spy.wait_for(begin, 1, 2)
+        wait_until(lambda: spy.samples[-1][1] < 1, "the end", SHOW_DURATION + 1.5)
+        end = next(at for at, opacity in spy.since(begin + 1) if opacity < 1) + 1
+        self.assertGreaterEqual(end, SHOW_DURATION)
+        self.assertLess(end, SHOW_DURATION + 1)
+        self.labels.wait_for_rest(4, "Desktop 1")
+        spy.end()
+
+    def test_a_switch_ends_what_the_corner_shows(self):
+        begin = time.monotonic()
+        spy = OpacitySpy(self.labels.of("Desktop 2"))
+        self.hand.point_at_corner()
+        spy.wait_for(begin, 1, 2)
+        self.go_to(1)
+        self.labels.wait_for_rest(4, "Desktop 2")
+        spy.end()
+
+    def test_the_mouse_waves_the_arrived_one_away(self):
+        label = self.labels.of("Desktop 2")
+        spy = OpacitySpy(label)
+        begin = time.monotonic()
+        # In one command: the fade is short.
+        self.desktop.run(
+            "xdotool", "set_desktop", "1", "sleep", "0.1", "mousemove", "720", "450",
+            "sleep", "0.02", "mousemove", "730", "450",
+        )  # fmt: skip
+        self.assertLessEqual(spy.wait_for(begin, 0, 5), ARRIVAL)
+        spy.end()
+
+
+class IcewmPlacesTest(PlacesTest):
+    window_manager = "icewm"
+
+
+class WithoutCompositorTest(LabelsCase):
+    """Opacity means nothing to the screen then: what is at 0 must not be there."""
+
+    compositor = False
+
+    def test_covers_only_on_arrival(self):
+        for index in (3, 1):
+            label = self.labels.of(NAMES[index])
+            before = self.desktop.picture()
+            keep(before, f"without-compositor-{index + 1}-before")
+            spy = OpacitySpy(label)
+            begin = time.monotonic()
+            self.desktop.go_to(index)
+            wait_until(lambda: not self.shows_ground(label), "the label to be seen")
+            keep(self.desktop.picture(), f"without-compositor-{index + 1}-arrival")
+            spy.wait_for(begin, 0, 5)
+            spy.end()
+            wait_until(lambda: self.shows_ground(label), "the ground again", 0.5)
+            self.check_only_ground(label.frame())
+            self.labels.wait_for_rest(4, NAMES[index])
+
+    def check_only_ground(self, frame):
+        picture = self.desktop.picture().crop(*frame)
+        self.assertLessEqual(
+            max(distance(pixel, GROUND) for pixel in set(picture.pixels())), TOLERANCE
+        )
+
+    def test_the_corner_covers_nothing_here(self):
+        begin = time.monotonic()
+        spy = OpacitySpy(self.labels.of("Desktop 2"))
+        self.hand.point_at_corner()
+        spy.wait_for(begin, 1, 2)
+        spy.end()
+        for label in self.labels.all():
+            self.check_only_ground(label.frame())
+        self.hand.point_at(720, 450)
+        self.labels.wait_for_rest(4, "Desktop 1")
+
+    def test_a_label_at_zero_lets_clicks_through(self):
+        below = self.desktop.start(["xev", "-geometry", "500x300+400+300", "-event", "button"])
+        wait_until(lambda: self.desktop.windows_of_class("xev"), "another program's window")
+        self.hand.point_at(600, 450)
+        self.hand.click()
+        wait_until(lambda: "ButtonPress" in below.output(), "the click to arrive below")
+        below.end()
+
+    def test_stays_hidden_under_a_move_by_another_program(self):
+        label = self.labels.of("Desktop 1")
+        self.go_to(1)
+        self.labels.wait_for_rest(4, "Desktop 2")
+        self.go_to(0)
+        self.labels.wait_for_rest(4, "Desktop 1")
+        label.move_to(3)
+        self.go_to(3)
+        self.labels.wait_for_rest(4, "Desktop 4")
+        self.labels.wait_for_places({n: [name] for n, name in enumerate(NAMES)})
+        self.check_only_ground(label.frame())
+
+
+class ChangesTest(DesktopTest):
+    """What happens to desktops, settings and the window manager."""
+
+    compositor = True
+
+    def setUp(self):
+        super().setUp()
+        self.hand = Hand(self.desktop)
+        self.hand.point_aside()
+        paint_ground(self.desktop)
+        self.program = self.launch()
+        self.labels = Labels(self.program)
+        self.labels.wait_for_rest(4, "Desktop 1")
+
+    def test_goes_with_its_desktop_and_comes_with_a_new_one(self):
+        self.desktop.set_count(2)
+        self.labels.wait_for_places({0: ["Desktop 1"], 1: ["Desktop 2"]})
+        self.assertEqual(len(self.labels.all()), 2)
+        self.desktop.set_count(3)
+        wait_until(lambda: self.desktop.count == 3, "three desktops")
+        self.desktop.go_to(2)
+        self.program.wait_for_title("Desktop 3")
+        self.labels.wait_for_places({0: ["Desktop 1"], 1: ["Desktop 2"], 2: ["Desktop 3"]})
+        # Only just made, so there is nothing to fade.
+        self.assertEqual(self.labels.of("Desktop 3").opacity, 0)
+        self.desktop.go_to(0)
+        self.labels.wait_for_rest(3, "Desktop 1")
+
+    def test_leaves_with_the_active_desktop(self):
+        self.desktop.go_to(3)
+        self.program.wait_for_title("Desktop 4")
+        self.desktop.set_count(3)
+        self.program.wait_for_title("Desktop 3")
+        self.labels.wait_for_places({n: [NAMES[n]] for n in range(3)})
+        self.labels.wait_for_rest(3, "Desktop 3")
+
+    def test_takes_a_new_name(self):
+        narrow = self.labels.of("Desktop 2").frame()
+        menu = Dropdown(self.program)
+        menu.open()
+        menu.click_pencil(1)
+        menu.type("Mail")
+        menu.key("Return")
+        wait_until(lambda: "Mail" in self.labels.opacities(), "the new name")
+        menu.key("Escape")
+        menu.wait_until_closed()
+        wait_until(lambda: self.labels.of("Mail").frame()[2] < narrow[2], "a narrower label")
+        self.assertEqual(self.labels.listed()[1], ["Mail"])
+
+    def test_the_settings_change_them_at_once(self):
+        preferences = Preferences(self.program)
+        before = self.labels.of("Desktop 3").frame()
+        preferences.open()
+        preferences.show_tab("Label")
+        preferences.focus(0)
+        preferences.key("Home")
+        wait_until(lambda: self.labels.of("Desktop 3").frame()[3] < before[3], "a smaller label")
+        self.assertEqual(self.defaults.read()["SignTextSize"], 60)
+        preferences.key("Tab", "End")
+        self.labels.wait_for_opacities({n: 0 if n == "Desktop 1" else 1 for n in NAMES}, 1)
+        preferences.key("Tab", "space")
+        self.labels.wait_for_opacities({n: 0 for n in NAMES}, 1)
+
+    def test_another_programs_settings_are_followed(self):
+        self.defaults.update({"SignSwipeAlpha": 0.4})
+        self.labels.wait_for_opacities({n: 0 if n == "Desktop 1" else 0.4 for n in NAMES}, 1)
+        self.defaults.update({"ShowSignInSwipeMode": False})
+        self.labels.wait_for_opacities({n: 0 for n in NAMES}, 1)
+        self.desktop.go_to(1)
+        self.program.wait_for_title("Desktop 2")
+        self.labels.wait_for_opacities({n: 0 for n in NAMES}, 1)
+
+    def test_outlives_the_window_manager(self):
+        self.desktop.kill_window_manager()
+        self.program.wait_for_title("Desktops")
+        self.desktop.start_window_manager("openbox")
+        for index, name in enumerate(NAMES):
+            self.desktop.go_to(index)
+            self.program.wait_for_title(name)
+        self.labels.wait_for_places({n: [name] for n, name in enumerate(NAMES)})
+        self.labels.wait_for_rest(4, "Desktop 4")
+
+    def test_takes_another_window_manager(self):
+        self.desktop.kill_window_manager()
+        self.desktop.start_window_manager("icewm")
+        for index, name in enumerate(NAMES):
+            self.desktop.go_to(index)
+            self.program.wait_for_title(name)
+        self.labels.wait_for_places({n: [name] for n, name in enumerate(NAMES)})
+
+    def test_nothing_is_left_at_the_end(self):
+        self.assertEqual(self.program.end(), 0)
+        self.assertEqual(self.labels.all(), [])
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,95 @@
+"""What covers the tour through the desktops."""
+
+import time
+import unittest
+
+from labels import ALL_DESKTOPS, Labels, keep
+from processes import wait_until
+from screen import distance
+from vembrix import TOLERANCE, DesktopTest, Vembrix
+
+GROUND = (128, 144, 160)
+SIZE = (520, 96)
+# Black at 0.72 over the ground.
+COVERED = tuple(round(0.28 * component) for component in GROUND)
+# From the end of the tour until the overlay is gone, and more for a busy machine.
+FADE_OUT = 0.25 + 0.5
+
+
+class OverlayTest(DesktopTest):
+    compositor = True
+
+    def setUp(self):
+        super().setUp()
+        self.desktop.run("xdotool", "mousemove", "720", "860")
+        self.desktop.run("hsetroot", "-solid", "#%02x%02x%02x" % GROUND)
+        wait_until(lambda: self.pill_pixel() == GROUND, "the ground")
+
+    def pill_pixel(self):
+        """Inside the left end, where neither spinner nor text is."""
+        width, height = self.desktop.size
+        return self.desktop.picture().pixel((width - SIZE[0]) // 2 + 30, height // 2)
+
+    def covers(self):
+        return distance(self.pill_pixel(), self.covered()) <= TOLERANCE
+
+    def covered(self):
+        return COVERED
+
+    def test_covers_every_desktop_of_the_tour(self):
+        program = Vembrix(self.desktop)
+        labels = Labels(program)
+        wait_until(labels.overlays, "the overlay")
+        (overlay,) = labels.overlays()
+        x, y, width, height = overlay.frame()
+        self.assertEqual((width, height), SIZE)
+        self.assertLessEqual(abs(x + width / 2 - self.desktop.size[0] / 2), 1)
+        self.assertLessEqual(abs(y + height / 2 - self.desktop.size[1] / 2), 1)
+        self.assertEqual(overlay.place, ALL_DESKTOPS)
+        self.assertLessEqual(
+            {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"}, overlay.states
+        )
+        seen = set()
+
+        def tour_is_over():
+            index = self.desktop.current
+            if index not in seen and self.covers() and index == self.desktop.current:
+                picture = self.desktop.picture()
+                if any("tour end" in line for line in program.log_lines()):
+                    return True
+                seen.add(index)
+                keep(picture, f"{type(self).__name__}-desktop-{index + 1}")
+            return any("tour end" in line for line in program.log_lines())
+
+        wait_until(tour_is_over, "the end of the tour")
+        end = time.monotonic()
+        self.assertEqual(seen, {0, 1, 2, 3}, "covered on every desktop")
+        wait_until(lambda: not labels.overlays(), "the overlay to go")
+        wait_until(lambda: self.pill_pixel() == GROUND, "the ground again")
+        self.assertLess(time.monotonic() - end, FADE_OUT)
+        labels.wait_for_rest(4, "Desktop 1")
+
+    def test_no_label_is_seen_during_the_tour(self):
+        program = Vembrix(self.desktop)
+        labels = Labels(program)
+        wait_until(labels.overlays, "the overlay")
+        while not any("tour end" in line for line in program.log_lines()):
+            opacities = labels.opacities()
+            if any("tour end" in line for line in program.log_lines()):
+                break
+            self.assertEqual(set(opacities.values()), {0}, opacities)
+
+
+class WithoutCompositorTest(OverlayTest):
+    compositor = False
+
+    def covered(self):
+        return (0, 0, 0)
+
+
+class IcewmTest(OverlayTest):
+    window_manager = "icewm"
+
+
+if __name__ == "__main__":
+    unittest.main()
