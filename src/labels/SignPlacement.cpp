@@ -106,7 +106,7 @@ void SpaceSignWindowController::reconcile(const SignWindow& window, SpaceID spac
   // A window that the server shows nowhere is left alone until it does.
   if (!ids || ids->empty() || isExactly(*ids, space)) return;
   std::vector<SpaceID> spaces = spaceSet(*ids);
-  if (spaces == std::vector{space}) return;
+  if (spaces.empty() || spaces == std::vector{space}) return;
   logLine("sign for space " + std::to_string(space) + " found on " + listed(spaces) +
           " — re-pinning");
   if (std::erase(spaces, space) == 0) pinWindow(window, space);

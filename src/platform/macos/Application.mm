@@ -26,6 +26,9 @@
 namespace vembrix {
 namespace {
 
+static_assert(Application::userInitiatedAllowingIdleSystemSleep ==
+              NSActivityUserInitiatedAllowingIdleSystemSleep);
+
 /// Owns the native delegate, which NSApplication holds weakly. The application
 /// object itself belongs to AppKit and lives as long as the process.
 class SystemApplication : public Application {
@@ -56,6 +59,14 @@ class SystemApplication : public Application {
   }
 
   void activate() override { [app_ activateIgnoringOtherApps:YES]; }
+
+  Token beginActivity(std::uint64_t options, std::string_view reason) override {
+    @autoreleasepool {
+      id<NSObject> activity =
+          [NSProcessInfo.processInfo beginActivityWithOptions:options reason:nativeString(reason)];
+      return Token([activity] { [NSProcessInfo.processInfo endActivity:activity]; });
+    }
+  }
 
   std::optional<Appearance> effectiveAppearance() const override {
     return appearanceFrom(app_.effectiveAppearance);

@@ -105,6 +105,17 @@ PropertyList dictionaryFrom(NSDictionary* dictionary) {
   return result;
 }
 
+NSFontWeight nativeWeight(Font::Weight weight) {
+  switch (weight) {
+    case Font::Weight::Regular:
+      return NSFontWeightRegular;
+    case Font::Weight::Semibold:
+      return NSFontWeightSemibold;
+    case Font::Weight::Heavy:
+      return NSFontWeightHeavy;
+  }
+}
+
 NSColor* systemColor(SystemColor name) {
   switch (name) {
     case SystemColor::ControlAccent:
@@ -210,8 +221,7 @@ Srgb srgbFrom(NSColor* color) {
 
 NSFont* nativeFont(const Font& font) {
   const CGFloat size = font.size ? *font.size : NSFont.systemFontSize;
-  const NSFontWeight weight =
-      font.weight == Font::Weight::Semibold ? NSFontWeightSemibold : NSFontWeightRegular;
+  const NSFontWeight weight = nativeWeight(font.weight);
   return font.design == Font::Design::Monospaced
              ? [NSFont monospacedSystemFontOfSize:size weight:weight]
              : [NSFont systemFontOfSize:size weight:weight];

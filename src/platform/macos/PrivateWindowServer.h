@@ -32,4 +32,20 @@ CGSSpaceID CGSGetActiveSpace(CGSConnectionID connection) __attribute__((weak_imp
 void CGSManagedDisplaySetCurrentSpace(CGSConnectionID connection, CFStringRef display,
                                       CGSSpaceID space) __attribute__((weak_import));
 
+/// Puts windows of this process into Spaces, besides those in which they are.
+/// Borrows both arrays: numbers of windows (CGWindowID) and of Spaces.
+void CGSAddWindowsToSpaces(CGSConnectionID connection, CFArrayRef windows, CFArrayRef spaces)
+    __attribute__((weak_import));
+
+/// Takes windows of this process out of Spaces. Borrows both arrays, as above.
+void CGSRemoveWindowsFromSpaces(CGSConnectionID connection, CFArrayRef windows, CFArrayRef spaces)
+    __attribute__((weak_import));
+
+/// The numbers of the Spaces that hold any of the windows, in no certain order. The
+/// mask says of which Spaces to tell: 1 the current ones, 2 others, 4 the user's.
+/// Borrows the array. The caller owns the result; null when there is no answer.
+CF_RETURNS_RETAINED CFArrayRef CGSCopySpacesForWindows(CGSConnectionID connection,
+                                                       std::uint32_t mask, CFArrayRef windows)
+    __attribute__((weak_import));
+
 }  // extern "C"

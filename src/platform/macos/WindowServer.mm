@@ -1,7 +1,11 @@
 #import "platform/WindowServer.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -20,6 +24,51 @@ bool isPresent(bool present, const char* name) {
 
 static_assert(WindowServer::onScreenOnly == kCGWindowListOptionOnScreenOnly);
 static_assert(WindowServer::excludeDesktopElements == kCGWindowListExcludeDesktopElements);
+
+/// The native form of a list of windows or Spaces. Small numbers take no memory of
+/// their own.
+template <typename Number>
+CFOwned<CFArrayRef> nativeNumbers(std::span<const Number> numbers) {
+  CFMutableArrayRef array = CFArrayCreateMutable(
+      kCFAllocatorDefault, static_cast<CFIndex>(numbers.size()), &kCFTypeArrayCallBacks);
+  for (const Number number : numbers) {
+    const auto value = static_cast<std::int64_t>(number);
+    const auto native = CFOwned<CFNumberRef>::adopt(
+        CFNumberCreate(kCFAllocatorDefault, kCFNumberSInt64Type, &value));
+    CFArrayAppendValue(array, native.get());
+  }
+  return CFOwned<CFArrayRef>::adopt(array);
+}
+
+/// Answers about windows as values. Each label's window is asked for every few
+/// seconds and is in one Space, its own, nearly always: such answers are made once
+/// for each Space. Owns them; Spaces are few.
+class SpacesOfWindows {
+ public:
+  PropertyList read(CFArrayRef spaces) {
+    const std::optional<std::int64_t> space = onlyNumber(spaces);
+    if (!space) return propertyListFrom((__bridge id)spaces);
+    PropertyList& value = single_[*space];
+    if (value.isNull()) value = PropertyList::Array{*space};
+    return value;
+  }
+
+ private:
+  /// Nothing unless the array is one whole number.
+  static std::optional<std::int64_t> onlyNumber(CFArrayRef array) {
+    if (CFArrayGetCount(array) != 1) return std::nullopt;
+    CFTypeRef element = CFArrayGetValueAtIndex(array, 0);
+    if (CFGetTypeID(element) != CFNumberGetTypeID()) return std::nullopt;
+    const auto number = static_cast<CFNumberRef>(element);
+    std::int64_t value = 0;
+    if (CFNumberIsFloatType(number) || !CFNumberGetValue(number, kCFNumberSInt64Type, &value)) {
+      return std::nullopt;
+    }
+    return value;
+  }
+
+  std::unordered_map<std::int64_t, PropertyList> single_;
+};
 
 /// Not with isEqual:, by which a Boolean equals a number.
 bool isSame(id a, id b) {
@@ -118,6 +167,36 @@ class SystemWindowServer : public WindowServer {
     }
   }
 
+  void CGSAddWindowsToSpaces(ConnectionID connection, std::span<const WindowNumber> windows,
+                             std::span<const SpaceID> spaces) override {
+    if (!hasAddWindowsToSpaces_) return;
+    @autoreleasepool {
+      ::CGSAddWindowsToSpaces(connection, nativeNumbers(windows).get(),
+                              nativeNumbers(spaces).get());
+    }
+  }
+
+  void CGSRemoveWindowsFromSpaces(ConnectionID connection, std::span<const WindowNumber> windows,
+                                  std::span<const SpaceID> spaces) override {
+    // A window that can be put into no Space must not be taken out of its last.
+    if (!hasRemoveWindowsFromSpaces_ || !hasAddWindowsToSpaces_) return;
+    @autoreleasepool {
+      ::CGSRemoveWindowsFromSpaces(connection, nativeNumbers(windows).get(),
+                                   nativeNumbers(spaces).get());
+    }
+  }
+
+  PropertyList CGSCopySpacesForWindows(ConnectionID connection, std::uint32_t mask,
+                                       std::span<const WindowNumber> windows) override {
+    if (!hasCopySpacesForWindows_) return {};
+    @autoreleasepool {
+      const auto answer = CFOwned<CFArrayRef>::adopt(
+          ::CGSCopySpacesForWindows(connection, mask, nativeNumbers(windows).get()));
+      if (!answer || CFGetTypeID(answer.get()) != CFArrayGetTypeID()) return {};
+      return spacesOfWindows_.read(answer.get());
+    }
+  }
+
   PropertyList CGWindowListCopyWindowInfo(std::uint32_t options) override {
     @autoreleasepool {
       const auto answer =
@@ -136,11 +215,18 @@ class SystemWindowServer : public WindowServer {
   const bool hasGetActiveSpace_ = isPresent(&::CGSGetActiveSpace != nullptr, "CGSGetActiveSpace");
   const bool hasManagedDisplaySetCurrentSpace_ =
       isPresent(&::CGSManagedDisplaySetCurrentSpace != nullptr, "CGSManagedDisplaySetCurrentSpace");
+  const bool hasAddWindowsToSpaces_ =
+      isPresent(&::CGSAddWindowsToSpaces != nullptr, "CGSAddWindowsToSpaces");
+  const bool hasRemoveWindowsFromSpaces_ =
+      isPresent(&::CGSRemoveWindowsFromSpaces != nullptr, "CGSRemoveWindowsFromSpaces");
+  const bool hasCopySpacesForWindows_ =
+      isPresent(&::CGSCopySpacesForWindows != nullptr, "CGSCopySpacesForWindows");
 
   CFOwned<CFArrayRef> answer_;
   /// What the answer says.
   PropertyList spaces_;
 
+  SpacesOfWindows spacesOfWindows_;
   WindowList windows_;
 };
 

@@ -2,9 +2,7 @@
 
 #import <QuartzCore/QuartzCore.h>
 
-#include <cstdio>
-#include <cstdlib>
-
+#import "platform/macos/CoderUnsupported.h"
 #import "platform/macos/Conversions.h"
 
 @implementation VembrixLayerView
@@ -70,8 +68,7 @@
 }
 
 - (instancetype)initWithCoder:(NSCoder*)coder {
-  std::fputs("init(coder:) not supported\n", stderr);
-  std::abort();
+  vembrix::coderIsUnsupported();
 }
 
 - (void)drawRect:(NSRect)dirtyRect {

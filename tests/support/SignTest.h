@@ -1,0 +1,109 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <chrono>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "labels/SpaceSignWindowController.h"
+#include "platform/NotificationCenter.h"
+#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/embedded/EmbeddedLog.h"
+#include "platform/embedded/EmbeddedMainQueue.h"
+#include "platform/embedded/EmbeddedUserDefaults.h"
+#include "platform/embedded/RecordingSignWindow.h"
+#include "settings/PreferencesStore.h"
+#include "spaces/SpaceManager.h"
+#include "spaces/SpaceObserver.h"
+#include "watchers/MissionControlWatcher.h"
+#include "watchers/SpaceHeatTracker.h"
+
+namespace vembrix {
+
+/// A desktop with labels, wired as the program wires them, but without the tour.
+class SignTest : public testing::Test {
+ protected:
+  using SpaceID = EmbeddedDesktop::SpaceID;
+  using milliseconds = std::chrono::milliseconds;
+  using seconds = std::chrono::seconds;
+
+  /// The controller on that many desktops, of which the first is active.
+  void begin(std::size_t desktops = 4) {
+    desktop_.setSpaceCount(desktops);
+    beginHere();
+  }
+  void beginHere() {
+    manager_.reload();
+    observation_ = NotificationCenter::workspace().addObserver(
+        notification::kActiveSpaceDidChange, [this] { observer_.activeSpaceDidChange(); });
+    controller_ = SpaceSignWindowController::create();
+  }
+  /// Every desktop has had its turn, the first is active, all is at rest, and the next
+  /// tick of the controller's timer is half a second away.
+  void beginWithAllLabels(std::size_t desktops = 4) {
+    begin(desktops);
+    for (std::size_t place = 1; place < desktops; ++place) goTo(place);
+    goTo(0);
+    queue_.advance(seconds(1));
+  }
+
+  /// The user arrives at the desktop of that place.
+  void goTo(std::size_t place) { desktop_.activate(space(place)); }
+  SpaceID space(std::size_t place) const { return desktop_.spaceAt(place); }
+  void advance(int time) { queue_.advance(milliseconds(time)); }
+  void turn() { queue_.runPending(); }
+  /// The program has noticed when this returns. The first time takes no time, later
+  /// ones up to 300 ms.
+  void setMissionControl(bool open) {
+    MissionControlWatcher& watcher = MissionControlWatcher::shared();
+    desktop_.setMissionControl(open);
+    watcher.start();
+    turn();
+    while (watcher.isActive() != open) advance(1);
+  }
+  void engage() { desktop_.input().send(LeftMouseDown); }
+  void moveMouse(double x, double y) {
+    desktop_.input().moveMouse({x, y});
+    turn();
+  }
+  void touchLabels() { moveMouse(720, 450); }
+
+  static std::size_t labelCount() { return RecordingSignWindow::all().size(); }
+  static bool hasLabel(SpaceID id) { return !RecordingSignWindow::inSpace(id).empty(); }
+  /// The only label in the Space.
+  static RecordingSignWindow& labelIn(SpaceID id) {
+    const auto found = RecordingSignWindow::inSpace(id);
+    if (found.size() != 1) {
+      throw std::logic_error(std::to_string(found.size()) + " labels in " + std::to_string(id));
+    }
+    return *found.front();
+  }
+  RecordingSignWindow& label(std::size_t place) const { return labelIn(space(place)); }
+  double alpha(std::size_t place) const { return label(place).alphaValue(); }
+  /// Of the labels in the order of the desktops.
+  std::vector<double> alphas(std::size_t count = 4) const {
+    std::vector<double> values;
+    for (std::size_t place = 0; place < count; ++place) values.push_back(alpha(place));
+    return values;
+  }
+  std::vector<SpaceID> spacesOf(const RecordingSignWindow& window) const {
+    return desktop_.windows().spacesOf(std::array{window.windowNumber()}, {});
+  }
+  static std::vector<std::string> log() { return EmbeddedLog::shared().lines(); }
+
+  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  EmbeddedMainQueue& queue_ = EmbeddedMainQueue::shared();
+  EmbeddedUserDefaults& defaults_ = EmbeddedUserDefaults::shared();
+  PreferencesStore& store_ = PreferencesStore::shared();
+  SpaceManager& manager_ = SpaceManager::shared();
+  SpaceObserver observer_;
+  Observation observation_;
+  std::shared_ptr<SpaceSignWindowController> controller_;
+};
+
+}  // namespace vembrix
