@@ -3,6 +3,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
+#include <QTimerEvent>
 #include <algorithm>
 #include <chrono>
 #include <cmath>
