@@ -126,12 +126,13 @@ void FloatingPanel::applyAlpha(double alpha) {
 void FloatingPanel::updateShape() {
   if (!ewmhOfQt()) return;
   QWindow& window = *windowHandle();
-  if (window.opacity() <= 0) {
-    // Not all who put a screen together heed the opacity, and without one nobody does.
+  if (Compositor::shared().isRunning()) {
+    // The opacity says it all; and compositors may overlook that a window takes another
+    // shape while it is on another desktop.
+    window.setMask({});
+  } else if (window.opacity() <= 0) {
     // The window is still there, and in its desktop's list.
     window.setMask(nothing());
-  } else if (Compositor::shared().isRunning()) {
-    window.setMask({});
   } else {
     QPainterPath path;
     path.addRoundedRect(panelRect(), cornerRadius_, cornerRadius_);
