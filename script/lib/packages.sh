@@ -11,6 +11,7 @@ packages_build=(
   libxcb1-dev
   libxcb-ewmh-dev
   libxcb-icccm4-dev
+  libxcb-xfixes0-dev
   libxcb-xinput-dev
   nlohmann-json3-dev
   # The text of the strip.

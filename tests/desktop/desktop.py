@@ -37,6 +37,7 @@ shadow-radius = 14;
 shadow-offset-x = -14;
 shadow-offset-y = -10;
 shadow-opacity = 0.45;
+shadow-exclude = ["_GTK_FRAME_EXTENTS@:c"];
 wintypes: { dock = { shadow = false; }; };
 """
 

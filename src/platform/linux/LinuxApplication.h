@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
+#include <string_view>
 
 #include "platform/Application.h"
 
@@ -30,6 +32,10 @@ class LinuxApplication : public Application {
   int run() override;
   void terminate() override;
   void activate() override;
+  /// The system slows no program down.
+  Token beginActivity(std::uint64_t /*options*/, std::string_view /*reason*/) override {
+    return {};
+  }
   std::optional<Appearance> effectiveAppearance() const override;
 
   /// An accessory's windows stay out of task lists.

@@ -29,6 +29,18 @@ QStringList monospacedFamilies() {
          systemFamilies();
 }
 
+QFont::Weight nativeWeight(Font::Weight weight) {
+  switch (weight) {
+    case Font::Weight::Regular:
+      return QFont::Normal;
+    case Font::Weight::Semibold:
+      return QFont::DemiBold;
+    case Font::Weight::Heavy:
+      return QFont::ExtraBold;
+  }
+  return QFont::Normal;
+}
+
 /// Qt counts pixels in whole numbers only, its own points in fractions.
 double qtPointSize(double size) {
   const QScreen* screen = QGuiApplication::primaryScreen();
@@ -56,7 +68,7 @@ QFont nativeFont(const Font& font) {
   QFont native;
   const bool isMonospaced = font.design == Font::Design::Monospaced;
   native.setFamilies(isMonospaced ? monospacedFamilies() : systemFamilies());
-  native.setWeight(font.weight == Font::Weight::Semibold ? QFont::DemiBold : QFont::Normal);
+  native.setWeight(nativeWeight(font.weight));
   native.setPointSizeF(qtPointSize(font.size.value_or(kSystemSize)));
   smooth(native);
   return native;

@@ -1,5 +1,6 @@
 #include "platform/linux/QtEwmh.h"
 
+#include <QAbstractEventDispatcher>
 #include <QGuiApplication>
 #include <QLatin1String>
 #include <QString>
@@ -15,7 +16,12 @@ xcb_ewmh_connection_t* ewmhOfQt() {
     static xcb_ewmh_connection_t connection{};
     auto* cookies = xcb_ewmh_init_atoms(x11->connection(), &connection);
     const bool ready = xcb_ewmh_init_atoms_replies(&connection, cookies, nullptr) != 0;
-    return ready ? &connection : nullptr;
+    if (!ready) return nullptr;
+    // Qt sends what it or we have asked of the server when it has events to look at or
+    // something to paint, which a timer that moves a window need not bring.
+    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
+                     qGuiApp, [] { xcb_flush(connection.connection); });
+    return &connection;
   }();
   return ewmh;
 }

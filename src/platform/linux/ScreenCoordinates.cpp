@@ -39,6 +39,19 @@ Point pointOfPixel(const QPoint& pixel) {
   return {fromTop.x(), QGuiApplication::primaryScreen()->geometry().height() - fromTop.y()};
 }
 
+QRect windowGeometry(const Rect& frame) {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  if (!screen) return {};
+  const QRect primary = screen->geometry();
+  const QPointF origin(primary.x(), primary.y() + primary.height());
+  const QPointF topLeft = origin + QPointF(frame.x, -frame.y - frame.height);
+  const QPointF bottomRight = origin + QPointF(frame.x + frame.width, -frame.y);
+  // Each edge by itself: rectangles that touch do so afterwards, too.
+  const QPoint first = topLeft.toPoint();
+  const QPoint end = bottomRight.toPoint();
+  return {first, QSize(end.x() - first.x(), end.y() - first.y())};
+}
+
 Rect windowBoundsOfPixels(const QRect& pixels) {
   const QScreen* screen = screenOfPixel(pixels.center());
   if (!screen) return {};

@@ -18,6 +18,10 @@ QRect nativeGeometry(const QScreen& screen);
 /// The place of the pixel in global coordinates.
 Point pointOfPixel(const QPoint& pixel);
 
+/// Where Qt puts a window that is to fill the rectangle of global coordinates; its
+/// edges lie between whole points.
+QRect windowGeometry(const Rect& frame);
+
 /// The size in points on the screen where the centre of the rectangle of pixels
 /// is, and its top left corner, counted down from that of the primary screen.
 Rect windowBoundsOfPixels(const QRect& pixels);

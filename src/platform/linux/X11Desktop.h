@@ -55,6 +55,9 @@ class X11Desktop {
   [[nodiscard]] const PropertyList& managedDisplaySpaces() const { return answer_; }
   /// 0 when unknown.
   [[nodiscard]] SpaceID activeSpace() const;
+  /// How many Spaces there are; nothing without a window manager that has any.
+  [[nodiscard]] std::optional<std::uint32_t> spaceCount() const;
+  [[nodiscard]] bool isKnown(SpaceID space) const;
 
   /// Asks the window manager to go to the Space; an unknown one is ignored.
   /// Whether it was asked.
@@ -98,9 +101,6 @@ class X11Desktop {
   [[nodiscard]] xcb_get_property_cookie_t requestNames();
   void readNames(xcb_get_property_cookie_t cookie);
   void rebuildAnswer();
-  /// How many Spaces there are; nothing without a window manager that has any.
-  [[nodiscard]] std::optional<std::uint32_t> spaceCount() const;
-  [[nodiscard]] bool isKnown(SpaceID space) const;
   [[nodiscard]] Shown shown() const;
 
   std::unique_ptr<X11Connection> connection_;

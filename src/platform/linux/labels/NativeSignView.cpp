@@ -1,0 +1,81 @@
+#include "platform/linux/labels/NativeSignView.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QPainterPath>
+#include <algorithm>
+
+#include "platform/linux/NativeColor.h"
+#include "platform/linux/NativeFont.h"
+#include "platform/linux/labels/FloatingPanel.h"
+
+namespace vembrix {
+namespace {
+
+QColor colorOf(const Srgb& color) {
+  // Fixed components look the same in light and dark.
+  return nativeColor(color, Appearance::Light);
+}
+
+}  // namespace
+
+NativeSignView::NativeSignView(double cornerRadius, double padding)
+    : cornerRadius_(cornerRadius), padding_(padding), nativeFont_(nativeFont(font_)) {}
+
+void NativeSignView::setText(std::string_view text) {
+  if (text_ == text) return;
+  text_ = text;
+  line_ = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  panel_->setName(line_);
+  setNeedsDisplay();
+}
+
+void NativeSignView::setFont(const Font& font) {
+  if (font_ == font) return;
+  font_ = font;
+  nativeFont_ = nativeFont(font);
+  setNeedsDisplay();
+}
+
+void NativeSignView::setLook(const SignLook& look) {
+  if (look_ == look) return;
+  look_ = look;
+  setNeedsDisplay();
+}
+
+void NativeSignView::setNeedsDisplay() {
+  panel_->update();
+}
+
+void NativeSignView::paint(QPainter& painter, const QRectF& panel, Backing backing) {
+  QColor fill = colorOf(look_.fill);
+  if (backing == Backing::Opaque) {
+    fill.setAlphaF(1);
+    painter.fillRect(panel, fill);
+  } else {
+    QPainterPath shape;
+    shape.addRoundedRect(panel, cornerRadius_, cornerRadius_);
+    painter.fillPath(shape, fill);
+  }
+  if (const double width = look_.borderWidth; width > 0) {
+    QPainterPath rim;
+    rim.addRoundedRect(panel, cornerRadius_, cornerRadius_);
+    const double inner = std::max(cornerRadius_ - width, 0.0);
+    rim.addRoundedRect(panel.adjusted(width, width, -width, -width), inner, inner);
+    painter.fillPath(rim, colorOf(look_.rim));
+  }
+  paintText(painter, panel);
+}
+
+void NativeSignView::paintText(QPainter& painter, const QRectF& panel) const {
+  const QRectF area = panel.adjusted(padding_, 0, -padding_, 0);
+  const QFontMetricsF metrics(nativeFont_);
+  // Names in scripts from right to left end on the left, and are cut off there.
+  painter.setLayoutDirection(Qt::LayoutDirectionAuto);
+  painter.setFont(nativeFont_);
+  painter.setPen(colorOf(look_.textColor));
+  painter.drawText(area, Qt::AlignCenter | Qt::TextSingleLine,
+                   metrics.elidedText(line_, Qt::ElideRight, area.width(), Qt::TextSingleLine));
+}
+
+}  // namespace vembrix

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QFont>
+#include <QString>
+
+#include "platform/SignWindow.h"
+#include "platform/linux/labels/PanelContent.h"
+
+namespace vembrix {
+
+class FloatingPanel;
+
+/// The look of a label. Main thread.
+class NativeSignView : public SignView, public PanelContent {
+ public:
+  /// In points.
+  NativeSignView(double cornerRadius, double padding);
+
+  /// Which shows it, from now on and as long as this lives.
+  void setPanel(FloatingPanel& panel) { panel_ = &panel; }
+
+  void setText(std::string_view text) override;
+  void setFont(const Font& font) override;
+  void setLook(const SignLook& look) override;
+  void setNeedsDisplay() override;
+
+  void paint(QPainter& painter, const QRectF& panel, Backing backing) override;
+
+ private:
+  void paintText(QPainter& painter, const QRectF& panel) const;
+
+  double cornerRadius_;
+  double padding_;
+  FloatingPanel* panel_ = nullptr;
+  std::string text_;
+  QString line_;
+  Font font_;
+  QFont nativeFont_;
+  SignLook look_;
+};
+
+}  // namespace vembrix
