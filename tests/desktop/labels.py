@@ -34,6 +34,13 @@ class Label(Window):
     def opacity(self):
         return opacity_of(self.read(OPACITY))
 
+    def frame(self):
+        """Of the label itself, without the shadow that its window draws around it."""
+        x, y, width, height = super().frame()
+        margins = self.read("_GTK_FRAME_EXTENTS")
+        left, right, top, bottom = map(int, margins.split(", ")) if margins else (0, 0, 0, 0)
+        return x + left, y + top, width - left - right, height - top - bottom
+
     @property
     def place(self):
         """The index of the desktop on which the window manager has it."""
