@@ -53,7 +53,7 @@ void heatRefresh(benchmark::State& state) {
 BENCHMARK(heatRefresh)->Arg(4)->Arg(64)->Arg(1024)->Complexity(benchmark::oN);
 
 /// Five seconds at rest: ten ticks and one look at where the labels are, the answers of
-/// the window server in the process included.
+/// the window server in the process included, which looks through its windows for each.
 void tenTicksWithReconciliation(benchmark::State& state) {
   const auto controller = makeLabels(static_cast<std::size_t>(state.range(0)));
   const AllocationsPerIteration allocations(state);

@@ -34,6 +34,13 @@ class Label(Window):
     def opacity(self):
         return opacity_of(self.read(OPACITY))
 
+    def frame(self):
+        """Of the label itself, without the shadow that its window draws around it."""
+        x, y, width, height = super().frame()
+        margins = self.read("_GTK_FRAME_EXTENTS")
+        left, right, top, bottom = map(int, margins.split(", ")) if margins else (0, 0, 0, 0)
+        return x + left, y + top, width - left - right, height - top - bottom
+
     @property
     def place(self):
         """The index of the desktop on which the window manager has it."""
@@ -111,6 +118,30 @@ def close(found, wanted, tolerance=0.005):
     return found.keys() == wanted.keys() and all(
         abs(found[key] - wanted[key]) <= tolerance for key in wanted
     )
+
+
+class Hand:
+    """What a person does with the mouse."""
+
+    def __init__(self, desktop):
+        self._desktop = desktop
+
+    def point_at(self, x, y):
+        # A pointer that another program puts somewhere was not moved by a hand: the
+        # last bit is the device's.
+        self._desktop.run(
+            "xdotool", "mousemove", str(x + 2), str(y + 2), "mousemove_relative", "--", "-2", "-2"
+        )
+
+    def point_aside(self):
+        """Below all labels."""
+        self.point_at(720, 860)
+
+    def point_at_corner(self):
+        self.point_at(0, 0)
+
+    def click(self):
+        self._desktop.run("xdotool", "click", "1")
 
 
 class OpacitySpy:

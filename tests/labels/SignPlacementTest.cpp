@@ -10,6 +10,8 @@
 namespace vembrix {
 namespace {
 
+using std::chrono::milliseconds;
+using std::chrono::seconds;
 using testing::Each;
 using testing::ElementsAre;
 using testing::Gt;

@@ -14,6 +14,9 @@
 namespace vembrix {
 namespace {
 
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
 constexpr int kStepsPerSeed = 20'000;
 
 /// A user who does anything at all, in any order. What has to hold is checked after

@@ -7,6 +7,7 @@
 namespace vembrix {
 namespace {
 
+using std::chrono::seconds;
 using testing::DoubleEq;
 using testing::Each;
 using testing::ElementsAre;

@@ -29,8 +29,6 @@ namespace vembrix {
 class SignTest : public testing::Test {
  protected:
   using SpaceID = EmbeddedDesktop::SpaceID;
-  using milliseconds = std::chrono::milliseconds;
-  using seconds = std::chrono::seconds;
 
   /// The controller on that many desktops, of which the first is active.
   void begin(std::size_t desktops = 4) {
@@ -49,13 +47,13 @@ class SignTest : public testing::Test {
     begin(desktops);
     for (std::size_t place = 1; place < desktops; ++place) goTo(place);
     goTo(0);
-    queue_.advance(seconds(1));
+    queue_.advance(std::chrono::seconds(1));
   }
 
   /// The user arrives at the desktop of that place.
   void goTo(std::size_t place) { desktop_.activate(space(place)); }
   SpaceID space(std::size_t place) const { return desktop_.spaceAt(place); }
-  void advance(int time) { queue_.advance(milliseconds(time)); }
+  void advance(int time) { queue_.advance(std::chrono::milliseconds(time)); }
   void turn() { queue_.runPending(); }
   /// The program has noticed when this returns. The first time takes no time, later
   /// ones up to 300 ms.
