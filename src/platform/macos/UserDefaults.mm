@@ -13,8 +13,8 @@ namespace vembrix {
 namespace {
 
 /// The preferences system, which keeps the values of the process's own domain in
-/// memory, tells this process of what others write, and writes what is set here
-/// without being asked to.
+/// memory and tells this process of what others write. Owns, per key, the object that
+/// was read last and its value; the store itself is Foundation's.
 class SystemUserDefaults : public UserDefaults {
  public:
   PropertyList object(std::string_view key) const override {
@@ -44,7 +44,11 @@ class SystemUserDefaults : public UserDefaults {
         [defaults_ setObject:object forKey:name];
       } else {
         logLine("UserDefaults: no property list, not stored: " + std::string(key));
+        return;
       }
+      // The value is on its way to the process that stores it, and would be lost with
+      // this one, which ends right after a change where it only draws previews.
+      CFPreferencesAppSynchronize(kCFPreferencesCurrentApplication);
     }
   }
 
