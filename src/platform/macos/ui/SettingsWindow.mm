@@ -20,6 +20,8 @@ void applyChrome(const WindowChrome& chrome, NSWindow* window) {
   window.titlebarAppearsTransparent = chrome.hasTransparentTitleBar;
   window.titleVisibility = chrome.showsTitle ? NSWindowTitleVisible : NSWindowTitleHidden;
   window.backgroundColor = nativeColor(chrome.background);
+  // Else the window server leaves what is behind it undrawn.
+  window.opaque = chrome.background.alpha() >= 1;
 }
 
 NSTabViewItem* makeTabItem(const SettingsTab& tab, NSView* view) {
