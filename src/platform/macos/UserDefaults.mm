@@ -2,6 +2,7 @@
 
 #import <Foundation/Foundation.h>
 
+#include <cstdlib>
 #include <map>
 #include <string>
 
@@ -17,6 +18,13 @@ namespace {
 /// was read last and its value; the store itself is Foundation's.
 class SystemUserDefaults : public UserDefaults {
  public:
+  SystemUserDefaults() {
+    // A value that was just set is on its way to the process that stores it, and would
+    // be lost with this one. AppKit waits for that where it ends the process; nobody
+    // does where main() just returns.
+    std::atexit([] { CFPreferencesAppSynchronize(kCFPreferencesCurrentApplication); });
+  }
+
   PropertyList object(std::string_view key) const override {
     @autoreleasepool {
       auto entry = values_.find(key);
@@ -44,11 +52,7 @@ class SystemUserDefaults : public UserDefaults {
         [defaults_ setObject:object forKey:name];
       } else {
         logLine("UserDefaults: no property list, not stored: " + std::string(key));
-        return;
       }
-      // The value is on its way to the process that stores it, and would be lost with
-      // this one, which ends right after a change where it only draws previews.
-      CFPreferencesAppSynchronize(kCFPreferencesCurrentApplication);
     }
   }
 
