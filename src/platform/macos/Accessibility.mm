@@ -8,6 +8,7 @@
 namespace vembrix {
 namespace {
 
+/// Owns nothing: the system is asked anew each time.
 class SystemAccessibility : public Accessibility {
  public:
   bool isProcessTrusted(Prompt prompt) override {

@@ -40,9 +40,12 @@ char observation;
                        context:(void*)context {
   if (context != &observation) {
     [super observeValueForKeyPath:keyPath ofObject:object change:change context:context];
-  } else if (_handler) {
-    _handler();
+    return;
   }
+  // Strong references of its own: the block may invalidate the observer, or end it.
+  NS_VALID_UNTIL_END_OF_SCOPE VembrixAppearanceObserver* observer = self;
+  NS_VALID_UNTIL_END_OF_SCOPE void (^handler)(void) = observer->_handler;
+  if (handler) handler();
 }
 
 @end

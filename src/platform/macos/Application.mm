@@ -58,7 +58,11 @@ class SystemApplication : public Application {
                   inModes:@[ NSRunLoopCommonModes ]];
   }
 
-  void activate() override { [app_ activateIgnoringOtherApps:YES]; }
+  void activate() override {
+    // Its successor, of macOS 14, asks whether it may, and an accessory is often
+    // refused: the window would stay behind those of the program in front.
+    [app_ activateIgnoringOtherApps:YES];
+  }
 
   Token beginActivity(std::uint64_t options, std::string_view reason) override {
     @autoreleasepool {

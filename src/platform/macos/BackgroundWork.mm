@@ -10,6 +10,7 @@
 namespace vembrix {
 namespace {
 
+/// The system's global queue, which owns each block until it has run.
 class DispatchBackgroundWork : public BackgroundWork {
  public:
   void async(std::function<void()> block) override {

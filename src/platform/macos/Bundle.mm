@@ -5,6 +5,7 @@
 namespace vembrix {
 namespace {
 
+/// Owns nothing: the bundle is Foundation's and lives as long as the process.
 class MainBundle : public Bundle {
  public:
   PropertyList infoValue(std::string_view key) const override {

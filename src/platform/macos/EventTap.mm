@@ -1,11 +1,16 @@
 #import "platform/EventTap.h"
 
-#include <ApplicationServices/ApplicationServices.h>
+#import <AppKit/AppKit.h>
 
+#include <chrono>
 #include <utility>
 
+#include "platform/MainQueue.h"
+#include "platform/NotificationCenter.h"
 #import "platform/macos/Arc.h"
 #import "platform/macos/CFOwned.h"
+#import "platform/macos/Conversions.h"
+#import "platform/macos/TrustObserver.h"
 
 namespace vembrix {
 namespace {
@@ -31,9 +36,19 @@ class SystemTappedEvent final : public TappedEvent {
   CGEventRef const event_;
 };
 
+/// Between two enablings. Without the permission, or under a load that lasts, the system
+/// disables the tap as soon as it is enabled, and tells of it: the two would go on at
+/// each other as fast as they can.
+constexpr std::chrono::seconds kPause{1};
+
 /// Owns the tap's port and the source by which the main run loop serves it. The
 /// system knows the object by its address, without owning it: the destructor ends
 /// that before the address becomes invalid.
+///
+/// A tap that only listens holds nobody's input up, whatever becomes of the permission.
+/// Without it the port stays and nothing comes in; what is disabled by that, by sleep or
+/// by another user's session is not always told to the tap, so it looks after itself
+/// when these are over.
 class SystemEventTap : public EventTap {
  public:
   explicit SystemEventTap(Handler handler)
@@ -62,15 +77,46 @@ class SystemEventTap : public EventTap {
   [[nodiscard]] bool isOpen() const { return static_cast<bool>(source_); }
 
   void enable() override {
+    if (isServed_) {
+      enableSoon();
+      return;
+    }
+    isServed_ = true;
     // From now on, so that nothing arrives before: a few events may wait in the
     // port from the moment when the tap was made, and with them the message that it
-    // was disabled, upon which enabling it once more does no harm. Later calls find
-    // the source there.
+    // was disabled, upon which enabling it once more does no harm.
     CFRunLoopAddSource(CFRunLoopGetMain(), source_.get(), kCFRunLoopCommonModes);
-    CGEventTapEnable(port_.get(), true);
+    enableNow();
+    lookAfterItself();
   }
 
  private:
+  using Clock = std::chrono::steady_clock;
+
+  void enableNow() {
+    enabledAt_ = Clock::now();
+    CGEventTapEnable(port_.get(), true);
+  }
+
+  void enableSoon() {
+    if (Clock::now() - enabledAt_ >= kPause) {
+      enableNow();
+    } else {
+      later_ = MainQueue::main().schedule(kPause, [this] { enableNow(); });
+    }
+  }
+
+  void lookAfterItself() {
+    const auto look = [this] {
+      if (!CGEventTapIsEnabled(port_.get())) enableSoon();
+    };
+    NotificationCenter& workspace = NotificationCenter::workspace();
+    wake_ = workspace.addObserver(notification::kDidWake, look);
+    session_ =
+        workspace.addObserver(utf8String(NSWorkspaceSessionDidBecomeActiveNotification), look);
+    trust_ = observeTrust(look);
+  }
+
   /// Called by the run loop for every event of the session.
   static CGEventRef receive(CGEventTapProxy, CGEventType type, CGEventRef event, void* address) {
     // The run loop may serve many events before AppKit empties its own pool.
@@ -89,6 +135,12 @@ class SystemEventTap : public EventTap {
   const std::shared_ptr<const Handler> handler_;
   const CFOwned<CFMachPortRef> port_;
   CFOwned<CFRunLoopSourceRef> source_;
+  bool isServed_ = false;
+  Clock::time_point enabledAt_;
+  WorkItem later_;
+  Observation wake_;
+  Observation session_;
+  Observation trust_;
 };
 
 }  // namespace

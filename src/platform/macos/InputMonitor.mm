@@ -4,8 +4,10 @@
 
 #include <memory>
 #include <utility>
+#include <vector>
 
 #import "platform/macos/Arc.h"
+#import "platform/macos/TrustObserver.h"
 
 namespace vembrix {
 namespace {
@@ -16,29 +18,32 @@ static_assert(std::uint64_t{MouseMoved} == NSEventMaskMouseMoved);
 static_assert(std::uint64_t{KeyDown} == NSEventMaskKeyDown);
 static_assert(std::uint64_t{OtherMouseDown} == NSEventMaskOtherMouseDown);
 
-/// Whom a native monitor tells. Owned by the monitor's block and by the token.
+/// Whom a native monitor tells. Owned by the monitor's block and by the token; it owns
+/// the monitor in turn, until the token is dropped.
 struct Listener {
+  std::uint64_t mask = 0;
   std::function<void()> handler;
+  id monitor = nil;
   bool isDropped = false;
 };
 
 /// AppKit's monitors of what goes to other programs. AppKit owns a monitor from
 /// the call that adds it to the one that removes it, which is the token's.
+///
+/// AppKit does not say whether a monitor that was added without the permission for key
+/// presses sees them once it is given; so those are added anew then.
 class SystemInputMonitor : public InputMonitor {
  public:
   Token addGlobalMonitor(std::uint64_t mask, std::function<void()> handler) override {
     @autoreleasepool {
-      const auto listener = std::make_shared<Listener>(Listener{std::move(handler)});
-      // Never looks at the event: what was typed is not this program's business.
-      id monitor = [NSEvent addGlobalMonitorForEventsMatchingMask:mask
-                                                          handler:^(NSEvent*) {
-                                                            tell(listener);
-                                                          }];
-      if (!monitor) return {};
-      return Token([listener, monitor] {
+      const auto listener = std::make_shared<Listener>(Listener{mask, std::move(handler)});
+      listener->monitor = addMonitor(listener);
+      if (!listener->monitor) return {};
+      if (mask & KeyDown) followTrust(listener);
+      return Token([listener] {
         @autoreleasepool {
           listener->isDropped = true;
-          [NSEvent removeMonitor:monitor];
+          [NSEvent removeMonitor:std::exchange(listener->monitor, nil)];
         }
       });
     }
@@ -50,6 +55,30 @@ class SystemInputMonitor : public InputMonitor {
   }
 
  private:
+  /// By value: blocks keep copies of values only.
+  static id addMonitor(std::shared_ptr<Listener> listener) {
+    // Never looks at the event: what was typed is not this program's business.
+    return [NSEvent addGlobalMonitorForEventsMatchingMask:listener->mask
+                                                  handler:^(NSEvent*) {
+                                                    tell(listener);
+                                                  }];
+  }
+
+  void followTrust(const std::shared_ptr<Listener>& listener) {
+    std::erase_if(keyListeners_, [](const auto& known) { return known.expired(); });
+    keyListeners_.push_back(listener);
+    if (!trust_) trust_ = observeTrust([this] { addKeyMonitorsAnew(); });
+  }
+
+  void addKeyMonitorsAnew() {
+    for (const auto& known : keyListeners_) {
+      const auto listener = known.lock();
+      if (!listener || listener->isDropped) continue;
+      id added = addMonitor(listener);
+      if (added) [NSEvent removeMonitor:std::exchange(listener->monitor, added)];
+    }
+  }
+
   /// By value: the handler may drop the token, and with it the block's own share.
   /// The system promises nothing about a monitor that is removed during an event.
   static void tell(std::shared_ptr<Listener> listener) {
@@ -57,6 +86,9 @@ class SystemInputMonitor : public InputMonitor {
       if (!listener->isDropped) listener->handler();
     }
   }
+
+  std::vector<std::weak_ptr<Listener>> keyListeners_;
+  Observation trust_;
 };
 
 }  // namespace

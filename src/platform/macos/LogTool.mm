@@ -35,7 +35,7 @@ LogTool::Result runCommand(const LogCommand& command) {
 }
 
 /// The unified log's own tool. The predicate is by the process's name, which the
-/// bundle gives it.
+/// bundle gives it. Owns the command; a run owns its process and its pipe.
 class SystemLogTool : public LogTool {
  public:
   const LogCommand& command() const override { return command_; }

@@ -21,9 +21,12 @@ Work makeWork(std::function<void()> block) {
 }
 
 /// The block is taken out first: it may drop its own token, and what it holds
-/// goes as soon as it has run.
+/// goes as soon as it has run. With a pool of its own: AppKit empties its pool after
+/// events, of which a program in the background hardly gets any.
 void runOnce(const Work& work) {
-  if (auto block = std::exchange(*work, nullptr)) block();
+  @autoreleasepool {
+    if (auto block = std::exchange(*work, nullptr)) block();
+  }
 }
 
 /// A block that runs again and again, and may end itself while it runs.
@@ -80,7 +83,9 @@ class DispatchMainQueue : public MainQueue {
     dispatch_source_t timer =
         makeTimer(isDue ? grid : delay, static_cast<std::uint64_t>(grid.count()));
     const dispatch_block_t handler = ^{
-      if (!beat->isOver) beat->block();
+      @autoreleasepool {
+        if (!beat->isOver) beat->block();
+      }
     };
     // A beat that is due at once takes its turn in the queue.
     if (isDue) dispatch_async(dispatch_get_main_queue(), handler);

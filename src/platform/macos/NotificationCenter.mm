@@ -38,7 +38,10 @@
 }
 
 - (void)receive:(NSNotification*)notification {
-  _handler();
+  // What other processes tell comes outside of AppKit's events, and of its pools.
+  @autoreleasepool {
+    _handler();
+  }
 }
 
 @end

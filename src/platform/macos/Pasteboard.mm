@@ -8,6 +8,7 @@
 namespace vembrix {
 namespace {
 
+/// Owns nothing: what is put there belongs to the system.
 class GeneralPasteboard : public Pasteboard {
  public:
   void clearContents() override { [NSPasteboard.generalPasteboard clearContents]; }

@@ -12,7 +12,8 @@ namespace {
 bool cacheIsStale = true;
 
 /// NSScreen as values. They are kept: a visible frame depends on the Dock, so that
-/// asking NSScreen for one can cost a call to another process.
+/// asking NSScreen for one can cost a call to another process. Owns those values and
+/// keeps no NSScreen, which AppKit replaces as it likes.
 class SystemScreens : public Screens {
  public:
   // The center exists from here on, and calls invalidateScreenCache().

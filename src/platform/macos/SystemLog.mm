@@ -7,6 +7,7 @@
 namespace vembrix {
 namespace {
 
+/// Owns nothing: the log copies what it is told.
 class UnifiedLog : public SystemLog {
  public:
   void write(std::string_view line) override {

@@ -2,6 +2,7 @@
 
 #import <Foundation/Foundation.h>
 
+#include <cstdlib>
 #include <map>
 #include <string>
 
@@ -13,10 +14,17 @@ namespace vembrix {
 namespace {
 
 /// The preferences system, which keeps the values of the process's own domain in
-/// memory, tells this process of what others write, and writes what is set here
-/// without being asked to.
+/// memory and tells this process of what others write. Owns, per key, the object that
+/// was read last and its value; the store itself is Foundation's.
 class SystemUserDefaults : public UserDefaults {
  public:
+  SystemUserDefaults() {
+    // A value that was just set is on its way to the process that stores it, and would
+    // be lost with this one. AppKit waits for that where it ends the process; nobody
+    // does where main() just returns.
+    std::atexit([] { CFPreferencesAppSynchronize(kCFPreferencesCurrentApplication); });
+  }
+
   PropertyList object(std::string_view key) const override {
     @autoreleasepool {
       auto entry = values_.find(key);

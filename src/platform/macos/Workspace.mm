@@ -7,6 +7,7 @@
 namespace vembrix {
 namespace {
 
+/// Owns nothing: the workspace is AppKit's and lives as long as the process.
 class SystemWorkspace : public Workspace {
  public:
   void openURL(std::string_view url) override {

@@ -15,6 +15,9 @@ class NativeSpaceRowView : public SpaceRowView {
   [[nodiscard]] virtual NSMenuItem* nativeItem() const = 0;
   /// The menu's selection is on the item, or is not.
   virtual void setHighlighted(bool isHighlighted) = 0;
+  /// The row's view without its item: shows what the row shows now, and neither
+  /// follows the pointer nor tells anybody anything any more. For pictures.
+  [[nodiscard]] virtual NSView* detachView() = 0;
 };
 
 }  // namespace vembrix

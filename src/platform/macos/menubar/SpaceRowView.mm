@@ -41,6 +41,13 @@ class SystemSpaceRowView : public NativeSpaceRowView {
 
   void setHighlighted(bool isHighlighted) override { [view_ setHighlighted:isHighlighted]; }
 
+  NSView* detachView() override {
+    [view_ invalidate];
+    item_.target = nil;
+    item_.view = nil;
+    return view_;
+  }
+
   void setState(const SpaceRowState& state) override { [view_ show:state]; }
 
   std::string editedText() const override { return utf8String(view_.editedText); }

@@ -157,7 +157,11 @@ using namespace vembrix;
   _hoverTimer = [NSTimer timerWithTimeInterval:row_metrics::kHoverInterval
                                        repeats:YES
                                          block:^(NSTimer*) {
-                                           [weakSelf hoverTick];
+                                           // The event that opened the menu, and its
+                                           // pool, last as long as the menu is open.
+                                           @autoreleasepool {
+                                             [weakSelf hoverTick];
+                                           }
                                          }];
   // An open menu runs the loop in the first mode; the common ones, of which it is
   // usually one, hold also while it opens and closes.

@@ -6,7 +6,7 @@
 #import "platform/macos/Arc.h"
 
 /// A view that is only its layer: a ground, a rounded border, or a line. Colours of
-/// the system follow the appearance in effect for the view.
+/// the system follow the appearance in effect for the view, which owns them.
 @interface VembrixLayerView : NSView
 
 /// Nil for none.
@@ -20,7 +20,7 @@
 
 @end
 
-/// A linear wash from the top to the bottom.
+/// A linear wash from the top to the bottom. Owns its gradient.
 @interface VembrixGradientView : NSView
 
 - (instancetype)initWithColors:(NSArray<NSColor*>*)colors NS_DESIGNATED_INITIALIZER;

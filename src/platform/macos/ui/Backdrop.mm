@@ -2,8 +2,28 @@
 
 #import <QuartzCore/QuartzCore.h>
 
+#include <cstddef>
+#include <vector>
+
 #import "platform/macos/CoderUnsupported.h"
 #import "platform/macos/Conversions.h"
+
+namespace {
+
+/// Evenly spaced. Mixed in sRGB, in which the colours are stated: left to itself a
+/// gradient mixes in a space of another gamma, whose middle tones are lighter.
+NSGradient* makeGradient(NSArray<NSColor*>* colors) {
+  // It takes two to make one.
+  if (colors.count == 1) colors = @[ colors[0], colors[0] ];
+  std::vector<CGFloat> locations(colors.count);
+  const CGFloat last = static_cast<CGFloat>(colors.count) - 1;
+  for (std::size_t i = 0; i < locations.size(); ++i) locations[i] = static_cast<CGFloat>(i) / last;
+  return [[NSGradient alloc] initWithColors:colors
+                                atLocations:locations.data()
+                                 colorSpace:NSColorSpace.sRGBColorSpace];
+}
+
+}  // namespace
 
 @implementation VembrixLayerView
 
@@ -63,7 +83,7 @@
 
 - (instancetype)initWithColors:(NSArray<NSColor*>*)colors {
   self = [super initWithFrame:NSZeroRect];
-  if (self && colors.count > 0) _gradient = [[NSGradient alloc] initWithColors:colors];
+  if (self && colors.count > 0) _gradient = makeGradient(colors);
   return self;
 }
 

@@ -4,6 +4,9 @@
 
 #import "platform/macos/Arc.h"
 
+// They belong to the page that shows them, and own nothing besides what AppKit gives
+// them.
+
 /// A text of several lines that wraps to whatever width the layout gives it.
 @interface VembrixWrappingLabel : NSTextField
 @end

@@ -101,10 +101,14 @@ NSAttributedString* styledTitle(const TabButton& look) {
   CALayer* layer = self.layer;
   NSColor* background = _look.background ? nativeColor(*_look.background) : nil;
   NSColor* line = _look.underline ? nativeColor(*_look.underline) : nil;
+  // The line is no view's layer, and would fade from the one colour to the other.
+  [CATransaction begin];
+  CATransaction.disableActions = YES;
   [self.effectiveAppearance performAsCurrentDrawingAppearance:^{
     layer.backgroundColor = background.CGColor;
     [self underline].backgroundColor = line.CGColor;
   }];
+  [CATransaction commit];
 }
 
 - (void)layout {

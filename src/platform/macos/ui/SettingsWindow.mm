@@ -1,12 +1,11 @@
 #import "platform/SettingsWindow.h"
 
-#import <AppKit/AppKit.h>
-
 #include <utility>
 
 #import "platform/macos/Conversions.h"
 #import "platform/macos/ui/FormPage.h"
 #import "platform/macos/ui/MainMenu.h"
+#import "platform/macos/ui/NativeSettingsWindow.h"
 #import "platform/macos/ui/ThemedView.h"
 #import "platform/macos/ui/VembrixSettingsWindow.h"
 
@@ -21,6 +20,8 @@ void applyChrome(const WindowChrome& chrome, NSWindow* window) {
   window.titlebarAppearsTransparent = chrome.hasTransparentTitleBar;
   window.titleVisibility = chrome.showsTitle ? NSWindowTitleVisible : NSWindowTitleHidden;
   window.backgroundColor = nativeColor(chrome.background);
+  // Else the window server leaves what is behind it undrawn.
+  window.opaque = chrome.background.alpha() >= 1;
 }
 
 NSTabViewItem* makeTabItem(const SettingsTab& tab, NSView* view) {
@@ -34,7 +35,7 @@ NSTabViewItem* makeTabItem(const SettingsTab& tab, NSView* view) {
 /// a themed view lead back here; the one is cleared, the other ends, before this
 /// goes. What a control calls may replace the content, or end this: nothing is
 /// touched here after such a call.
-class SystemSettingsWindow : public SettingsWindow {
+class SystemSettingsWindow : public NativeSettingsWindow {
  public:
   SystemSettingsWindow(Size contentSize, std::string_view title)
       : window_([[VembrixSettingsWindow alloc] initWithContentSize:nativeSize(contentSize)
@@ -55,6 +56,8 @@ class SystemSettingsWindow : public SettingsWindow {
 
   SystemSettingsWindow(const SystemSettingsWindow&) = delete;
   SystemSettingsWindow& operator=(const SystemSettingsWindow&) = delete;
+
+  NSWindow* nativeWindow() const override { return window_; }
 
   void setTabClickHandler(std::function<void(int)> handler) override {
     tabClicked_ = std::move(handler);
