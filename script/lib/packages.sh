@@ -56,6 +56,13 @@ packages_demo=(
   xterm
 )
 
+# To draw the icon.
+packages_icon=(
+  cmake
+  g++
+  zlib1g-dev
+)
+
 packages_bench=(
   libbenchmark-dev
 )
