@@ -57,6 +57,13 @@ packages_demo=(
   xterm
 )
 
+# To draw the icon.
+packages_icon=(
+  cmake
+  g++
+  zlib1g-dev
+)
+
 packages_bench=(
   libbenchmark-dev
 )
