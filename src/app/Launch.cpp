@@ -3,13 +3,16 @@
 #include "app/AppDelegate.h"
 #include "app/LegacyDefaults.h"
 #include "platform/Application.h"
+#include "ui/ThemePreviewRenderer.h"
 
 namespace vembrix {
 
-int runVembrix() {
+int runVembrix(std::span<const char* const> arguments) {
   migrateLegacyDefaultsIfNeeded();
   Application& app = Application::shared();
   app.setActivationPolicy(Application::ActivationPolicy::Accessory);
+  // Before there is anything that would show up on the desktop.
+  if (ThemePreviewRenderer::runIfRequested(arguments)) return 0;
   // The application holds its delegate weakly, so it is held here; it is never
   // destroyed, since nothing is torn down at the end.
   static auto* const delegate = new AppDelegate;

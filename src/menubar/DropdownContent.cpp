@@ -15,18 +15,6 @@ namespace {
 /// Less than this is no glow that anybody would see.
 constexpr double kFaintHeat = 0.05;
 
-std::unique_ptr<SpaceRowView> makeRow(const SpaceInfo& space) {
-  const SpaceManager& manager = SpaceManager::shared();
-  return SpaceRow::create(
-      {.displayName = manager.displayName(space),
-       .isActive = space.spaceID == manager.activeSpaceID(),
-       .dotColor = dotColor(space),
-       .heatGlow = heatGlow(space)},
-      {.onSwitch = [space] { SpaceManager::shared().switchToSpace(space); },
-       .onCommitRename =
-           [space](std::string_view name) { SpaceManager::shared().setName(name, space); }});
-}
-
 MenuItem makeCommand(const AppTheme& theme, MenuCommand command) {
   applyThemeFont(theme, command);
   return command;
@@ -40,7 +28,7 @@ std::vector<MenuItem> makeDropdownItems(std::function<void()> showPreferences) {
   std::vector<MenuItem> items;
   items.reserve(spaces.size() + kOtherItems);
   for (const SpaceInfo& space : spaces) {
-    if (space.isDesktop()) items.emplace_back(makeRow(space));
+    if (space.isDesktop()) items.emplace_back(makeSpaceRow(space));
   }
   const AppTheme& theme = PreferencesStore::shared().theme();
   items.emplace_back(MenuSeparator{});
@@ -54,6 +42,18 @@ std::vector<MenuItem> makeDropdownItems(std::function<void()> showPreferences) {
                                       .keyEquivalent = "q",
                                       .action = MenuCommand::Standard::Terminate}));
   return items;
+}
+
+std::unique_ptr<SpaceRowView> makeSpaceRow(const SpaceInfo& space) {
+  const SpaceManager& manager = SpaceManager::shared();
+  return SpaceRow::create(
+      {.displayName = manager.displayName(space),
+       .isActive = space.spaceID == manager.activeSpaceID(),
+       .dotColor = dotColor(space),
+       .heatGlow = heatGlow(space)},
+      {.onSwitch = [space] { SpaceManager::shared().switchToSpace(space); },
+       .onCommitRename =
+           [space](std::string_view name) { SpaceManager::shared().setName(name, space); }});
 }
 
 Color dotColor(const SpaceInfo& space) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -16,6 +17,9 @@ namespace vembrix {
 /// A row for each desktop, in the model's order, then the commands. The rows act
 /// on the Spaces as they are now, and keep nothing of the model.
 std::vector<MenuItem> makeDropdownItems(std::function<void()> showPreferences);
+
+/// The desktop's row, as it is now.
+std::unique_ptr<SpaceRowView> makeSpaceRow(const SpaceInfo& space);
 
 /// The Space's colour as it was chosen, of the two the one that the colour mode
 /// uses.

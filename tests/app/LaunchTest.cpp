@@ -16,7 +16,7 @@ using std::chrono::seconds;
 /// Runs the program as if the user quit it after that time.
 int runFor(Duration duration) {
   MainQueue::main().after(duration, [] { Application::shared().terminate(); });
-  return runVembrix();
+  return runVembrix({});
 }
 
 TEST(LaunchTest, TheProgramIsAnAccessoryThatShowsItsTitleAndEndsWithStatusZero) {

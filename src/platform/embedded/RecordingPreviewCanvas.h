@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <variant>
+#include <vector>
+
+#include "platform/PreviewCanvas.h"
+
+namespace vembrix {
+
+/// A canvas that keeps what it was to draw. Its pictures are files of the PNG
+/// signature and the number, from 0, of the drawing.
+class RecordingPreviewCanvas : public PreviewCanvas {
+ public:
+  using Drawing = std::variant<SettingsContent, MenuMock>;
+
+  /// The canvas behind PreviewCanvas::shared().
+  static RecordingPreviewCanvas& shared();
+
+  std::optional<std::string> draw(SettingsContent content) override;
+  std::optional<std::string> draw(MenuMock mock) override;
+
+  /// In their order.
+  const std::vector<Drawing>& drawings() const { return drawings_; }
+  /// Whether what is drawn from now on can be.
+  void setAbleToDraw(bool able) { ableToDraw_ = able; }
+
+ private:
+  std::optional<std::string> record(Drawing drawing);
+
+  std::vector<Drawing> drawings_;
+  bool ableToDraw_ = true;
+};
+
+}  // namespace vembrix

@@ -1,0 +1,72 @@
+// The dropdown as a picture.
+
+#include <algorithm>
+#include <utility>
+
+#include "menubar/ColorLegibility.h"
+#include "menubar/DropdownContent.h"
+#include "spaces/SpaceManager.h"
+#include "ui/AppTheme.h"
+#include "ui/ThemePreviewRenderer.h"
+
+namespace vembrix {
+namespace {
+
+constexpr double kWidth = 240;
+constexpr double kRowHeight = 24;
+constexpr double kCornerRadius = 8;
+/// Above the first row.
+constexpr double kTopMargin = 6;
+/// What the picture is higher than its rows.
+constexpr double kOtherHeight = 12 + 64;
+/// From the last row, or a command, to the origin of what follows.
+constexpr double kGap = 12;
+/// From there up to the separator, and down to the command's label.
+constexpr double kSeparatorRise = 5;
+constexpr double kLabelDrop = 20;
+
+void addRows(MenuMock& mock, double& y) {
+  for (const SpaceInfo& space : SpaceManager::shared().spaces()) {
+    if (!space.isDesktop()) continue;
+    y -= kRowHeight;
+    mock.rows.push_back({makeSpaceRow(space), {0, y, kWidth, kRowHeight}});
+  }
+}
+
+/// A separator and the command below it; `y` goes down to the label's bottom.
+void addCommand(MenuMock& mock, const char* title, const Font& font, double& y) {
+  constexpr double kSeparatorAlpha = 0.15;
+  y -= kGap;
+  const Srgb ink = mock.appearance == Appearance::Dark ? kWhite : kBlack;
+  Srgb line = ink;
+  line.alpha = kSeparatorAlpha;
+  mock.separators.push_back({{12, y + kSeparatorRise, 216, 1}, line});
+  y -= kLabelDrop;
+  mock.labels.push_back({{14, y, 200, 18}, title, font, ink});
+}
+
+}  // namespace
+
+std::optional<MenuMock> ThemePreviewRenderer::renderMenuMock(const AppTheme& theme) {
+  const auto count = std::ranges::count_if(SpaceManager::shared().spaces(), &SpaceInfo::isDesktop);
+  if (count == 0) return std::nullopt;
+  MenuMock mock;
+  const std::optional<Appearance> forced = theme.appearance();
+  mock.appearance = forced ? *forced : systemAppearance();
+  mock.size = {kWidth, kRowHeight * static_cast<double>(count) + kOtherHeight};
+  mock.background =
+      mock.appearance == Appearance::Dark ? Srgb{0.17, 0.17, 0.18} : Srgb{0.95, 0.95, 0.95};
+  mock.cornerRadius = kCornerRadius;
+  const Font font{
+      .design = theme.usesMonoFont ? Font::Design::Monospaced : Font::Design::System,
+      .weight = Font::Weight::Regular,
+      .size = {},
+  };
+  double y = mock.size.height - kTopMargin;
+  addRows(mock, y);
+  addCommand(mock, "Preferences…", font, y);
+  addCommand(mock, "Quit Vembrix", font, y);
+  return mock;
+}
+
+}  // namespace vembrix
