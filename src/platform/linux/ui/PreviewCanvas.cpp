@@ -1,0 +1,133 @@
+#include "platform/PreviewCanvas.h"
+
+#include <QBuffer>
+#include <QGuiApplication>
+#include <QImage>
+#include <QImageWriter>
+#include <QPainter>
+#include <QScreen>
+#include <cmath>
+#include <memory>
+
+#include "platform/Application.h"
+#include "platform/linux/NativeColor.h"
+#include "platform/linux/NativeFont.h"
+#include "platform/linux/menubar/NativeSpaceRow.h"
+#include "platform/linux/menubar/SpaceRowWidget.h"
+#include "platform/linux/ui/SettingsContentView.h"
+
+namespace vembrix {
+namespace {
+
+/// Between the edge of a label and its text, as labels of macOS have it.
+constexpr double kLabelInset = 2;
+
+QSize rounded(const Size& size) {
+  return {static_cast<int>(std::lround(size.width)), static_cast<int>(std::lround(size.height))};
+}
+
+/// Transparent, in the pixels of the main screen.
+QImage makePicture(const QSize& size) {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  const double scale = screen ? screen->devicePixelRatio() : 1;
+  QImage picture(size * scale, QImage::Format_ARGB32_Premultiplied);
+  picture.setDevicePixelRatio(scale);
+  picture.fill(Qt::transparent);
+  return picture;
+}
+
+std::optional<std::string> encoded(const QImage& picture) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  QImageWriter writer(&buffer, "png");
+  if (picture.isNull() || !writer.write(picture)) return std::nullopt;
+  return bytes.toStdString();
+}
+
+Size sizeOf(const SettingsContent& content) {
+  if (const auto* plain = std::get_if<PlainContent>(&content.body)) return plain->size;
+  return std::get<ThemedContent>(content.body).rootSize;
+}
+
+/// Draws the parts of a mock; the painter counts from the top.
+class MenuMockPainter {
+ public:
+  MenuMockPainter(QPainter& painter, const MenuMock& mock) : painter_(painter), mock_(mock) {}
+
+  void paint() {
+    painter_.setRenderHint(QPainter::Antialiasing);
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(native(mock_.background));
+    painter_.drawRoundedRect(QRectF(QPointF(), QSizeF(rounded(mock_.size))), mock_.cornerRadius,
+                             mock_.cornerRadius);
+    for (const MenuMock::Row& row : mock_.rows) paint(row);
+    for (const MenuMock::Separator& separator : mock_.separators) {
+      painter_.fillRect(flipped(separator.frame), native(separator.color));
+    }
+    for (const MenuMock::Label& label : mock_.labels) paint(label);
+  }
+
+ private:
+  [[nodiscard]] QColor native(const Srgb& color) const {
+    return nativeColor(color, mock_.appearance);
+  }
+
+  [[nodiscard]] QRectF flipped(const Rect& frame) const {
+    return {frame.x, mock_.size.height - frame.y - frame.height, frame.width, frame.height};
+  }
+
+  void paint(const MenuMock::Row& row) {
+    // Every row comes from SpaceRowView::create().
+    auto& native = static_cast<NativeSpaceRow&>(*row.view);
+    const std::unique_ptr<SpaceRowWidget> widget(native.makeWidget());
+    const QRect frame = flipped(row.frame).toRect();
+    widget->setAppearance(mock_.appearance);
+    widget->resize(frame.size());
+    widget->render(&painter_, frame.topLeft(), {}, QWidget::DrawChildren);
+  }
+
+  void paint(const MenuMock::Label& label) {
+    painter_.setFont(nativeFont(label.font));
+    painter_.setPen(native(label.color));
+    painter_.drawText(flipped(label.frame).adjusted(kLabelInset, 0, -kLabelInset, 0),
+                      Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
+                      QString::fromStdString(label.text));
+  }
+
+  QPainter& painter_;
+  const MenuMock& mock_;
+};
+
+class QtPreviewCanvas : public PreviewCanvas {
+ public:
+  std::optional<std::string> draw(SettingsContent content) override {
+    const QSize size = rounded(sizeOf(content));
+    SettingsContentView view(content, 0, {}, nullptr);
+    view.setSystemAppearance(
+        Application::shared().effectiveAppearance().value_or(Appearance::Light));
+    view.resize(size);
+    QImage picture = makePicture(size);
+    view.render(&picture);
+    return encoded(picture);
+  }
+
+  std::optional<std::string> draw(MenuMock mock) override {
+    QImage picture = makePicture(rounded(mock.size));
+    {
+      QPainter painter(&picture);
+      MenuMockPainter(painter, mock).paint();
+    }
+    return encoded(picture);
+  }
+};
+
+}  // namespace
+
+PreviewCanvas& PreviewCanvas::shared() {
+  // Drawing needs Qt's application to be there.
+  Application::shared();
+  static QtPreviewCanvas canvas;
+  return canvas;
+}
+
+}  // namespace vembrix
