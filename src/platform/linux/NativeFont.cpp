@@ -1,9 +1,11 @@
 #include "platform/linux/NativeFont.h"
 
 #include <QFontDatabase>
+#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QStringList>
+#include <cmath>
 
 namespace vembrix {
 namespace {
@@ -72,6 +74,10 @@ QFont nativeFont(const Font& font) {
   native.setPointSizeF(qtPointSize(font.size.value_or(kSystemSize)));
   smooth(native);
   return native;
+}
+
+double middleBaseline(const QFont& font, double height, double scale) {
+  return std::round((height + QFontMetricsF(font).capHeight()) / 2 * scale) / scale;
 }
 
 }  // namespace vembrix

@@ -2,11 +2,15 @@
 
 #include <QAction>
 #include <QFontMetrics>
+#include <QFontMetricsF>
 #include <QKeySequence>
 #include <QMenu>
+#include <QPaintDevice>
 #include <QPainter>
 #include <QStyleFactory>
 #include <QStyleOptionMenuItem>
+
+#include "platform/linux/NativeFont.h"
 
 namespace vembrix {
 namespace {
@@ -59,8 +63,12 @@ void drawItem(const QStyleOptionMenuItem& item, const QString& shortcut, QPainte
   }
   const QColor ink =
       item.palette.color(isSelected ? QPalette::HighlightedText : QPalette::WindowText);
-  const QRect rect = item.rect.adjusted(kTitleInset, 0, -kTitleInset, 0);
-  constexpr int kOneLine = Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextHideMnemonic;
+  const QFontMetricsF metrics(item.font);
+  const double baseline =
+      middleBaseline(item.font, item.rect.height(), painter.device()->devicePixelRatio());
+  const QRectF rect(item.rect.x() + kTitleInset, item.rect.y() + baseline - metrics.ascent(),
+                    item.rect.width() - 2 * kTitleInset, metrics.height());
+  constexpr int kOneLine = Qt::AlignTop | Qt::TextSingleLine | Qt::TextHideMnemonic;
   painter.setFont(item.font);
   painter.setPen(ink);
   painter.drawText(rect, kOneLine | Qt::AlignLeft, item.text);

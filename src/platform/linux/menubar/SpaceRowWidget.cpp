@@ -1,6 +1,8 @@
 #include "platform/linux/menubar/SpaceRowWidget.h"
 
+#include <QFontMetricsF>
 #include <QMouseEvent>
+#include <QPaintDevice>
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
@@ -228,13 +230,14 @@ void SpaceRowWidget::paintDot(QPainter& painter) const {
 
 void SpaceRowWidget::paintLabel(QPainter& painter) const {
   const double right = width() - kTrailingInset - kRenameButtonSize - kLabelGap;
-  const QRectF rect(kTextLeft, 0, right - kTextLeft, height());
+  const QFontMetricsF metrics(font());
+  const double baseline = middleBaseline(font(), height(), painter.device()->devicePixelRatio());
+  const QRectF rect(kTextLeft, baseline - metrics.ascent(), right - kTextLeft, metrics.height());
   painter.setPen(nativeColor(Color(SystemColor::Label), appearance_));
   painter.setFont(font());
-  const QString text = fontMetrics().elidedText(lineOf(state_.label), Qt::ElideRight,
-                                                static_cast<int>(rect.width()));
+  const QString text = metrics.elidedText(lineOf(state_.label), Qt::ElideRight, rect.width());
   // Names in scripts that run to the left begin beside the dot, too.
-  painter.drawText(rect, Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextSingleLine,
+  painter.drawText(rect, Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignTop | Qt::TextSingleLine,
                    text);
 }
 

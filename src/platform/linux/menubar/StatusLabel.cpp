@@ -1,6 +1,5 @@
 #include "platform/linux/menubar/StatusLabel.h"
 
-#include <QFontMetricsF>
 #include <QPaintDevice>
 #include <QPainter>
 #include <algorithm>
@@ -42,7 +41,6 @@ QColor inkOf(const StatusItemContent& content, Appearance appearance) {
 
 StatusLabel::StatusLabel() {
   const QFont font = menuBarFont();
-  capHeight_ = QFontMetricsF(font).capHeight();
   QTextOption option;
   option.setWrapMode(QTextOption::NoWrap);
   // The blanks around a name count.
@@ -119,8 +117,8 @@ void StatusLabel::paintTitle(QPainter& painter) const {
     x = title_.text().isRightToLeft() ? width() - titleWidth_ : 0;
   }
   // Capitals stand in the middle of the bar, on a whole row of pixels.
-  const double scale = painter.device()->devicePixelRatio();
-  const double baseline = std::round((kBarHeight + capHeight_) / 2 * scale) / scale;
+  const double baseline =
+      middleBaseline(title_.font(), kBarHeight, painter.device()->devicePixelRatio());
   line.draw(&painter, {x, baseline - line.ascent()});
 }
 

@@ -40,7 +40,6 @@ class StatusLabel {
   /// Empty for an image.
   QTextLayout title_;
   double titleWidth_ = 0;
-  double capHeight_ = 0;
 };
 
 }  // namespace vembrix

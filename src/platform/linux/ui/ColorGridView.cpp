@@ -1,7 +1,6 @@
 #include "platform/linux/ui/ColorGridView.h"
 
 #include <QFontMetrics>
-#include <QLabel>
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -10,6 +9,7 @@
 #include "platform/linux/NativeFont.h"
 #include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/ColorWell.h"
+#include "platform/linux/ui/LineLabel.h"
 
 namespace vembrix {
 namespace {
@@ -32,7 +32,7 @@ ColorGridView::ColorGridView(ColorGrid grid, QWidget* parent)
 
 void ColorGridView::addCell(int index, const ColorGrid::Well& well) {
   const QString name = QString::fromStdString(well.name);
-  auto* label = new QLabel(this);
+  auto* label = new LineLabel(this);
   label->setTextFormat(Qt::PlainText);
   label->setFont(nativeFont(grid_.nameStyle.font));
   label->setText(name);

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "platform/linux/NativeColor.h"
+#include "platform/linux/NativeFont.h"
 
 namespace vembrix {
 namespace {
@@ -168,7 +169,7 @@ void paintMenuTick(QPainter& painter, const QRectF& rect, const QColor& color) {
 }
 
 int centeredBaseline(const QFont& font, int height) {
-  return static_cast<int>(std::lround((height + QFontMetricsF(font).capHeight()) / 2));
+  return static_cast<int>(middleBaseline(font, height, 1));
 }
 
 void paintLine(QPainter& painter, const QRect& rect, const QString& text, TextPlace place) {

@@ -39,6 +39,7 @@ inline constexpr int kMenuRowHeight = 22;
 /// From a menu row's leading edge to its text; the tick stands before that.
 inline constexpr int kMenuTextLeading = 24;
 inline constexpr int kMenuPadding = 5;
+inline constexpr double kMenuRadius = 6;
 }  // namespace control_metrics
 
 /// What the drawing of a control depends on besides its value.

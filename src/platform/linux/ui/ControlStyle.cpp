@@ -7,6 +7,7 @@
 #include <QStyleOptionSlider>
 #include <algorithm>
 
+#include "platform/linux/WindowHints.h"
 #include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/ControlPainting.h"
 
@@ -96,11 +97,12 @@ void drawMenuRow(const QStyleOptionMenuItem& option, QPainter& painter) {
 }
 
 void drawMenuPanel(const QStyleOption& option, QPainter& painter) {
-  painter.fillRect(option.rect, option.palette.color(QPalette::Base));
   const bool isDark = appearanceOf(option.palette) == Appearance::Dark;
+  painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(isDark ? QColor(255, 255, 255, 50) : QColor(0, 0, 0, 50));
-  painter.setBrush(Qt::NoBrush);
-  painter.drawRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5));
+  painter.setBrush(option.palette.color(QPalette::Base));
+  painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), kMenuRadius,
+                          kMenuRadius);
 }
 
 QRect knobRect(const QStyleOptionSlider& option) {
@@ -174,6 +176,13 @@ int ControlStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
     // A click on the track takes the knob there.
     case SH_Slider_AbsoluteSetButtons:
       return Qt::LeftButton;
+    // What of a menu is shown where it cannot be translucent.
+    case SH_Menu_Mask: {
+      auto* mask = qstyleoption_cast<QStyleHintReturnMask*>(data);
+      if (!mask || hasCompositor()) return 0;
+      mask->region = roundedRegion(option->rect, kMenuRadius);
+      return 1;
+    }
     case SH_Slider_PageSetButtons:
     case SH_UnderlineShortcut:
     case SH_EtchDisabledText:
@@ -270,7 +279,9 @@ void ControlStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
       painter->restore();
       return;
     case PE_PanelMenu:
+      painter->save();
       drawMenuPanel(*option, *painter);
+      painter->restore();
       return;
     // FocusRing stands in for all of them.
     case PE_FrameFocusRect:

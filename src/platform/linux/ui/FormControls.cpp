@@ -10,6 +10,7 @@
 #include "platform/linux/ui/ColorGridView.h"
 #include "platform/linux/ui/ControlPainting.h"
 #include "platform/linux/ui/ControlStyle.h"
+#include "platform/linux/ui/LineLabel.h"
 #include "platform/linux/ui/PopupButton.h"
 #include "platform/linux/ui/SelectableLine.h"
 #include "platform/linux/ui/SliderControl.h"
@@ -40,16 +41,18 @@ int baselineInMiddle(const QWidget& widget) {
   return centeredBaseline(widget.font(), widget.sizeHint().height());
 }
 
-QLabel* makeLabel(const std::string& text, const TextStyle& style, QWidget* parent) {
-  auto* label = new QLabel(parent);
+template <typename Label>
+Label* makeLabel(const std::string& text, const TextStyle& style, QWidget* parent) {
+  auto* label = new Label(parent);
   label->setTextFormat(Qt::PlainText);
   setTextStyle(*label, style);
   label->setText(QString::fromStdString(text));
   return label;
 }
 
-BuiltControl built(QLabel* label, bool fillsWidth) {
-  return {label, QFontMetrics(label->font()).ascent(), fillsWidth};
+/// Over the whole width.
+BuiltControl builtText(QLabel* label) {
+  return {label, QFontMetrics(label->font()).ascent(), true};
 }
 
 struct Builder {
@@ -79,13 +82,13 @@ struct Builder {
   }
 
   BuiltControl operator()(const WrappingLabel& wrapping) const {
-    QLabel* label = makeLabel(wrapping.text, wrapping.style, parent);
+    auto* label = makeLabel<QLabel>(wrapping.text, wrapping.style, parent);
     label->setWordWrap(true);
-    return built(label, true);
+    return builtText(label);
   }
 
   BuiltControl operator()(const Header& header) const {
-    return built(makeLabel(header.text, header.style, parent), false);
+    return buildLabel(header.text, header.style, parent);
   }
 
   BuiltControl operator()(const ColorGrid& grid) const {
@@ -122,9 +125,9 @@ struct Builder {
   }
 
   BuiltControl operator()(const StatusLabel& status) const {
-    QLabel* label = makeLabel(status.text, status.style, parent);
+    auto* label = makeLabel<QLabel>(status.text, status.style, parent);
     label->setMinimumHeight(QFontMetrics(label->font()).height());
-    return built(label, true);
+    return builtText(label);
   }
 };
 
@@ -135,7 +138,8 @@ BuiltControl buildControl(const FormControl& control, QWidget* parent) {
 }
 
 BuiltControl buildLabel(const std::string& text, const TextStyle& style, QWidget* parent) {
-  return built(makeLabel(text, style, parent), false);
+  auto* label = makeLabel<LineLabel>(text, style, parent);
+  return {label, label->baseline()};
 }
 
 }  // namespace vembrix

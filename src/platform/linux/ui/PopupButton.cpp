@@ -32,6 +32,8 @@ void PopupButton::showPopup() {
       part->setPalette(colors);
     }
     menu->setWindowRole(QStringLiteral("menu"));
+    // Its corners are round.
+    menu->setAttribute(Qt::WA_TranslucentBackground);
   }
   QComboBox::showPopup();
 }

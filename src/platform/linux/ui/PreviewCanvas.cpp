@@ -21,6 +21,8 @@ namespace {
 
 /// Between the edge of a label and its text, as labels of macOS have it.
 constexpr double kLabelInset = 2;
+/// From the top of a label to its baseline, whichever the font.
+constexpr double kLabelBaseline = 13;
 
 QSize rounded(const Size& size) {
   return {static_cast<int>(std::lround(size.width)), static_cast<int>(std::lround(size.height))};
@@ -89,8 +91,7 @@ class MenuMockPainter {
   void paint(const MenuMock::Label& label) {
     painter_.setFont(nativeFont(label.font));
     painter_.setPen(native(label.color));
-    painter_.drawText(flipped(label.frame).adjusted(kLabelInset, 0, -kLabelInset, 0),
-                      Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
+    painter_.drawText(flipped(label.frame).topLeft() + QPointF(kLabelInset, kLabelBaseline),
                       QString::fromStdString(label.text));
   }
 

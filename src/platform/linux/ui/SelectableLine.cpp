@@ -1,5 +1,6 @@
 #include "platform/linux/ui/SelectableLine.h"
 
+#include <QEvent>
 #include <QFontMetrics>
 #include <QPainter>
 #include <QStyleOptionFrame>
@@ -21,6 +22,20 @@ SelectableLine::SelectableLine(const std::string& text, Bezel bezel, QWidget* pa
   setReadOnly(true);
   setText(QString::fromStdString(text));
   setCursorPosition(0);
+  liftText();
+}
+
+void SelectableLine::changeEvent(QEvent* event) {
+  QLineEdit::changeEvent(event);
+  if (event->type() == QEvent::FontChange) liftText();
+}
+
+void SelectableLine::liftText() {
+  // Qt has the line box in the middle of a field, macOS the capitals.
+  if (!hasFrame()) return;
+  setTextMargins(0, 0, 0, 0);
+  const int drop = baseline() - centeredBaseline(font(), kFieldHeight);
+  if (drop > 0) setTextMargins(0, 0, 0, 2 * drop);
 }
 
 int SelectableLine::baseline() const {
@@ -30,7 +45,7 @@ int SelectableLine::baseline() const {
 int SelectableLine::baseline(int height) const {
   // Where Qt has it.
   const QFontMetrics metrics(font());
-  return (height - metrics.height() + 1) / 2 + metrics.ascent();
+  return (height - textMargins().bottom() - metrics.height() + 1) / 2 + metrics.ascent();
 }
 
 QSize SelectableLine::sizeHint() const {

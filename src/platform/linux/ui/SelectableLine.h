@@ -20,10 +20,12 @@ class SelectableLine : public QLineEdit {
   [[nodiscard]] QSize sizeHint() const override;
 
  protected:
+  void changeEvent(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
   [[nodiscard]] int baseline(int height) const;
+  void liftText();
 };
 
 }  // namespace vembrix
