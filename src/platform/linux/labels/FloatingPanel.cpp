@@ -4,6 +4,7 @@
 #include <QPainterPath>
 #include <QWindow>
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "platform/linux/Compositor.h"
@@ -123,25 +124,39 @@ void FloatingPanel::applyAlpha(double alpha) {
   content_.setVisible(isVisible() && alpha > 0);
 }
 
+FloatingPanel::Shape FloatingPanel::shape() const {
+  // The opacity says it all; and compositors may overlook that a window takes another
+  // shape while it is on another desktop.
+  if (Compositor::shared().isRunning()) return Shape::Whole;
+  // The window is still there, and in its desktop's list.
+  return windowHandle()->opacity() <= 0 ? Shape::Nothing : Shape::Panel;
+}
+
 void FloatingPanel::updateShape() {
   if (!ewmhOfQt()) return;
-  QWindow& window = *windowHandle();
-  if (Compositor::shared().isRunning()) {
-    // The opacity says it all; and compositors may overlook that a window takes another
-    // shape while it is on another desktop.
-    window.setMask({});
-  } else if (window.opacity() <= 0) {
-    // The window is still there, and in its desktop's list.
-    window.setMask(nothing());
-  } else {
-    QPainterPath path;
-    path.addRoundedRect(panelRect(), cornerRadius_, cornerRadius_);
-    window.setMask(QRegion(path.toFillPolygon().toPolygon()));
+  const Shape shape = this->shape();
+  if (std::exchange(shape_, shape) == shape) return;
+  switch (shape) {
+    case Shape::Whole:
+      windowHandle()->setMask({});
+      break;
+    case Shape::Panel:
+      windowHandle()->setMask(panelRegion());
+      break;
+    case Shape::Nothing:
+      windowHandle()->setMask(nothing());
+      break;
   }
 }
 
+QRegion FloatingPanel::panelRegion() const {
+  QPainterPath path;
+  path.addRoundedRect(panelRect(), cornerRadius_, cornerRadius_);
+  return QRegion(path.toFillPolygon().toPolygon());
+}
+
 void FloatingPanel::resizeEvent(QResizeEvent* /*event*/) {
-  updateShape();
+  if (shape_ == Shape::Panel) windowHandle()->setMask(panelRegion());
 }
 
 void FloatingPanel::paintEvent(QPaintEvent* /*event*/) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRegion>
 #include <QWidget>
 #include <cstdint>
 #include <functional>
@@ -61,7 +62,12 @@ class FloatingPanel : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  /// What there is of the window: all of it, the panel without its shadow, nothing.
+  enum class Shape { Whole, Panel, Nothing };
+
   [[nodiscard]] QRectF panelRect() const;
+  [[nodiscard]] QRegion panelRegion() const;
+  [[nodiscard]] Shape shape() const;
   void applyAlpha(double alpha);
   void updateShape();
   void setShown(bool shown);
@@ -71,6 +77,7 @@ class FloatingPanel : public QWidget {
   Rect frame_;
   WindowLevel level_;
   double cornerRadius_;
+  Shape shape_ = Shape::Whole;
   std::unique_ptr<PanelPlacement> placement_;
   AlphaFade alpha_;
 };
