@@ -13,7 +13,7 @@ import sys
 
 from desktop import Desktop, Portal
 from dropdown import Dropdown
-from labels import Labels
+from labels import Hand, Labels
 from processes import wait_until
 from screen import distance
 from vembrix import BLACK, BLUE, GREEN, HALVED_PINK, PEACH, PINK, Defaults, Vembrix
@@ -168,7 +168,7 @@ class Demo:
         """Shows the labels of the other desktops in full. An overview would show them
         all; here two come to this desktop, as a pager moves windows, to be looked at."""
         labels = self._labels()
-        self._desktop.run("xdotool", "mousemove", "0", "0")
+        Hand(self._desktop).point_at_corner()
         labels.wait_for_opacities({f"Desktop {n}": 0 if n == 2 else 1 for n in range(1, 5)})
         self._keep("hot-corner")
         for number, what in ((1, "warm"), (4, "cold")):
@@ -185,7 +185,7 @@ class Demo:
             label.move_to(number - 1)
             wait_until(lambda: label.place == number - 1, "the label to be back")
         # Touched, they go.
-        self._desktop.run("xdotool", "mousemove", "720", "450")
+        Hand(self._desktop).point_at(720, 450)
         labels.wait_for_rest(4, "Desktop 2")
         self._desktop.run("xdotool", "mousemove", "720", "860")
 

@@ -120,6 +120,30 @@ def close(found, wanted, tolerance=0.005):
     )
 
 
+class Hand:
+    """What a person does with the mouse."""
+
+    def __init__(self, desktop):
+        self._desktop = desktop
+
+    def point_at(self, x, y):
+        # A pointer that another program puts somewhere was not moved by a hand: the
+        # last bit is the device's.
+        self._desktop.run(
+            "xdotool", "mousemove", str(x + 2), str(y + 2), "mousemove_relative", "--", "-2", "-2"
+        )
+
+    def point_aside(self):
+        """Below all labels."""
+        self.point_at(720, 860)
+
+    def point_at_corner(self):
+        self.point_at(0, 0)
+
+    def click(self):
+        self._desktop.run("xdotool", "click", "1")
+
+
 class OpacitySpy:
     """Writes down, with the time, every opacity that a window is given."""
 

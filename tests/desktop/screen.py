@@ -4,6 +4,7 @@ The server keeps it in a file in the X window dump format, so a picture is what
 a monitor would show, compositor or not.
 """
 
+import mmap
 import struct
 import zlib
 
@@ -69,6 +70,29 @@ class Picture:
             file.write(chunk(b"IHDR", struct.pack(">IIBBBBB", self.width, self.height, 8, 2, 0, 0, 0)))
             file.write(chunk(b"IDAT", zlib.compress(lines, 6)))
             file.write(chunk(b"IEND", b""))
+
+
+class Pixels:
+    """Single pixels of a screen as they are at the moment, many in the time that a
+    picture takes; a context manager."""
+
+    def __init__(self, frame_buffer_path):
+        with open(frame_buffer_path, "rb") as file:
+            self._memory = mmap.mmap(file.fileno(), 0, access=mmap.ACCESS_READ)
+        header = _HEADER.unpack_from(self._memory)
+        self._start = header[0] + header[19] * _COLOR_ENTRY_SIZE
+        self._stride = header[12]
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self._memory.close()
+
+    def at(self, x, y):
+        start = self._start + y * self._stride + x * 4
+        blue, green, red = self._memory[start : start + 3]
+        return red, green, blue
 
 
 def distance(a, b):

@@ -2,7 +2,7 @@
 
 import unittest
 
-from labels import SWIPE_ALPHA, Labels, blend, close, keep, over
+from labels import SWIPE_ALPHA, Hand, Labels, blend, keep, over
 from preferences import Preferences
 from processes import wait_until
 from screen import distance
@@ -132,7 +132,7 @@ class HeatTest(DesktopTest):
     def test_in_full_while_the_corner_shows_them(self):
         self.start()
         self.work_on(3, 1)
-        self.desktop.run("xdotool", "mousemove", "0", "0")
+        Hand(self.desktop).point_at_corner()
         self.labels.wait_for_opacities(
             {f"Desktop {n}": 0 if n == 1 else 1 for n in (1, 2, 3, 4)}
         )

@@ -5,16 +5,14 @@ import unittest
 
 from desktop import Desktop
 from dropdown import Dropdown
-from labels import SWIPE_ALPHA, Label, Labels, OpacitySpy, keep
+from labels import Hand, Labels, OpacitySpy, keep
 from preferences import Preferences
-from processes import run, wait_until
+from processes import wait_until
 from screen import distance
 from vembrix import TOLERANCE, Defaults, DesktopTest, Vembrix
 
 GROUND = (128, 144, 160)
 NAMES = ["Desktop 1", "Desktop 2", "Desktop 3", "Desktop 4"]
-# Below all labels.
-ASIDE = (720, 860)
 
 # From the arrival on a desktop until its label is gone.
 ARRIVAL = 0.7
@@ -23,25 +21,6 @@ SHOW_DELAY = 0.5
 SHOW_DURATION = 15
 # Where a label has gone astray, that is noticed every 5 s.
 REPAIR = 5.5
-
-
-class Hand:
-    """What a person does with the mouse."""
-
-    def __init__(self, desktop):
-        self._desktop = desktop
-
-    def point_at(self, x, y):
-        self._desktop.run("xdotool", "mousemove", str(x), str(y))
-
-    def point_aside(self):
-        self.point_at(*ASIDE)
-
-    def point_at_corner(self):
-        self.point_at(0, 0)
-
-    def click(self):
-        self._desktop.run("xdotool", "click", "1")
 
 
 class LabelsCase(unittest.TestCase):
@@ -73,13 +52,23 @@ class LabelsCase(unittest.TestCase):
         wait_until(lambda: self.desktop.current == index, f"desktop {index + 1}")
         self.program.wait_for_title(f"Desktop {index + 1}")
 
-    def middle(self, label):
-        """A pixel of the label's fill, left of its text."""
+    def fill_of(self, label):
+        """What is on the screen where the label's fill is, left of its text."""
         x, y, _, height = label.frame()
-        return self.desktop.picture().pixel(x + 45, y + height // 2)
+        with self.desktop.pixels() as pixels:
+            return pixels.at(x + 45, y + height // 2)
 
     def shows_ground(self, label):
-        return distance(self.middle(label), GROUND) <= TOLERANCE
+        return distance(self.fill_of(label), GROUND) <= TOLERANCE
+
+    def open_below(self):
+        """Another program's window where labels are; it tells of clicks."""
+        program = self.desktop.start(["xev", "-geometry", "500x300+400+300", "-event", "button"])
+        wait_until(
+            lambda: '"Event Tester"' in self.desktop.run("xwininfo", "-root", "-tree"),
+            "another program's window",
+        )
+        return program
 
     def lend(self, label):
         """Moves the label of another desktop to this one, where it is seen until
@@ -147,8 +136,7 @@ class PlacesTest(LabelsCase):
         self.labels.wait_for_places({n: [name] for n, name in enumerate(NAMES)})
 
     def test_clicks_go_through_one_that_is_seen(self):
-        below = self.desktop.start(["xev", "-geometry", "500x300+400+300", "-event", "button"])
-        wait_until(lambda: self.desktop.windows_of_class("xev"), "another program's window")
+        below = self.open_below()
         label = self.labels.of("Desktop 2")
         self.lend(label)
         try:
@@ -175,32 +163,38 @@ class VisibilityTest(LabelsCase):
             spy = OpacitySpy(label)
             begin = time.monotonic()
             self.desktop.go_to(index)
-            frames = self.film(begin + ARRIVAL)
+            depths = self.film(label, begin)
             self.assertLessEqual(spy.wait_for(begin, 0, 5), ARRIVAL, spy.since(begin))
             spy.end()
             fade = [opacity for _, opacity in spy.since(begin)]
             self.assertEqual(fade, sorted(fade, reverse=True), "it only fades")
             self.assertGreater(len(fade), 8, fade)
-            for number, (moment, picture) in enumerate(frames):
-                keep(picture, f"arrival-{index + 1}-{number:02}-{moment:.2f}s")
-            self.check_fade(label, [picture for _, picture in frames])
+            self.check_fade(depths)
+            wait_until(lambda: self.shows_ground(label), "the ground again", 1.0)
 
-    def film(self, end):
-        begin, frames = time.monotonic(), []
-        while time.monotonic() < end:
-            frames.append((time.monotonic() - begin, self.desktop.picture()))
-        return frames
-
-    def check_fade(self, label, pictures):
-        """The label is seen, fainter and fainter, and is gone in the end."""
+    def film(self, label, begin):
+        """How far from the ground the screen is where the label's fill is, until the
+        label has to be gone; keeps some pictures of that."""
         x, y, _, height = label.frame()
-        depths = [distance(p.pixel(x + 45, y + height // 2), GROUND) for p in pictures]
-        self.assertGreater(max(depths), 40, depths)
-        shown = depths[depths.index(max(depths)) :]
+        depths, moments, pictures = [], [0.1, 0.3, 0.45], []
+        with self.desktop.pixels() as pixels:
+            while time.monotonic() < begin + ARRIVAL:
+                depths.append(distance(pixels.at(x + 45, y + height // 2), GROUND))
+                if moments and time.monotonic() > begin + moments[0]:
+                    pictures.append((moments.pop(0), self.desktop.picture()))
+                time.sleep(0.004)
+        for moment, picture in pictures:
+            keep(picture, f"arrival-{label.name}-{moment:.2f}s")
+        return depths
+
+    def check_fade(self, depths):
+        """The label is seen, fainter and fainter."""
+        deepest = max(depths)
+        self.assertGreater(deepest, 40, depths)
+        shown = depths[depths.index(deepest) :]
         for before, after in zip(shown, shown[1:]):
             self.assertLessEqual(after, before + 1, depths)
-        self.assertGreater(len(set(shown)), 3, depths)
-        wait_until(lambda: self.shows_ground(label), "the ground again", 1.0)
+        self.assertGreater(len(set(shown)), 5, depths)
 
     def test_the_corner_shows_the_others_until_one_is_touched(self):
         spy = OpacitySpy(self.labels.of("Desktop 2"))
@@ -240,16 +234,19 @@ class VisibilityTest(LabelsCase):
         spy.end()
 
     def test_the_mouse_waves_the_arrived_one_away(self):
+        # Slower than the arrival's fade by its nature, so what tells is that it ends
+        # before that one would: in one command, since both are short.
         label = self.labels.of("Desktop 2")
         spy = OpacitySpy(label)
+        self.hand.point_at(720, 450)
         begin = time.monotonic()
-        # In one command: the fade is short.
         self.desktop.run(
-            "xdotool", "set_desktop", "1", "sleep", "0.1", "mousemove", "720", "450",
-            "sleep", "0.02", "mousemove", "730", "450",
-        )  # fmt: skip
-        self.assertLessEqual(spy.wait_for(begin, 0, 5), ARRIVAL)
+            "xdotool", "set_desktop", "1", "sleep", "0.02", "mousemove_relative", "3", "0"
+        )
+        gone = spy.wait_for(begin, 0, 5)
+        first = spy.since(begin)[0][0]
         spy.end()
+        self.assertLess(gone - first, 0.47, spy.since(begin))
 
 
 class IcewmPlacesTest(PlacesTest):
@@ -295,8 +292,7 @@ class WithoutCompositorTest(LabelsCase):
         self.labels.wait_for_rest(4, "Desktop 1")
 
     def test_a_label_at_zero_lets_clicks_through(self):
-        below = self.desktop.start(["xev", "-geometry", "500x300+400+300", "-event", "button"])
-        wait_until(lambda: self.desktop.windows_of_class("xev"), "another program's window")
+        below = self.open_below()
         self.hand.point_at(600, 450)
         self.hand.click()
         wait_until(lambda: "ButtonPress" in below.output(), "the click to arrive below")

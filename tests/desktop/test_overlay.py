@@ -6,9 +6,11 @@ import unittest
 from labels import ALL_DESKTOPS, Labels, keep
 from processes import wait_until
 from screen import distance
-from vembrix import TOLERANCE, DesktopTest, Vembrix
+from vembrix import BLUE, GREEN, PEACH, PINK, TOLERANCE, DesktopTest, Vembrix
 
 GROUND = (128, 144, 160)
+# Of the status item, by desktop.
+FILLS = (PINK, BLUE, GREEN, PEACH)
 SIZE = (520, 96)
 # Black at 0.72 over the ground.
 COVERED = tuple(round(0.28 * component) for component in GROUND)
@@ -25,13 +27,16 @@ class OverlayTest(DesktopTest):
         self.desktop.run("hsetroot", "-solid", "#%02x%02x%02x" % GROUND)
         wait_until(lambda: self.pill_pixel() == GROUND, "the ground")
 
-    def pill_pixel(self):
+    def pill_pixel(self, pixels=None):
         """Inside the left end, where neither spinner nor text is."""
         width, height = self.desktop.size
-        return self.desktop.picture().pixel((width - SIZE[0]) // 2 + 30, height // 2)
+        if not pixels:
+            with self.desktop.pixels() as pixels:
+                return self.pill_pixel(pixels)
+        return pixels.at((width - SIZE[0]) // 2 + 30, height // 2)
 
-    def covers(self):
-        return distance(self.pill_pixel(), self.covered()) <= TOLERANCE
+    def is_covered(self, pixel):
+        return distance(pixel, self.covered()) <= TOLERANCE
 
     def covered(self):
         return COVERED
@@ -49,25 +54,35 @@ class OverlayTest(DesktopTest):
         self.assertLessEqual(
             {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"}, overlay.states
         )
-        seen = set()
-
-        def tour_is_over():
-            index = self.desktop.current
-            if index not in seen and self.covers() and index == self.desktop.current:
-                picture = self.desktop.picture()
-                if any("tour end" in line for line in program.log_lines()):
-                    return True
-                seen.add(index)
-                keep(picture, f"{type(self).__name__}-desktop-{index + 1}")
-            return any("tour end" in line for line in program.log_lines())
-
-        wait_until(tour_is_over, "the end of the tour")
+        film = self.film(lambda: "[Vembrix] tour end" in program.log_lines())
+        covered = [n for n, (_, pill) in enumerate(film) if self.is_covered(pill)]
+        # The first desktop is where the overlay fades in and out.
+        self.assertLessEqual({1, 2, 3}, {film[n][0] for n in covered}, "covered desktops")
+        self.assertEqual(len(covered), covered[-1] - covered[0] + 1, "covered all the time")
         end = time.monotonic()
-        self.assertEqual(seen, {0, 1, 2, 3}, "covered on every desktop")
         wait_until(lambda: not labels.overlays(), "the overlay to go")
         wait_until(lambda: self.pill_pixel() == GROUND, "the ground again")
         self.assertLess(time.monotonic() - end, FADE_OUT)
         labels.wait_for_rest(4, "Desktop 1")
+
+    def film(self, is_over):
+        """Which desktop the status item showed and what was where the overlay is,
+        again and again; keeps a picture."""
+        film = []
+        width, _ = self.desktop.size
+        picture = None
+        with self.desktop.pixels() as pixels:
+            while not is_over():
+                for _ in range(10):
+                    strip = pixels.at(width - 4, 4)
+                    index = next((n for n, fill in enumerate(FILLS) if strip == fill), None)
+                    film.append((index, self.pill_pixel(pixels)))
+                    time.sleep(0.004)
+                if not picture and self.is_covered(film[-1][1]):
+                    picture = self.desktop.picture()
+        if picture:
+            keep(picture, f"overlay-{type(self).__name__}")
+        return film
 
     def test_no_label_is_seen_during_the_tour(self):
         program = Vembrix(self.desktop)

@@ -304,6 +304,13 @@ TEST_F(DefaultsFileTest, APipeInThePlaceOfTheFileHoldsNobodyUp) {
 TEST_F(DefaultsFileTest, AFileThatCannotBeOpenedForNowIsNotLost) {
   put(*xmlPropertyList(Dictionary{{"Key", 1}}));
   std::this_thread::sleep_for(std::chrono::milliseconds(3200));
+  // Sanitizers need descriptors of their own where an object is met for the first time.
+  const fs::path folder = directory_.path() / "folder.plist";
+  fs::create_directories(folder);
+  DefaultsFile unreadable(folder, DefaultsFile::Log::Failures);
+  EXPECT_TRUE(unreadable.object("Key").isNull());
+  unreadable.set("Key", 2);
+  const std::size_t linesBefore = lines().size();
   rlimit limit{};
   ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
   const rlimit none{0, limit.rlim_max};
@@ -311,8 +318,10 @@ TEST_F(DefaultsFileTest, AFileThatCannotBeOpenedForNowIsNotLost) {
   EXPECT_TRUE(file_.object("Key").isNull());
   EXPECT_TRUE(file_.object("Key").isNull());
   file_.set("Key", 2);
-  EXPECT_THAT(lines(), ElementsAre(HasSubstr("cannot read"), HasSubstr("cannot write")));
   ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+  std::vector<std::string> added = lines();
+  added.erase(added.begin(), added.begin() + static_cast<std::ptrdiff_t>(linesBefore));
+  EXPECT_THAT(added, ElementsAre(HasSubstr("cannot read"), HasSubstr("cannot write")));
   EXPECT_EQ(file_.object("Key"), PropertyList(1));
   EXPECT_THAT(names(), SizeIs(1));
 }
