@@ -10,10 +10,11 @@ that does not happen ends the demo with a message and status 1.
 import os
 import signal
 import sys
+import time
 
 from desktop import Desktop, Portal
 from dropdown import Dropdown
-from labels import Hand, Labels
+from labels import Hand, Labels, lend
 from processes import wait_until
 from screen import distance
 from vembrix import BLACK, BLUE, GREEN, HALVED_PINK, PEACH, PINK, Defaults, Vembrix
@@ -108,11 +109,14 @@ class Demo:
     def _tour(self):
         """Out to the last desktop, back to the first, and home again, under the
         overlay."""
+        pictures = []
         for title in ("Desktop 4", "Desktop 1"):
             self._program.wait_for_title(title)
-            if len(self._labels().overlays()) != 1:
+            pictures.append((title, self._desktop.picture()))
+        for title, picture in pictures:
+            if picture.crop(460, 402, 520, 96).nearest((255, 255, 255))[1] > 60:
                 raise AssertionError(f"nothing covers the tour on {title}")
-            self._keep(f"tour-{title.lower().replace(' ', '-')}")
+            self._keep(f"tour-{title.lower().replace(' ', '-')}", picture)
         self._program.wait_for_tour()
         wait_until(lambda: self._desktop.current == 1, "the desktop where the tour began")
         wait_until(lambda: not self._labels().overlays(), "the overlay to go")
@@ -133,16 +137,20 @@ class Demo:
         title = f"Desktop {index + 1}"
         label = self._labels().of(title)
         wait_until(lambda: label.opacity > 0.5, f"the label of {title} to be ready")
-        self._desktop.go_to(index)
-        wait_until(lambda: self._desktop.current == index, title)
-        arrival = self._desktop.picture()
-        self._program.wait_for_title(title)
-        self._wait_until_faded()
         x, y, _, height = label.frame()
         fill = (x + 45, y + height // 2)
-        if distance(arrival.pixel(*fill), self._desktop.picture().pixel(*fill)) < 20:
-            raise AssertionError(f"the label of {title} was not seen on arrival")
-        self._keep(f"arrival-on-desktop-{index + 1}", arrival)
+        # A busy machine may show the picture's moment too late: then once more.
+        for _ in range(5):
+            self._desktop.go_to(index)
+            time.sleep(0.08)
+            arrival = self._desktop.picture()
+            self._program.wait_for_title(title)
+            self._wait_until_faded()
+            if distance(arrival.pixel(*fill), self._desktop.picture().pixel(*fill)) >= 40:
+                self._keep(f"arrival-on-desktop-{index + 1}", arrival)
+                return
+            self._go_to((index + 1) % 4, f"Desktop {(index + 1) % 4 + 1}")
+        raise AssertionError(f"the label of {title} was not seen on arrival")
 
     def _wait_until_faded(self):
         labels, index = self._labels(), self._desktop.current
@@ -175,15 +183,17 @@ class Demo:
             label = labels.of(f"Desktop {number}")
             x, y, _, height = label.frame()
             before = self._desktop.picture().pixel(x + 45, y + height // 2)
-            label.move_to(1)
-            wait_until(
-                lambda: distance(self._desktop.picture().pixel(x + 45, y + height // 2), before)
-                > 20,
-                "the label to be seen",
-            )
-            self._keep(f"label-in-full-{what}")
-            label.move_to(number - 1)
-            wait_until(lambda: label.place == number - 1, "the label to be back")
+
+            def look(x=x, y=y, height=height, before=before):
+                wait_until(
+                    lambda: distance(self._desktop.picture().pixel(x + 45, y + height // 2), before)
+                    > 20,
+                    "the label to be seen",
+                    2,
+                )
+                return self._desktop.picture()
+
+            self._keep(f"label-in-full-{what}", lend(label, look))
         # Touched, they go.
         Hand(self._desktop).point_at(720, 450)
         labels.wait_for_rest(4, "Desktop 2")

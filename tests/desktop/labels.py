@@ -8,7 +8,7 @@ import threading
 import time
 
 from desktop import Window
-from processes import wait_until
+from processes import Timeout, wait_until
 from screen import Picture
 
 # Of the settings.
@@ -53,6 +53,26 @@ class Label(Window):
     def move_to(self, index):
         """As a pager does. Does not wait for it."""
         self._desktop.run("wmctrl", "-i", "-r", self.identifier, "-t", str(index))
+
+
+def lend(label, look):
+    """Moves the label of another desktop to this one, where it is seen until the
+    program finds it, and back. Returns look(), which waits until it is seen and may be
+    called again: where the program has found the label meanwhile."""
+    home, here = label.place, label._desktop.current
+    for _ in range(4):
+        label.move_to(here)
+        try:
+            wait_until(lambda: label.place == here, f"{label.name} to be here", 2)
+            seen = look()
+            if label.place == here:
+                return seen
+        except Timeout:
+            pass
+        finally:
+            label.move_to(home)
+            wait_until(lambda: label.place == home, f"{label.name} to be back")
+    raise AssertionError(f"{label.name} was never here for long enough")
 
 
 class Labels:

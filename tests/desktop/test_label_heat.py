@@ -2,7 +2,7 @@
 
 import unittest
 
-from labels import SWIPE_ALPHA, Hand, Labels, blend, keep, over
+from labels import SWIPE_ALPHA, Hand, Labels, blend, keep, lend, over
 from preferences import Preferences
 from processes import wait_until
 from screen import distance
@@ -52,21 +52,18 @@ class HeatTest(DesktopTest):
 
     def visit(self, number):
         """The picture of that desktop's label, which comes to this one for it."""
-        name = f"Desktop {number}"
-        label = self.labels.of(name)
-        label.move_to(self.desktop.current)
-        try:
-            wait_until(lambda: label.place == self.desktop.current, f"{name} here")
-            before = self.at(label, 45)
+        label = self.labels.of(f"Desktop {number}")
+
+        def look():
             wait_until(
                 lambda: distance(self.at(label, 45), (128, 128, 128)) > TOLERANCE,
-                f"{name} to be seen; there is {before}",
+                f"{label.name} to be seen",
+                2,
             )
             self.wait_until_still()
             return self.desktop.picture().crop(*label.frame())
-        finally:
-            label.move_to(number - 1)
-            wait_until(lambda: label.place == number - 1, f"{name} back")
+
+        return lend(label, look)
 
     def at(self, label, offset):
         x, y, _, height = label.frame()

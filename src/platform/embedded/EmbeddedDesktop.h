@@ -125,7 +125,8 @@ class EmbeddedDesktop {
   void setMissionControl(bool open) { missionControl_ = open; }
   /// The windows of all programs, this one's included, and the Spaces that hold them.
   EmbeddedWindows& windows() { return windows_; }
-  /// Another program opens a window in the active Space.
+  /// Another program opens a window in the active Space, in the top left corner of the
+  /// primary display.
   void addWindow(std::string owner, Size size);
   /// What the window list answers in place of the truth.
   void overrideWindowList(std::optional<PropertyList> answer) {

@@ -77,8 +77,10 @@ void EmbeddedDesktop::endTransition() {
 }
 
 void EmbeddedDesktop::addWindow(std::string owner, Size size) {
-  windows_.orderFront(windows_.add(
-      {.owner = std::move(owner), .frame = {0, 0, size.width, size.height}, .spaces = {}}));
+  const double height = displays_.empty() ? 0 : displays_.front().display.frame.height;
+  windows_.orderFront(windows_.add({.owner = std::move(owner),
+                                    .frame = {0, height - size.height, size.width, size.height},
+                                    .spaces = {}}));
 }
 
 PropertyList EmbeddedDesktop::windowList() const {

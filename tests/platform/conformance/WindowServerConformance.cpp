@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <chrono>
 #include <cstdint>
 #include <set>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "platform/NotificationCenter.h"
+#include "platform/SignWindow.h"
 #include "platform/conformance/SystemUnderTest.h"
 
 namespace vembrix {
@@ -249,6 +251,79 @@ TEST_F(WindowServerConformance, AWindowOfTheDocksOverTheScreenIsThere) {
   system_.showWindow(system_.dockName(), {1440, 900});
   ASSERT_TRUE(runUntilWindowsOf("Dock", 1));
   EXPECT_EQ(windowsOf("Dock")[0]["kCGWindowBounds"]["Width"].number(), 1440);
+}
+
+// Windows in Spaces
+
+class WindowServerSpacesConformance : public WindowServerConformance {
+ protected:
+  PropertyList spacesOf(WindowServer::WindowNumber window) {
+    return server_.CGSCopySpacesForWindows(connection_, WindowServer::allSpaces,
+                                           std::array{window});
+  }
+  std::set<SpaceID> spaceIDsOf(WindowServer::WindowNumber window) {
+    std::set<SpaceID> found;
+    const PropertyList spaces = spacesOf(window);
+    if (!spaces.asArray()) return found;
+    for (const PropertyList& space : *spaces.asArray()) {
+      found.insert(static_cast<SpaceID>(space.integer().value_or(-1)));
+    }
+    return found;
+  }
+  void add(SpaceID space) {
+    server_.CGSAddWindowsToSpaces(connection_, std::array{number_}, std::array{space});
+  }
+  void remove(SpaceID space) {
+    server_.CGSRemoveWindowsFromSpaces(connection_, std::array{number_}, std::array{space});
+  }
+
+  std::unique_ptr<SignWindow> window_ = SignWindow::create({.frame = {100, 100, 300, 120}});
+  WindowServer::WindowNumber number_ = window_->windowNumber();
+};
+
+TEST_F(WindowServerSpacesConformance, AWindowIsBornInTheActiveSpace) {
+  system_.goToSpace(ids()[1]);
+  ASSERT_TRUE(runUntilActive(ids()[1]));
+  EXPECT_TRUE(spaceIDsOf(number_).empty()) << "not born yet";
+  window_->orderFront();
+  EXPECT_EQ(spaceIDsOf(number_), std::set{ids()[1]});
+  system_.runFor(milliseconds(200));
+  EXPECT_EQ(spaceIDsOf(number_), std::set{ids()[1]});
+}
+
+TEST_F(WindowServerSpacesConformance, AddedAndRemovedItIsInTheOtherSpace) {
+  window_->orderFront();
+  add(ids()[2]);
+  remove(ids()[0]);
+  EXPECT_EQ(spaceIDsOf(number_), std::set{ids()[2]});
+  system_.runFor(milliseconds(200));
+  EXPECT_EQ(spaceIDsOf(number_), std::set{ids()[2]});
+}
+
+TEST_F(WindowServerSpacesConformance, MovesWhenItHasLongBeenShown) {
+  window_->orderFront();
+  system_.runFor(milliseconds(200));
+  add(ids()[3]);
+  remove(ids()[0]);
+  EXPECT_EQ(spaceIDsOf(number_), std::set{ids()[3]});
+  system_.runFor(milliseconds(200));
+  EXPECT_EQ(spaceIDsOf(number_), std::set{ids()[3]});
+}
+
+TEST_F(WindowServerSpacesConformance, StaysWhenTheUserGoesElsewhere) {
+  window_->orderFront();
+  system_.runFor(milliseconds(100));
+  system_.goToSpace(ids()[2]);
+  ASSERT_TRUE(runUntilActive(ids()[2]));
+  EXPECT_EQ(spaceIDsOf(number_), std::set{ids()[0]});
+}
+
+TEST_F(WindowServerSpacesConformance, UnknownWindowsAndSpacesAreIgnored) {
+  window_->orderFront();
+  add(999);
+  server_.CGSAddWindowsToSpaces(connection_, std::array{number_ + 77}, std::array{ids()[1]});
+  EXPECT_EQ(spaceIDsOf(number_), std::set{ids()[0]});
+  EXPECT_TRUE(spaceIDsOf(number_ + 77).empty());
 }
 
 }  // namespace

@@ -97,6 +97,12 @@ bool X11Client::setDesktopCount(std::uint32_t count) {
   return true;
 }
 
+void X11Client::moveToDesktop(xcb_window_t window, std::uint32_t index) {
+  xcb_ewmh_request_change_wm_desktop(&ewmh_, screen_, window, index,
+                                     XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER);
+  xcb_flush(ewmh_.connection);
+}
+
 bool X11Client::goToDesktop(std::uint32_t index) {
   return demand("_NET_CURRENT_DESKTOP", index);
 }

@@ -28,6 +28,8 @@ class X11Client {
   /// Through the window manager, but none (which no window manager accepts).
   bool setDesktopCount(std::uint32_t count);
   bool goToDesktop(std::uint32_t index);
+  /// Asks the window manager to move the window there, as a pager does; does not wait.
+  void moveToDesktop(xcb_window_t window, std::uint32_t index);
   /// As the user does with the screen's settings.
   bool resizeScreen(std::uint16_t width, std::uint16_t height);
 

@@ -9,6 +9,7 @@
 #include "platform/NotificationCenter.h"
 #include "platform/embedded/EmbeddedDesktop.h"
 #include "platform/linux/ChosenDesktop.h"
+#include "platform/linux/ClickThroughFrames.h"
 #include "platform/linux/X11Desktop.h"
 #include "platform/linux/X11WindowDesktops.h"
 
@@ -23,9 +24,13 @@ class X11Placement : public PanelPlacement {
   X11Placement(QWindow& window, Options options)
       : id_(static_cast<xcb_window_t>(window.winId())), setShown_(std::move(options.setShown)) {
     desktops_.add(id_);
+    ClickThroughFrames::shared().add(id_);
     setCollectionBehavior(options.collectionBehavior);
   }
-  ~X11Placement() override { desktops_.remove(id_); }
+  ~X11Placement() override {
+    desktops_.remove(id_);
+    ClickThroughFrames::shared().remove(id_);
+  }
   X11Placement(const X11Placement&) = delete;
   X11Placement& operator=(const X11Placement&) = delete;
 
