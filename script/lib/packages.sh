@@ -56,6 +56,12 @@ packages_demo=(
   xterm
 )
 
+# What makes the pictures of the documentation small.
+packages_gallery=(
+  imagemagick
+  pngquant
+)
+
 packages_bench=(
   libbenchmark-dev
 )
