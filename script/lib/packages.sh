@@ -64,6 +64,12 @@ packages_icon=(
   zlib1g-dev
 )
 
+# What makes the pictures of the documentation small.
+packages_gallery=(
+  imagemagick
+  pngquant
+)
+
 packages_bench=(
   libbenchmark-dev
 )

@@ -14,17 +14,12 @@ import time
 
 from desktop import Desktop, Portal
 from dropdown import Dropdown
+from furniture import NOTES, hang_wallpaper, open_note, open_window
 from labels import Hand, Labels, lend
 from processes import wait_until
 from screen import distance
 from vembrix import BLACK, BLUE, GREEN, HALVED_PINK, PEACH, PINK, Defaults, Vembrix
 
-NOTES = {
-    0: ("Notes", "Today\n-----\n* answer the mail\n* review the release notes\n* call Ada at four"),
-    1: ("Mail", "Inbox (3)\n\n  Grace   Re: Thursday\n  Ada     The engine works\n  Alan    Lunch?"),
-    2: ("Build", "$ ninja\n[42/42] Linking\n$ ctest\n100% tests passed"),
-    3: ("Music", "Now playing\n\n  The Well-Tempered Clavier\n  Book I, Prelude in C"),
-}
 LONG_NAME = "The quarterly numbers and everything that belongs to them"
 
 
@@ -60,37 +55,18 @@ class Demo:
 
     def _furnish(self):
         desktop = self._desktop
-        desktop.run("hsetroot", "-add", "#27436b", "-add", "#7d9bc1", "-gradient", "30")
-        for index, (title, text) in NOTES.items():
+        hang_wallpaper(desktop)
+        for index, (title, _) in NOTES.items():
             desktop.go_to(index)
             wait_until(lambda index=index: desktop.current == index, f"desktop {index + 1}")
-            self._open_note(title, text)
+            open_note(desktop, index, "64x20+140+120", 11)
             if index % 2 == 0:
                 clock = f"{title} clock"
-                self._open("xclock", "-title", clock, "-geometry", "190x190+1120+120")
+                open_window(
+                    desktop, "xclock", "-title", clock, "-geometry", "190x190+1120+120"
+                )
         desktop.go_to(1)
         wait_until(lambda: desktop.current == 1, "desktop 2")
-
-    def _open_note(self, title, text):
-        script = 'printf "%s\\n" "$0"; exec sleep 100000'
-        self._open(
-            "xterm", "-title", title, "-geometry", "64x20+140+120", "-fa", "DejaVu Sans Mono",
-            "-fs", "11", "-bg", "#fdfdf8", "-fg", "#202020", "-b", "10", "+sb",
-            "-e", "sh", "-c", script, text,
-        )  # fmt: skip
-
-    def _open(self, program, *arguments):
-        """Starts a program and waits until its window, of the title that is its
-        first option, is seen."""
-        title = arguments[1]
-        self._desktop.start([program, *arguments])
-        wait_until(
-            lambda: any(
-                window.visible and window.read("WM_NAME") == title
-                for window in self._desktop.windows_of_class(program)
-            ),
-            f"the window {title!r}",
-        )
 
     # The steps
 

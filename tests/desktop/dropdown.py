@@ -12,8 +12,9 @@ NAME_X = 60
 class Dropdown:
     """The menu of one run of the program."""
 
-    def __init__(self, program):
+    def __init__(self, program, scale=1):
         self.program = program
+        self._scale = scale
         self.desktop = program.desktop
 
     def window(self):
@@ -38,8 +39,8 @@ class Dropdown:
 
     def row_picture(self, index):
         x, y, width, _ = self.window().frame()
-        top = y + INSET + index * ROW_HEIGHT
-        return self.desktop.picture().crop(x, top, width, ROW_HEIGHT)
+        top = y + self._scale * (INSET + index * ROW_HEIGHT)
+        return self.desktop.picture().crop(x, top, width, self._scale * ROW_HEIGHT)
 
     def row_count(self):
         """Counted by the height."""
@@ -53,10 +54,10 @@ class Dropdown:
 
     def hover(self, index, offset=NAME_X):
         x, y, _, _ = self.window().frame()
-        middle = y + INSET + index * ROW_HEIGHT + ROW_HEIGHT // 2
+        middle = y + self._scale * (INSET + index * ROW_HEIGHT + ROW_HEIGHT // 2)
         # Two moves, as a hand makes them.
-        self.point_at(x + offset - 1, middle)
-        self.point_at(x + offset, middle)
+        self.point_at(x + self._scale * offset - 1, middle)
+        self.point_at(x + self._scale * offset, middle)
 
     def wait_for_tint(self, index):
         """Waits until the row is lit, unlike its neighbour."""

@@ -65,9 +65,9 @@ class Defaults:
 class Vembrix:
     """One run of the program."""
 
-    def __init__(self, desktop, environment=None):
+    def __init__(self, desktop, environment=None, arguments=()):
         self.desktop = desktop
-        self.process = desktop.start([program_path()], environment)
+        self.process = desktop.start([program_path(), *arguments], environment)
         self._strip = None
 
     def log_lines(self):

@@ -572,7 +572,7 @@ TEST_F(SettingsWindowTest, PlainTabsShowTheirPages) {
   EXPECT_EQ(tabs.tabText(1), "Other");
   EXPECT_EQ(tabs.currentIndex(), 1);
   EXPECT_TRUE(control<QCheckBox>("Second").isVisible());
-  EXPECT_FALSE(control<QCheckBox>("First").isVisible());
+  EXPECT_EQ(widget().findChildren<QCheckBox*>().size(), 1) << "a page that nobody sees";
   QTest::mouseClick(&tabs, Qt::LeftButton, {}, tabs.tabRect(0).center());
   EXPECT_TRUE(control<QCheckBox>("First").isVisible());
   EXPECT_FALSE(control<QCheckBox>("Second").isVisible());

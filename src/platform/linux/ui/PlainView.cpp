@@ -21,11 +21,9 @@ PlainView::PlainView(const PlainContent& content, QWidget* parent)
       tabs_(new SegmentedTabBar(this)) {
   for (const SettingsTab& tab : content.tabs) {
     tabs_->addTab(QString::fromStdString(tab.label));
-    auto* page = new ScrollingPage(new FormPage(tab.form));
-    page->setParent(this);
-    page->hide();
-    pages_.push_back(page);
+    forms_.push_back(tab.form);
   }
+  pages_.resize(forms_.size());
   if (content.selected < content.tabs.size()) {
     tabs_->setCurrentIndex(static_cast<int>(content.selected));
   }
@@ -33,17 +31,28 @@ PlainView::PlainView(const PlainContent& content, QWidget* parent)
   showPage(tabs_->currentIndex());
 }
 
-std::vector<FormPage*> PlainView::pages() const {
+std::vector<FormPage*> PlainView::pages() {
   std::vector<FormPage*> pages;
   pages.reserve(pages_.size());
-  for (const ScrollingPage* page : pages_) pages.push_back(&page->page());
+  for (std::size_t i = 0; i < pages_.size(); ++i) pages.push_back(&page(i).page());
   return pages;
 }
 
+ScrollingPage& PlainView::page(std::size_t index) {
+  ScrollingPage*& page = pages_[index];
+  if (page) return *page;
+  page = new ScrollingPage(new FormPage(forms_[index]));
+  page->setParent(this);
+  page->setGeometry(room());
+  page->hide();
+  return *page;
+}
+
 void PlainView::showPage(int index) {
-  for (std::size_t i = 0; i < pages_.size(); ++i) {
-    pages_[i]->setVisible(static_cast<int>(i) == index);
+  for (ScrollingPage* other : pages_) {
+    if (other) other->hide();
   }
+  if (index >= 0) page(static_cast<std::size_t>(index)).show();
 }
 
 QRect PlainView::pane() const {
@@ -51,11 +60,16 @@ QRect PlainView::pane() const {
   return rect().adjusted(inset_, inset_ + SegmentedTabBar::kHeight / 2, -inset_, -inset_);
 }
 
+QRect PlainView::room() const {
+  return pane().adjusted(1, SegmentedTabBar::kHeight / 2 + 1, -1, -1);
+}
+
 void PlainView::resizeEvent(QResizeEvent* /*event*/) {
   const QSize tabs = tabs_->sizeHint();
   tabs_->setGeometry((width() - tabs.width()) / 2, inset_, tabs.width(), SegmentedTabBar::kHeight);
-  const QRect room = pane().adjusted(1, SegmentedTabBar::kHeight / 2 + 1, -1, -1);
-  for (ScrollingPage* page : pages_) page->setGeometry(room);
+  for (ScrollingPage* page : pages_) {
+    if (page) page->setGeometry(room());
+  }
 }
 
 void PlainView::paintEvent(QPaintEvent* /*event*/) {

@@ -18,7 +18,8 @@ class PlainView : public QWidget {
  public:
   PlainView(const PlainContent& content, QWidget* parent);
 
-  [[nodiscard]] std::vector<FormPage*> pages() const;
+  /// All of them, in the tabs' order; makes those that were not shown yet.
+  [[nodiscard]] std::vector<FormPage*> pages();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -27,10 +28,16 @@ class PlainView : public QWidget {
  private:
   /// The ground that the pages stand on.
   [[nodiscard]] QRect pane() const;
+  /// Where it stands below the tabs.
+  [[nodiscard]] QRect room() const;
+  /// Made when it is first asked for: few of them are ever seen.
+  ScrollingPage& page(std::size_t index);
   void showPage(int index);
 
   int inset_;
   SegmentedTabBar* tabs_;
+  std::vector<SettingsForm> forms_;
+  /// Null where it was not asked for yet.
   std::vector<ScrollingPage*> pages_;
 };
 

@@ -45,7 +45,7 @@ void SettingsContentView::setEnabled(const ControlID& id, bool isEnabled) {
   for (FormPage* page : pages()) page->setEnabled(id, isEnabled);
 }
 
-std::vector<FormPage*> SettingsContentView::pages() const {
+std::vector<FormPage*> SettingsContentView::pages() {
   return themed_ ? themed_->pages() : plain_->pages();
 }
 

@@ -37,7 +37,7 @@ class SettingsContentView : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  [[nodiscard]] std::vector<FormPage*> pages() const;
+  [[nodiscard]] std::vector<FormPage*> pages();
 
   WindowChrome chrome_;
   int coveredTop_;

@@ -1,0 +1,25 @@
+// A run of Vembrix that ends where it would draw its first picture: settings and
+// Spaces are read, the fonts are there.
+
+#include <QFontMetricsF>
+
+#include "app/LegacyDefaults.h"
+#include "platform/Application.h"
+#include "platform/linux/NativeFont.h"
+#include "settings/PreferencesStore.h"
+#include "spaces/SpaceManager.h"
+
+int main() {
+  using namespace vembrix;
+  migrateLegacyDefaultsIfNeeded();
+  Application::shared().setActivationPolicy(Application::ActivationPolicy::Accessory);
+  SpaceManager::shared().reload();
+  double width = 0;
+  for (const auto design : {Font::Design::System, Font::Design::Monospaced}) {
+    for (const auto weight : {Font::Weight::Regular, Font::Weight::Semibold}) {
+      const QFontMetricsF metrics(nativeFont({.design = design, .weight = weight, .size = {}}));
+      width += metrics.horizontalAdvance(QStringLiteral("Desktop 1"));
+    }
+  }
+  return width > 0 && !PreferencesStore::shared().themeName().empty() ? 0 : 1;
+}
