@@ -15,7 +15,7 @@ from desktop import Desktop
 from labels import Labels
 from processes import wait_until
 from vembrix import Vembrix
-from x11_requests import RequestLog, processor_time
+from x11_requests import RequestLog, processor_time, processor_times
 
 RATIO_LIMIT = 1.5
 SECONDS = 60
@@ -48,9 +48,9 @@ def measure(count, bare_program, seconds):
         time.sleep(SETTLING)
         log.wait_until_quiet()
         pids = (program.process.popen.pid, bare.popen.pid)
-        begin = [processor_time(pid) for pid in pids]
+        begin = [processor_times(pid) for pid in pids]
         asked = log.during(seconds)
-        own, other = (processor_time(pid) - start for pid, start in zip(pids, begin))
+        own, other = (processor_time(pid, since) for pid, since in zip(pids, begin))
         if not bare.running:
             raise AssertionError(f"the bare program ended: {bare.output()}")
     return asked, own, other

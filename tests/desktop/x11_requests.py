@@ -51,11 +51,18 @@ class RequestLog:
         wait_until(lambda: not self.during(seconds), "nothing to be asked any more")
 
 
-def processor_time(pid):
-    """In seconds, of all threads that live, by the scheduler's own clock: the ticks of
+def processor_times(pid):
+    """By thread, in seconds and by the scheduler's own clock: the ticks of
     /proc/PID/stat are as long as all that a program at rest does in a second."""
-    nanoseconds = 0
+    times = {}
     for thread in os.listdir(f"/proc/{pid}/task"):
         with open(f"/proc/{pid}/task/{thread}/schedstat", encoding="ascii") as file:
-            nanoseconds += int(file.read().split()[0])
-    return nanoseconds / 1e9
+            times[thread] = int(file.read().split()[0]) / 1e9
+    return times
+
+
+def processor_time(pid, since):
+    """What the threads that live have taken since processor_times() was `since`."""
+    return sum(
+        seconds - since.get(thread, 0) for thread, seconds in processor_times(pid).items()
+    )
