@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -43,6 +44,12 @@ std::string lowerCase(std::string text) {
   return text;
 }
 
+std::string joined(std::initializer_list<std::string_view> parts) {
+  std::string text;
+  for (const std::string_view part : parts) text += part;
+  return text;
+}
+
 /// The line is written even when the file could not be, so that a run always says the
 /// same.
 void write(const std::string& path, const std::string& bytes) {
@@ -57,8 +64,8 @@ void renderSettings(const std::string& prefix, int tabCount) {
   for (int tab = 0; tab < tabCount; ++tab) {
     controller.setSelectedTabIndex(tab);
     const auto png = PreviewCanvas::shared().draw(controller.buildContent());
-    const std::string identifier(kFileTabNames[static_cast<std::size_t>(tab)]);
-    if (png) write(prefix + "-" + identifier + ".png", *png);
+    const std::string_view identifier = kFileTabNames[static_cast<std::size_t>(tab)];
+    if (png) write(joined({prefix, "-", identifier, ".png"}), *png);
   }
 }
 
@@ -72,8 +79,9 @@ void renderAll(const std::string& directory) {
   for (const AppTheme& theme : AppTheme::all()) {
     PreferencesStore::shared().setThemeName(theme.name);
     const std::string name = lowerCase(theme.name);
-    renderSettings(directory + "/prefs-" + name, theme.name == kDefaultTheme ? kTabCount : 1);
-    renderMenu(theme, directory + "/menu-" + name + ".png");
+    renderSettings(joined({directory, "/prefs-", name}),
+                   theme.name == kDefaultTheme ? kTabCount : 1);
+    renderMenu(theme, joined({directory, "/menu-", name, ".png"}));
   }
 }
 

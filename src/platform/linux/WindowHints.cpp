@@ -1,7 +1,6 @@
 #include "platform/linux/WindowHints.h"
 
 #include <QGuiApplication>
-#include <QPainterPath>
 #include <QScreen>
 #include <QWindow>
 #include <algorithm>
@@ -121,12 +120,6 @@ bool hasCompositor() {
   const auto cookie = xcb_ewmh_get_wm_cm_owner_unchecked(ewmh, kScreen);
   return xcb_ewmh_get_wm_cm_owner_reply(ewmh, cookie, &owner, nullptr) != 0 &&
          owner != XCB_WINDOW_NONE;
-}
-
-QRegion roundedRegion(const QRect& rect, double radius) {
-  QPainterPath path;
-  path.addRoundedRect(rect, radius, radius);
-  return {path.toFillPolygon().toPolygon()};
 }
 
 }  // namespace vembrix

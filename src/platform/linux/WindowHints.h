@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QRect>
-#include <QRegion>
 
 class QWindow;
 
@@ -35,8 +34,5 @@ void reserveTopEdge(QWindow& window, const QRect& geometry);
 /// Whether windows may be translucent: a compositor puts the screen together.
 /// Asks the X server.
 bool hasCompositor();
-
-/// The shape of a window with round corners where there is none: cut off roughly.
-QRegion roundedRegion(const QRect& rect, double radius);
 
 }  // namespace vembrix

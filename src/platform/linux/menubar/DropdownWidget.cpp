@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QMouseEvent>
+#include <QPainterPath>
 #include <QSignalBlocker>
 #include <QWidgetAction>
 #include <algorithm>
@@ -11,6 +12,13 @@
 
 namespace vembrix {
 namespace {
+
+/// With the colours of what is behind where the corners are cut off roughly.
+QRegion roundedRegion(const QRect& rect, int radius) {
+  QPainterPath path;
+  path.addRoundedRect(rect, radius, radius);
+  return {path.toFillPolygon().toPolygon()};
+}
 
 /// What assistive programs say of the item, to which the menu leads them and not
 /// to the row.

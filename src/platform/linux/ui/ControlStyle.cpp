@@ -7,7 +7,6 @@
 #include <QStyleOptionSlider>
 #include <algorithm>
 
-#include "platform/linux/WindowHints.h"
 #include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/ControlPainting.h"
 
@@ -96,13 +95,12 @@ void drawMenuRow(const QStyleOptionMenuItem& option, QPainter& painter) {
             plainText(option.text), TextPlace::Leading);
 }
 
-void drawMenuPanel(const QStyleOption& option, QPainter& painter) {
+void drawMenuPanel(const QStyleOption& option, double radius, QPainter& painter) {
   const bool isDark = appearanceOf(option.palette) == Appearance::Dark;
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(isDark ? QColor(255, 255, 255, 50) : QColor(0, 0, 0, 50));
   painter.setBrush(option.palette.color(QPalette::Base));
-  painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), kMenuRadius,
-                          kMenuRadius);
+  painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
 }
 
 QRect knobRect(const QStyleOptionSlider& option) {
@@ -176,13 +174,6 @@ int ControlStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
     // A click on the track takes the knob there.
     case SH_Slider_AbsoluteSetButtons:
       return Qt::LeftButton;
-    // What of a menu is shown where it cannot be translucent.
-    case SH_Menu_Mask: {
-      auto* mask = qstyleoption_cast<QStyleHintReturnMask*>(data);
-      if (!mask || hasCompositor()) return 0;
-      mask->region = roundedRegion(option->rect, kMenuRadius);
-      return 1;
-    }
     case SH_Slider_PageSetButtons:
     case SH_UnderlineShortcut:
     case SH_EtchDisabledText:
@@ -278,11 +269,13 @@ void ControlStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
       paintField(*painter, option->rect, stateOf(*option));
       painter->restore();
       return;
-    case PE_PanelMenu:
+    case PE_PanelMenu: {
+      const bool isTranslucent = widget && widget->testAttribute(Qt::WA_TranslucentBackground);
       painter->save();
-      drawMenuPanel(*option, *painter);
+      drawMenuPanel(*option, isTranslucent ? kMenuRadius : 0, *painter);
       painter->restore();
       return;
+    }
     // FocusRing stands in for all of them.
     case PE_FrameFocusRect:
     case PE_FrameLineEdit:

@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QWheelEvent>
 
+#include "platform/linux/WindowHints.h"
 #include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/ControlStyle.h"
 
@@ -32,8 +33,8 @@ void PopupButton::showPopup() {
       part->setPalette(colors);
     }
     menu->setWindowRole(QStringLiteral("menu"));
-    // Its corners are round.
-    menu->setAttribute(Qt::WA_TranslucentBackground);
+    // Round corners need somebody to show what is behind them.
+    menu->setAttribute(Qt::WA_TranslucentBackground, hasCompositor());
   }
   QComboBox::showPopup();
 }
