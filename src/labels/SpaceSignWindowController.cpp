@@ -4,6 +4,7 @@
 
 #include "platform/Application.h"
 #include "platform/InputMonitor.h"
+#include "platform/UserDefaults.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
 #include "watchers/MissionControlWatcher.h"
@@ -30,7 +31,11 @@ void SpaceSignWindowController::observe() {
   using Handler = void (SpaceSignWindowController::*)();
   const auto calling = [this](Handler handler) {
     return [weak = weak_from_this(), handler] {
-      if (const auto controller = weak.lock()) (*controller.*handler)();
+      const auto controller = weak.lock();
+      if (!controller) return;
+      // Every label is laid out and tinted by the same settings.
+      const Token reading = UserDefaults::standard().beginReading();
+      (*controller.*handler)();
     };
   };
   using Self = SpaceSignWindowController;
@@ -60,6 +65,7 @@ void SpaceSignWindowController::startPrimeTimer() {
 
 void SpaceSignWindowController::primeTimerFired() {
   constexpr std::int64_t kTicksPerReconciliation = 10;
+  const Token reading = UserDefaults::standard().beginReading();
   primeNonActiveSigns();
   primeTick_ += 1;
   if (primeTick_ % kTicksPerReconciliation == 0) reconcileWindowSpaces();

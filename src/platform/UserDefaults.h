@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "platform/PropertyList.h"
+#include "platform/Token.h"
 
 namespace vembrix {
 
@@ -20,6 +21,11 @@ class UserDefaults {
   /// another program has written since is seen. Reading a value that has not
   /// changed since the last read allocates nothing where the system allows it.
   [[nodiscard]] virtual PropertyList object(std::string_view key) const = 0;
+
+  /// For those who read several values, or one many times: while the token lives, what
+  /// another program writes may stay unseen, so that each reading need not ask the
+  /// system. Within one event only. Empty where reading asks nobody.
+  [[nodiscard]] virtual Token beginReading() { return {}; }
 
   /// Stores the value; null removes the key. Stored when the call returns, as
   /// far as any reader of this process or a later one can tell.

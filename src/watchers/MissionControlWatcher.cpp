@@ -1,6 +1,7 @@
 #include "watchers/MissionControlWatcher.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/NotificationCenter.h"
 #include "platform/Screens.h"
@@ -48,10 +49,15 @@ void MissionControlWatcher::poll() {
 }
 
 bool MissionControlWatcher::detect() {
-  const PropertyList answer = WindowServer::shared().CGWindowListCopyWindowInfo(
+  PropertyList answer = WindowServer::shared().CGWindowListCopyWindowInfo(
       WindowServer::onScreenOnly | WindowServer::excludeDesktopElements);
-  const PropertyList::Array* windows = answer.asArrayOfDictionaries();
-  return windows && std::ranges::any_of(*windows, coversScreen);
+  const std::vector<Screen>& screens = Screens::shared().all();
+  if (answer == answer_ && screens == screens_) return isCovered_;
+  answer_ = std::move(answer);
+  screens_ = screens;
+  const PropertyList::Array* windows = answer_.asArrayOfDictionaries();
+  isCovered_ = windows && std::ranges::any_of(*windows, coversScreen);
+  return isCovered_;
 }
 
 }  // namespace vembrix

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 #include "platform/MainQueue.h"
+#include "platform/PropertyList.h"
+#include "platform/Screens.h"
 
 namespace vembrix {
 
@@ -29,9 +32,13 @@ class MissionControlWatcher {
   MissionControlWatcher() = default;
   void poll();
   /// Whether the Dock covers (nearly) a whole screen.
-  static bool detect();
+  bool detect();
 
   bool isActive_ = false;
+  // What was found last, and in what: as a rule nothing has changed since.
+  PropertyList answer_;
+  std::vector<Screen> screens_;
+  bool isCovered_ = false;
   TimerSource timer_;
 };
 

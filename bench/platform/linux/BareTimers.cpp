@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
   QTimer watching;
   start(watching, milliseconds(300));
   QTimer priming;
-  start(priming, milliseconds(500));
+  // Begun apart, as a launch does, so that no beat of one ever falls on one of the other.
+  QTimer::singleShot(milliseconds(25), &priming, [&] { start(priming, milliseconds(500)); });
   return QApplication::exec();
 }

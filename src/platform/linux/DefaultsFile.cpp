@@ -121,7 +121,13 @@ PropertyList DefaultsFile::object(std::string_view key) {
   return entry == dictionary->end() ? PropertyList() : entry->second;
 }
 
+void DefaultsFile::hold() {
+  if (holds_++ == 0) isLookedAt_ = false;
+}
+
 void DefaultsFile::refresh() {
+  if (holds_ > 0 && isLookedAt_) return;
+  isLookedAt_ = true;
   const State state = State::of(path_);
   if (!settled_ || state != state_) load(state);
 }
@@ -208,6 +214,8 @@ void DefaultsFile::fail(int error, Log log) {
 // Writing
 
 void DefaultsFile::set(std::string_view key, const PropertyList& value) {
+  // What others have written since must not be written over.
+  isLookedAt_ = false;
   refresh();
   if (holds(key, value)) return;
   if (!value.isNull() && !xmlPropertyList(value)) {

@@ -30,6 +30,11 @@ class DefaultsFile {
   /// The value under the key, or null.
   PropertyList object(std::string_view key);
 
+  /// From now on the file is looked at once, by the next reading, until as many
+  /// letGo() have followed.
+  void hold();
+  void letGo() { holds_ -= 1; }
+
   /// Stores the value, or removes the key for null; leaves the file alone when
   /// it holds that already. All else in the file stays as it is, whoever wrote
   /// it. A file that is no property list is kept beside under another name.
@@ -58,7 +63,7 @@ class DefaultsFile {
     static State of(const struct stat& status);
   };
 
-  /// Reads the file again unless it is certain to be as it was.
+  /// Reads the file again unless it is held, or certain to be as it was.
   void refresh();
   void load(State state);
   /// Reads the whole file into `scratch_`; `state` becomes that of what is read.
@@ -82,6 +87,9 @@ class DefaultsFile {
   std::optional<PropertyList::Dictionary> contents_;
   /// Whether any later change would show in the state.
   bool settled_ = false;
+  int holds_ = 0;
+  /// Whether the file has been looked at since it is held.
+  bool isLookedAt_ = false;
 
   /// Memory for reading again.
   std::string scratch_;

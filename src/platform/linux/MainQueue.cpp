@@ -12,6 +12,7 @@
 #include <memory>
 #include <mutex>
 #include <utility>
+#include <vector>
 
 namespace vembrix {
 namespace {
@@ -19,8 +20,11 @@ namespace {
 /// The queue on Qt's event loop, nested loops (menus) included. Works before
 /// there is a Qt application: what is due then runs when its loop does.
 ///
-/// One list by due time holds everything; a posted event runs what is due, a
-/// single Qt timer stands for the next entry. Made on the main thread.
+/// One list by due time holds what is to run; a posted event runs what is due, a
+/// single Qt timer stands for the next entry. A repeating entry that is on time
+/// gets a Qt timer of its own, which costs the least at each beat; one that has
+/// missed a beat goes back to the list, since Qt would not keep its rhythm. Made
+/// on the main thread.
 class QtMainQueue : public QObject, public MainQueue {
  public:
   void async(std::function<void()> block) override {
@@ -55,8 +59,13 @@ class QtMainQueue : public QObject, public MainQueue {
       return true;
     }
     if (event->type() == QEvent::Timer) {
-      disarm();
-      runDue();
+      const int timer = static_cast<QTimerEvent*>(event)->timerId();
+      if (timer == timer_) {
+        disarm();
+        runDue();
+      } else {
+        beat(timer);
+      }
       return true;
     }
     return QObject::event(event);
@@ -70,6 +79,8 @@ class QtMainQueue : public QObject, public MainQueue {
     /// Zero: once.
     Duration interval{};
     Key key;
+    /// Its own; 0 while it is in the list. Main thread only.
+    int timer = 0;
   };
 
   static Duration now() { return std::chrono::steady_clock::now().time_since_epoch(); }
@@ -97,6 +108,11 @@ class QtMainQueue : public QObject, public MainQueue {
 
   /// What the block holds goes now, not when it would have been due.
   void end(const Entry& entry) {
+    if (entry.timer != 0) {
+      killTimer(entry.timer);
+      std::erase_if(beating_, [&](const auto& other) { return other.get() == &entry; });
+      return;
+    }
     decltype(entries_)::node_type ended;
     const std::lock_guard lock(mutex_);
     ended = entries_.extract(entry.key);
@@ -105,26 +121,66 @@ class QtMainQueue : public QObject, public MainQueue {
   void runDue() {
     // What the blocks add waits for the next round: events come in between.
     const Duration limit = now();
-    while (const std::shared_ptr<Entry> entry = takeDue(limit)) {
+    Duration time = limit;
+    while (const std::shared_ptr<Entry> entry = takeDue(limit, time)) {
       // Before the block: it may open a menu, whose loop the others run in.
-      arm();
+      arm(time);
       entry->block();
+      time = now();
     }
-    arm();
+    arm(time);
   }
 
-  /// Takes out the first entry that is due; a repeating one is put in again for
-  /// its next beat after now. Null when none is due.
-  std::shared_ptr<Entry> takeDue(Duration limit) {
+  /// Takes out the first entry that is due by `limit`; a repeating one is put in
+  /// again for its next beat after `time`. Null when none is due.
+  std::shared_ptr<Entry> takeDue(Duration limit, Duration time) {
     const std::lock_guard lock(mutex_);
     if (entries_.empty() || entries_.begin()->first.first > limit) return nullptr;
     std::shared_ptr<Entry> entry = entries_.extract(entries_.begin()).mapped();
-    if (entry->interval > Duration::zero()) {
-      const Duration due = entry->key.first;
-      const Duration missed = (now() - due) / entry->interval * entry->interval;
-      insert(entry, due + missed + entry->interval);
+    if (entry->interval > Duration::zero() && !startBeating(entry, time)) {
+      insert(entry, nextBeat(*entry, time));
     }
     return entry;
+  }
+
+  /// The first after `time` in the rhythm of the entry, of which a beat is due.
+  static Duration nextBeat(const Entry& entry, Duration time) {
+    const Duration due = entry.key.first;
+    return due + (time - due) / entry.interval * entry.interval + entry.interval;
+  }
+
+  /// Gives the entry, which is due, a timer of its own. Whether it is in time for
+  /// that, and in whole milliseconds, which is what Qt counts in.
+  bool startBeating(const std::shared_ptr<Entry>& entry, Duration time) {
+    constexpr std::chrono::milliseconds kUnit{1};
+    const auto interval = std::chrono::floor<std::chrono::milliseconds>(entry->interval);
+    if (interval != entry->interval || interval > kMaxTimer) return false;
+    if (time - entry->key.first > kUnit || !QAbstractEventDispatcher::instance()) return false;
+    entry->timer = startTimer(interval, Qt::PreciseTimer);
+    if (entry->timer == 0) return false;
+    entry->key.first += entry->interval;
+    beating_.push_back(entry);
+    return true;
+  }
+
+  void beat(int timer) {
+    const auto found =
+        std::ranges::find(beating_, timer, [](const auto& entry) { return entry->timer; });
+    if (found == beating_.end()) return;
+    const std::shared_ptr<Entry> entry = *found;
+    const Duration time = now();
+    if (time - entry->key.first < entry->interval) {
+      entry->key.first += entry->interval;
+    } else {
+      killTimer(std::exchange(entry->timer, 0));
+      beating_.erase(found);
+      {
+        const std::lock_guard lock(mutex_);
+        insert(entry, nextBeat(*entry, time));
+      }
+      arm(time);
+    }
+    entry->block();
   }
 
   /// Makes the event loop come by; from any thread.
@@ -136,20 +192,23 @@ class QtMainQueue : public QObject, public MainQueue {
     QCoreApplication::postEvent(this, new QEvent(QEvent::User));
   }
 
-  /// Makes the event loop come by when the next entry is due.
-  void arm() {
+  void arm() { arm(now()); }
+
+  /// Makes the event loop come by when the next entry is due. `time`: now.
+  void arm(Duration time) {
     Duration due{};
     {
       const std::lock_guard lock(mutex_);
       if (entries_.empty()) return;
       due = entries_.begin()->first.first;
     }
+    if (timer_ != 0 && due == timerDue_) return;
     // Without an event dispatcher there are no timers yet: the loop arms its
     // own when it comes by.
-    const Duration left = due - now();
+    const Duration left = due - time;
     if (left <= Duration::zero() || !QAbstractEventDispatcher::instance()) {
       wake();
-    } else if (timer_ == 0 || due != timerDue_) {
+    } else {
       disarm();
       timerDue_ = due;
       timer_ = startTimer(std::min(std::chrono::ceil<std::chrono::milliseconds>(left), kMaxTimer),
@@ -172,6 +231,8 @@ class QtMainQueue : public QObject, public MainQueue {
   // Main thread only.
   int timer_ = 0;
   Duration timerDue_{};
+  /// Those that have a timer of their own; the key tells when the next beat is due.
+  std::vector<std::shared_ptr<Entry>> beating_;
 };
 
 }  // namespace

@@ -45,6 +45,11 @@ class FileUserDefaults : public UserDefaults {
 
   PropertyList object(std::string_view key) const override { return application_.object(key); }
 
+  Token beginReading() override {
+    application_.hold();
+    return Token([this] { application_.letGo(); });
+  }
+
   void set(std::string_view key, const PropertyList& value) override {
     application_.set(key, value);
   }
