@@ -24,7 +24,7 @@ ALLOWED = {
 # Where a system may be known, by a word of the path.
 SYSTEM_FOLDERS = re.compile(
     r"^src/platform/(macos|linux)/|^tests/platform/(macos|linux)/|^tests/desktop/"
-    r"|^bench/(.*/)?(macos|linux)/"
+    r"|^bench/(.*/)?(macos|linux)/|^packaging/"
 )
 # The headers of the C++ standard have no suffix and no capital; libraries that
 # all systems have are named.

@@ -94,6 +94,13 @@ TEST_F(MissionControlWatcherTest, ADockWindowLargeEnoughForASecondaryScreenCount
   EXPECT_TRUE(activeFor(Array{window("Dock", 800, 600)}));
 }
 
+TEST_F(MissionControlWatcherTest, AWindowCoversAScreenThatHasBecomeSmaller) {
+  EXPECT_FALSE(activeFor(Array{window("Dock", 1000, 700)}));
+  desktop_.setDisplayFrame("Main", {0, 0, 1024, 768});
+  queue_.advance(milliseconds(300));
+  EXPECT_TRUE(watcher_.isActive());
+}
+
 TEST_F(MissionControlWatcherTest, WithoutScreensItIsClosed) {
   desktop_.removeDisplay("Main");
   EXPECT_FALSE(activeFor(Array{window("Dock", 5000, 5000)}));

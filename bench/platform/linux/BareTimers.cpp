@@ -18,6 +18,9 @@ int main(int argc, char** argv) {
   start(watching, milliseconds(300));
   QTimer priming;
   // Begun apart, as a launch does, so that no beat of one ever falls on one of the other.
-  QTimer::singleShot(milliseconds(25), &priming, [&] { start(priming, milliseconds(500)); });
+  QTimer launch;
+  launch.setSingleShot(true);
+  QObject::connect(&launch, &QTimer::timeout, [&] { start(priming, milliseconds(500)); });
+  launch.start(milliseconds(25));
   return QApplication::exec();
 }

@@ -110,7 +110,11 @@ class QtMainQueue : public QObject, public MainQueue {
   void end(const Entry& entry) {
     if (entry.timer != 0) {
       killTimer(entry.timer);
-      std::erase_if(beating_, [&](const auto& other) { return other.get() == &entry; });
+      const auto found =
+          std::ranges::find(beating_, &entry, [](const auto& other) { return other.get(); });
+      // What it holds may reach here when it goes.
+      const std::shared_ptr<Entry> beat = std::move(*found);
+      beating_.erase(found);
       return;
     }
     decltype(entries_)::node_type ended;

@@ -166,6 +166,39 @@ TEST_F(DefaultsFileTest, ReadingAnUnchangedFileAllocatesNothing) {
   EXPECT_EQ(file_.object("Key"), PropertyList("changed"));
 }
 
+TEST_F(DefaultsFileTest, WhileItIsHeldItIsLookedAtOnce) {
+  put(*xmlPropertyList(Dictionary{{"Key", 1}}));
+  file_.hold();
+  EXPECT_EQ(file_.object("Key"), PropertyList(1));
+  put(*xmlPropertyList(Dictionary{{"Key", 2}}));
+  file_.hold();
+  EXPECT_EQ(file_.object("Key"), PropertyList(1));
+  file_.letGo();
+  EXPECT_EQ(file_.object("Key"), PropertyList(1));
+  file_.letGo();
+  EXPECT_EQ(file_.object("Key"), PropertyList(2));
+}
+
+TEST_F(DefaultsFileTest, WhatChangedBeforeItWasHeldIsSeen) {
+  put(*xmlPropertyList(Dictionary{{"Key", 1}}));
+  EXPECT_EQ(file_.object("Key"), PropertyList(1));
+  put(*xmlPropertyList(Dictionary{{"Key", 2}}));
+  file_.hold();
+  EXPECT_EQ(file_.object("Key"), PropertyList(2));
+  file_.letGo();
+}
+
+TEST_F(DefaultsFileTest, AWriteWhileItIsHeldLosesNothingOfWhatOthersWrote) {
+  put(*xmlPropertyList(Dictionary{{"Key", 1}}));
+  file_.hold();
+  EXPECT_EQ(file_.object("Key"), PropertyList(1));
+  put(*xmlPropertyList(Dictionary{{"Key", 1}, {"Theirs", 2}}));
+  file_.set("Key", 3);
+  EXPECT_EQ(file_.object("Key"), PropertyList(3));
+  file_.letGo();
+  EXPECT_EQ(stored(), PropertyList(Dictionary{{"Key", 3}, {"Theirs", 2}}));
+}
+
 TEST_F(DefaultsFileTest, AMissingFileAllocatesNothing) {
   EXPECT_TRUE(file_.object("Key").isNull());
   const std::size_t before = allocationCount();
