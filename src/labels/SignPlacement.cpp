@@ -43,8 +43,7 @@ std::vector<std::uint64_t> spaceSet(const PropertyList::Array& answer) {
     }
   }
   std::ranges::sort(spaces);
-  const auto repeated = std::ranges::unique(spaces);
-  spaces.erase(repeated.begin(), repeated.end());
+  spaces.erase(std::unique(spaces.begin(), spaces.end()), spaces.end());
   return spaces;
 }
 

@@ -15,10 +15,7 @@ class HeatTest(DesktopTest):
         super().setUp()
         self.program = self.launch()
         self.desktop.start(["xev", "-geometry", "400x300+100+200"])
-        wait_until(
-            lambda: '"Event Tester"' in self.desktop.run("xwininfo", "-root", "-tree"),
-            "another program's window",
-        )
+        self.other = wait_until(self.other_program, "another program's window")
         self.point_at_other_program()
         self.focus_other_program()
         self.assertEqual(self.recency(), [])
@@ -30,7 +27,14 @@ class HeatTest(DesktopTest):
         self.do("mousemove", 300, 400)
 
     def focus_other_program(self):
-        self.do("search", "--sync", "--onlyvisible", "--name", "Event Tester", "windowfocus", "--sync")
+        self.do("windowfocus", "--sync", self.other)
+
+    def other_program(self):
+        """Its window; None as long as there is none."""
+        for line in self.desktop.run("wmctrl", "-l").splitlines():
+            if line.endswith(" Event Tester"):
+                return line.split()[0]
+        return None
 
     def recency(self):
         return self.defaults.read().get("SpaceHeatRecency", [])
