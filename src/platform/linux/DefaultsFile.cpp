@@ -223,6 +223,7 @@ void DefaultsFile::set(std::string_view key, const PropertyList& value) {
     return;
   }
   const std::error_code error = store(key, value);
+  isLookedAt_ = false;
   // While a disk is full, one line says so.
   if (error && error != writeError_) report("cannot write", error.message());
   writeError_ = error;
