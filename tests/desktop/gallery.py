@@ -114,6 +114,8 @@ class Film:
         self._desktop = desktop
         self._portal = Portal(desktop, Portal.LIGHT)
         furnish(desktop, "46x13+48+72", 10)
+        # As large on this small screen as the labels usually are.
+        Defaults(desktop).write({"SignTextSize": 84})
         self._program = start(desktop)
         self._menu = Dropdown(self._program)
         self._hand = Hand(desktop, 430, 300)
