@@ -53,6 +53,14 @@ bool selectInput(X11Connection& connection, EventBits events) {
   return !error;
 }
 
+/// A pointer that a program puts elsewhere makes no raw event, for no device has moved.
+/// Of the plain events that it makes, those reach the root window that nobody takes
+/// before; others lose nothing by that.
+void selectWarps(X11Connection& connection, bool selected) {
+  const std::uint32_t events = selected ? XCB_EVENT_MASK_POINTER_MOTION : XCB_EVENT_MASK_NO_EVENT;
+  xcb_change_window_attributes(connection.xcb(), connection.root(), XCB_CW_EVENT_MASK, &events);
+}
+
 }  // namespace
 
 X11Input& X11Input::shared() {
@@ -106,6 +114,7 @@ void X11Input::select() {
   const EventBits withGestures = swipe_ ? events | kGestures : events;
   if (withGestures == selected_) return;
   selected_ = withGestures;
+  selectWarps(reader_->connection(), (watched & MouseMoved) != 0);
   // One client at a time may have the gestures of the root window; where it is
   // another one, they are given up.
   if (!selectInput(reader_->connection(), withGestures) && swipe_) {
@@ -117,7 +126,12 @@ void X11Input::select() {
 }
 
 void X11Input::note(const xcb_generic_event_t& event) {
-  if ((event.response_type & ~kSentEvent) != XCB_GE_GENERIC) {
+  const int type = event.response_type & ~kSentEvent;
+  if (type == XCB_MOTION_NOTIFY) {
+    moved_ |= !ownWindows_->havePointer();
+    return;
+  }
+  if (type != XCB_GE_GENERIC) {
     if (ownWindows_) ownWindows_->note(event);
     return;
   }

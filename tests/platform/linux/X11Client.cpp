@@ -215,6 +215,11 @@ void X11Client::movePointer(std::int16_t x, std::int16_t y) {
   fake(XCB_MOTION_NOTIFY, 0, x, y);
 }
 
+void X11Client::warpPointer(std::int16_t x, std::int16_t y) {
+  xcb_warp_pointer(ewmh_.connection, XCB_WINDOW_NONE, root(), 0, 0, 0, 0, x, y);
+  xcb_flush(ewmh_.connection);
+}
+
 // Windows and properties
 
 std::vector<xcb_window_t> X11Client::windowsOfRole(std::string_view role) {

@@ -43,6 +43,8 @@ class X11Client {
   /// A key of no meaning.
   void pressKey();
   void movePointer(std::int16_t x, std::int16_t y);
+  /// Puts the pointer there, as programs do and no device.
+  void warpPointer(std::int16_t x, std::int16_t y);
 
   [[nodiscard]] xcb_window_t root() const;
   /// Windows of any depth whose WM_WINDOW_ROLE is the given one.

@@ -61,6 +61,16 @@ TEST_F(X11InputTest, ScrollingIsNoClick) {
   EXPECT_EQ(toldInAll(), 2);
 }
 
+TEST_F(X11InputTest, APointerThatAProgramPutsElsewhereHasMoved) {
+  watch(MouseMoved);
+  toldInAll();
+  client().warpPointer(2, 700);
+  EXPECT_EQ(toldInAll(), 1);
+  client().warpPointer(0, 0);
+  EXPECT_EQ(toldInAll(), 1);
+  EXPECT_EQ(toldInAll(), 0);
+}
+
 TEST_F(X11InputTest, WhatGoesToOwnWindowsDoesNotCount) {
   QWidget window;
   watch(kPresses | MouseMoved);
