@@ -19,7 +19,7 @@ namespace {
 using SpaceID = WindowServer::SpaceID;
 
 /// The window manager keeps the window on its desktop, and shows it there.
-class X11Placement : public PanelPlacement {
+class X11Placement final : public PanelPlacement {
  public:
   X11Placement(QWindow& window, Options options)
       : id_(static_cast<xcb_window_t>(window.winId())), setShown_(std::move(options.setShown)) {

@@ -34,7 +34,7 @@ void SelectableLine::liftText() {
   // Qt has the line box in the middle of a field, macOS the capitals.
   if (!hasFrame()) return;
   setTextMargins(0, 0, 0, 0);
-  const int drop = baseline() - centeredBaseline(font(), kFieldHeight);
+  const int drop = baseline(kFieldHeight) - centeredBaseline(font(), kFieldHeight);
   if (drop > 0) setTextMargins(0, 0, 0, 2 * drop);
 }
 
