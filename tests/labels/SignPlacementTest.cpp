@@ -12,14 +12,12 @@ namespace {
 
 using std::chrono::milliseconds;
 using std::chrono::seconds;
-using testing::Each;
 using testing::ElementsAre;
 using testing::Gt;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Pair;
 using testing::SizeIs;
-using testing::UnorderedElementsAre;
 using Array = PropertyList::Array;
 using Kind = EmbeddedDesktop::WindowSpacesCall::Kind;
 
