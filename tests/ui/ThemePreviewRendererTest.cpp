@@ -99,9 +99,8 @@ TEST_F(ThemePreviewRendererTest, NineteenFilesAreWrittenInTheThemesOrderAndRepor
         name == "alpine" ? std::vector<std::string>{"label", "colors",      "menubar",
                                                     "theme", "diagnostics", "about"}
                          : std::vector<std::string>{"label"};
-    for (const std::string& tab : tabs) {
-      expected.push_back(directory_ + "/prefs-" + name + "-" + tab + ".png");
-    }
+    const std::string prefix = directory_ + "/prefs-" + name + "-";
+    for (const std::string& tab : tabs) expected.push_back(prefix + tab + ".png");
     expected.push_back(directory_ + "/menu-" + name + ".png");
   }
   EXPECT_THAT(expected, SizeIs(19));
