@@ -4,10 +4,9 @@
 
 #include <QCoreApplication>
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
 
 #include "platform/linux/QtEwmh.h"
+#include "platform/linux/X11Connection.h"
 
 namespace vembrix {
 namespace {
@@ -24,10 +23,8 @@ xcb_connection_t* connectionOfQt() {
 std::vector<xcb_window_t> framesFrom(xcb_window_t window) {
   std::vector<xcb_window_t> frames;
   while (true) {
-    const std::unique_ptr<xcb_query_tree_reply_t, decltype(&std::free)> tree(
-        xcb_query_tree_reply(connectionOfQt(), xcb_query_tree_unchecked(connectionOfQt(), window),
-                             nullptr),
-        &std::free);
+    const XcbPtr<xcb_query_tree_reply_t> tree{xcb_query_tree_reply(
+        connectionOfQt(), xcb_query_tree_unchecked(connectionOfQt(), window), nullptr)};
     // No answer: the window manager has gone or taken it away.
     if (!tree || window == tree->root) return frames;
     frames.push_back(window);

@@ -22,7 +22,7 @@ xcb_window_t nativeId(QWindow& window) {
   return static_cast<xcb_window_t>(window.winId());
 }
 
-/// Asks the X server.
+/// Asks the X server: once for each name is enough.
 xcb_atom_t atomOfQt(const xcb_ewmh_connection_t& ewmh, std::string_view name) {
   const XcbPtr<xcb_intern_atom_reply_t> reply{xcb_intern_atom_reply(
       ewmh.connection,
@@ -32,11 +32,10 @@ xcb_atom_t atomOfQt(const xcb_ewmh_connection_t& ewmh, std::string_view name) {
   return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-void setCardinals(const xcb_ewmh_connection_t& ewmh, xcb_window_t window, std::string_view name,
+void setCardinals(const xcb_ewmh_connection_t& ewmh, xcb_window_t window, xcb_atom_t name,
                   std::span<const std::uint32_t> values) {
-  xcb_change_property(ewmh.connection, XCB_PROP_MODE_REPLACE, window, atomOfQt(ewmh, name),
-                      XCB_ATOM_CARDINAL, 32, static_cast<std::uint32_t>(values.size()),
-                      values.data());
+  xcb_change_property(ewmh.connection, XCB_PROP_MODE_REPLACE, window, name, XCB_ATOM_CARDINAL, 32,
+                      static_cast<std::uint32_t>(values.size()), values.data());
 }
 
 /// In pixels of the X server. Qt scales positions within a screen, while the
@@ -83,19 +82,22 @@ void hideFromSwitchers(QWindow& window) {
   auto* ewmh = ewmhOfQt();
   if (!ewmh) return;
   // Beside the standard's two, which say nothing of switching.
+  static const xcb_atom_t skipSwitcher = atomOfQt(*ewmh, "_KDE_NET_WM_STATE_SKIP_SWITCHER");
   std::array states = {ewmh->_NET_WM_STATE_SKIP_TASKBAR, ewmh->_NET_WM_STATE_SKIP_PAGER,
-                       atomOfQt(*ewmh, "_KDE_NET_WM_STATE_SKIP_SWITCHER")};
+                       skipSwitcher};
   xcb_ewmh_set_wm_state(ewmh, nativeId(window), states.size(), states.data());
 }
 
 void announceOwnShadow(QWindow& window, int extent) {
   auto* ewmh = ewmhOfQt();
   if (!ewmh) return;
+  static const xcb_atom_t shadow = atomOfQt(*ewmh, "_COMPTON_SHADOW");
+  static const xcb_atom_t frameExtents = atomOfQt(*ewmh, "_GTK_FRAME_EXTENTS");
   constexpr std::uint32_t kNone = 0;
-  setCardinals(*ewmh, nativeId(window), "_COMPTON_SHADOW", std::span(&kNone, 1));
+  setCardinals(*ewmh, nativeId(window), shadow, std::span(&kNone, 1));
   std::array<std::uint32_t, 4> extents{};
   extents.fill(static_cast<std::uint32_t>(std::lround(extent * window.devicePixelRatio())));
-  setCardinals(*ewmh, nativeId(window), "_GTK_FRAME_EXTENTS", extents);
+  setCardinals(*ewmh, nativeId(window), frameExtents, extents);
 }
 
 void reserveTopEdge(QWindow& window, const QRect& geometry) {

@@ -48,15 +48,7 @@ void NativeSignView::setNeedsDisplay() {
 }
 
 void NativeSignView::paint(QPainter& painter, const QRectF& panel, Backing backing) {
-  QColor fill = colorOf(look_.fill);
-  if (backing == Backing::Opaque) {
-    fill.setAlphaF(1);
-    painter.fillRect(panel, fill);
-  } else {
-    QPainterPath shape;
-    shape.addRoundedRect(panel, cornerRadius_, cornerRadius_);
-    painter.fillPath(shape, fill);
-  }
+  fillPanel(painter, panel, cornerRadius_, colorOf(look_.fill), backing);
   if (const double width = look_.borderWidth; width > 0) {
     QPainterPath rim;
     rim.addRoundedRect(panel, cornerRadius_, cornerRadius_);

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QColor>
 #include <QRectF>
-#include <functional>
 
 class QPainter;
 
@@ -21,5 +21,10 @@ class PanelContent {
   /// Whether the panel can be seen from now on.
   virtual void setVisible(bool /*visible*/) {}
 };
+
+/// Paints the ground of a panel: on an opaque backing the whole rectangle, whatever the
+/// colour's alpha.
+void fillPanel(QPainter& painter, const QRectF& panel, double cornerRadius, QColor fill,
+               Backing backing);
 
 }  // namespace vembrix

@@ -2,7 +2,6 @@
 
 #include <QFontMetricsF>
 #include <QPainter>
-#include <QPainterPath>
 #include <QTimerEvent>
 #include <algorithm>
 #include <chrono>
@@ -51,15 +50,7 @@ void TourOverlayView::timerEvent(QTimerEvent* event) {
 }
 
 void TourOverlayView::paint(QPainter& painter, const QRectF& panel, Backing backing) {
-  QColor fill = colorOf(content_.fill);
-  if (backing == Backing::Opaque) {
-    fill.setAlphaF(1);
-    painter.fillRect(panel, fill);
-  } else {
-    QPainterPath shape;
-    shape.addRoundedRect(panel, content_.cornerRadius, content_.cornerRadius);
-    painter.fillPath(shape, fill);
-  }
+  fillPanel(painter, panel, content_.cornerRadius, colorOf(content_.fill), backing);
 
   const QFontMetricsF metrics(font_);
   const double around = content_.spinnerSize + content_.spacing;
