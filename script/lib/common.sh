@@ -59,22 +59,33 @@ install_packages() {
   rm -f "$log"
 }
 
-# need_brew COMMAND=FORMULA...: the same on macOS, by the commands or, for a
-# library, the formula alone.
-need_brew() {
-  local entry missing=()
-  for entry in "$@"; do
-    command -v "${entry%%=*}" >/dev/null || brew_has "${entry#*=}" || missing+=("${entry#*=}")
+# need_cmake: the same on macOS, where Apple's command line tools bring the compiler
+# and git, but no CMake.
+need_cmake() {
+  xcode-select -p >/dev/null 2>&1 ||
+    die "please install Apple's command line tools: xcode-select --install"
+  local folder
+  for folder in /Applications "$HOME/Applications"; do
+    # What cmake.org offers is an application, which leaves the PATH as it is.
+    command -v cmake >/dev/null || PATH=$PATH:$folder/CMake.app/Contents/bin
   done
-  ((${#missing[@]} > 0)) || return 0
-  command -v brew >/dev/null || die "please install ${missing[*]} (brew.sh has them)"
-  say "installing ${missing[*]}"
-  brew install --quiet "${missing[@]}"
+  command -v cmake >/dev/null || install_by_brew cmake "3.25 or newer; cmake.org/download has it"
+  local version
+  version=$(cmake --version | sed -n '1s/[^0-9]*\([0-9]*\.[0-9]*\).*/\1/p')
+  ((${version%.*} * 1000 + ${version#*.} >= 3025)) ||
+    die "CMake $version is too old: 3.25 or newer is needed (cmake.org/download has it)"
 }
 
-brew_has() { command -v brew >/dev/null && brew list --versions "$1" >/dev/null; }
+# install_by_brew FORMULA OTHERWISE: by Homebrew where there is one.
+install_by_brew() {
+  command -v brew >/dev/null || die "please install $1: $2"
+  say "installing $1"
+  brew install --quiet "$1"
+}
 
 # build_preset PRESET [TARGET...] [-- CONFIGURE_OPTION...]
+# By Ninja where there is one and nothing else is asked for. A folder that is
+# configured already stays with what it was configured for.
 build_preset() {
   local preset=$1 targets=()
   shift
@@ -85,6 +96,9 @@ build_preset() {
   [[ ${1:-} != -- ]] || shift
   (
     cd "$root" || exit
+    if [[ -z ${CMAKE_GENERATOR:-} ]] && command -v ninja >/dev/null; then
+      export CMAKE_GENERATOR=Ninja
+    fi
     cmake --preset "$preset" "$@" >/dev/null
     cmake --build --preset "$preset" --parallel "$(jobs_at_once)" "${targets[@]+"${targets[@]}"}"
   )

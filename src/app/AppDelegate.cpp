@@ -35,6 +35,11 @@ void AppDelegate::applicationDidFinishLaunching() {
   observer_ = std::move(observer);
 
   MissionControlWatcher::shared().start();
+  // The user may have put the Spaces into another order there, of which nothing tells.
+  rearrangement_ =
+      NotificationCenter::defaultCenter().addObserver(MissionControlWatcher::didChange, [] {
+        if (!MissionControlWatcher::shared().isActive()) SpaceManager::shared().reload();
+      });
   SpaceHeatTracker::shared().start();
   menuBar_ = MenuBarController::create();
   signs_ = SpaceSignWindowController::create();

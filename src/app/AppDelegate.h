@@ -33,6 +33,7 @@ class AppDelegate : public ApplicationDelegate {
   std::shared_ptr<HotCornerWatcher> hot_;
   std::shared_ptr<SwipeWatcher> swipes_;
   Observation observation_;
+  Observation rearrangement_;
 };
 
 }  // namespace vembrix

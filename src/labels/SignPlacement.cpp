@@ -92,6 +92,7 @@ void SpaceSignWindowController::pinWindow(const SignWindow& window, SpaceID spac
 }
 
 void SpaceSignWindowController::reconcileWindowSpaces() {
+  if (!WindowServer::shared().canPlaceWindows()) return;
   for (const auto& [space, sign] : windows_) reconcile(sign.window(), space);
 }
 

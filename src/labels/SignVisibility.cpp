@@ -89,10 +89,11 @@ void SpaceSignWindowController::handleSwipeBegan(bool isRight) {
   setAlphaOfAllBut(active, alpha);
   const SpaceInfo* target = neighbor(isRight);
   if (!target || windows_.contains(target->spaceID)) return;
-  const Sign& sign = makeSign(*target, IncludingActive::No, alpha);
-  // A new window is born in the active Space.
-  pinWindow(sign.window(), target->spaceID);
   WindowServer& server = WindowServer::shared();
+  // A new window is born in the active Space, and would stay there.
+  if (!server.canPlaceWindows()) return;
+  const Sign& sign = makeSign(*target, IncludingActive::No, alpha);
+  pinWindow(sign.window(), target->spaceID);
   server.CGSRemoveWindowsFromSpaces(server.CGSMainConnectionID(),
                                     std::array{sign.window().windowNumber()}, std::array{active});
 }

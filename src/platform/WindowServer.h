@@ -38,6 +38,10 @@ class WindowServer {
   virtual void CGSManagedDisplaySetCurrentSpace(ConnectionID connection, std::string_view display,
                                                 SpaceID space) = 0;
 
+  /// Whether the next two calls move windows. A system that has lost one of them
+  /// leaves every window where it was born; the answer never changes.
+  [[nodiscard]] virtual bool canPlaceWindows() const = 0;
+
   /// Puts the windows of this process into the Spaces, besides those in which they
   /// are. Where a window can be in one Space only, that is the last one of the list.
   /// Unknown windows and Spaces are ignored.

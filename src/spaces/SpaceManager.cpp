@@ -58,7 +58,10 @@ class ListReader {
     space.spaceID = *id;
     space.displayUUID.assign(displayUUID);
     space.type = entry["type"].integer().value_or(0);
-    if (const std::string* uuid = entry["uuid"].asString()) {
+    const std::string* uuid = entry["uuid"].asString();
+    // The first Space of a display often has an empty one. That serves as well as any
+    // other until a second display has the same: the two would share a name.
+    if (uuid && !(uuid->empty() && std::exchange(hasEmptyUUID_, true))) {
       space.uuid.assign(*uuid);
     } else {
       assignFallbackUUID(space.uuid, *id);
@@ -67,6 +70,7 @@ class ListReader {
 
   std::vector<SpaceInfo>& list_;
   std::size_t count_ = 0;
+  bool hasEmptyUUID_ = false;
 };
 
 }  // namespace

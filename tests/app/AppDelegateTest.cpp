@@ -64,6 +64,21 @@ TEST_F(AppDelegateTest, AfterLaunchTheDropdownSwitchesAndRenames) {
   EXPECT_EQ(menu.rows().at(2)->content().dotDescription, "current");
 }
 
+TEST_F(AppDelegateTest, SpacesPutIntoAnotherOrderInMissionControlAreNoticedWhenItCloses) {
+  delegate_.applicationDidFinishLaunching();
+  EmbeddedMainQueue& queue = EmbeddedMainQueue::shared();
+  queue.advance(std::chrono::minutes(1));
+  desktop_.activate(desktop_.spaceAt(3));
+  desktop_.setMissionControl(true);
+  queue.advance(std::chrono::seconds(1));
+  desktop_.moveSpace(desktop_.spaceAt(3), 1);
+  queue.advance(std::chrono::seconds(1));
+  EXPECT_EQ(RecordingStatusItem::current()->title(), " Desktop 4 ") << "nothing has told of it";
+  desktop_.setMissionControl(false);
+  queue.advance(std::chrono::seconds(1));
+  EXPECT_EQ(RecordingStatusItem::current()->title(), " Desktop 2 ");
+}
+
 TEST_F(AppDelegateTest, TheUserIsAskedForAccessibilityOnceAndLaunchGoesOn) {
   desktop_.setTrusted(false);
   delegate_.applicationDidFinishLaunching();

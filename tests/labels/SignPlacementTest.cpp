@@ -360,6 +360,27 @@ TEST_F(SignPlacementTest, ASwipeBornLabelIsAddedToItsSpaceAndThenTakenOutOfTheAc
   EXPECT_EQ(label(1).view().text(), "Desktop 2");
 }
 
+TEST_F(SignPlacementTest, WithoutTheMeansToMoveWindowsLabelsAreMadeOnlyWhereTheyBelong) {
+  desktop_.setCanPlaceWindows(false);
+  begin();
+  controller_->handleSwipeBegan(true);
+  turn();
+  EXPECT_EQ(labelCount(), 1U) << "the neighbour's would be born in the active Space, and stay";
+  goTo(1);
+  EXPECT_EQ(labelCount(), 2U);
+  EXPECT_EQ(label(1).view().text(), "Desktop 2");
+}
+
+TEST_F(SignPlacementTest, WithoutTheMeansToMoveWindowsAStrayLabelIsNotReportedOverAndOver) {
+  begin();
+  desktop_.setCanPlaceWindows(false);
+  moveLabel(label(0), {space(1)});
+  watchCalls();
+  for (int i = 0; i < 3; ++i) reconcile();
+  EXPECT_THAT(calls_, IsEmpty());
+  EXPECT_THAT(EmbeddedLog::shared().lines(), testing::Not(testing::Contains(HasSubstr("re-pin"))));
+}
+
 TEST_F(SignPlacementTest, ASwipeBornLabelHasTheHeatOfADesktopThatIsNotActive) {
   defaults_.set("SpaceHeatRecency", Array{"embedded-space-1", "embedded-space-2"});
   begin();

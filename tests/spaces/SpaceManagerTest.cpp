@@ -106,6 +106,29 @@ TEST_F(SpaceManagerTest, ASpaceWithAnEmptyUuidKeepsIt) {
   EXPECT_THAT(spaces, ElementsAre(SpaceInfo{1, "", "D1", 0}));
 }
 
+TEST_F(SpaceManagerTest, OfSeveralEmptyUuidsOnlyTheFirstStaysSoThatNoTwoSpacesShareAName) {
+  const Array first{Dictionary{{"ManagedSpaceID", 1}, {"uuid", ""}},
+                    Dictionary{{"ManagedSpaceID", 2}, {"uuid", "two"}}};
+  const Array second{Dictionary{{"ManagedSpaceID", 7}, {"uuid", ""}}};
+  const PropertyList answer = Array{Dictionary{{"Display Identifier", "D1"}, {"Spaces", first}},
+                                    Dictionary{{"Display Identifier", "D2"}, {"Spaces", second}}};
+  for (int reloads = 0; reloads < 2; ++reloads) {
+    const auto& spaces = spacesFor(answer);
+    ASSERT_EQ(spaces.size(), 3U);
+    EXPECT_EQ(spaces[0].uuid, "");
+    EXPECT_EQ(spaces[1].uuid, "two");
+    EXPECT_EQ(spaces[2].uuid, "space-7");
+  }
+}
+
+TEST_F(SpaceManagerTest, ASpaceWithAnEmptyUuidIsNamedLikeAnyOther) {
+  const auto& spaces = spacesFor(oneDisplay({Dictionary{{"ManagedSpaceID", 1}, {"uuid", ""}},
+                                             Dictionary{{"ManagedSpaceID", 2}, {"uuid", "two"}}}));
+  manager_.setName("Mail", spaces[0]);
+  EXPECT_EQ(manager_.displayName(spaces[0]), "Mail");
+  EXPECT_EQ(manager_.displayName(spaces[1]), "Desktop 2");
+}
+
 TEST_F(SpaceManagerTest, ATypeOfAnotherTypeIsAnOrdinaryDesktop) {
   const auto& spaces =
       spacesFor(oneDisplay({Dictionary{{"ManagedSpaceID", 1}, {"uuid", "u"}, {"type", "4"}}}));

@@ -64,6 +64,8 @@ class EmbeddedDesktop::WindowServerService : public WindowServer {
                                         SpaceID space) override {
     desktop_.switchDisplayTo(display, space);
   }
+  bool canPlaceWindows() const override { return desktop_.canPlaceWindows_; }
+
   void CGSAddWindowsToSpaces(ConnectionID, std::span<const WindowNumber> windows,
                              std::span<const SpaceID> spaces) override {
     tell(WindowSpacesCall::Kind::Add, windows, spaces);

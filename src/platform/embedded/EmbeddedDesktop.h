@@ -142,6 +142,9 @@ class EmbeddedDesktop {
     windowSpacesOverride_ = std::move(answer);
   }
 
+  /// Whether windows can be put into Spaces and taken out of them; at first they can.
+  void setCanPlaceWindows(bool can) { canPlaceWindows_ = can; }
+
   /// What a program has just asked of the window server about windows in Spaces. The
   /// lists are valid during the call.
   struct WindowSpacesCall {
@@ -222,6 +225,7 @@ class EmbeddedDesktop {
   std::optional<SpaceID> activeOverride_;
   std::optional<PropertyList> windowSpacesOverride_;
   std::function<void(const WindowSpacesCall&)> windowSpacesWatcher_;
+  bool canPlaceWindows_ = true;
   /// The truth as the window server would tell it; null when to be made anew.
   PropertyList answer_;
 

@@ -33,6 +33,8 @@ class X11WindowServer : public WindowServer {
     if (display == X11Desktop::kDisplay) desktop_.activate(space);
   }
 
+  bool canPlaceWindows() const override { return true; }
+
   void CGSAddWindowsToSpaces(ConnectionID /*connection*/, std::span<const WindowNumber> windows,
                              std::span<const SpaceID> spaces) override {
     const auto last = std::find_if(spaces.rbegin(), spaces.rend(),

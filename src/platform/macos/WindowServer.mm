@@ -167,9 +167,15 @@ class SystemWindowServer : public WindowServer {
     }
   }
 
+  // A window that can be put into no Space must not be taken out of its last, and one
+  // that can be taken out of none would be in two.
+  bool canPlaceWindows() const override {
+    return hasMainConnectionID_ && hasAddWindowsToSpaces_ && hasRemoveWindowsFromSpaces_;
+  }
+
   void CGSAddWindowsToSpaces(ConnectionID connection, std::span<const WindowNumber> windows,
                              std::span<const SpaceID> spaces) override {
-    if (!hasAddWindowsToSpaces_) return;
+    if (!canPlaceWindows()) return;
     @autoreleasepool {
       ::CGSAddWindowsToSpaces(connection, nativeNumbers(windows).get(),
                               nativeNumbers(spaces).get());
@@ -178,8 +184,7 @@ class SystemWindowServer : public WindowServer {
 
   void CGSRemoveWindowsFromSpaces(ConnectionID connection, std::span<const WindowNumber> windows,
                                   std::span<const SpaceID> spaces) override {
-    // A window that can be put into no Space must not be taken out of its last.
-    if (!hasRemoveWindowsFromSpaces_ || !hasAddWindowsToSpaces_) return;
+    if (!canPlaceWindows()) return;
     @autoreleasepool {
       ::CGSRemoveWindowsFromSpaces(connection, nativeNumbers(windows).get(),
                                    nativeNumbers(spaces).get());
