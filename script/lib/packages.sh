@@ -74,6 +74,19 @@ packages_bench=(
   libbenchmark-dev
 )
 
+# To build for macOS from Linux, and to check what is built.
+packages_macos_cross=(
+  clang-19
+  cmake
+  lld-19
+  llvm-19
+  ninja-build
+)
+packages_macos_lint=(
+  clang-tidy-19
+  python3
+)
+
 packages_lint=(
   clang-format
   clang-tidy

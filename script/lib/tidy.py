@@ -1,6 +1,7 @@
 """Runs clang-tidy over a compilation database, several files at once.
 
-Usage: tidy.py BUILD_FOLDER JOBS
+Usage: tidy.py BUILD_FOLDER JOBS CLANG_TIDY SUFFIX
+SUFFIX is that of the files to check, .cpp or .mm.
 
 A file that passed is not checked again until something that the result depends
 on has changed: the file, what it includes of the project, its command line, the
@@ -18,13 +19,13 @@ import sys
 from sources import ROOT, absolute, all_dependencies, text
 
 
-def tool_version():
+def version(tool):
     return subprocess.run(
-        ["clang-tidy", "--version"], check=True, stdout=subprocess.PIPE, encoding="utf-8"
+        [tool, "--version"], check=True, stdout=subprocess.PIPE, encoding="utf-8"
     ).stdout
 
 
-def commands(build):
+def commands(build, suffix):
     """(path below ROOT, command line) of the project's own sources, each once."""
     with open(os.path.join(build, "compile_commands.json"), encoding="utf-8") as file:
         entries = json.load(file)
@@ -32,7 +33,7 @@ def commands(build):
     for entry in entries:
         path = os.path.relpath(entry["file"], ROOT)
         generated = path.startswith(("..", os.path.relpath(build, ROOT)))
-        if not generated and path.endswith(".cpp"):
+        if not generated and path.endswith(suffix):
             found.setdefault(path, entry["command"])
     return sorted(found.items())
 
@@ -49,9 +50,9 @@ def rules(path):
         folder = os.path.dirname(folder)
 
 
-def fingerprint(path, command, version):
+def fingerprint(path, command, tool_version):
     digest = hashlib.sha256()
-    parts = [version, command, *(text(rule) for rule in rules(path))]
+    parts = [tool_version, command, *(text(rule) for rule in rules(path))]
     for dependency in sorted(all_dependencies(path)):
         parts += [dependency, text(dependency)]
     for part in parts:
@@ -59,11 +60,11 @@ def fingerprint(path, command, version):
     return digest.hexdigest()
 
 
-def check(build, path):
+def check(tool, build, path):
     """What clang-tidy says; empty when it has nothing to say."""
     result = subprocess.run(
         # GCC's own warnings are on the command lines too.
-        ["clang-tidy", "-quiet", "-p", build, "--extra-arg=-Wno-unknown-warning-option",
+        [tool, "-quiet", "-p", build, "--extra-arg=-Wno-unknown-warning-option",
          absolute(path)],
         stdin=subprocess.DEVNULL,
         stdout=subprocess.PIPE,
@@ -84,14 +85,15 @@ def diagnostics(output):
 
 def main():
     build, jobs = os.path.abspath(sys.argv[1]), int(sys.argv[2])
-    version = tool_version()
+    tool, suffix = sys.argv[3:]
+    tool_version = version(tool)
     stamps = os.path.join(build, "tidy")
     os.makedirs(stamps, exist_ok=True)
     known = set(os.listdir(stamps))
     pending = []
     current = set()
-    for path, command in commands(build):
-        stamp = fingerprint(path, command, version)
+    for path, command in commands(build, suffix):
+        stamp = fingerprint(path, command, tool_version)
         current.add(stamp)
         if stamp not in known:
             pending.append((path, stamp))
@@ -102,7 +104,7 @@ def main():
     # A fault in a header is found with every file that includes it.
     faults = set()
     with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
-        results = {pool.submit(check, build, path): (path, stamp) for path, stamp in pending}
+        results = {pool.submit(check, tool, build, path): (path, stamp) for path, stamp in pending}
         for future in concurrent.futures.as_completed(results):
             complaint = future.result()
             if complaint:

@@ -1,38 +1,9 @@
 #import "platform/LogTool.h"
 
-#import <Foundation/Foundation.h>
-
-#import "platform/macos/Conversions.h"
+#import "platform/macos/RunCommand.h"
 
 namespace vembrix {
 namespace {
-
-NSArray<NSString*>* nativeArguments(const LogCommand& command) {
-  auto* arguments = [NSMutableArray<NSString*> arrayWithCapacity:command.arguments.size()];
-  for (const std::string& argument : command.arguments) {
-    [arguments addObject:nativeString(argument)];
-  }
-  return arguments;
-}
-
-LogTool::Result runCommand(const LogCommand& command) {
-  auto* task = [[NSTask alloc] init];
-  auto* pipe = [NSPipe pipe];
-  task.executableURL = [NSURL fileURLWithPath:nativeString(command.executable)];
-  task.arguments = nativeArguments(command);
-  task.standardInput = NSFileHandle.fileHandleWithNullDevice;
-  task.standardOutput = pipe;
-  task.standardError = pipe;
-  NSError* error = nil;
-  if (![task launchAndReturnError:&error]) {
-    return LogTool::LaunchFailure{utf8String(error.localizedDescription)};
-  }
-  // Read before waiting: the tool stops when the pipe is full. A pipe that cannot
-  // be read has no output.
-  NSData* data = [pipe.fileHandleForReading readDataToEndOfFileAndReturnError:nil];
-  [task waitUntilExit];
-  return LogTool::Output{std::string(static_cast<const char*>(data.bytes), data.length)};
-}
 
 /// The unified log's own tool. The predicate is by the process's name, which the
 /// bundle gives it. Owns the command; a run owns its process and its pipe.
@@ -40,11 +11,7 @@ class SystemLogTool : public LogTool {
  public:
   const LogCommand& command() const override { return command_; }
 
-  Result run() const override {
-    @autoreleasepool {
-      return runCommand(command_);
-    }
-  }
+  Result run() const override { return runCommand(command_); }
 
  private:
   const LogCommand command_{

@@ -28,6 +28,8 @@ class EmbeddedSystem : public SystemUnderTest {
     return true;
   }
 
+  std::string applicationDomain() override { return "com.vembrix.app"; }
+
   void writeDomain(std::string_view domain, const PropertyList& contents) override {
     defaults_.writeDomain(domain, contents);
   }

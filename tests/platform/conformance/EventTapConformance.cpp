@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <vector>
 
 #include "platform/DockSwipeEvent.h"
@@ -15,7 +16,8 @@ using testing::IsEmpty;
 
 class EventTapConformance : public testing::Test {
  protected:
-  static void post(std::int64_t phase) {
+  /// Posts, and lets the main queue run, by which some systems deliver events.
+  void post(std::int64_t phase) {
     const auto event = DockSwipeEvent::create();
     event->setIntegerField(dockswipe::EventType, dockswipe::kDockControl);
     event->setIntegerField(dockswipe::GestureKind, dockswipe::kDockSwipe);
@@ -23,6 +25,7 @@ class EventTapConformance : public testing::Test {
     event->setDoubleField(dockswipe::Progress, -0.25);
     event->setDoubleField(dockswipe::VelocityX, 1.5);
     event->post();
+    system_.runFor(std::chrono::milliseconds(10));
   }
 
   SystemUnderTest& system_ = SystemUnderTest::shared();

@@ -47,6 +47,8 @@ class LinuxSystem : public SystemUnderTest {
     return vembrix::runUntil(condition, limit);
   }
 
+  std::string applicationDomain() override { return "com.vembrix.app"; }
+
   void writeDomain(std::string_view domain, const PropertyList& contents) override {
     writeFile(domain, xmlPropertyList(contents).value());
   }

@@ -25,10 +25,19 @@ struct Center {
 
 class NotificationCenterConformance : public testing::TestWithParam<Center> {
  protected:
-  /// Posts, and waits until it is delivered.
+  /// Posts, and waits until it is delivered, and what the handlers posted upon it.
   void post(std::string_view name) {
     center_.post(name);
-    system_.runFor(std::chrono::milliseconds(5));
+    for (int depth = 0; depth < 4; ++depth) runUntilDelivered();
+  }
+
+  /// What is posted arrives in its order: all that was posted before has arrived when
+  /// this has.
+  void runUntilDelivered() {
+    bool delivered = false;
+    const auto last = center_.addObserver("last of all", [&] { delivered = true; });
+    center_.post("last of all");
+    EXPECT_TRUE(system_.runUntil([&] { return delivered; }, std::chrono::seconds(10)));
   }
 
   [[nodiscard]] Observation note(std::string_view name, const std::string& word) {

@@ -31,6 +31,9 @@ class SystemUnderTest {
   /// Whether it came to hold.
   virtual bool runUntil(const std::function<bool()>& condition, Duration limit) = 0;
 
+  /// The domain of the process's own settings.
+  virtual std::string applicationDomain() = 0;
+
   /// Another program writes the whole domain; a dictionary, as a file or store
   /// of the platform's usual kind.
   virtual void writeDomain(std::string_view domain, const PropertyList& contents) = 0;

@@ -16,7 +16,6 @@ using Data = PropertyList::Data;
 using Date = PropertyList::Date;
 using Dictionary = PropertyList::Dictionary;
 
-constexpr std::string_view kApplication = "com.vembrix.app";
 constexpr std::string_view kOther = "com.vembrix.conformance";
 
 class UserDefaultsConformance : public testing::Test {
@@ -28,6 +27,7 @@ class UserDefaultsConformance : public testing::Test {
   }
 
   SystemUnderTest& system_ = SystemUnderTest::shared();
+  const std::string application_ = system_.applicationDomain();
   UserDefaults& defaults_ = UserDefaults::standard();
 };
 
@@ -75,15 +75,15 @@ TEST_F(UserDefaultsConformance, AKeyWithoutAValueIsNull) {
 
 TEST_F(UserDefaultsConformance, ReadingStoresNothing) {
   EXPECT_TRUE(defaults_.object("Nothing").isNull());
-  EXPECT_TRUE(defaults_.keyList(kApplication).isNull());
-  EXPECT_TRUE(system_.readDomain(kApplication).isNull());
+  EXPECT_TRUE(defaults_.keyList(application_).isNull());
+  EXPECT_TRUE(system_.readDomain(application_).isNull());
 }
 
 TEST_F(UserDefaultsConformance, ValuesOfAllKindsAreStored) {
   for (const PropertyList& value : valuesOfAllKinds()) {
     defaults_.set("Key", value);
     EXPECT_EQ(defaults_.object("Key"), value);
-    EXPECT_EQ(system_.readDomain(kApplication)["Key"], value) << "what any other reader sees";
+    EXPECT_EQ(system_.readDomain(application_)["Key"], value) << "what any other reader sees";
   }
 }
 
@@ -117,15 +117,15 @@ TEST_F(UserDefaultsConformance, ATypeIsPartOfTheValue) {
 }
 
 TEST_F(UserDefaultsConformance, NullRemovesTheKey) {
-  system_.writeDomain(kApplication, Dictionary{});
+  system_.writeDomain(application_, Dictionary{});
   defaults_.set("Key", 1);
   defaults_.set("Other", 2);
   defaults_.set("Key", {});
   EXPECT_TRUE(defaults_.object("Key").isNull());
-  EXPECT_EQ(system_.readDomain(kApplication), PropertyList(Dictionary{{"Other", 2}}));
+  EXPECT_EQ(system_.readDomain(application_), PropertyList(Dictionary{{"Other", 2}}));
   defaults_.set("Key", {});
   defaults_.set("Never", {});
-  EXPECT_EQ(system_.readDomain(kApplication), PropertyList(Dictionary{{"Other", 2}}));
+  EXPECT_EQ(system_.readDomain(application_), PropertyList(Dictionary{{"Other", 2}}));
   defaults_.set("Key", 3);
   EXPECT_EQ(defaults_.object("Key"), PropertyList(3));
 }
@@ -135,7 +135,7 @@ TEST_F(UserDefaultsConformance, AValueThatWasReadStaysWhenTheStoreChanges) {
   const PropertyList read = defaults_.object("Key");
   const std::string* text = read.asArray()->front().asString();
   defaults_.set("Key", Array{"second"});
-  system_.writeDomain(kApplication, Dictionary{});
+  system_.writeDomain(application_, Dictionary{});
   EXPECT_TRUE(defaults_.object("Key").isNull());
   EXPECT_EQ(*text, "first");
 }
@@ -150,13 +150,13 @@ TEST_F(UserDefaultsConformance, ManyAndLargeValuesAreStored) {
 }
 
 TEST_F(UserDefaultsConformance, AValueThatCannotBeWrittenIsLoggedOnceAndLost) {
-  system_.writeDomain(kApplication, Dictionary{});
+  system_.writeDomain(application_, Dictionary{});
   defaults_.set("Key", "kept");
   const auto before = logCount();
   defaults_.set("Key", Array{1, PropertyList()});
   EXPECT_EQ(logCount(), before + 1);
   EXPECT_EQ(defaults_.object("Key"), PropertyList("kept"));
-  EXPECT_EQ(system_.readDomain(kApplication), PropertyList(Dictionary{{"Key", "kept"}}));
+  EXPECT_EQ(system_.readDomain(application_), PropertyList(Dictionary{{"Key", "kept"}}));
 }
 
 TEST_F(UserDefaultsConformance, WhatWorksLogsNothing) {
@@ -173,20 +173,20 @@ TEST_F(UserDefaultsConformance, WhatWorksLogsNothing) {
 // Other programs write, too
 
 TEST_F(UserDefaultsConformance, AnotherProgramsWriteIsSeenByTheNextRead) {
-  system_.writeDomain(kApplication, Dictionary{{"Key", "theirs"}});
+  system_.writeDomain(application_, Dictionary{{"Key", "theirs"}});
   EXPECT_EQ(defaults_.object("Key"), PropertyList("theirs"));
   defaults_.set("Key", "ours");
   EXPECT_EQ(defaults_.object("Key"), PropertyList("ours"));
-  system_.writeDomain(kApplication, Dictionary{{"Key", "theirs"}, {"New", true}});
+  system_.writeDomain(application_, Dictionary{{"Key", "theirs"}, {"New", true}});
   EXPECT_EQ(defaults_.object("Key"), PropertyList("theirs"));
   EXPECT_EQ(defaults_.object("New"), PropertyList(true));
-  system_.writeDomain(kApplication, Dictionary{{"New", true}});
+  system_.writeDomain(application_, Dictionary{{"New", true}});
   EXPECT_TRUE(defaults_.object("Key").isNull());
 }
 
 TEST_F(UserDefaultsConformance, WritesOfOneSizeInQuickSuccessionAreAllSeen) {
   for (int i = 1000; i < 1300; ++i) {
-    system_.writeDomain(kApplication, Dictionary{{"Key", i}});
+    system_.writeDomain(application_, Dictionary{{"Key", i}});
     ASSERT_EQ(defaults_.object("Key"), PropertyList(i));
   }
 }
@@ -197,18 +197,18 @@ TEST_F(UserDefaultsConformance, OurWriteKeepsWhatOthersWrote) {
                              {"Data", Data{1, 2, 3}},
                              {"Nested", Dictionary{{"list", Array{1, "two", 3.5, false}}}},
                              {"Ours", 2}};
-  system_.writeDomain(kApplication, theirs);
+  system_.writeDomain(application_, theirs);
   defaults_.set("Mine", "added");
   Dictionary expected = theirs;
   expected.emplace("Mine", "added");
-  EXPECT_EQ(system_.readDomain(kApplication), PropertyList(expected));
+  EXPECT_EQ(system_.readDomain(application_), PropertyList(expected));
 }
 
 TEST_F(UserDefaultsConformance, SettingWhatIsStoredAgainAfterAnotherProgramChangedIt) {
   defaults_.set("Key", "ours");
-  system_.writeDomain(kApplication, Dictionary{{"Key", "them"}});
+  system_.writeDomain(application_, Dictionary{{"Key", "them"}});
   defaults_.set("Key", "ours");
-  EXPECT_EQ(system_.readDomain(kApplication)["Key"], PropertyList("ours"));
+  EXPECT_EQ(system_.readDomain(application_)["Key"], PropertyList("ours"));
 }
 
 // Other applications' domains
@@ -252,8 +252,8 @@ TEST_F(UserDefaultsConformance, ADomainIsReadAfreshEveryTime) {
 
 TEST_F(UserDefaultsConformance, OurOwnDomainCanBeReadByName) {
   defaults_.set("Key", "value");
-  EXPECT_EQ(defaults_.object("Key", kApplication), PropertyList("value"));
-  EXPECT_EQ(defaults_.keyList(kApplication), PropertyList(Array{"Key"}));
+  EXPECT_EQ(defaults_.object("Key", application_), PropertyList("value"));
+  EXPECT_EQ(defaults_.keyList(application_), PropertyList(Array{"Key"}));
 }
 
 TEST_F(UserDefaultsConformance, DomainsDoNotMix) {
@@ -279,17 +279,17 @@ TEST_F(UserDefaultsConformance, ADamagedDomainIsEmpty) {
 
 TEST_F(UserDefaultsConformance, OurOwnDamagedDomainIsEmptyAndCanBeWrittenAgain) {
   defaults_.set("Key", "former");
-  system_.damageDomain(kApplication);
+  system_.damageDomain(application_);
   EXPECT_TRUE(defaults_.object("Key").isNull());
   defaults_.set("New", 1);
   EXPECT_EQ(defaults_.object("New"), PropertyList(1));
-  EXPECT_EQ(system_.readDomain(kApplication), PropertyList(Dictionary{{"New", 1}}));
+  EXPECT_EQ(system_.readDomain(application_), PropertyList(Dictionary{{"New", 1}}));
 }
 
 TEST_F(UserDefaultsConformance, ADamagedDomainThatAnotherProgramRepairsIsReadAgain) {
-  system_.damageDomain(kApplication);
+  system_.damageDomain(application_);
   EXPECT_TRUE(defaults_.object("Key").isNull());
-  system_.writeDomain(kApplication, Dictionary{{"Key", "repaired"}});
+  system_.writeDomain(application_, Dictionary{{"Key", "repaired"}});
   EXPECT_EQ(defaults_.object("Key"), PropertyList("repaired"));
 }
 

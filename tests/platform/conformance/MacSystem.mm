@@ -1,0 +1,69 @@
+#import <AppKit/AppKit.h>
+#include <gtest/gtest.h>
+
+#include "platform/Application.h"
+#include "platform/conformance/SystemUnderTest.h"
+#import "platform/macos/Conversions.h"
+#include "platform/macos/OtherProgram.h"
+#include "platform/macos/RunLoop.h"
+#include "platform/macos/StandardErrorLines.h"
+
+namespace vembrix {
+namespace {
+
+/// The user's own session. What a program may change there without asking anybody is
+/// changed and put back; the rest is the user's, and a suite that needs it cannot run
+/// here.
+class MacSystem : public SystemUnderTest {
+ public:
+  MacSystem() {
+    StandardErrorLines::shared();
+    Application::shared();
+  }
+
+  void runFor(Duration duration) override { vembrix::runFor(duration); }
+  bool runUntil(const std::function<bool()>& condition, Duration limit) override {
+    return vembrix::runUntil(condition, limit);
+  }
+
+  std::string applicationDomain() override { return domains_.application(); }
+  void writeDomain(std::string_view domain, const PropertyList& contents) override {
+    other_program::writeDomain(domain, contents);
+  }
+  PropertyList readDomain(std::string_view domain) override {
+    return other_program::readDomain(domain);
+  }
+  void damageDomain(std::string_view) override {
+    FAIL() << "the preferences system keeps to itself where and when it stores a domain";
+  }
+
+  std::vector<std::string> logLines() override { return StandardErrorLines::shared().lines(); }
+
+  void setSpaceCount(int) override { FAIL() << "no program can add or remove Spaces"; }
+  void goToSpace(WindowServer::SpaceID) override { FAIL() << kUsersDesktop; }
+
+  /// Of this application alone, by which AppKit hands on a change of the system's, too.
+  void setAppearance(Appearance appearance) override {
+    [NSApplication sharedApplication].appearance = nativeAppearance(appearance);
+  }
+
+  void resizeScreen(double, double) override { FAIL() << kUsersDesktop; }
+  void showWindow(const std::string&, const Size&) override { FAIL() << kUsersDesktop; }
+  std::string dockName() override { return "Dock"; }
+  void press(EventMask) override { FAIL() << kUsersDesktop; }
+  void moveMouse(Point) override { FAIL() << kUsersDesktop; }
+
+ private:
+  static constexpr const char* kUsersDesktop = "the desktop is the user's";
+
+  TestDomains domains_;
+};
+
+}  // namespace
+
+SystemUnderTest& SystemUnderTest::shared() {
+  static MacSystem system;
+  return system;
+}
+
+}  // namespace vembrix
