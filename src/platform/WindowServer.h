@@ -69,7 +69,8 @@ class WindowServer {
 
   /// One dictionary per window, front to back, as the window server gives it:
   /// "kCGWindowOwnerName", and "kCGWindowBounds", a dictionary with "X", "Y",
-  /// "Width" and "Height" in points. Null where it gives none.
+  /// "Width" and "Height" in points. The program that shows Mission Control is called
+  /// "Dock", whichever it is and in every language. Null where it gives none.
   [[nodiscard]] virtual PropertyList CGWindowListCopyWindowInfo(std::uint32_t options) = 0;
 };
 

@@ -3,17 +3,23 @@
 #include <xcb/xfixes.h>
 
 #include <QCoreApplication>
+#include <QPainterPath>
 #include <utility>
 
 #include "platform/linux/QtEwmh.h"
-#include "platform/linux/WindowHints.h"
 #include "platform/linux/X11Connection.h"
 
 namespace vembrix {
 namespace {
 
 constexpr int kScreen = 0;
-constexpr int kSentEvent = 0x80;
+
+bool hasCompositor(xcb_ewmh_connection_t& ewmh) {
+  xcb_window_t owner = XCB_WINDOW_NONE;
+  const auto cookie = xcb_ewmh_get_wm_cm_owner_unchecked(&ewmh, kScreen);
+  return xcb_ewmh_get_wm_cm_owner_reply(&ewmh, cookie, &owner, nullptr) != 0 &&
+         owner != XCB_WINDOW_NONE;
+}
 
 }  // namespace
 
@@ -43,19 +49,25 @@ Compositor::Compositor() {
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
     QCoreApplication::instance()->installNativeEventFilter(this);
   }
-  isRunning_ = hasCompositor();
+  isRunning_ = hasCompositor(*ewmh);
 }
 
 bool Compositor::nativeEventFilter(const QByteArray& /*eventType*/, void* message,
                                    qintptr* /*result*/) {
   const auto* event = static_cast<const xcb_generic_event_t*>(message);
-  if ((event->response_type & ~kSentEvent) != selectionEvent_) return false;
+  if (eventType(*event) != selectionEvent_) return false;
   const auto& told = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(*event);
   if (told.selection != ewmhOfQt()->_NET_WM_CM_Sn[kScreen]) return false;
   const bool isRunning = told.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER &&
                          told.owner != XCB_WINDOW_NONE;
   if (std::exchange(isRunning_, isRunning) != isRunning) Q_EMIT changed();
   return false;
+}
+
+QRegion roundedShape(const QRectF& rect, qreal radius) {
+  QPainterPath path;
+  path.addRoundedRect(rect, radius, radius);
+  return {path.toFillPolygon().toPolygon()};
 }
 
 }  // namespace vembrix

@@ -2,6 +2,7 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QObject>
+#include <QRegion>
 
 namespace vembrix {
 
@@ -30,5 +31,9 @@ class Compositor : public QObject, public QAbstractNativeEventFilter {
   /// Number of the event that tells of a selection's new owner; 0: none comes.
   int selectionEvent_ = 0;
 };
+
+/// The shape of a window with round corners where there is no compositor to show what
+/// is behind them. Its edge is rough.
+QRegion roundedShape(const QRectF& rect, qreal radius);
 
 }  // namespace vembrix

@@ -29,10 +29,13 @@ float component(double value) {
 
 }  // namespace
 
+QColor nativeColor(const Srgb& color) {
+  return QColor::fromRgbF(component(color.red), component(color.green), component(color.blue),
+                          component(color.alpha));
+}
+
 QColor nativeColor(const Color& color, Appearance appearance) {
-  const Srgb srgb = resolved(color, appearance);
-  return QColor::fromRgbF(component(srgb.red), component(srgb.green), component(srgb.blue),
-                          component(srgb.alpha));
+  return nativeColor(resolved(color, appearance));
 }
 
 QColor menuBarColor(Appearance appearance) {

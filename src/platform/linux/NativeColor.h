@@ -13,6 +13,9 @@ namespace vembrix {
 /// are those of macOS.
 QColor nativeColor(const Color& color, Appearance appearance);
 
+/// The same in light and dark.
+QColor nativeColor(const Srgb& color);
+
 /// What stands behind the status item.
 QColor menuBarColor(Appearance appearance);
 /// Titles and template images on it.

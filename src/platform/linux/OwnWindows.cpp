@@ -5,11 +5,10 @@
 #include <QWindow>
 
 #include "platform/linux/QtEwmh.h"
+#include "platform/linux/X11Connection.h"
 
 namespace vembrix {
 namespace {
-
-constexpr std::uint8_t kSentEvent = 0x80;
 
 template <typename Event>
 const Event& as(const xcb_generic_event_t& event) {
@@ -87,7 +86,7 @@ void OwnWindows::note(const xcb_generic_event_t& event) {
   // A grab by another program is a leaving too, and so is its end a coming
   // back: in between the input is that program's. That of a menu of ours, which
   // takes all input, is a coming.
-  switch (event.response_type & ~kSentEvent) {
+  switch (eventType(event)) {
     case XCB_ENTER_NOTIFY:
       pointerWindow_ = as<xcb_enter_notify_event_t>(event).event;
       break;

@@ -113,15 +113,4 @@ void reserveTopEdge(QWindow& window, const QRect& geometry) {
   xcb_ewmh_set_wm_strut_partial(ewmh, nativeId(window), strut);
 }
 
-bool hasCompositor() {
-  auto* ewmh = ewmhOfQt();
-  // Windows that are not on an X server are put together by whoever shows them.
-  if (!ewmh) return true;
-  constexpr int kScreen = 0;
-  xcb_window_t owner = XCB_WINDOW_NONE;
-  const auto cookie = xcb_ewmh_get_wm_cm_owner_unchecked(ewmh, kScreen);
-  return xcb_ewmh_get_wm_cm_owner_reply(ewmh, cookie, &owner, nullptr) != 0 &&
-         owner != XCB_WINDOW_NONE;
-}
-
 }  // namespace vembrix

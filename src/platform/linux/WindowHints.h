@@ -31,8 +31,4 @@ void announceOwnShadow(QWindow& window, int extent);
 /// the window's own width. `geometry`: the window's, as Qt counts.
 void reserveTopEdge(QWindow& window, const QRect& geometry);
 
-/// Whether windows may be translucent: a compositor puts the screen together.
-/// Asks the X server.
-bool hasCompositor();
-
 }  // namespace vembrix

@@ -14,6 +14,12 @@ struct XcbFree {
 template <typename T>
 using XcbPtr = std::unique_ptr<T, XcbFree>;
 
+/// What the event is about, whether the server or another program has sent it.
+inline int eventType(const xcb_generic_event_t& event) {
+  constexpr int kSentEvent = 0x80;
+  return event.response_type & ~kSentEvent;
+}
+
 /// A connection to the X server of the session, of the program's own beside
 /// Qt's, with the atoms that window managers and their clients agree on. Main
 /// thread.

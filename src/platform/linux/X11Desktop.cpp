@@ -14,8 +14,6 @@ namespace {
 
 /// In 32-bit units. Names beyond it are no names that a person gave.
 constexpr std::uint32_t kMaxNamesLength = 64 * 1024;
-/// The bit that marks events that another client sent.
-constexpr std::uint8_t kSentEvent = 0x80;
 
 void selectEvents(X11Connection& connection, xcb_window_t window, std::uint32_t events) {
   xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &events);
@@ -134,7 +132,7 @@ void X11Desktop::flush() {
 }
 
 void X11Desktop::note(const xcb_generic_event_t& event) {
-  switch (event.response_type & ~kSentEvent) {
+  switch (eventType(event)) {
     case XCB_PROPERTY_NOTIFY:
       notePropertyChange(reinterpret_cast<const xcb_property_notify_event_t&>(event));
       break;

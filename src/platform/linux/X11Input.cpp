@@ -6,11 +6,10 @@
 #include <utility>
 
 #include "platform/linux/ScreenCoordinates.h"
+#include "platform/linux/X11Connection.h"
 
 namespace vembrix {
 namespace {
-
-constexpr std::uint8_t kSentEvent = 0x80;
 
 /// Bits of event types, as XInput takes them.
 using EventBits = std::uint64_t;
@@ -126,7 +125,7 @@ void X11Input::select() {
 }
 
 void X11Input::note(const xcb_generic_event_t& event) {
-  const int type = event.response_type & ~kSentEvent;
+  const int type = eventType(event);
   if (type == XCB_MOTION_NOTIFY) {
     moved_ |= !ownWindows_->havePointer();
     return;

@@ -5,12 +5,12 @@
 #include <vector>
 
 #include "platform/linux/QtEwmh.h"
+#include "platform/linux/X11Connection.h"
 
 namespace vembrix {
 namespace {
 
 constexpr int kScreen = 0;
-constexpr std::uint8_t kSentEvent = 0x80;
 
 }  // namespace
 
@@ -63,7 +63,7 @@ std::optional<std::uint32_t> X11WindowDesktops::desktop(xcb_window_t window) {
 bool X11WindowDesktops::nativeEventFilter(const QByteArray& /*eventType*/, void* message,
                                           qintptr* /*result*/) {
   const auto* event = static_cast<const xcb_generic_event_t*>(message);
-  if ((event->response_type & ~kSentEvent) != XCB_PROPERTY_NOTIFY) return false;
+  if (eventType(*event) != XCB_PROPERTY_NOTIFY) return false;
   const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(*event);
   if (change.atom != ewmhOfQt()->_NET_WM_DESKTOP) return false;
   const auto found = windows_.find(change.window);

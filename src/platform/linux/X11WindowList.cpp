@@ -6,11 +6,11 @@
 
 #include "platform/linux/ScreenCoordinates.h"
 #include "platform/linux/WindowFacts.h"
+#include "platform/linux/X11Connection.h"
 
 namespace vembrix {
 namespace {
 
-constexpr std::uint8_t kSentEvent = 0x80;
 constexpr std::uint32_t kAllDesktops = 0xFFFFFFFF;
 
 template <typename Event>
@@ -76,7 +76,7 @@ void X11WindowList::readAll() {
 
 void X11WindowList::note(const xcb_generic_event_t& event) {
   const xcb_window_t root = reader_->connection().root();
-  switch (event.response_type & ~kSentEvent) {
+  switch (eventType(event)) {
     case XCB_CREATE_NOTIFY: {
       const auto& created = as<xcb_create_notify_event_t>(event);
       if (created.parent == root) add(created.window, outerRect(created));

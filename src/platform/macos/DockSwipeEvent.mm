@@ -1,13 +1,136 @@
 #import "platform/DockSwipeEvent.h"
 
-#include <ApplicationServices/ApplicationServices.h>
+#import <AppKit/AppKit.h>
+#include <mach/mach_time.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <memory>
+#include <span>
 #include <utility>
+#include <vector>
 
+#include "platform/MainQueue.h"
+#import "platform/macos/Arc.h"
 #import "platform/macos/CFOwned.h"
+#import "platform/macos/SystemVersion.h"
+#import "platform/macos/TrackpadReport.h"
 
 namespace vembrix {
 namespace {
+
+void postNow(CGEventRef event) { CGEventPost(kCGSessionEventTap, event); }
+
+double doubleField(CGEventRef event, int field) {
+  return CGEventGetDoubleValueField(event, static_cast<CGEventField>(field));
+}
+
+/// Posts swipes to a Dock that wants to see the trackpad's report with them: from
+/// macOS 27 on. Owns nothing but what it remembers of the swipe under way. Main thread.
+class ReportedSwipes {
+ public:
+  static ReportedSwipes& shared() {
+    static auto& swipes = *new ReportedSwipes;
+    return swipes;
+  }
+
+  void post(CGEventRef event) {
+    const std::int64_t phase =
+        CGEventGetIntegerValueField(event, static_cast<CGEventField>(dockswipe::GesturePhase));
+    if (phase == dockswipe::Begin) sign_ = isScrollingNatural() ? -1 : 1;
+    auto reported = reportedCopy(event, phase);
+    if (reported) postInTurn(std::move(reported));
+  }
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  /// Fields that a trackpad's own events have.
+  enum TrackpadField : int { FingerPosition = 125, PhaseAgain = 134, Flavor = 138, Time = 169 };
+
+  /// The Dock takes the direction of the fingers from the report, and turns it round
+  /// when the user scrolls naturally, as is the default.
+  static bool isScrollingNatural() {
+    @autoreleasepool {
+      id value =
+          [NSUserDefaults.standardUserDefaults objectForKey:@"com.apple.swipescrolldirection"];
+      return ![value isKindOfClass:[NSNumber class]] || [value boolValue];
+    }
+  }
+
+  /// As far as a swipe must go to arrive without a transition. Shorter ones leave the
+  /// menu bar and the windows of the new Space unpainted.
+  static double visibleProgress(double progress) {
+    constexpr double kShortest = 1.0 / 65536;
+    return std::abs(progress) < kShortest ? std::copysign(1.0, progress) : progress;
+  }
+
+  CFOwned<CGEventRef> reportedCopy(CGEventRef event, std::int64_t phase) const {
+    const bool isLast = phase == dockswipe::End || phase == dockswipe::Cancel;
+    const TrackpadSwipe swipe{
+        .timestamp = mach_absolute_time(),
+        .phase = phase,
+        .progress = sign_ * visibleProgress(doubleField(event, dockswipe::Progress)),
+        .velocity = isLast ? sign_ * doubleField(event, dockswipe::VelocityX) : 0};
+    auto copy = CFOwned<CGEventRef>::adopt(CGEventCreateCopy(event));
+    if (!copy) return {};
+    setFields(copy.get(), swipe);
+    return withReport(copy.get(), swipe);
+  }
+
+  static void setFields(CGEventRef event, const TrackpadSwipe& swipe) {
+    const auto setInteger = [event](int field, std::int64_t value) {
+      CGEventSetIntegerValueField(event, static_cast<CGEventField>(field), value);
+    };
+    const auto setDouble = [event](int field, double value) {
+      CGEventSetDoubleValueField(event, static_cast<CGEventField>(field), value);
+    };
+    // What the tap knows this program's own swipes by.
+    setInteger(dockswipe::SourceProcess, getpid());
+    setInteger(PhaseAgain, swipe.phase);
+    setDouble(Flavor, 3);
+    setDouble(Time, static_cast<double>(swipe.timestamp));
+    setDouble(FingerPosition, 0.1);
+    setDouble(dockswipe::Progress, swipe.progress);
+    setDouble(dockswipe::VelocityX, swipe.velocity);
+    setDouble(dockswipe::VelocityY, 0);
+  }
+
+  static CFOwned<CGEventRef> withReport(CGEventRef event, const TrackpadSwipe& swipe) {
+    const auto data = CFOwned<CFDataRef>::adopt(CGEventCreateData(kCFAllocatorDefault, event));
+    if (!data) return {};
+    const std::span<const std::uint8_t> bytes(
+        CFDataGetBytePtr(data.get()), static_cast<std::size_t>(CFDataGetLength(data.get())));
+    const std::vector<std::uint8_t> reported = withTrackpadReport(bytes, trackpadReport(swipe));
+    // An event whose form is not known goes as it is.
+    if (reported.empty()) return CFOwned<CGEventRef>::retain(event);
+    const auto reportedData = CFOwned<CFDataRef>::adopt(
+        CFDataCreate(kCFAllocatorDefault, reported.data(), static_cast<CFIndex>(reported.size())));
+    auto made =
+        CFOwned<CGEventRef>::adopt(CGEventCreateFromData(kCFAllocatorDefault, reportedData.get()));
+    return made ? std::move(made) : CFOwned<CGEventRef>::retain(event);
+  }
+
+  /// The Dock misses what comes less than a few milliseconds after the last.
+  void postInTurn(CFOwned<CGEventRef> event) {
+    constexpr std::chrono::milliseconds kPause{10};
+    const Clock::time_point now = Clock::now();
+    const Clock::time_point turn = std::max(now, nextTurn_);
+    nextTurn_ = turn + kPause;
+    if (turn == now) {
+      postNow(event.get());
+      return;
+    }
+    const auto shared = std::make_shared<const CFOwned<CGEventRef>>(std::move(event));
+    MainQueue::main().after(turn - now, [shared] { postNow(shared->get()); });
+  }
+
+  /// Of the swipe under way: the user may change the setting in the middle of it.
+  double sign_ = 1;
+  Clock::time_point nextTurn_;
+};
 
 /// Owns the native event. Posting it sends a copy: the window server keeps
 /// nothing of this process's, and the event may be changed and posted again.
@@ -23,7 +146,13 @@ class SystemDockSwipeEvent : public DockSwipeEvent {
     CGEventSetDoubleValueField(event_.get(), static_cast<CGEventField>(field), value);
   }
 
-  void post() override { CGEventPost(kCGSessionEventTap, event_.get()); }
+  void post() override {
+    if (isAtLeast(SystemRelease::GoldenGate)) {
+      ReportedSwipes::shared().post(event_.get());
+    } else {
+      postNow(event_.get());
+    }
+  }
 
  private:
   const CFOwned<CGEventRef> event_;

@@ -45,10 +45,10 @@ constexpr std::chrono::seconds kPause{1};
 /// system knows the object by its address, without owning it: the destructor ends
 /// that before the address becomes invalid.
 ///
-/// A tap that only listens holds nobody's input up, whatever becomes of the permission.
-/// Without it the port stays and nothing comes in; what is disabled by that, by sleep or
-/// by another user's session is not always told to the tap, so it looks after itself
-/// when these are over.
+/// A tap whose permission has been taken away can hold up the whole session's input, so
+/// it is disabled then, and stays so until the permission is back. What is disabled by
+/// sleep or by another user's session is not always told to the tap; it looks after
+/// itself when these are over.
 class SystemEventTap : public EventTap {
  public:
   explicit SystemEventTap(Handler handler)
@@ -93,12 +93,16 @@ class SystemEventTap : public EventTap {
  private:
   using Clock = std::chrono::steady_clock;
 
+  /// Either permission will do for a tap that only listens.
+  static bool isAllowed() { return AXIsProcessTrusted() || CGPreflightListenEventAccess(); }
+
   void enableNow() {
     enabledAt_ = Clock::now();
     CGEventTapEnable(port_.get(), true);
   }
 
   void enableSoon() {
+    if (!isAllowed()) return;
     if (Clock::now() - enabledAt_ >= kPause) {
       enableNow();
     } else {
@@ -106,9 +110,18 @@ class SystemEventTap : public EventTap {
     }
   }
 
+  void disable() {
+    later_.reset();
+    CGEventTapEnable(port_.get(), false);
+  }
+
   void lookAfterItself() {
     const auto look = [this] {
-      if (!CGEventTapIsEnabled(port_.get())) enableSoon();
+      if (!isAllowed()) {
+        disable();
+      } else if (!CGEventTapIsEnabled(port_.get())) {
+        enableSoon();
+      }
     };
     NotificationCenter& workspace = NotificationCenter::workspace();
     wake_ = workspace.addObserver(notification::kDidWake, look);

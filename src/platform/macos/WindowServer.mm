@@ -7,12 +7,12 @@
 #include <string>
 #include <unordered_map>
 #include <utility>
-#include <vector>
 
 #include "platform/SystemLog.h"
 #import "platform/macos/CFOwned.h"
 #import "platform/macos/Conversions.h"
 #import "platform/macos/PrivateWindowServer.h"
+#import "platform/macos/WindowList.h"
 
 namespace vembrix {
 namespace {
@@ -68,68 +68,6 @@ class SpacesOfWindows {
   }
 
   std::unordered_map<std::int64_t, PropertyList> single_;
-};
-
-/// Not with isEqual:, by which a Boolean equals a number.
-bool isSame(id a, id b) {
-  return a == b || (a && b && CFEqual((__bridge CFTypeRef)a, (__bridge CFTypeRef)b));
-}
-
-/// One window of the list: as a value, and the native objects that it came from.
-class ListedWindow {
- public:
-  [[nodiscard]] const PropertyList& value() const { return value_; }
-
-  /// Whether the value is another one now.
-  bool update(id window) {
-    if (![window isKindOfClass:[NSDictionary class]]) {
-      *this = {};
-      value_ = propertyListFrom(window);
-      return true;
-    }
-    NSDictionary* entries = window;
-    id owner = entries[(__bridge NSString*)kCGWindowOwnerName];
-    id bounds = entries[(__bridge NSString*)kCGWindowBounds];
-    if (value_.asDictionary() && isSame(owner, owner_) && isSame(bounds, bounds_)) return false;
-    owner_ = owner;
-    bounds_ = bounds;
-    PropertyList::Dictionary value;
-    if (owner) value.emplace("kCGWindowOwnerName", propertyListFrom(owner));
-    if (bounds) value.emplace("kCGWindowBounds", propertyListFrom(bounds));
-    value_ = PropertyList(std::move(value));
-    return true;
-  }
-
- private:
-  id owner_ = nil;
-  id bounds_ = nil;
-  PropertyList value_;
-};
-
-/// The list of windows as values. It is read several times a second, of a window's
-/// ten entries two are wanted, and from one reading to the next hardly a window
-/// changes: so only those two are looked at, and a window that is as it was at its
-/// place keeps its value. Owns what it read last; nothing of that changes in place.
-class WindowList {
- public:
-  PropertyList read(NSArray* windows) {
-    bool isChanged = windows.count != windows_.size();
-    windows_.resize(windows.count);
-    std::size_t place = 0;
-    for (id window in windows) isChanged |= windows_[place++].update(window);
-    if (isChanged) {
-      PropertyList::Array values;
-      values.reserve(windows_.size());
-      for (const ListedWindow& window : windows_) values.push_back(window.value());
-      values_ = PropertyList(std::move(values));
-    }
-    return values_;
-  }
-
- private:
-  /// Front to back.
-  std::vector<ListedWindow> windows_;
-  PropertyList values_ = PropertyList::Array();
 };
 
 /// The private calls, as far as the system has them, and the window list. Owns the

@@ -1,7 +1,6 @@
 #include "platform/linux/labels/FloatingPanel.h"
 
 #include <QPainter>
-#include <QPainterPath>
 #include <QWindow>
 #include <algorithm>
 #include <utility>
@@ -141,7 +140,7 @@ void FloatingPanel::updateShape() {
       windowHandle()->setMask({});
       break;
     case Shape::Panel:
-      windowHandle()->setMask(panelRegion());
+      windowHandle()->setMask(roundedShape(panelRect(), cornerRadius_));
       break;
     case Shape::Nothing:
       windowHandle()->setMask(nothing());
@@ -149,14 +148,8 @@ void FloatingPanel::updateShape() {
   }
 }
 
-QRegion FloatingPanel::panelRegion() const {
-  QPainterPath path;
-  path.addRoundedRect(panelRect(), cornerRadius_, cornerRadius_);
-  return QRegion(path.toFillPolygon().toPolygon());
-}
-
 void FloatingPanel::resizeEvent(QResizeEvent* /*event*/) {
-  if (shape_ == Shape::Panel) windowHandle()->setMask(panelRegion());
+  if (shape_ == Shape::Panel) windowHandle()->setMask(roundedShape(panelRect(), cornerRadius_));
 }
 
 void FloatingPanel::paintEvent(QPaintEvent* /*event*/) {

@@ -66,7 +66,6 @@ class FloatingPanel : public QWidget {
   enum class Shape { Whole, Panel, Nothing };
 
   [[nodiscard]] QRectF panelRect() const;
-  [[nodiscard]] QRegion panelRegion() const;
   [[nodiscard]] Shape shape() const;
   void applyAlpha(double alpha);
   void updateShape();

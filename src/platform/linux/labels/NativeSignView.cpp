@@ -10,14 +10,6 @@
 #include "platform/linux/labels/FloatingPanel.h"
 
 namespace vembrix {
-namespace {
-
-QColor colorOf(const Srgb& color) {
-  // Fixed components look the same in light and dark.
-  return nativeColor(color, Appearance::Light);
-}
-
-}  // namespace
 
 NativeSignView::NativeSignView(double cornerRadius, double padding)
     : cornerRadius_(cornerRadius), padding_(padding), nativeFont_(nativeFont(font_)) {}
@@ -48,13 +40,13 @@ void NativeSignView::setNeedsDisplay() {
 }
 
 void NativeSignView::paint(QPainter& painter, const QRectF& panel, Backing backing) {
-  fillPanel(painter, panel, cornerRadius_, colorOf(look_.fill), backing);
+  fillPanel(painter, panel, cornerRadius_, nativeColor(look_.fill), backing);
   if (const double width = look_.borderWidth; width > 0) {
     QPainterPath rim;
     rim.addRoundedRect(panel, cornerRadius_, cornerRadius_);
     const double inner = std::max(cornerRadius_ - width, 0.0);
     rim.addRoundedRect(panel.adjusted(width, width, -width, -width), inner, inner);
-    painter.fillPath(rim, colorOf(look_.rim));
+    painter.fillPath(rim, nativeColor(look_.rim));
   }
   paintText(painter, panel);
 }
@@ -65,7 +57,7 @@ void NativeSignView::paintText(QPainter& painter, const QRectF& panel) const {
   // Names in scripts from right to left end on the left, and are cut off there.
   painter.setLayoutDirection(Qt::LayoutDirectionAuto);
   painter.setFont(nativeFont_);
-  painter.setPen(colorOf(look_.textColor));
+  painter.setPen(nativeColor(look_.textColor));
   painter.drawText(area, Qt::AlignCenter | Qt::TextSingleLine,
                    metrics.elidedText(line_, Qt::ElideRight, area.width(), Qt::TextSingleLine));
 }

@@ -24,10 +24,6 @@ constexpr double kLightest = 0.85;
 constexpr double kPetalLength = 0.28;
 constexpr double kPetalWidth = 0.12;
 
-QColor colorOf(const Srgb& color) {
-  return nativeColor(color, Appearance::Dark);
-}
-
 }  // namespace
 
 TourOverlayView::TourOverlayView(const TourOverlayContent& content)
@@ -50,7 +46,7 @@ void TourOverlayView::timerEvent(QTimerEvent* event) {
 }
 
 void TourOverlayView::paint(QPainter& painter, const QRectF& panel, Backing backing) {
-  fillPanel(painter, panel, content_.cornerRadius, colorOf(content_.fill), backing);
+  fillPanel(painter, panel, content_.cornerRadius, nativeColor(content_.fill), backing);
 
   const QFontMetricsF metrics(font_);
   const double around = content_.spinnerSize + content_.spacing;
@@ -62,7 +58,7 @@ void TourOverlayView::paint(QPainter& painter, const QRectF& panel, Backing back
                     content_.spinnerSize);
   paintSpinner(painter, spinner_);
   painter.setFont(font_);
-  painter.setPen(colorOf(content_.textColor));
+  painter.setPen(nativeColor(content_.textColor));
   painter.drawText(QRectF(left + around, panel.y(), width - around + 1, panel.height()),
                    Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text);
 }

@@ -3,22 +3,14 @@
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QMouseEvent>
-#include <QPainterPath>
 #include <QSignalBlocker>
 #include <QWidgetAction>
 #include <algorithm>
 
-#include "platform/linux/WindowHints.h"
+#include "platform/linux/Compositor.h"
 
 namespace vembrix {
 namespace {
-
-/// With the colours of what is behind where the corners are cut off roughly.
-QRegion roundedRegion(const QRect& rect, int radius) {
-  QPainterPath path;
-  path.addRoundedRect(rect, radius, radius);
-  return {path.toFillPolygon().toPolygon()};
-}
 
 /// What assistive programs say of the item, to which the menu leads them and not
 /// to the row.
@@ -127,10 +119,10 @@ void DropdownWidget::hideEvent(QHideEvent* event) {
 void DropdownWidget::resizeEvent(QResizeEvent* event) {
   QMenu::resizeEvent(event);
   // Without a compositor what is clear would be black.
-  if (hasCompositor()) {
+  if (Compositor::shared().isRunning()) {
     clearMask();
   } else {
-    setMask(roundedRegion(rect(), MenuStyle::kCornerRadius));
+    setMask(roundedShape(rect(), MenuStyle::kCornerRadius));
   }
 }
 

@@ -3,7 +3,7 @@
 #include <QAbstractItemView>
 #include <QWheelEvent>
 
-#include "platform/linux/WindowHints.h"
+#include "platform/linux/Compositor.h"
 #include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/ControlStyle.h"
 
@@ -34,7 +34,7 @@ void PopupButton::showPopup() {
     }
     menu->setWindowRole(QStringLiteral("menu"));
     // Round corners need somebody to show what is behind them.
-    menu->setAttribute(Qt::WA_TranslucentBackground, hasCompositor());
+    menu->setAttribute(Qt::WA_TranslucentBackground, Compositor::shared().isRunning());
   }
   QComboBox::showPopup();
 }

@@ -1,0 +1,15 @@
+#pragma once
+
+namespace vembrix {
+
+/// The systems from which on something is different for this program.
+enum class SystemRelease {
+  /// macOS 27: the Dock believes only swipes that come with a trackpad's report, and
+  /// Mission Control is WindowManager's.
+  GoldenGate,
+};
+
+/// Whether the system is that one or a later one. Any thread.
+bool isAtLeast(SystemRelease release);
+
+}  // namespace vembrix
