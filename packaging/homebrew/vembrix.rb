@@ -20,11 +20,12 @@ cask "vembrix" do
   caveats <<~EOS
     Vembrix asks for the Accessibility permission when it starts. With it, Vembrix
     moves between Spaces as a swipe on the trackpad does, notices your own swipes, and
-    counts typing as work in a Space. You can give it or take it back in
+    counts typing as work in a Space. You give it or take it back in
 
       System Settings > Privacy & Security > Accessibility
 
-    and have to start Vembrix again after giving it. A version that is not signed by
-    the same developer as the one before has to be given it anew.
+    Your swipes are noticed from the next start of Vembrix on. A version that is not
+    signed as the one before is a stranger to the system: remove the old entry there,
+    start Vembrix, and give the permission anew.
   EOS
 end
