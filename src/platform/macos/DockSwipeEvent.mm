@@ -23,8 +23,14 @@ namespace {
 
 void postNow(CGEventRef event) { CGEventPost(kCGSessionEventTap, event); }
 
+/// The header names no field of a gesture. Its type holds any number.
+CGEventField fieldOf(int number) {
+  // NOLINTNEXTLINE(clang-analyzer-optin.core.EnumCastOutOfRange)
+  return static_cast<CGEventField>(number);
+}
+
 double doubleField(CGEventRef event, int field) {
-  return CGEventGetDoubleValueField(event, static_cast<CGEventField>(field));
+  return CGEventGetDoubleValueField(event, fieldOf(field));
 }
 
 /// Posts swipes to a Dock that wants to see the trackpad's report with them: from
@@ -37,8 +43,7 @@ class ReportedSwipes {
   }
 
   void post(CGEventRef event) {
-    const std::int64_t phase =
-        CGEventGetIntegerValueField(event, static_cast<CGEventField>(dockswipe::GesturePhase));
+    const std::int64_t phase = CGEventGetIntegerValueField(event, fieldOf(dockswipe::GesturePhase));
     if (phase == dockswipe::Begin) sign_ = isScrollingNatural() ? -1 : 1;
     auto reported = reportedCopy(event, phase);
     if (reported) postInTurn(std::move(reported));
@@ -82,10 +87,10 @@ class ReportedSwipes {
 
   static void setFields(CGEventRef event, const TrackpadSwipe& swipe) {
     const auto setInteger = [event](int field, std::int64_t value) {
-      CGEventSetIntegerValueField(event, static_cast<CGEventField>(field), value);
+      CGEventSetIntegerValueField(event, fieldOf(field), value);
     };
     const auto setDouble = [event](int field, double value) {
-      CGEventSetDoubleValueField(event, static_cast<CGEventField>(field), value);
+      CGEventSetDoubleValueField(event, fieldOf(field), value);
     };
     // What the tap knows this program's own swipes by.
     setInteger(dockswipe::SourceProcess, getpid());
@@ -139,11 +144,11 @@ class SystemDockSwipeEvent : public DockSwipeEvent {
   explicit SystemDockSwipeEvent(CFOwned<CGEventRef> event) : event_(std::move(event)) {}
 
   void setIntegerField(int field, std::int64_t value) override {
-    CGEventSetIntegerValueField(event_.get(), static_cast<CGEventField>(field), value);
+    CGEventSetIntegerValueField(event_.get(), fieldOf(field), value);
   }
 
   void setDoubleField(int field, double value) override {
-    CGEventSetDoubleValueField(event_.get(), static_cast<CGEventField>(field), value);
+    CGEventSetDoubleValueField(event_.get(), fieldOf(field), value);
   }
 
   void post() override {

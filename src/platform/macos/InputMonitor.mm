@@ -55,7 +55,8 @@ class SystemInputMonitor : public InputMonitor {
   }
 
  private:
-  /// By value: blocks keep copies of values only.
+  /// By value: blocks keep copies of values only, which clang-tidy does not know.
+  // NOLINTNEXTLINE(performance-unnecessary-value-param)
   static id addMonitor(std::shared_ptr<Listener> listener) {
     // Never looks at the event: what was typed is not this program's business.
     return [NSEvent addGlobalMonitorForEventsMatchingMask:listener->mask
@@ -81,6 +82,7 @@ class SystemInputMonitor : public InputMonitor {
 
   /// By value: the handler may drop the token, and with it the block's own share.
   /// The system promises nothing about a monitor that is removed during an event.
+  // NOLINTNEXTLINE(performance-unnecessary-value-param)
   static void tell(std::shared_ptr<Listener> listener) {
     @autoreleasepool {
       if (!listener->isDropped) listener->handler();

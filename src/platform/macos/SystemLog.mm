@@ -11,13 +11,12 @@ namespace {
 class UnifiedLog : public SystemLog {
  public:
   void write(std::string_view line) override {
-    const auto length = static_cast<int>(line.size());
     // Not NSLog: since macOS 26 it keeps what it is told private, and the log tool
     // shows "<private>" in its place. At the default level lines are kept.
-    os_log(OS_LOG_DEFAULT, "%{public}.*s", length, line.data());
+    os_log(OS_LOG_DEFAULT, "%{public}.*s", static_cast<int>(line.size()), line.data());
     // For who starts the program from a terminal. A program of the Finder's has
     // its standard error nowhere.
-    std::fprintf(stderr, "%.*s\n", length, line.data());
+    std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
   }
 };
 

@@ -62,6 +62,8 @@ class SystemSpaceRowView : public NativeSpaceRowView {
 
 }  // namespace
 
+// By value for those who keep them; AppKit's objects keep their own.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 std::unique_ptr<SpaceRowView> SpaceRowView::create(SpaceRowContent content, SpaceRowState state,
                                                    std::unique_ptr<SpaceRowHandler> handler) {
   return std::make_unique<SystemSpaceRowView>(content, state, std::move(handler));

@@ -6,6 +6,9 @@
 namespace vembrix {
 namespace {
 
+/// A label and a well for each pair.
+constexpr NSInteger kGridColumns = NSInteger{2} * form_metrics::kPairsPerRow;
+
 /// Of one-line texts of any length: less than the window holds on to its size, more
 /// than a grid to narrow columns.
 const double kOneLineResistance = NSLayoutPriorityWindowSizeStayPut - 1;
@@ -190,7 +193,7 @@ void wellDidChange(NSColorWell* well, const std::function<void(int, const Color&
 }
 
 NSGridView* makeEmptyColorGrid() {
-  auto* grid = [NSGridView gridViewWithNumberOfColumns:2 * form_metrics::kPairsPerRow rows:0];
+  auto* grid = [NSGridView gridViewWithNumberOfColumns:kGridColumns rows:0];
   grid.columnSpacing = form_metrics::kWellColumnSpacing;
   grid.rowSpacing = form_metrics::kWellRowSpacing;
   grid.rowAlignment = NSGridRowAlignmentNone;
@@ -207,7 +210,7 @@ NSGridView* makeEmptyColorGrid() {
 /// Adds the row and begins the next.
 void flushRow(NSMutableArray<NSView*>* row, NSGridView* grid) {
   if (row.count == 0) return;
-  while (row.count < 2 * form_metrics::kPairsPerRow) [row addObject:NSGridCell.emptyContentView];
+  while (row.count < kGridColumns) [row addObject:NSGridCell.emptyContentView];
   [grid addRowWithViews:row];
   [row removeAllObjects];
 }
@@ -239,7 +242,7 @@ NSGridView* makeColorGrid(const ColorGrid& colors, FormParts& parts) {
     });
     [parts.wells addObject:view];
     [row addObjectsFromArray:@[ name, view ]];
-    if (row.count == 2 * form_metrics::kPairsPerRow) flushRow(row, grid);
+    if (row.count == kGridColumns) flushRow(row, grid);
   }
   flushRow(row, grid);
   // Without rows nothing else says how high it is.

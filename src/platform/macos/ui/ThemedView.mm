@@ -9,6 +9,8 @@
 namespace vembrix {
 namespace {
 
+/// By value: blocks keep copies of values only, which clang-tidy does not know.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 VembrixControlTarget* makeTarget(std::function<void(int)> onClick) {
   return [[VembrixControlTarget alloc] initWithHandler:^(NSControl* sender) {
     onClick(static_cast<int>(sender.tag));
