@@ -66,27 +66,26 @@ void ClickThroughFrames::remove(xcb_window_t window) {
 bool ClickThroughFrames::nativeEventFilter(const QByteArray& /*eventType*/, void* message,
                                            qintptr* /*result*/) {
   const auto* event = static_cast<const xcb_generic_event_t*>(message);
-  switch
-    eventType(*event) {
-      case XCB_REPARENT_NOTIFY: {
-        const auto& change = reinterpret_cast<const xcb_reparent_notify_event_t&>(*event);
-        const auto found = frames_.find(change.window);
-        if (found == frames_.end()) break;
-        found->second = framesFrom(change.parent);
-        letThrough(found->second);
-        break;
-      }
-      case XCB_CONFIGURE_NOTIFY: {
-        // Where the window manager has given the frame another size, and a region with it.
-        const auto& change = reinterpret_cast<const xcb_configure_notify_event_t&>(*event);
-        if (const auto found = frames_.find(change.window); found != frames_.end()) {
-          letThrough(found->second);
-        }
-        break;
-      }
-      default:
-        break;
+  switch (eventType(*event)) {
+    case XCB_REPARENT_NOTIFY: {
+      const auto& change = reinterpret_cast<const xcb_reparent_notify_event_t&>(*event);
+      const auto found = frames_.find(change.window);
+      if (found == frames_.end()) break;
+      found->second = framesFrom(change.parent);
+      letThrough(found->second);
+      break;
     }
+    case XCB_CONFIGURE_NOTIFY: {
+      // Where the window manager has given the frame another size, and a region with it.
+      const auto& change = reinterpret_cast<const xcb_configure_notify_event_t&>(*event);
+      if (const auto found = frames_.find(change.window); found != frames_.end()) {
+        letThrough(found->second);
+      }
+      break;
+    }
+    default:
+      break;
+  }
   return false;
 }
 
