@@ -25,6 +25,8 @@ ALLOWED = {
 SYSTEM_FOLDERS = re.compile(
     r"^src/platform/(macos|linux)/|^tests/platform/(macos|linux)/|^tests/desktop/"
     r"|^bench/(.*/)?(macos|linux)/|^packaging/"
+    # What Objective-C++ says to the suites about the system under test.
+    r"|^tests/platform/conformance/[A-Za-z]+\.mm$"
 )
 # The headers of the C++ standard have no suffix and no capital; libraries that
 # all systems have are named.
