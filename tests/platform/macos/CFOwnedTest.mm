@@ -60,7 +60,7 @@ TEST_F(CFOwnedTest, MayBeEmpty) {
 TEST_F(CFOwnedTest, MovesItsReference) {
   auto first = Owned::adopt(created());
   auto second = std::move(first);
-  EXPECT_FALSE(first);
+  EXPECT_FALSE(first);  // NOLINT(bugprone-use-after-move)
   EXPECT_EQ(second.get(), object_);
   EXPECT_EQ(others(), 1);
 }

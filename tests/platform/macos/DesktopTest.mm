@@ -39,7 +39,7 @@ class DesktopTest : public testing::Test {
     const PropertyList all = displays();
     if (!all.asArray()) return ids;
     for (const PropertyList& display : *all.asArray()) {
-      const PropertyList spaces = display["Spaces"];
+      const PropertyList& spaces = display["Spaces"];
       if (!spaces.asArray()) continue;
       for (const PropertyList& space : *spaces.asArray()) {
         ids.insert(static_cast<SpaceID>(space["ManagedSpaceID"].integer().value_or(0)));
@@ -82,7 +82,7 @@ TEST_F(DesktopTest, EachDisplayTellsItsSpaces) {
   ASSERT_FALSE(all.asArray()->empty());
   for (const PropertyList& display : *all.asArray()) {
     EXPECT_NE(display["Display Identifier"].asString(), nullptr);
-    const PropertyList spaces = display["Spaces"];
+    const PropertyList& spaces = display["Spaces"];
     ASSERT_NE(spaces.asArrayOfDictionaries(), nullptr);
     for (const PropertyList& space : *spaces.asArray()) {
       EXPECT_GT(space["ManagedSpaceID"].integer().value_or(0), 0);
