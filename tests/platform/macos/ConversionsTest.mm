@@ -253,7 +253,7 @@ TEST(ConversionsTest, AColourWithoutComponentsIsBlack) {
 
 TEST(ConversionsTest, ANamedColourTakesAnAlphaOfItsOwn) {
   EXPECT_NEAR(srgbFrom(nativeColor(Color(SystemColor::Label, 0.25))).alpha, 0.25, 1e-6);
-  EXPECT_EQ(nativeColor(Color(SystemColor::Link)), NSColor.linkColor);
+  EXPECT_TRUE([nativeColor(Color(SystemColor::Link)) isEqual:NSColor.linkColor]);
 }
 
 TEST(ConversionsTest, AppearancesComeBack) {
