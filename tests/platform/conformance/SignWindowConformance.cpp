@@ -29,6 +29,11 @@ TEST_F(SignWindowConformance, HasANumberOfItsOwn) {
 
 TEST_F(SignWindowConformance, IsWhereItWasTold) {
   EXPECT_EQ(window_->frame(), (Rect{100, 200, 300, 120}));
+  window_->setFrame({10, 20, 33, 44});
+  EXPECT_EQ(window_->frame(), (Rect{10, 20, 33, 44}));
+}
+
+TEST_F(SignWindowConformance, TellsPartsOfPoints) {
   window_->setFrame({10.25, 20.5, 33.125, 44});
   EXPECT_EQ(window_->frame(), (Rect{10.25, 20.5, 33.125, 44}));
 }
