@@ -80,6 +80,10 @@ NSButton* makeRenameButton(const SpaceRowContent& content) {
   button.bordered = NO;
   button.bezelStyle = NSBezelStyleRegularSquare;
   button.imagePosition = NSImageOnly;
+  // For the pointer. Else the Tab key, where the user moves by keyboard among all
+  // controls, would take the caret from a row that is being edited to the button of
+  // the row under the pointer.
+  button.refusesFirstResponder = YES;
   button.toolTip = title;
   button.accessibilityLabel = title;
   button.hidden = YES;
