@@ -8,7 +8,8 @@ namespace vembrix {
 namespace {
 
 /// Programs that are built with an older SDK are told an older version of the system.
-/// The kernel's version is the true one for everybody: 25 on macOS 26, 27 on macOS 27.
+/// The kernel's version is the true one for everybody: 25 on macOS 26, 27 on macOS 27,
+/// whose first previews had 26.
 int darwinVersion() {
   utsname system{};
   return uname(&system) == 0 ? std::atoi(system.release) : 0;
