@@ -73,12 +73,11 @@ class ReportedSwipes {
   }
 
   CFOwned<CGEventRef> reportedCopy(CGEventRef event, std::int64_t phase) const {
-    const bool isLast = phase == dockswipe::End || phase == dockswipe::Cancel;
-    const TrackpadSwipe swipe{
+    TrackpadSwipe swipe{
         .timestamp = mach_absolute_time(),
         .phase = phase,
-        .progress = sign_ * visibleProgress(doubleField(event, dockswipe::Progress)),
-        .velocity = isLast ? sign_ * doubleField(event, dockswipe::VelocityX) : 0};
+        .progress = sign_ * visibleProgress(doubleField(event, dockswipe::Progress))};
+    if (swipe.isLast()) swipe.velocity = sign_ * doubleField(event, dockswipe::VelocityX);
     auto copy = CFOwned<CGEventRef>::adopt(CGEventCreateCopy(event));
     if (!copy) return {};
     setFields(copy.get(), swipe);
@@ -95,9 +94,9 @@ class ReportedSwipes {
     // What the tap knows this program's own swipes by.
     setInteger(dockswipe::SourceProcess, getpid());
     setInteger(PhaseAgain, swipe.phase);
-    setDouble(Flavor, 3);
+    setDouble(Flavor, TrackpadSwipe::flavor);
     setDouble(Time, static_cast<double>(swipe.timestamp));
-    setDouble(FingerPosition, 0.1);
+    setDouble(FingerPosition, TrackpadSwipe::fingerPosition);
     setDouble(dockswipe::Progress, swipe.progress);
     setDouble(dockswipe::VelocityX, swipe.velocity);
     setDouble(dockswipe::VelocityY, 0);

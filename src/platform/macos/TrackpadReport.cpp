@@ -6,8 +6,6 @@
 #include <limits>
 #include <utility>
 
-#include "platform/DockSwipeEvent.h"
-
 namespace vembrix {
 namespace {
 
@@ -18,12 +16,6 @@ constexpr std::uint32_t kDockSwipeType = 23;
 // Sizes of an event of these types, in bytes.
 constexpr std::uint32_t kVelocitySize = 28;
 constexpr std::uint32_t kDockSwipeSize = 40;
-
-/// For whom the gesture is: the Dock, as its first gesture.
-constexpr std::uint16_t kDockPrimaryFlavor = 3;
-
-/// Where the fingers are, of the trackpad's width; anywhere but at its edge.
-constexpr double kFingerPosition = 0.1;
 
 /// Numbers one after the other, the lowest byte first.
 class Report {
@@ -64,13 +56,13 @@ void addSwipe(Report& report, const TrackpadSwipe& swipe) {
   constexpr std::uint32_t kPhaseShift = 24;
   const auto options = static_cast<std::uint32_t>(swipe.phase & 0xFF) << kPhaseShift;
   report.addEventHeader(kDockSwipeSize, kDockSwipeType, options, /*depth=*/0);
-  report.addFixed(kFingerPosition);
+  report.addFixed(TrackpadSwipe::fingerPosition);
   report.addFixed(0);
   report.addFixed(0);
   // A mask of directions that nobody uses any more.
   report.add(std::uint32_t{0});
   report.add(static_cast<std::uint16_t>(dockswipe::kHorizontal));
-  report.add(kDockPrimaryFlavor);
+  report.add(TrackpadSwipe::flavor);
   report.addFixed(swipe.progress);
 }
 
@@ -84,7 +76,6 @@ void addVelocity(Report& report, double velocity) {
 }  // namespace
 
 std::vector<std::uint8_t> trackpadReport(const TrackpadSwipe& swipe) {
-  const bool isLast = swipe.phase == dockswipe::End || swipe.phase == dockswipe::Cancel;
   Report report;
   report.add(swipe.timestamp);
   // From no device.
@@ -92,9 +83,9 @@ std::vector<std::uint8_t> trackpadReport(const TrackpadSwipe& swipe) {
   // Neither options nor attributes.
   report.add(std::uint32_t{0});
   report.add(std::uint32_t{0});
-  report.add(std::uint32_t{isLast ? 2U : 1U});
+  report.add(std::uint32_t{swipe.isLast() ? 2U : 1U});
   addSwipe(report, swipe);
-  if (isLast) addVelocity(report, swipe.velocity);
+  if (swipe.isLast()) addVelocity(report, swipe.velocity);
   return report.take();
 }
 
