@@ -3,28 +3,19 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
 #include "platform/conformance/SystemUnderTest.h"
+#include "support/LaunchDelegate.h"
 
 namespace vembrix {
 namespace {
 
 using std::chrono::milliseconds;
 using testing::ElementsAre;
-
-class Delegate : public ApplicationDelegate {
- public:
-  explicit Delegate(std::function<void()> launched) : launched_(std::move(launched)) {}
-  void applicationDidFinishLaunching() override { launched_(); }
-
- private:
-  std::function<void()> launched_;
-};
 
 class ApplicationConformance : public testing::Test {
  protected:
@@ -47,7 +38,7 @@ TEST_F(ApplicationConformance, IsOneForTheProcess) {
 }
 
 TEST_F(ApplicationConformance, TellsTheDelegateOnceThatLaunchingHasFinished) {
-  Delegate delegate([&] { calls_.emplace_back("launched"); });
+  LaunchDelegate delegate([&] { calls_.emplace_back("launched"); });
   application_.setDelegate(&delegate);
   system_.runFor(milliseconds(10));
   EXPECT_TRUE(calls_.empty());
@@ -57,7 +48,7 @@ TEST_F(ApplicationConformance, TellsTheDelegateOnceThatLaunchingHasFinished) {
 }
 
 TEST_F(ApplicationConformance, TellsTheDelegateBeforeAnythingElseHappens) {
-  Delegate delegate([&] { calls_.emplace_back("launched"); });
+  LaunchDelegate delegate([&] { calls_.emplace_back("launched"); });
   application_.setDelegate(&delegate);
   queue_.async([&] {
     calls_.emplace_back("block");
@@ -68,8 +59,8 @@ TEST_F(ApplicationConformance, TellsTheDelegateBeforeAnythingElseHappens) {
 }
 
 TEST_F(ApplicationConformance, TheLastDelegateCounts) {
-  Delegate former([&] { calls_.emplace_back("former"); });
-  Delegate delegate([&] {
+  LaunchDelegate former([&] { calls_.emplace_back("former"); });
+  LaunchDelegate delegate([&] {
     calls_.emplace_back("delegate");
     application_.terminate();
   });
@@ -89,7 +80,7 @@ TEST_F(ApplicationConformance, RunsWithoutADelegate) {
 }
 
 TEST_F(ApplicationConformance, TerminateEndsTheLoopAfterTheCurrentEvent) {
-  Delegate delegate([&] {
+  LaunchDelegate delegate([&] {
     queue_.after(std::chrono::hours(1), [&] { calls_.emplace_back("an hour later"); });
     application_.terminate();
     calls_.emplace_back("rest of the event");
@@ -101,7 +92,7 @@ TEST_F(ApplicationConformance, TerminateEndsTheLoopAfterTheCurrentEvent) {
 
 TEST_F(ApplicationConformance, RunsTheMainQueue) {
   TimerSource timer;
-  Delegate delegate([&] {
+  LaunchDelegate delegate([&] {
     timer = queue_.repeat(milliseconds(5), milliseconds(5), [&] {
       calls_.emplace_back("beat");
       if (calls_.size() == 3) application_.terminate();
@@ -114,7 +105,7 @@ TEST_F(ApplicationConformance, RunsTheMainQueue) {
 
 TEST_F(ApplicationConformance, AnAccessoryRunsAsAnyOther) {
   application_.setActivationPolicy(Application::ActivationPolicy::Accessory);
-  Delegate delegate([&] {
+  LaunchDelegate delegate([&] {
     calls_.emplace_back("launched");
     application_.terminate();
   });

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "platform/MainQueue.h"
+#include "support/LaunchDelegate.h"
 
 namespace vembrix {
 namespace {
@@ -17,15 +18,6 @@ using std::chrono::milliseconds;
 using testing::ExitedWithCode;
 
 void say(const char* word) { std::fprintf(stderr, "%s.", word); }
-
-class Delegate : public ApplicationDelegate {
- public:
-  explicit Delegate(std::function<void()> launched) : launched_(std::move(launched)) {}
-  void applicationDidFinishLaunching() override { launched_(); }
-
- private:
-  std::function<void()> launched_;
-};
 
 /// The event loop, in a process of its own, since AppKit ends that. What it did, and in
 /// which order, is what it said.
@@ -37,7 +29,7 @@ class ApplicationTest : public testing::Test {
   static void run(const std::function<void()>& launched) {
     Application& application = Application::shared();
     application.setActivationPolicy(Application::ActivationPolicy::Accessory);
-    Delegate delegate(launched);
+    LaunchDelegate delegate(launched);
     application.setDelegate(&delegate);
     application.run();
     std::exit(1);
@@ -59,7 +51,7 @@ TEST_F(ApplicationTest, TellsTheDelegateBeforeAnythingElseHappens) {
 TEST_F(ApplicationTest, TheLastDelegateCounts) {
   EXPECT_EXIT(
       {
-        Delegate former([] { std::exit(2); });
+        LaunchDelegate former([] { std::exit(2); });
         Application::shared().setDelegate(&former);
         run([] {
           say("launched");

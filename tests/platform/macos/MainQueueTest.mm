@@ -5,7 +5,6 @@
 
 #include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
 #import "platform/macos/Arc.h"
@@ -60,18 +59,6 @@ TEST_F(MainQueueTest, TimersGoOnInARunLoopWithinATimersBlock) {
   EXPECT_TRUE(runUntil([&] { return !calls_.empty(); }));
   CFRunLoopTimerInvalidate(opener);
   CFRelease(opener);
-}
-
-TEST_F(MainQueueTest, BeatsThatWereMissedAreOne) {
-  int beats = 0;
-  const auto timer = queue_.repeat(milliseconds(20), milliseconds(20), [&] {
-    if (++beats == 1) std::this_thread::sleep_for(milliseconds(110));
-  });
-  bool over = false;
-  queue_.after(milliseconds(170), [&] { over = true; });
-  EXPECT_TRUE(runUntil([&] { return over; }));
-  EXPECT_GE(beats, 2);
-  EXPECT_LE(beats, 4);
 }
 
 TEST_F(MainQueueTest, NothingIsEarly) {
