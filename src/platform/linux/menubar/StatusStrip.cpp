@@ -57,7 +57,7 @@ void StatusStrip::place() {
   const QRect bounds = screen->geometry();
   const int width = std::min(label_.width(), bounds.width());
   const QRect target(bounds.x() + bounds.width() - width, bounds.y(), width,
-                     StatusLabel::kBarHeight);
+                     StatusItemLabel::kBarHeight);
   if (target == geometry()) return;
   setGeometry(target);
   if (windowHandle()) reserveTopEdge(*windowHandle(), target);

@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "platform/NotificationCenter.h"
-#include "platform/linux/menubar/StatusLabel.h"
+#include "platform/linux/menubar/StatusItemLabel.h"
 
 namespace vembrix {
 
@@ -28,7 +28,7 @@ class StatusStrip : public QWidget {
   void updateName();
 
   std::function<void()> pressed_;
-  StatusLabel label_;
+  StatusItemLabel label_;
   Observation themeObservation_;
 };
 

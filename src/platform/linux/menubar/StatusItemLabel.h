@@ -11,13 +11,13 @@ namespace vembrix {
 
 /// The content of a status item, laid out: what it measures and how it is
 /// painted. Lengths in points. Main thread; needs a Qt application.
-class StatusLabel {
+class StatusItemLabel {
  public:
   /// Height of the menu bar, and of the button on it that the fill covers.
   static constexpr int kBarHeight = 24;
   static constexpr int kButtonHeight = 22;
 
-  StatusLabel();
+  StatusItemLabel();
 
   void setContent(const StatusItemContent& content);
   [[nodiscard]] const StatusItemContent& content() const { return content_; }

@@ -1,4 +1,4 @@
-#include "platform/linux/menubar/StatusLabel.h"
+#include "platform/linux/menubar/StatusItemLabel.h"
 
 #include <QPaintDevice>
 #include <QPainter>
@@ -39,7 +39,7 @@ QColor inkOf(const StatusItemContent& content, Appearance appearance) {
 
 }  // namespace
 
-StatusLabel::StatusLabel() {
+StatusItemLabel::StatusItemLabel() {
   const QFont font = menuBarFont();
   QTextOption option;
   option.setWrapMode(QTextOption::NoWrap);
@@ -53,13 +53,13 @@ StatusLabel::StatusLabel() {
   title_.setCacheEnabled(true);
 }
 
-void StatusLabel::setContent(const StatusItemContent& content) {
+void StatusItemLabel::setContent(const StatusItemContent& content) {
   content_ = content;
   const std::string* title = titleOf(content_);
   layOut(title ? QString::fromStdString(*title) : QString());
 }
 
-void StatusLabel::layOut(const QString& text) {
+void StatusItemLabel::layOut(const QString& text) {
   QString line = text.left(kMaxTitleLength);
   if (!line.isEmpty() && line.back().isHighSurrogate()) line.chop(1);
   // The menu bar has one line.
@@ -72,7 +72,7 @@ void StatusLabel::layOut(const QString& text) {
   titleWidth_ = only.isValid() ? only.naturalTextWidth() : 0;
 }
 
-int StatusLabel::width() const {
+int StatusItemLabel::width() const {
   if (content_.length == StatusItemLength::square()) return kBarHeight;
   if (content_.length != StatusItemLength::variable()) {
     return static_cast<int>(std::lround(std::clamp(content_.length.points, 1.0, kMaxWidth)));
@@ -82,12 +82,12 @@ int StatusLabel::width() const {
   return static_cast<int>(std::ceil(std::min(natural + 2 * kPadding, kMaxWidth)));
 }
 
-QString StatusLabel::name() const {
+QString StatusItemLabel::name() const {
   const std::string* title = titleOf(content_);
   return title ? QString::fromStdString(*title).trimmed() : QStringLiteral("Vembrix");
 }
 
-void StatusLabel::paint(QPainter& painter, Appearance appearance) const {
+void StatusItemLabel::paint(QPainter& painter, Appearance appearance) const {
   painter.fillRect(0, 0, width(), kBarHeight, menuBarColor(appearance));
   painter.setRenderHint(QPainter::Antialiasing);
   if (content_.fill) {
@@ -107,7 +107,7 @@ void StatusLabel::paint(QPainter& painter, Appearance appearance) const {
   }
 }
 
-void StatusLabel::paintTitle(QPainter& painter) const {
+void StatusItemLabel::paintTitle(QPainter& painter) const {
   if (title_.lineCount() == 0) return;
   const QTextLine line = title_.lineAt(0);
   double x = (width() - titleWidth_) / 2;
@@ -122,7 +122,7 @@ void StatusLabel::paintTitle(QPainter& painter) const {
   line.draw(&painter, {x, baseline - line.ascent()});
 }
 
-void StatusLabel::paintImage(QPainter& painter, const TemplateImage& image) const {
+void StatusItemLabel::paintImage(QPainter& painter, const TemplateImage& image) const {
   const double left = (width() - image.size.width) / 2;
   const double bottom = (kBarHeight + image.size.height) / 2;
   for (const TemplateImage::RoundedRect& shape : image.shapes) {
