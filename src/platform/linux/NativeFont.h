@@ -12,6 +12,9 @@ QFont menuBarFont();
 /// One of the interface's fonts. Needs a Qt application.
 QFont nativeFont(const Font& font);
 
+/// How high a line of the font is: whole points, with the whole of every letter.
+int lineHeight(const QFont& font);
+
 /// Where the baseline of a line stands whose capitals are in the middle of that
 /// height: points from its top, on a whole row of pixels of the scale. Unlike a line
 /// box in the middle, it is the same for every font of a size.

@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QStyleFactory>
 #include <QStyleOptionMenuItem>
+#include <algorithm>
 
 #include "platform/linux/NativeFont.h"
 
@@ -125,7 +126,7 @@ QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
   const QFontMetrics metrics(item->font);
   const int title = metrics.size(Qt::TextHideMnemonic, item->text).width();
   const int width = 2 * kTitleInset + title + kShortcutGap + metrics.horizontalAdvance(kWideKey);
-  return {width, kItemHeight};
+  return {width, std::max(kItemHeight, lineHeight(item->font))};
 }
 
 int MenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,

@@ -232,13 +232,12 @@ void SpaceRowWidget::paintLabel(QPainter& painter) const {
   const double right = width() - kTrailingInset - kRenameButtonSize - kLabelGap;
   const QFontMetricsF metrics(font());
   const double baseline = middleBaseline(font(), height(), painter.device()->devicePixelRatio());
-  const QRectF rect(kTextLeft, baseline - metrics.ascent(), right - kTextLeft, metrics.height());
   painter.setPen(nativeColor(Color(SystemColor::Label), appearance_));
   painter.setFont(font());
-  const QString text = metrics.elidedText(lineOf(state_.label), Qt::ElideRight, rect.width());
+  const QString text = metrics.elidedText(lineOf(state_.label), Qt::ElideRight, right - kTextLeft);
+  // By its baseline, which what another font draws, such as an emoji, does not move.
   // Names in scripts that run to the left begin beside the dot, too.
-  painter.drawText(rect, Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignTop | Qt::TextSingleLine,
-                   text);
+  painter.drawText(QPointF(kTextLeft, baseline), text);
 }
 
 void SpaceRowWidget::paintFocusRing(QPainter& painter) const {

@@ -1,6 +1,6 @@
 #include "platform/linux/ui/ColorGridView.h"
 
-#include <QFontMetrics>
+#include <QFontMetricsF>
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -24,7 +24,7 @@ constexpr int kAllButNames =
 }  // namespace
 
 ColorGridView::ColorGridView(ColorGrid grid, QWidget* parent)
-    : QWidget(parent), grid_(std::move(grid)) {
+    : QWidget(parent), grid_(std::move(grid)), rowHeight_(static_cast<int>(kWellSize.height)) {
   cells_.reserve(grid_.wells.size());
   int index = 0;
   for (const ColorGrid::Well& well : grid_.wells) addCell(index++, well);
@@ -41,7 +41,9 @@ void ColorGridView::addCell(int index, const ColorGrid::Well& well) {
     if (grid_.onChange) grid_.onChange(index, color);
   };
   auto* button = new ColorWell(name, well.color, changed, this);
-  cells_.push_back({label, button});
+  const QSize natural = label->sizeHint();
+  cells_.push_back({label, button, natural.width()});
+  rowHeight_ = std::max(rowHeight_, natural.height());
 }
 
 QSize ColorGridView::sizeHint() const {
@@ -50,7 +52,7 @@ QSize ColorGridView::sizeHint() const {
   const int rows = (pairs + kPairsPerRow - 1) / kPairsPerRow;
   const int spacing = static_cast<int>(kWellRowSpacing);
   const int names = nameWidth(0, QWIDGETSIZE_MAX) + nameWidth(1, QWIDGETSIZE_MAX);
-  return {kAllButNames + names, rows * rowHeight() + (rows - 1) * spacing};
+  return {kAllButNames + names, rows * rowHeight_ + (rows - 1) * spacing};
 }
 
 void ColorGridView::resizeEvent(QResizeEvent* /*event*/) {
@@ -64,37 +66,33 @@ void ColorGridView::layOut() {
   const std::array<int, kPairsPerRow> names{nameWidth(0, limit), nameWidth(1, limit)};
   for (std::size_t i = 0; i < cells_.size(); ++i) {
     const auto [row, column] = std::div(static_cast<int>(i), kPairsPerRow);
-    const auto& [label, well] = cells_[i];
+    const auto& [label, well, wholeWidth] = cells_[i];
     int x = column == 0
                 ? 0
                 : names[0] + wellSize.width() + 2 * spacing + static_cast<int>(kSecondPairPadding);
-    const int y = row * (rowHeight() + static_cast<int>(kWellRowSpacing));
+    const int y = row * (rowHeight_ + static_cast<int>(kWellRowSpacing));
     const int room = names[static_cast<std::size_t>(column)];
-    const QFontMetrics metrics(label->font());
+    const QFontMetricsF metrics(label->font());
     const QString name = well->accessibleName();
-    const QString shown = metrics.elidedText(name, Qt::ElideRight, room);
+    const QString shown =
+        wholeWidth <= room ? name : metrics.elidedText(name, Qt::ElideRight, room);
     label->setText(shown);
     label->setToolTip(shown == name ? QString() : name.toHtmlEscaped());
-    const QSize size(std::min(label->sizeHint().width(), room), metrics.height());
-    label->setGeometry(x + room - size.width(), y + (rowHeight() - size.height()) / 2, size.width(),
+    const QSize natural = label->sizeHint();
+    const QSize size(std::min(natural.width(), room), natural.height());
+    label->setGeometry(x + room - size.width(), y + (rowHeight_ - size.height()) / 2, size.width(),
                        size.height());
     x += room + spacing;
-    well->setGeometry(QRect({x, y + (rowHeight() - wellSize.height()) / 2}, wellSize));
+    well->setGeometry(QRect({x, y + (rowHeight_ - wellSize.height()) / 2}, wellSize));
   }
 }
 
 int ColorGridView::nameWidth(int column, int limit) const {
   int width = 0;
   for (std::size_t i = static_cast<std::size_t>(column); i < cells_.size(); i += kPairsPerRow) {
-    const QFontMetrics metrics(cells_[i].name->font());
-    width = std::max(width, metrics.horizontalAdvance(cells_[i].well->accessibleName()) + 1);
+    width = std::max(width, cells_[i].width);
   }
   return std::min(width, limit);
-}
-
-int ColorGridView::rowHeight() const {
-  const int well = static_cast<int>(kWellSize.height);
-  return cells_.empty() ? well : std::max(well, QFontMetrics(cells_.front().name->font()).height());
 }
 
 }  // namespace vembrix

@@ -5,11 +5,10 @@
 
 #include "platform/SettingsForm.h"
 
-class QLabel;
-
 namespace vembrix {
 
 class ColorWell;
+class LineLabel;
 
 /// The names and wells of a colour grid. As high as it needs; names are cut off
 /// where the width that it is given does not hold them. Main thread.
@@ -26,17 +25,20 @@ class ColorGridView : public QWidget {
 
  private:
   struct Cell {
-    QLabel* name;
+    LineLabel* name;
     ColorWell* well;
+    /// Of the whole name.
+    int width;
   };
 
   void addCell(int index, const ColorGrid::Well& well);
   void layOut();
   /// Of the names in the first or second column of pairs, at most `limit`.
   [[nodiscard]] int nameWidth(int column, int limit) const;
-  [[nodiscard]] int rowHeight() const;
 
   ColorGrid grid_;
+  /// That of the highest name or well.
+  int rowHeight_ = 0;
   std::vector<Cell> cells_;
 };
 

@@ -40,17 +40,31 @@ int menuShift() {
   return kMenuTextLeading + 1 - kPopupTextLeading;
 }
 
-QRect checkboxRect(const QRect& rect) {
-  return {rect.left(), rect.top() + (rect.height() - kCheckboxSize) / 2, kCheckboxSize,
+/// The part of a check box beside which the first line of its title stands.
+QRect firstLineOf(const QStyleOption& option) {
+  QRect line = option.rect;
+  line.setHeight(std::min(line.height(), std::max(kCheckboxHeight, option.fontMetrics.height())));
+  return line;
+}
+
+QRect checkboxRect(const QStyleOption& option) {
+  const QRect line = firstLineOf(option);
+  return {line.left(), line.top() + (line.height() - kCheckboxSize) / 2, kCheckboxSize,
           kCheckboxSize};
 }
 
 void drawCheckbox(const QStyleOptionButton& option, QPainter& painter) {
-  paintCheckbox(painter, checkboxRect(option.rect), option.state.testFlag(QStyle::State_On),
+  paintCheckbox(painter, checkboxRect(option), option.state.testFlag(QStyle::State_On),
                 stateOf(option));
   painter.setPen(option.palette.color(QPalette::WindowText));
-  paintLine(painter, option.rect.adjusted(kCheckboxSize + kCheckboxSpacing, 0, 0, 0),
-            plainText(option.text), TextPlace::Leading);
+  const QRect line = firstLineOf(option).adjusted(kCheckboxSize + kCheckboxSpacing, 0, 0, 0);
+  if (line.height() == option.rect.height()) {
+    paintLine(painter, line, plainText(option.text), TextPlace::Leading);
+    return;
+  }
+  const int above = centeredBaseline(painter.font(), line.height()) - option.fontMetrics.ascent();
+  painter.drawText(option.rect.adjusted(kCheckboxSize + kCheckboxSpacing, std::max(above, 0), 0, 0),
+                   Qt::TextWordWrap, plainText(option.text));
 }
 
 void drawPushButton(const QStyleOptionButton& option, QPainter& painter) {
@@ -188,24 +202,27 @@ QSize ControlStyle::sizeFromContents(ContentsType type, const QStyleOption* opti
                                      const QSize& size, const QWidget* widget) const {
   switch (type) {
     case CT_CheckBox:
-      return {size.width() + kCheckboxSize + kCheckboxSpacing, kCheckboxHeight};
+      return {size.width() + kCheckboxSize + kCheckboxSpacing,
+              std::max(kCheckboxHeight, size.height())};
     case CT_PushButton: {
       const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
       const bool isFlat = button && button->features.testFlag(QStyleOptionButton::Flat);
-      return {size.width() + (isFlat ? 2 : 2 * kButtonPadding), kButtonHeight};
+      return {size.width() + (isFlat ? 2 : 2 * kButtonPadding),
+              std::max(kButtonHeight, size.height())};
     }
     case CT_ComboBox:
-      return {size.width() + kPopupTextLeading + 24, kPopupHeight};
+      return {size.width() + kPopupTextLeading + 24, std::max(kPopupHeight, size.height())};
     case CT_Slider:
       return {size.width(), kSliderHeight};
     case CT_LineEdit:
-      return {size.width() + 2 * kFieldPadding, kFieldHeight};
+      return {size.width() + 2 * kFieldPadding, std::max(kFieldHeight, size.height())};
     case CT_MenuItem: {
       const auto* row = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
-      const int text = row ? QFontMetrics(row->font).horizontalAdvance(row->text) : size.width();
+      const QSize text = row ? QFontMetrics(row->font).size(Qt::TextSingleLine, row->text) : size;
       // At least as wide as its button.
       const int button = widget ? widget->width() + menuShift() - 2 : 0;
-      return {std::max(text + 2 * kMenuTextLeading, button), kMenuRowHeight};
+      return {std::max(text.width() + 2 * kMenuTextLeading, button),
+              std::max(kMenuRowHeight, text.height())};
     }
     default:
       return QProxyStyle::sizeFromContents(type, option, size, widget);
@@ -216,7 +233,7 @@ QRect ControlStyle::subElementRect(SubElement element, const QStyleOption* optio
                                    const QWidget* widget) const {
   switch (element) {
     case SE_CheckBoxIndicator:
-      return checkboxRect(option->rect);
+      return checkboxRect(*option);
     case SE_CheckBoxContents:
       return option->rect.adjusted(kCheckboxSize + kCheckboxSpacing, 0, 0, 0);
     case SE_CheckBoxClickRect:

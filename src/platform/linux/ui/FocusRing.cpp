@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QEvent>
 #include <QPainter>
+#include <QStyleOptionButton>
 #include <cmath>
 
 #include "platform/linux/ui/ColorFollower.h"
@@ -27,10 +28,11 @@ struct Shape {
 /// What the ring is drawn around, in the control's coordinates; empty for none.
 Shape shapeOf(const QWidget& control) {
   const QRectF whole = control.rect();
-  const double middle = whole.center().y();
   if (qobject_cast<const QCheckBox*>(&control)) {
-    return {{whole.left(), middle - kCheckboxSize / 2.0, kCheckboxSize, kCheckboxSize},
-            kCheckboxRadius};
+    QStyleOptionButton option;
+    option.initFrom(&control);
+    const QStyle& style = *control.style();
+    return {style.subElementRect(QStyle::SE_CheckBoxIndicator, &option, &control), kCheckboxRadius};
   }
   if (const auto* slider = qobject_cast<const SliderControl*>(&control)) {
     return {slider->knob(), kKnobSize / 2.0};

@@ -1,11 +1,11 @@
 #include "platform/linux/ui/FormControls.h"
 
-#include <QCheckBox>
 #include <QFontMetrics>
 #include <QLabel>
 #include <QPushButton>
 
 #include "platform/linux/NativeFont.h"
+#include "platform/linux/ui/CheckboxButton.h"
 #include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/ColorGridView.h"
 #include "platform/linux/ui/ControlPainting.h"
@@ -50,11 +50,6 @@ Label* makeLabel(const std::string& text, const TextStyle& style, QWidget* paren
   return label;
 }
 
-/// Over the whole width.
-BuiltControl builtText(QLabel* label) {
-  return {label, QFontMetrics(label->font()).ascent(), true};
-}
-
 struct Builder {
   QWidget* parent;
 
@@ -64,7 +59,7 @@ struct Builder {
   }
 
   BuiltControl operator()(const Checkbox& checkbox) const {
-    auto* control = new QCheckBox(titleOf(checkbox.title), parent);
+    auto* control = new CheckboxButton(titleOf(checkbox.title), parent);
     setControlStyle(*control, checkbox.style);
     control->setAccessibleName(QString::fromStdString(checkbox.title));
     control->setChecked(checkbox.isOn);
@@ -84,7 +79,7 @@ struct Builder {
   BuiltControl operator()(const WrappingLabel& wrapping) const {
     auto* label = makeLabel<QLabel>(wrapping.text, wrapping.style, parent);
     label->setWordWrap(true);
-    return builtText(label);
+    return {label, QFontMetrics(label->font()).ascent(), true};
   }
 
   BuiltControl operator()(const Header& header) const {
@@ -125,9 +120,8 @@ struct Builder {
   }
 
   BuiltControl operator()(const StatusLabel& status) const {
-    auto* label = makeLabel<QLabel>(status.text, status.style, parent);
-    label->setMinimumHeight(QFontMetrics(label->font()).height());
-    return builtText(label);
+    auto* label = makeLabel<LineLabel>(status.text, status.style, parent);
+    return {label, label->baseline(), true};
   }
 };
 

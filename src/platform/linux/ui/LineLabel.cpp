@@ -1,12 +1,33 @@
 #include "platform/linux/ui/LineLabel.h"
 
-#include <QFontMetrics>
 #include <QPainter>
+#include <QTextLayout>
+#include <cmath>
 
 namespace vembrix {
 
+QSize LineLabel::sizeHint() const {
+  return line().size;
+}
+
 int LineLabel::baseline() const {
-  return QFontMetrics(font()).ascent();
+  return line().baseline;
+}
+
+const LineLabel::Line& LineLabel::line() const {
+  const bool isKnown = !line_.size.isEmpty() || line_.baseline > 0;
+  if (isKnown && line_.text == text() && line_.font == font()) return line_;
+  QTextLayout layout(text(), font());
+  layout.beginLayout();
+  const QTextLine only = layout.createLine();
+  layout.endLayout();
+  const double ascent = std::ceil(only.ascent());
+  const double height = ascent + std::ceil(only.descent());
+  line_ = {.text = text(),
+           .font = font(),
+           .size = QSizeF(std::ceil(only.naturalTextWidth()), height).toSize(),
+           .baseline = static_cast<int>(ascent)};
+  return line_;
 }
 
 void LineLabel::paintEvent(QPaintEvent* /*event*/) {

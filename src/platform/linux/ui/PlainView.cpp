@@ -57,16 +57,16 @@ void PlainView::showPage(int index) {
 
 QRect PlainView::pane() const {
   // The segments stand on its upper edge.
-  return rect().adjusted(inset_, inset_ + SegmentedTabBar::kHeight / 2, -inset_, -inset_);
+  return rect().adjusted(inset_, inset_ + tabs_->naturalHeight() / 2, -inset_, -inset_);
 }
 
 QRect PlainView::room() const {
-  return pane().adjusted(1, SegmentedTabBar::kHeight / 2 + 1, -1, -1);
+  return pane().adjusted(1, tabs_->naturalHeight() / 2 + 1, -1, -1);
 }
 
 void PlainView::resizeEvent(QResizeEvent* /*event*/) {
   const QSize tabs = tabs_->sizeHint();
-  tabs_->setGeometry((width() - tabs.width()) / 2, inset_, tabs.width(), SegmentedTabBar::kHeight);
+  tabs_->setGeometry((width() - tabs.width()) / 2, inset_, tabs.width(), tabs_->naturalHeight());
   for (ScrollingPage* page : pages_) {
     if (page) page->setGeometry(room());
   }

@@ -3,6 +3,7 @@
 #include <QFontMetrics>
 #include <QPainter>
 #include <QWheelEvent>
+#include <algorithm>
 
 #include "platform/linux/NativeFont.h"
 #include "platform/linux/ui/ColorFollower.h"
@@ -12,6 +13,7 @@
 namespace vembrix {
 namespace {
 
+constexpr int kLeastHeight = 24;
 constexpr int kPadding = 12;
 constexpr double kRadius = 6;
 
@@ -31,8 +33,12 @@ QRectF SegmentedTabBar::segment(int index) const {
   return QRectF(tabRect(index)).adjusted(1, 1, -1, -1);
 }
 
+int SegmentedTabBar::naturalHeight() const {
+  return std::max(kLeastHeight, lineHeight(font()));
+}
+
 QSize SegmentedTabBar::tabSizeHint(int index) const {
-  return {QFontMetrics(font()).horizontalAdvance(tabText(index)) + 2 * kPadding, kHeight};
+  return {QFontMetrics(font()).horizontalAdvance(tabText(index)) + 2 * kPadding, naturalHeight()};
 }
 
 QSize SegmentedTabBar::minimumTabSizeHint(int index) const {
@@ -53,7 +59,7 @@ void SegmentedTabBar::paintEvent(QPaintEvent* /*event*/) {
   for (int i = 1; i < count(); ++i) {
     if (i == currentIndex() || i - 1 == currentIndex()) continue;
     const double x = tabRect(i).left() + 0.5;
-    painter.drawLine(QPointF(x, 5), QPointF(x, kHeight - 5));
+    painter.drawLine(QPointF(x, 5), QPointF(x, height() - 5));
   }
   painter.setPen(Qt::NoPen);
   if (!isDark) {

@@ -9,9 +9,10 @@ class SegmentedTabBar : public QTabBar {
   Q_OBJECT
 
  public:
-  static constexpr int kHeight = 24;
-
   explicit SegmentedTabBar(QWidget* parent);
+
+  /// At which it is to be laid out.
+  [[nodiscard]] int naturalHeight() const;
 
   /// What the eye takes for the segment of that tab.
   [[nodiscard]] QRectF segment(int index) const;

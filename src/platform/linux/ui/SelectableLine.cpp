@@ -4,7 +4,9 @@
 #include <QFontMetrics>
 #include <QPainter>
 #include <QStyleOptionFrame>
+#include <algorithm>
 
+#include "platform/linux/NativeFont.h"
 #include "platform/linux/ui/ControlPainting.h"
 #include "platform/linux/ui/ControlStyle.h"
 
@@ -34,8 +36,12 @@ void SelectableLine::liftText() {
   // Qt has the line box in the middle of a field, macOS the capitals.
   if (!hasFrame()) return;
   setTextMargins(0, 0, 0, 0);
-  const int drop = baseline(kFieldHeight) - centeredBaseline(font(), kFieldHeight);
+  const int drop = baseline(fieldHeight()) - centeredBaseline(font(), fieldHeight());
   if (drop > 0) setTextMargins(0, 0, 0, 2 * drop);
+}
+
+int SelectableLine::fieldHeight() const {
+  return std::max(kFieldHeight, lineHeight(font()));
 }
 
 int SelectableLine::baseline() const {
@@ -53,7 +59,7 @@ QSize SelectableLine::sizeHint() const {
   const int padding = hasFrame() ? kFieldPadding : 0;
   // The text needs a point more than it measures for the cursor behind it.
   const int width = metrics.horizontalAdvance(text()) + 2 * padding + 2;
-  return {width, hasFrame() ? kFieldHeight : metrics.height()};
+  return {width, hasFrame() ? fieldHeight() : lineHeight(font())};
 }
 
 void SelectableLine::paintEvent(QPaintEvent* event) {

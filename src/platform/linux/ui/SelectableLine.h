@@ -25,6 +25,8 @@ class SelectableLine : public QLineEdit {
 
  private:
   [[nodiscard]] int baseline(int height) const;
+  /// Of a framed one.
+  [[nodiscard]] int fieldHeight() const;
   void liftText();
 };
 

@@ -50,7 +50,7 @@ double TabButtonView::ringRadius() const {
 
 QSize TabButtonView::sizeHint() const {
   const int width = width_ ? static_cast<int>(std::lround(*width_)) : ownWidth();
-  return {width, static_cast<int>(kHeight)};
+  return {width, std::max(static_cast<int>(kHeight), lineHeight(font()))};
 }
 
 int TabButtonView::ownWidth() const {

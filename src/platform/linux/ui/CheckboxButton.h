@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QCheckBox>
+
+namespace vembrix {
+
+/// A check box whose title goes on in further lines where the page is too narrow for
+/// it. Main thread.
+class CheckboxButton : public QCheckBox {
+  Q_OBJECT
+
+ public:
+  using QCheckBox::QCheckBox;
+
+  [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+  [[nodiscard]] int heightForWidth(int width) const override;
+};
+
+}  // namespace vembrix
