@@ -83,6 +83,14 @@ install_by_brew() {
   brew install --quiet "$1"
 }
 
+# own_fonts: what is drawn from here on has the fonts of the packages, whatever else
+# the machine has.
+own_fonts() {
+  need fonts
+  cmake -D FONTS_FOLDER="$root/build/fonts" -D ONLY_INSTALLED=ON -P "$root/tests/fonts/write-fonts.cmake"
+  export FONTCONFIG_FILE=$root/build/fonts/installed.conf
+}
+
 # build_preset PRESET [TARGET...] [-- CONFIGURE_OPTION...]
 # By Ninja where there is one and nothing else is asked for. A folder that is
 # configured already stays with what it was configured for.

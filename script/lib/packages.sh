@@ -26,8 +26,6 @@ packages_display=(
 # A private desktop, and what drives and reads it.
 packages_desktop=(
   dbus
-  fonts-dejavu-core
-  fonts-noto-color-emoji
   hsetroot
   openbox
   picom
@@ -41,7 +39,18 @@ packages_desktop=(
   xvfb
 )
 
+# The fonts of tests and pictures, with those of the build.
+packages_fonts=(
+  fonts-dejavu-core
+  fonts-inter
+  fonts-noto-color-emoji
+)
+
 packages_test=(
+  # Fonts of other widths and heights.
+  fonts-jetbrains-mono
+  fonts-noto-core
+  fonts-noto-mono
   libplist-utils
   libxcb-randr0-dev
   libxcb-xtest0-dev

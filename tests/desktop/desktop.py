@@ -107,6 +107,9 @@ class Desktop:
             os.mkdir(path, mode=0o700)
             self.environment[variable] = path
         self.environment["LC_ALL"] = "C.UTF-8"
+        if "FONTCONFIG_FILE" not in self.environment:
+            # The fonts of the machine would decide how things look.
+            raise AssertionError("FONTCONFIG_FILE must name a set of tests/fonts, as ctest has it")
         self._start_server()
         self._start_bus()
         if self._first_window_manager:

@@ -1,22 +1,28 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDir>
 #include <QEvent>
+#include <QFontMetricsF>
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>
+#include <QStyleOptionComboBox>
 #include <QTabBar>
+#include <QTextLayout>
+#include <cmath>
 #include <memory>
 #include <tuple>
 
 #include "platform/Application.h"
 #include "platform/embedded/EmbeddedDesktop.h"
 #include "platform/linux/TestSession.h"
+#include "platform/linux/ui/ColorWell.h"
 #include "platform/linux/ui/SettingsContentView.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
@@ -83,6 +89,45 @@ class SettingsLookTest : public testing::TestWithParam<Case> {
     return (label ? label->text() : widget.accessibleName()).toStdString();
   }
 
+  /// How high the line is that the widget shows, and how wide.
+  static QSizeF lineOf(const QString& text, const QWidget& widget) {
+    QTextLayout layout(text, widget.font());
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    return {line.naturalTextWidth(), line.ascent() + line.descent()};
+  }
+
+  /// Measured by what draws the text, and not by the widget itself.
+  static void expectRoomForText(const QWidget& widget) {
+    QString text = QString::fromStdString(nameOf(widget));
+    QSizeF room = widget.size();
+    bool mayWrap = false;
+    if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
+      mayWrap = label->wordWrap();
+    } else if (const auto* popup = qobject_cast<const QComboBox*>(&widget)) {
+      QStyleOptionComboBox option;
+      option.initFrom(popup);
+      room.setWidth(
+          popup->style()
+              ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, popup)
+              .width());
+      text = popup->currentText();
+    } else if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) {
+      mayWrap = qobject_cast<const QCheckBox*>(button) != nullptr;
+      // The colour wells show none.
+      if (qobject_cast<const ColorWell*>(button)) text.clear();
+    } else {
+      return;
+    }
+    if (text.isEmpty()) return;
+    const QSizeF line = lineOf(text, widget);
+    EXPECT_GE(room.height(), line.height()) << text.toStdString();
+    if (!mayWrap) {
+      EXPECT_GE(room.width(), line.width()) << text.toStdString();
+    }
+  }
+
   TestSession session_;
   std::unique_ptr<SettingsContentView> view_;
 };
@@ -114,6 +159,7 @@ TEST_P(SettingsLookTest, NothingIsCutOff) {
     }
     const QRect page(QPoint(), widget->parentWidget()->size());
     EXPECT_TRUE(page.contains(widget->geometry())) << nameOf(*widget);
+    expectRoomForText(*widget);
   }
 }
 
@@ -135,7 +181,9 @@ TEST_P(SettingsLookTest, IsDrawnAtEveryScale) {
     EXPECT_NE(image.pixel(0, 0), QColor(Qt::magenta).rgb());
     EXPECT_NE(image.pixel(image.width() - 1, image.height() - 1), QColor(Qt::magenta).rgb());
     if (folder.isEmpty()) continue;
-    const QString name = QStringLiteral("%1@%2.png").arg(nameOfCase().c_str()).arg(scale);
+    const QString name = QStringLiteral("%1-%2@%3.png")
+                             .arg(nameOfCase().c_str(), TestSession::fonts().c_str())
+                             .arg(scale);
     EXPECT_TRUE(image.save(QDir(folder).filePath(name)));
   }
 }

@@ -12,10 +12,17 @@ TestSession::TestSession() {
                            "QT_QPA_PLATFORMTHEME", "QT_SCALE_FACTOR", "VEMBRIX_DESKTOP"}) {
     unsetenv(name);
   }
+  setVariable("FONTCONFIG_FILE", VEMBRIX_FONTS_FOLDER "/" + fonts() + ".conf");
+  if (const char* scale = std::getenv("VEMBRIX_SCALE")) setVariable("QT_SCALE_FACTOR", scale);
   setVariable("XDG_CONFIG_HOME", settings_.path());
   for (const char* name : {"DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS"}) {
     setVariable(name, "unix:path=" + (settings_.path() / "no-bus").string());
   }
+}
+
+std::string TestSession::fonts() {
+  const char* fonts = std::getenv("VEMBRIX_FONTS");
+  return fonts ? fonts : "installed";
 }
 
 void TestSession::useNoScreen() {

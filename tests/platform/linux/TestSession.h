@@ -9,11 +9,15 @@
 namespace vembrix {
 
 /// Takes the test out of the session of whoever runs it: no display, no message
-/// bus, settings of its own. To be made before anything of the platform is
-/// touched; lasts until the process ends.
+/// bus, settings and fonts of its own. To be made before anything of the platform
+/// is touched; lasts until the process ends. The environment variable VEMBRIX_FONTS
+/// names another set of tests/fonts, VEMBRIX_SCALE the pixels of a point.
 class TestSession {
  public:
   TestSession();
+
+  /// The name of the set of fonts.
+  static std::string fonts();
 
   /// Runs on the desktop in the process, with windows that nobody sees.
   static void useNoScreen();

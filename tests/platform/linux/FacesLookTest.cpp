@@ -1,0 +1,229 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFontInfo>
+#include <QImage>
+#include <QPainter>
+#include <QScreen>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "labels/SignAppearance.h"
+#include "menubar/DropdownContent.h"
+#include "menubar/SpaceRow.h"
+#include "platform/Application.h"
+#include "platform/SignWindow.h"
+#include "platform/StatusItem.h"
+#include "platform/TextSize.h"
+#include "platform/TourOverlay.h"
+#include "platform/linux/DropdownUser.h"
+#include "platform/linux/NativeFont.h"
+#include "platform/linux/menubar/RowEditField.h"
+#include "settings/PreferencesStore.h"
+#include "ui/AppTheme.h"
+
+namespace vembrix {
+namespace {
+
+// Names with what stands highest and lowest in a line of Latin letters.
+constexpr const char* kTallName = "Ålgjpqy";
+
+/// The rectangle, in pixels, around what differs from the ground.
+QRect inkOf(const QImage& image) {
+  const QColor ground = image.pixelColor(0, 0);
+  QRect ink;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      const QColor color = image.pixelColor(x, y);
+      const int distance = std::abs(color.red() - ground.red()) +
+                           std::abs(color.green() - ground.green()) +
+                           std::abs(color.blue() - ground.blue());
+      if (distance > 150) ink |= QRect(x, y, 1, 1);
+    }
+  }
+  return ink;
+}
+
+/// What the text needs where nothing cuts it off, in pixels.
+QSize freeInkOf(const QString& text, const QFont& font) {
+  const double scale = QGuiApplication::primaryScreen()->devicePixelRatio();
+  const QFontMetricsF metrics(font);
+  QImage image(QSizeF((metrics.horizontalAdvance(text) + 100) * scale, 3 * metrics.height() * scale)
+                   .toSize(),
+               QImage::Format_RGB32);
+  image.setDevicePixelRatio(scale);
+  image.fill(Qt::white);
+  QPainter painter(&image);
+  painter.setFont(font);
+  painter.drawText(QPointF(50, 2 * metrics.height()), text);
+  painter.end();
+  return inkOf(image).size();
+}
+
+/// A part of the widget as it is drawn; points.
+QImage partOf(QWidget& widget, const QRect& part) {
+  return widget.grab(part).toImage();
+}
+
+/// Nothing is missing of the text. The edges of letters may be a pixel fainter.
+void expectWhole(const QRect& ink, const QString& text, const QFont& font) {
+  const QSize needed = freeInkOf(text, font);
+  EXPECT_GE(ink.height(), needed.height() - 1) << text.toStdString();
+  EXPECT_GE(ink.width(), needed.width() - 2) << text.toStdString();
+}
+
+/// Whatever the fonts: VEMBRIX_FONTS and VEMBRIX_SCALE say which.
+class FacesLookTest : public testing::Test {
+ protected:
+  FacesLookTest() { TestSession::useNoScreen(); }
+
+  static QWidget& windowOfRole(const QString& role) {
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+      if (widget->windowRole() == role) return *widget;
+    }
+    throw std::runtime_error("no window of that role");
+  }
+
+  TestSession session_;
+};
+
+TEST_F(FacesLookTest, TheFontsAreThoseOfTheSet) {
+  Application::shared();
+  const std::map<std::string, std::pair<QString, QString>> families{
+      {"installed", {"Inter", "DejaVu Sans Mono"}},
+      {"dejavu", {"DejaVu Sans", "DejaVu Sans Mono"}},
+      {"noto", {"Noto Sans", "Noto Sans Mono"}},
+      {"inter", {"Inter", "JetBrains Mono"}},
+  };
+  const auto& [system, monospaced] = families.at(TestSession::fonts());
+  EXPECT_EQ(QFontInfo(menuBarFont()).family(), system);
+  EXPECT_EQ(QFontInfo(nativeFont({})).family(), system);
+  EXPECT_EQ(QFontInfo(nativeFont({.design = Font::Design::Monospaced, .size = {}})).family(), monospaced);
+}
+
+TEST_F(FacesLookTest, AStripShowsTheWholeOfItsTitle) {
+  const auto item = StatusItem::create();
+  StatusItemContent content;
+  content.label = StatusItemContent::AttributedTitle{kTallName, kBlack};
+  content.fill = kWhite;
+  item->setContent(content);
+  QWidget& strip = windowOfRole("status-item");
+  const QRect inside = strip.rect().adjusted(4, 1, -4, -1);
+  expectWhole(inkOf(partOf(strip, inside)), kTallName, menuBarFont());
+}
+
+TEST_F(FacesLookTest, ALabelShowsTheWholeOfItsText) {
+  for (const double size : {24.0, 96.0, 300.0}) {
+    const Font font = signFont(size);
+    const Size text = textSize(kTallName, font);
+    // As the product has it: so much around what it measured.
+    const auto label = SignWindow::create(
+        {.frame = {0, 0, text.width + 160, text.height + 120}, .cornerRadius = 40, .padding = 40});
+    label->view().setFont(font);
+    label->view().setText(kTallName);
+    label->view().setLook({.fill = kWhite, .textColor = kBlack, .rim = kWhite});
+    QWidget& window = windowOfRole("label");
+    // Within the shadow and the round corners.
+    constexpr int kOutside = 24 + 40;
+    const QRect panel = window.rect().adjusted(kOutside, kOutside, -kOutside, -kOutside);
+    expectWhole(inkOf(partOf(window, panel)), kTallName, nativeFont(font));
+  }
+}
+
+TEST_F(FacesLookTest, TheOverlayShowsTheWholeOfItsText) {
+  const QString text = "Initializing desktops, stand by";
+  const Font font{.weight = Font::Weight::Semibold, .size = 22};
+  const auto overlay = TourOverlay::create({.frame = {100, 200, 520, 96},
+                                            .fill = {0, 0, 0, 1},
+                                            .cornerRadius = 0,
+                                            .spinnerSize = 0,
+                                            .text = text.toStdString(),
+                                            .font = font,
+                                            .textColor = kWhite,
+                                            .spacing = 24 + 16,
+                                            .padding = 28});
+  QWidget& window = windowOfRole("tour-overlay");
+  const QRect panel = window.rect().adjusted(24, 24, -24, -24);
+  expectWhole(inkOf(partOf(window, panel)), text, nativeFont(font));
+}
+
+/// The dropdown in every theme.
+class DropdownLookTest : public testing::TestWithParam<std::size_t> {
+ protected:
+  DropdownLookTest() {
+    Application::shared();
+    PreferencesStore::shared().setThemeName(theme().name);
+  }
+
+  static const AppTheme& theme() { return AppTheme::all()[GetParam()]; }
+
+  static std::unique_ptr<SpaceRowView> rowOf(const std::string& name, bool isActive) {
+    return SpaceRow::create(
+        {.displayName = name, .isActive = isActive, .dotColor = kBlack, .heatGlow = {}},
+        {.onSwitch = [] {}, .onCommitRename = [](std::string_view) {}});
+  }
+
+  /// Of the row's name.
+  static QRect inkOfName(SpaceRowWidget& row) {
+    constexpr int kNameLeft = 36;
+    return inkOf(partOf(row, row.rect().adjusted(kNameLeft, 0, -40, 0)));
+  }
+
+  DropdownUser user_;
+};
+
+TEST_P(DropdownLookTest, ARowShowsTheWholeOfItsName) {
+  for (const bool isActive : {false, true}) {
+    std::vector<MenuItem> items;
+    items.emplace_back(rowOf(kTallName, isActive));
+    user_.open(std::move(items));
+    SpaceRowWidget& row = user_.row(0);
+    expectWhole(inkOfName(row), kTallName, row.font());
+    EXPECT_GE(row.editField().height(), lineHeight(row.font()));
+  }
+}
+
+TEST_P(DropdownLookTest, ANameStandsOnItsBaselineWhateverElseIsInIt) {
+  std::vector<MenuItem> items;
+  for (const char* name : {"HI", "HI      🚀", "HI      ไม้", "HI      مك"}) {
+    items.emplace_back(rowOf(name, false));
+  }
+  user_.open(std::move(items));
+  const auto placeOf = [&](std::size_t index) {
+    SpaceRowWidget& row = user_.row(index);
+    return inkOf(partOf(row, QRect(36, 0, 18, row.height())));
+  };
+  for (std::size_t i = 1; i < 4; ++i) {
+    EXPECT_EQ(placeOf(i).bottom(), placeOf(0).bottom()) << "row " << i;
+    EXPECT_EQ(placeOf(i).top(), placeOf(0).top()) << "row " << i;
+  }
+}
+
+TEST_P(DropdownLookTest, ACommandShowsTheWholeOfItsTitleAndKeys) {
+  std::vector<MenuItem> items = makeDropdownItems([] {});
+  user_.open(std::move(items));
+  int commands = 0;
+  for (QAction* action : user_.widget().actions()) {
+    if (action->shortcut().isEmpty()) continue;
+    commands += 1;
+    const QRect place = user_.widget().actionGeometry(action);
+    const QFont font = action->font();
+    const QString keys = action->shortcut().toString(QKeySequence::NativeText);
+    const QFontMetricsF metrics(font);
+    constexpr int kInset = 12;
+    const int keysLeft =
+        place.right() - kInset - static_cast<int>(std::ceil(metrics.horizontalAdvance(keys))) - 4;
+    const QRect title(place.left() + kInset, place.top(), keysLeft - place.left() - kInset,
+                      place.height());
+    expectWhole(inkOf(partOf(user_.widget(), title)), action->text(), font);
+  }
+  EXPECT_EQ(commands, 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(AllThemes, DropdownLookTest, testing::Range<std::size_t>(0, 7));
+
+}  // namespace
+}  // namespace vembrix
