@@ -16,7 +16,9 @@ class EmbeddedAlphaFade {
                        static_cast<double>(duration_.count());
   }
   [[nodiscard]] double finalValue() const { return to_; }
-  [[nodiscard]] bool isRunning() const { return now() - begin_ < duration_; }
+  [[nodiscard]] bool isRunning() const { return now() < end(); }
+  /// On the queue's clock.
+  [[nodiscard]] Duration end() const { return begin_ + duration_; }
 
   void set(double value) { animate(value, Duration::zero()); }
   void animate(double value, Duration duration) {

@@ -81,6 +81,14 @@ void EmbeddedMainQueue::run(const std::shared_ptr<Entry>& entry) {
   entry->block();
 }
 
+std::optional<Duration> EmbeddedMainQueue::nextDue() const {
+  const std::lock_guard lock(mutex_);
+  for (const auto& [key, entry] : entries_) {
+    if (!entry->ended) return key.first;
+  }
+  return std::nullopt;
+}
+
 std::size_t EmbeddedMainQueue::pendingCount() const {
   const std::lock_guard lock(mutex_);
   return static_cast<std::size_t>(std::count_if(

@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <utility>
 
 #include "platform/MainQueue.h"
@@ -40,6 +41,9 @@ class EmbeddedMainQueue : public MainQueue {
   /// Moves the clock without running anything, as when the machine sleeps or
   /// the main thread is busy.
   void sleep(Duration duration);
+
+  /// When the next block or timer is due, which may be in the past; nothing if none waits.
+  [[nodiscard]] std::optional<Duration> nextDue() const;
 
   /// Blocks and timers that still wait.
   std::size_t pendingCount() const;

@@ -61,6 +61,7 @@ class RecordingSignWindow : public SignWindow {
   const Options& options() const { return options_; }
   std::uint64_t collectionBehavior() const;
   bool isOrderedIn() const;
+  const EmbeddedAlphaFade& alpha() const { return alpha_; }
   bool isAnimating() const { return alpha_.isRunning(); }
   /// Where the alpha value is, or where its animation leads.
   double finalAlphaValue() const { return alpha_.finalValue(); }

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <array>
+#include <map>
+#include <set>
+
+#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/embedded/RecordingSignWindow.h"
+
+namespace vembrix {
+
+/// The labels' windows on the embedded desktop and the Spaces that they belong to, which a
+/// window does not tell: it is the one to which its window is first added. Exists before the
+/// first label.
+class LabelWindows {
+ public:
+  using SpaceID = WindowServer::SpaceID;
+
+  LabelWindows() {
+    desktop_.watchWindowSpaces([this](const EmbeddedDesktop::WindowSpacesCall& call) {
+      if (call.kind != EmbeddedDesktop::WindowSpacesCall::Kind::Add) return;
+      owners_.try_emplace(call.windows.front(), call.spaces.front());
+    });
+  }
+  ~LabelWindows() { desktop_.watchWindowSpaces({}); }
+  LabelWindows(const LabelWindows&) = delete;
+  LabelWindows& operator=(const LabelWindows&) = delete;
+
+  [[nodiscard]] SpaceID ownerOf(const RecordingSignWindow& window) const {
+    return owners_.at(window.windowNumber());
+  }
+  /// Those that hold it now.
+  [[nodiscard]] static std::set<SpaceID> spacesOf(const RecordingSignWindow& window) {
+    const auto found =
+        EmbeddedDesktop::shared().windows().spacesOf(std::array{window.windowNumber()}, {});
+    return {found.begin(), found.end()};
+  }
+
+ private:
+  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  std::map<WindowServer::WindowNumber, SpaceID> owners_;
+};
+
+}  // namespace vembrix

@@ -1,0 +1,115 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <deque>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/AppDelegate.h"
+#include "labels/LabelWindows.h"
+#include "labels/SignComparison.h"
+#include "labels/SignModel.h"
+#include "labels/SignWalk.h"
+#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/embedded/EmbeddedMainQueue.h"
+#include "platform/embedded/RecordingSignWindow.h"
+
+// The labels of the whole program beside those of the model, after every event of random
+// walks. A difference is told with the seed and the number of the event; this does that walk
+// again up to there, telling every event on standard error:
+//
+//   VEMBRIX_WALK_SEED=7 VEMBRIX_WALK_EVENTS=532 product --gtest_filter='*SignModelTest*'
+
+namespace vembrix {
+namespace {
+
+constexpr unsigned kEventsPerSeed = 10'000;
+constexpr std::size_t kEventsTold = 20;
+
+std::optional<unsigned> numberFromEnvironment(const char* name) {
+  const char* const text = std::getenv(name);
+  if (!text) return std::nullopt;
+  return static_cast<unsigned>(std::strtoul(text, nullptr, 10));
+}
+
+std::vector<unsigned> seeds() {
+  if (const auto seed = numberFromEnvironment("VEMBRIX_WALK_SEED")) return {*seed};
+  return {1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
+}
+
+class SignModelTest : public testing::TestWithParam<unsigned> {
+ protected:
+  SignModelTest() {
+    hasTap_ = desktop_.accessibility().isProcessTrusted(Accessibility::Prompt::No);
+    program_->applicationDidFinishLaunching();
+    model_->begin();
+  }
+
+  void step(unsigned number) {
+    last_.push_back(std::to_string(number) + ": " + walk_.step());
+    if (last_.size() > kEventsTold) last_.pop_front();
+    if (isTold_) std::cerr << last_.back() << '\n';
+  }
+  [[nodiscard]] bool isSame() const { return SignComparison(*model_, windows_, false).isSame(); }
+  /// All that is needed to understand a difference.
+  [[nodiscard]] std::string story() const {
+    std::string text = "seed " + std::to_string(GetParam()) + ", the last events:\n";
+    for (const std::string& event : last_) text += event + '\n';
+    return text + "model | product\n" + SignComparison(*model_, windows_, true).sideBySide();
+  }
+
+  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  EmbeddedMainQueue& queue_ = EmbeddedMainQueue::shared();
+  LabelWindows windows_;
+  std::unique_ptr<SignModel> model_ = std::make_unique<SignModel>();
+  SignWalk walk_{GetParam(), *model_, windows_};
+  std::unique_ptr<AppDelegate> program_ = std::make_unique<AppDelegate>();
+  /// Without the permission at its launch the program sees no swipe.
+  bool hasTap_ = false;
+  std::deque<std::string> last_;
+  bool isTold_ = std::getenv("VEMBRIX_WALK_EVENTS") != nullptr;
+};
+
+/// A walk that never comes where the rules differ would agree with anything.
+void expectToHaveSeenAll(const SignModel::Census& census, bool watchesSwipes) {
+  EXPECT_GT(census.risenShows, 0);
+  EXPECT_GT(census.showsEndedByTime, 0);
+  EXPECT_GT(census.showsEndedByTouch, 0);
+  EXPECT_GT(census.showsEndedByArrival, 0);
+  EXPECT_GT(census.arrivalFades, 0);
+  EXPECT_GT(census.wavedAway, 0);
+  EXPECT_GT(census.neighborsMade, watchesSwipes ? 0 : -1);
+  EXPECT_GT(census.fullScreenLabels, 0);
+  EXPECT_GT(census.labelsDropped, 0);
+  EXPECT_GT(census.putBack, 0);
+  EXPECT_GT(census.toursBegun, 0);
+  EXPECT_GT(census.missionControls, 0);
+  EXPECT_GT(census.fullRecencies, 0);
+  EXPECT_GT(census.mostLabels, 6U);
+}
+
+TEST_P(SignModelTest, LabelsAreAsTheModelSaysAfterEveryEvent) {
+  const unsigned count = numberFromEnvironment("VEMBRIX_WALK_EVENTS").value_or(kEventsPerSeed);
+  for (unsigned i = 1; i <= count; ++i) {
+    step(i);
+    ASSERT_TRUE(isSame()) << story();
+  }
+  walk_.settle();
+  ASSERT_TRUE(isSame()) << story();
+  if (count >= kEventsPerSeed) expectToHaveSeenAll(model_->census(), hasTap_);
+
+  model_.reset();
+  program_.reset();
+  EXPECT_TRUE(RecordingSignWindow::all().empty());
+  EXPECT_EQ(desktop_.windows().count(), 0U);
+  EXPECT_EQ(queue_.pendingCount(), 1U) << "Mission Control's timer";
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, SignModelTest, testing::ValuesIn(seeds()),
+                         [](const auto& info) { return "Seed" + std::to_string(info.param); });
+
+}  // namespace
+}  // namespace vembrix
