@@ -11,6 +11,7 @@ packages_build=(
   libxcb1-dev
   libxcb-ewmh-dev
   libxcb-icccm4-dev
+  libxcb-randr0-dev
   libxcb-xfixes0-dev
   libxcb-xinput-dev
   nlohmann-json3-dev
@@ -52,12 +53,13 @@ packages_test=(
   fonts-noto-core
   fonts-noto-mono
   libplist-utils
-  libxcb-randr0-dev
   libxcb-xtest0-dev
   googletest
   libgmock-dev
   libgtest-dev
   icewm
+  weston
+  xwayland
 )
 
 # What makes the private desktop look like one.

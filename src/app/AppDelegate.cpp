@@ -58,4 +58,8 @@ void AppDelegate::applicationDidFinishLaunching() {
   MainQueue::main().after(kTourDelay, [] { SpaceManager::shared().performAutoTour({}); });
 }
 
+void AppDelegate::applicationDidReopen() {
+  if (menuBar_) menuBar_->openMenu();
+}
+
 }  // namespace vembrix

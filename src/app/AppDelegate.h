@@ -18,6 +18,9 @@ namespace vembrix {
 class AppDelegate : public ApplicationDelegate {
  public:
   void applicationDidFinishLaunching() override;
+  /// Opens the dropdown: the way to it from the keyboard, and where the menu bar
+  /// hides the status item.
+  void applicationDidReopen() override;
 
   // Empty before launch.
   [[nodiscard]] const std::shared_ptr<SpaceObserver>& observer() const { return observer_; }

@@ -19,6 +19,9 @@ class MenuBarController : public std::enable_shared_from_this<MenuBarController>
   /// Shows the active Space anew.
   void refreshTitle();
 
+  /// Opens the dropdown without a click.
+  void openMenu() { statusItem_->openMenu(); }
+
   /// Brings the program to the front.
   void showPreferences();
 

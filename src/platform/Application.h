@@ -16,6 +16,10 @@ class ApplicationDelegate {
 
   /// Once, when the event loop has started.
   virtual void applicationDidFinishLaunching() = 0;
+
+  /// The user has started the program again while it runs. After launching has
+  /// finished, any number of times.
+  virtual void applicationDidReopen() = 0;
 };
 
 /// The application as the system sees it. Main thread.

@@ -87,6 +87,11 @@ class StatusItem {
   virtual void setMenu(std::unique_ptr<DropdownMenu> menu) = 0;
   /// Null for none. Owned by the item.
   [[nodiscard]] virtual DropdownMenu* menu() const = 0;
+
+  /// Opens the menu as a click does, with the keyboard ready to walk through it,
+  /// also where the menu bar has no room to show the item. Does nothing while the
+  /// menu is open, and without a menu. The menu may open after this returns.
+  virtual void openMenu() = 0;
 };
 
 }  // namespace vembrix

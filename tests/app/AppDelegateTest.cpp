@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "platform/embedded/EmbeddedApplication.h"
 #include "platform/embedded/EmbeddedDesktop.h"
 #include "platform/embedded/EmbeddedMainQueue.h"
 #include "platform/embedded/EmbeddedUserDefaults.h"
@@ -39,6 +40,26 @@ TEST_F(AppDelegateTest, AfterLaunchTheTitleFollowsTheDesktop) {
   EXPECT_EQ(RecordingStatusItem::current()->title(), " Desktop 3 ");
   desktop_.removeSpace(desktop_.spaceAt(2));
   EXPECT_EQ(RecordingStatusItem::current()->title(), " Desktop 2 ");
+}
+
+TEST_F(AppDelegateTest, StartingTheProgramAgainOpensTheDropdown) {
+  EmbeddedApplication& app = EmbeddedApplication::shared();
+  app.setDelegate(&delegate_);
+  app.reopen();
+  EXPECT_EQ(RecordingStatusItem::current(), nullptr) << "there is no dropdown before launch";
+
+  delegate_.applicationDidFinishLaunching();
+  auto& menu = dynamic_cast<RecordingDropdownMenu&>(*RecordingStatusItem::current()->menu());
+  EXPECT_FALSE(menu.isOpen());
+  app.reopen();
+  EXPECT_TRUE(menu.isOpen());
+  EXPECT_EQ(menu.rows().size(), 4U);
+
+  menu.rows().at(1)->hover();
+  menu.rows().at(1)->clickPencil();
+  app.reopen();
+  EXPECT_TRUE(menu.rows().at(1)->state().isEditing) << "an open dropdown stays as it is";
+  app.setDelegate(nullptr);
 }
 
 TEST_F(AppDelegateTest, AfterLaunchTheDropdownSwitchesAndRenames) {

@@ -50,6 +50,15 @@ class PreferencesTest(DesktopTest):
         self.preferences.focus(control)
         self.preferences.key(*keys)
 
+    def test_the_command_brings_an_open_one_to_the_desktop_that_is_seen(self):
+        self.preferences.choose()
+        self.desktop.go_to(2)
+        self.program.wait_for_title("Desktop 3")
+        wait_until(lambda: self.preferences.window() is None, "the other desktop's window to go")
+        self.preferences.choose()
+        self.assertEqual(self.preferences.window().read("_NET_WM_DESKTOP"), "2")
+        self.assertEqual(self.desktop.current, 2)
+
     def test_the_command_opens_it(self):
         self.preferences.choose()
         window = self.preferences.window()

@@ -12,6 +12,7 @@ class LaunchDelegate : public ApplicationDelegate {
  public:
   explicit LaunchDelegate(std::function<void()> launched) : launched_(std::move(launched)) {}
   void applicationDidFinishLaunching() override { launched_(); }
+  void applicationDidReopen() override {}
 
  private:
   std::function<void()> launched_;

@@ -28,6 +28,10 @@ class EmbeddedApplication : public Application {
 
   ActivationPolicy activationPolicy() const { return policy_; }
   ApplicationDelegate* delegate() const { return delegate_; }
+  /// What the user does: starts the program again while it runs.
+  void reopen() {
+    if (delegate_) delegate_->applicationDidReopen();
+  }
   /// Whether it was told to end since it began to run.
   bool isTerminated() const { return terminated_; }
   int activationCount() const { return activationCount_; }

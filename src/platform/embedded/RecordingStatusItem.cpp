@@ -1,5 +1,7 @@
 #include "platform/embedded/RecordingStatusItem.h"
 
+#include "platform/embedded/RecordingDropdownMenu.h"
+
 namespace vembrix {
 namespace {
 
@@ -32,6 +34,11 @@ void RecordingStatusItem::setContent(const StatusItemContent& content) {
   if (content_ == content) return;
   changeCount_ += 1;
   content_ = content;
+}
+
+void RecordingStatusItem::openMenu() {
+  // Every menu comes from DropdownMenu::create().
+  if (menu_) static_cast<RecordingDropdownMenu&>(*menu_).open();
 }
 
 std::string RecordingStatusItem::title() const {

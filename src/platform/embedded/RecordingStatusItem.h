@@ -22,6 +22,7 @@ class RecordingStatusItem : public StatusItem {
   void setContent(const StatusItemContent& content) override;
   void setMenu(std::unique_ptr<DropdownMenu> menu) override { menu_ = std::move(menu); }
   DropdownMenu* menu() const override { return menu_.get(); }
+  void openMenu() override;
 
   /// What was shown last.
   const StatusItemContent& content() const { return content_; }

@@ -6,12 +6,15 @@
 #include <vector>
 
 #include "platform/MainQueue.h"
+#include "platform/SystemLog.h"
 #include "platform/linux/ChosenDesktop.h"
 #include "platform/linux/LinuxApplication.h"
 #include "platform/linux/QtMessages.h"
+#include "platform/linux/SingleInstance.h"
 #include "platform/linux/SleepWatcher.h"
 #include "platform/linux/SystemAppearance.h"
 #include "platform/linux/TerminationSignals.h"
+#include "platform/linux/WindowHints.h"
 #include "platform/linux/X11Desktop.h"
 
 namespace vembrix {
@@ -52,6 +55,10 @@ class LinuxApplication::QtObject : public QApplication {
 
   void setDelegate(ApplicationDelegate* delegate) { delegate_ = delegate; }
   void setAppearance(SystemAppearance& appearance) { appearance_ = &appearance; }
+
+  void reopen() {
+    if (delegate_) delegate_->applicationDidReopen();
+  }
 
   /// The delegate is told before any other event of the loop.
   void launchSoon() { postEvent(this, new QEvent(kLaunch), Qt::HighEventPriority); }
@@ -104,6 +111,13 @@ void LinuxApplication::setDelegate(ApplicationDelegate* delegate) {
 }
 
 int LinuxApplication::run() {
+  requireDesktop();
+  instance_.reset();
+  instance_ = std::make_unique<SingleInstance>([this] { qt_->reopen(); });
+  if (!instance_->isFirst()) {
+    logLine("runs on this display already: its dropdown opens");
+    return 0;
+  }
   qt_->launchSoon();
   return QApplication::exec();
 }
@@ -118,8 +132,7 @@ void LinuxApplication::activate() {
     const bool isOrdinary = window->windowType() == Qt::Window;
     if (!isOrdinary || !window->isVisible()) continue;
     if (window->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus)) continue;
-    window->raise();
-    window->activateWindow();
+    bringToFront(*window->windowHandle());
   }
 }
 

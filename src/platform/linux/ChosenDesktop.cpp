@@ -14,61 +14,65 @@
 namespace vembrix {
 namespace {
 
-constexpr std::chrono::seconds kWindowManagerPatience{3};
-
-enum class Demand { None, X11, Embedded };
+constexpr std::chrono::seconds kCompositorPatience{3};
 
 std::string_view environment(const char* name) {
   const char* value = std::getenv(name);
   return value ? value : "";
 }
 
-Demand demand() {
+bool wantsEmbedded() {
   const std::string_view value = environment("VEMBRIX_DESKTOP");
-  if (value == "x11") return Demand::X11;
-  if (value == "embedded") return Demand::Embedded;
-  if (!value.empty()) {
+  if (value == "embedded") return true;
+  if (!value.empty() && value != "x11") {
     logLine("VEMBRIX_DESKTOP is neither \"x11\" nor \"embedded\", ignored: " + std::string(value));
   }
-  return Demand::None;
+  return false;
 }
 
-ChosenDesktop embedded(bool hasDisplay) {
-  if (!environment("QT_QPA_PLATFORM").empty()) return {};
-  return {nullptr, hasDisplay ? "xcb" : "offscreen"};
+ChosenDesktop embedded(const char* qtPlatform) {
+  return {nullptr, environment("QT_QPA_PLATFORM").empty() ? qtPlatform : nullptr};
 }
 
-ChosenDesktop withoutDisplay(Demand demanded) {
-  const std::string display(environment("DISPLAY"));
-  if (demanded == Demand::X11) {
-    endProgram("VEMBRIX_DESKTOP is \"x11\", but no X server answers at display \"" + display +
-               "\"");
-  }
-  if (demanded == Demand::None) {
-    logLine("no X server answers at display \"" + display + "\", running without a screen");
-  }
-  return embedded(false);
-}
+struct Choice {
+  ChosenDesktop desktop;
+  /// The user has asked for the desktop in the process.
+  bool isEmbeddedWanted = false;
+};
 
-ChosenDesktop choose() {
-  const Demand demanded = demand();
+Choice choose() {
+  const bool isEmbeddedWanted = wantsEmbedded();
   std::unique_ptr<X11Connection> connection = X11Connection::open();
-  if (!connection) return withoutDisplay(demanded);
-  if (demanded == Demand::Embedded) return embedded(true);
+  if (!connection) return {embedded("offscreen"), isEmbeddedWanted};
+  if (isEmbeddedWanted) return {embedded("xcb"), true};
   auto desktop = std::make_unique<X11Desktop>(std::move(connection));
-  if (demanded == Demand::None && !desktop->waitForWindowManager(kWindowManagerPatience)) {
-    logLine("no window manager with desktops runs on this display, showing desktops of its own");
-    return embedded(true);
-  }
-  // Never destroyed: whoever asks at the very end of the process must find it.
-  return {desktop.release(), "xcb"};
+  // Never destroyed: it must be there until the very end of the process.
+  return {{desktop.release(), "xcb"}, false};
+}
+
+const Choice& choice() {
+  static const Choice made = choose();
+  return made;
 }
 
 }  // namespace
 
 const ChosenDesktop& chosenDesktop() {
-  static const ChosenDesktop chosen = choose();
-  return chosen;
+  return choice().desktop;
+}
+
+void requireDesktop() {
+  if (choice().isEmbeddedWanted) return;
+  X11Desktop* x11 = chosenDesktop().x11;
+  if (!x11) {
+    endProgram("no X server answers at display \"" + std::string(environment("DISPLAY")) +
+               "\": Vembrix needs an X11 session, or a Wayland session of KWin");
+  }
+  if (!x11->spaceCount() && x11->isXwayland() && !x11->waitForSpaces(kCompositorPatience)) {
+    endProgram(
+        "the compositor of this Wayland session gives X11 programs no desktops: Vembrix needs "
+        "an X11 session, or a Wayland session of KWin");
+  }
 }
 
 }  // namespace vembrix

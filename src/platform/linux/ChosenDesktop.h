@@ -12,11 +12,16 @@ struct ChosenDesktop {
   const char* qtPlatform = nullptr;
 };
 
-/// The choice, made on first use for the life of the process: VEMBRIX_DESKTOP
-/// ("x11" or "embedded") where it is set, else X11 where a display with an EWMH
-/// window manager answers. At the start of a session, where the window manager
-/// may be late, that takes up to three seconds. Ends the program where X11 is
-/// demanded and no display answers. Main thread.
+/// The choice, made on first use for the life of the process: X11 where a display
+/// answers, with or without a window manager; the desktop in the process where
+/// VEMBRIX_DESKTOP is "embedded", and for drawing pictures where no display answers.
+/// Main thread.
 const ChosenDesktop& chosenDesktop();
+
+/// To be called before the program begins to run. Ends it with a failure status and
+/// one line in the log where there is no desktop for it to show: no display answers, or
+/// the display is a Wayland session's whose compositor gives X11 programs no desktops.
+/// For the latter it waits up to three seconds, as a compositor may be late. Main thread.
+void requireDesktop();
 
 }  // namespace vembrix

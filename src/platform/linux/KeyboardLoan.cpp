@@ -17,8 +17,17 @@ xcb_window_t focusedWindow(xcb_connection_t* xcb) {
 }  // namespace
 
 KeyboardLoan::KeyboardLoan(QWindow& window) : window_(window) {
-  if (xcb_ewmh_connection_t* ewmh = ewmhOfQt()) lender_ = focusedWindow(ewmh->connection);
-  window.requestActivate();
+  xcb_ewmh_connection_t* ewmh = ewmhOfQt();
+  if (!ewmh) {
+    window.requestActivate();
+    return;
+  }
+  lender_ = focusedWindow(ewmh->connection);
+  // Qt would ask the window manager, which does not know the window. The server has mapped
+  // it already: what Qt has asked for comes before this.
+  xcb_set_input_focus(ewmh->connection, XCB_INPUT_FOCUS_POINTER_ROOT,
+                      static_cast<xcb_window_t>(window.winId()), XCB_CURRENT_TIME);
+  xcb_flush(ewmh->connection);
 }
 
 KeyboardLoan::~KeyboardLoan() {

@@ -11,6 +11,7 @@ class QApplication;
 
 namespace vembrix {
 
+class SingleInstance;
 class SleepWatcher;
 class SystemAppearance;
 class TerminationSignals;
@@ -29,6 +30,8 @@ class LinuxApplication : public Application {
 
   void setActivationPolicy(ActivationPolicy policy) override { policy_ = policy; }
   void setDelegate(ApplicationDelegate* delegate) override;
+  /// Ends at once with status 0 where Vembrix runs on the display already, and in the
+  /// process's place where the session has no desktops to show.
   int run() override;
   void terminate() override;
   void activate() override;
@@ -46,6 +49,7 @@ class LinuxApplication : public Application {
 
   ActivationPolicy policy_ = ActivationPolicy::Regular;
   std::unique_ptr<QtObject> qt_;
+  std::unique_ptr<SingleInstance> instance_;
   std::unique_ptr<SystemAppearance> appearance_;
   std::unique_ptr<SleepWatcher> sleepWatcher_;
   std::unique_ptr<TerminationSignals> terminationSignals_;

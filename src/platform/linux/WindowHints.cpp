@@ -113,4 +113,22 @@ void reserveTopEdge(QWindow& window, const QRect& geometry) {
   xcb_ewmh_set_wm_strut_partial(ewmh, nativeId(window), strut);
 }
 
+void bringToFront(QWindow& window) {
+  auto* ewmh = ewmhOfQt();
+  if (!ewmh) {
+    window.raise();
+    window.requestActivate();
+    return;
+  }
+  const xcb_window_t id = nativeId(window);
+  std::uint32_t desktop = 0;
+  const auto current = xcb_ewmh_get_current_desktop_unchecked(ewmh, 0);
+  if (xcb_ewmh_get_current_desktop_reply(ewmh, current, &desktop, nullptr) != 0) {
+    xcb_ewmh_request_change_wm_desktop(ewmh, 0, id, desktop, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER);
+  }
+  xcb_ewmh_request_change_active_window(ewmh, 0, id, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER,
+                                        XCB_CURRENT_TIME, XCB_WINDOW_NONE);
+  xcb_flush(ewmh->connection);
+}
+
 }  // namespace vembrix

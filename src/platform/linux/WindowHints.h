@@ -31,4 +31,9 @@ void announceOwnShadow(QWindow& window, int extent);
 /// the window's own width. `geometry`: the window's, as Qt counts.
 void reserveTopEdge(QWindow& window, const QRect& geometry);
 
+/// Brings a window that is shown to the desktop that the user sees, before all others,
+/// with the keyboard. The window manager is asked as a pager asks: a program that asks
+/// for itself is often refused.
+void bringToFront(QWindow& window);
+
 }  // namespace vembrix

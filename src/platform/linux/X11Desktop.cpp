@@ -1,9 +1,11 @@
 #include "platform/linux/X11Desktop.h"
 
 #include <poll.h>
+#include <xcb/randr.h>
 
 #include <QSocketNotifier>
 #include <algorithm>
+#include <span>
 #include <utility>
 
 #include "platform/NotificationCenter.h"
@@ -17,6 +19,29 @@ constexpr std::uint32_t kMaxNamesLength = 64 * 1024;
 
 void selectEvents(X11Connection& connection, xcb_window_t window, std::uint32_t events) {
   xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &events);
+}
+
+std::vector<std::string> outputNames(const X11Connection& connection) {
+  xcb_connection_t* xcb = connection.xcb();
+  const XcbPtr<xcb_randr_get_screen_resources_current_reply_t> resources{
+      xcb_randr_get_screen_resources_current_reply(
+          xcb, xcb_randr_get_screen_resources_current_unchecked(xcb, connection.root()), nullptr)};
+  if (!resources) return {};
+  const std::span outputs(
+      xcb_randr_get_screen_resources_current_outputs(resources.get()),
+      static_cast<std::size_t>(
+          xcb_randr_get_screen_resources_current_outputs_length(resources.get())));
+  std::vector<std::string> names;
+  for (const xcb_randr_output_t output : outputs) {
+    const XcbPtr<xcb_randr_get_output_info_reply_t> info{xcb_randr_get_output_info_reply(
+        xcb, xcb_randr_get_output_info_unchecked(xcb, output, resources->config_timestamp),
+        nullptr)};
+    if (!info) continue;
+    const auto* name = reinterpret_cast<const char*>(xcb_randr_get_output_info_name(info.get()));
+    names.emplace_back(name,
+                       static_cast<std::size_t>(xcb_randr_get_output_info_name_length(info.get())));
+  }
+  return names;
 }
 
 }  // namespace
@@ -39,12 +64,24 @@ void X11Desktop::follow() {
   handleEvents();
 }
 
-bool X11Desktop::waitForWindowManager(std::chrono::milliseconds limit) {
+bool X11Desktop::isXwayland() const {
+  // Its extension came with 23.1; before, its outputs told.
+  xcb_connection_t* xcb = connection_->xcb();
+  const std::string_view extension = "XWAYLAND";
+  const auto asked = xcb_query_extension_unchecked(
+      xcb, static_cast<std::uint16_t>(extension.size()), extension.data());
+  const XcbPtr<xcb_query_extension_reply_t> reply{xcb_query_extension_reply(xcb, asked, nullptr)};
+  if (reply && reply->present != 0) return true;
+  return std::ranges::any_of(outputNames(*connection_),
+                             [](const std::string& name) { return name.starts_with("XWAYLAND"); });
+}
+
+bool X11Desktop::waitForSpaces(std::chrono::milliseconds limit) {
   using Clock = std::chrono::steady_clock;
   const auto end = Clock::now() + limit;
   for (;;) {
     const Reading reading = readEvents();
-    if (hasWindowManager_) return true;
+    if (spaceCount()) return true;
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
     if (left <= std::chrono::milliseconds::zero()) return false;
     if (reading == Reading::More) continue;

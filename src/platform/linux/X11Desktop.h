@@ -46,9 +46,12 @@ class X11Desktop {
   /// Follows the desktop from now on; needs a Qt application.
   void follow();
 
-  /// Waits, without an event loop, until a window manager runs, at most for
-  /// `limit`. Whether one does.
-  bool waitForWindowManager(std::chrono::milliseconds limit);
+  /// Waits, without an event loop, until there are Spaces, at most for `limit`.
+  /// Whether there are.
+  bool waitForSpaces(std::chrono::milliseconds limit);
+  /// Whether the X server is that of a Wayland session, whose compositor alone says
+  /// whether there are desktops. Asks the server and waits.
+  [[nodiscard]] bool isXwayland() const;
 
   /// As WindowServer tells it: null without a window manager that has desktops.
   /// The contents are shared while the list does not change.

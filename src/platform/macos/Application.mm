@@ -16,6 +16,20 @@
   if (self.target) self.target->applicationDidFinishLaunching();
 }
 
+- (BOOL)applicationShouldHandleReopen:(NSApplication*)application
+                    hasVisibleWindows:(BOOL)hasVisibleWindows {
+  // An open menu runs a loop of its own: not inside the event, whose sender waits for
+  // the answer.
+  __weak VembrixApplicationDelegate* weakSelf = self;
+  [NSRunLoop.mainRunLoop performInModes:@[ NSRunLoopCommonModes ]
+                                  block:^{
+                                    VembrixApplicationDelegate* me = weakSelf;
+                                    if (me.target) me.target->applicationDidReopen();
+                                  }];
+  // AppKit has no window to bring back.
+  return NO;
+}
+
 // No state is ever saved. AppKit complains in the log where this is not said.
 - (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)application {
   return YES;

@@ -158,6 +158,60 @@ TEST_F(DropdownMenuTest, TheArrowsGoOnFromThePointer) {
   EXPECT_THAT(events(), ElementsAre("Code, closed"));
 }
 
+TEST_F(DropdownMenuTest, ADigitChoosesTheRowOfThatNumber) {
+  user_.open(itemsOf({"Mail", "Web", "Code"}));
+  user_.key(Qt::Key_4);
+  EXPECT_TRUE(user_.isOpen()) << "there are three";
+  user_.key(Qt::Key_0);
+  EXPECT_TRUE(user_.isOpen()) << "rows are counted from 1";
+  user_.type("2");
+  EXPECT_FALSE(user_.isOpen());
+  EXPECT_THAT(events(), ElementsAre("Web, closed"));
+}
+
+TEST_F(DropdownMenuTest, TheFirstLettersOfANameSelectItsRow) {
+  user_.open(itemsOf({"Mail", "music", "Müll", "3D", "Über uns"}));
+  user_.type("MUS");
+  EXPECT_TRUE(user_.row(1).state().background);
+  user_.key(Qt::Key_Return);
+  EXPECT_THAT(events(), ElementsAre("music, closed"));
+}
+
+TEST_F(DropdownMenuTest, TheSameLetterAgainGoesOnToTheNextSuchRow) {
+  user_.open(itemsOf({"Mail", "Web", "Music"}));
+  user_.type("mm");
+  EXPECT_TRUE(user_.row(2).state().background);
+  user_.type("m");
+  EXPECT_TRUE(user_.row(0).state().background);
+}
+
+TEST_F(DropdownMenuTest, ADigitWithinANameThatIsTypedBelongsToIt) {
+  user_.open(itemsOf({"Mail", "a1", "a2"}));
+  user_.type("a2");
+  EXPECT_TRUE(user_.isOpen());
+  EXPECT_TRUE(user_.row(2).state().background);
+}
+
+TEST_F(DropdownMenuTest, LettersThatBeginNoNameSelectNothing) {
+  user_.open(itemsOf({"Mail", "Web"}));
+  user_.type("x");
+  EXPECT_FALSE(user_.row(0).state().background);
+  EXPECT_FALSE(user_.row(1).state().background);
+  EXPECT_TRUE(user_.isOpen());
+  user_.open(itemsOf({}));
+  user_.type("x1");
+  EXPECT_THAT(events(), IsEmpty());
+}
+
+TEST_F(DropdownMenuTest, LettersAndDigitsOfANameThatIsEditedChooseNothing) {
+  user_.open(itemsOf({"Mail", "Web"}));
+  user_.clickPencil(user_.row(0));
+  user_.type("2w");
+  EXPECT_TRUE(user_.isOpen());
+  EXPECT_EQ(user_.row(0).editedText(), "2w");
+  EXPECT_FALSE(user_.row(1).state().background);
+}
+
 TEST_F(DropdownMenuTest, KeyEquivalentsRunTheirCommandsAfterTheMenuHasClosed) {
   user_.open(itemsOf({"Mail"}));
   user_.key(Qt::Key_Comma, Qt::ControlModifier);
@@ -343,7 +397,7 @@ TEST_F(DropdownMenuTest, GoesWhileARowIsEdited) {
   auto menu = DropdownMenu::create();
   menu->setItems(manyItems(4));
   auto& native = static_cast<NativeMenu&>(*menu);
-  native.open({40, 24});
+  native.open({40, 24}, NativeMenu::OpenedBy::Click);
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&native.widget()));
   native.widget().findChild<QAbstractButton*>()->click();
   ASSERT_TRUE(native.widget().findChild<QLineEdit*>()->isVisible());

@@ -191,12 +191,12 @@ TEST_F(EmptyX11DesktopTest, AWindowManagerMayComeLater) {
   EXPECT_GE(changes_, 1);
 }
 
-TEST_F(EmptyX11DesktopTest, WaitsForAWindowManagerNoLongerThanTold) {
+TEST_F(EmptyX11DesktopTest, WaitsForSpacesNoLongerThanTold) {
   const auto start = std::chrono::steady_clock::now();
-  EXPECT_FALSE(desktop_->waitForWindowManager(milliseconds(100)));
+  EXPECT_FALSE(desktop_->waitForSpaces(milliseconds(100)));
   EXPECT_GE(std::chrono::steady_clock::now() - start, milliseconds(100));
   std::thread session([&] { display_.startWindowManager(); });
-  EXPECT_TRUE(desktop_->waitForWindowManager(std::chrono::seconds(10)));
+  EXPECT_TRUE(desktop_->waitForSpaces(std::chrono::seconds(10)));
   session.join();
 }
 

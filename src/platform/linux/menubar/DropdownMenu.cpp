@@ -58,10 +58,12 @@ class QtDropdownMenu : public NativeMenu {
 
   QMenu& widget() override { return menu_; }
 
-  void open(const QPoint& corner) override {
+  void open(const QPoint& corner, OpenedBy way) override {
     if (menu_.isVisible()) return;
     if (needsUpdate_) needsUpdate_();
-    if (!menu_.isEmpty()) menu_.popup(corner);
+    if (menu_.isEmpty()) return;
+    menu_.popup(corner);
+    if (way == OpenedBy::Keyboard) menu_.borrowKeyboard();
   }
 
  private:

@@ -66,6 +66,10 @@ SpaceRowWidget* DropdownWidget::editedRow() const {
 
 void DropdownWidget::prepareEditing() {
   if (SpaceRowWidget* row = editedRow()) row->handler().cancel();
+  borrowKeyboard();
+}
+
+void DropdownWidget::borrowKeyboard() {
   if (!keyboard_ && isVisible()) keyboard_.emplace(*windowHandle());
 }
 
@@ -113,6 +117,7 @@ void DropdownWidget::hideEvent(QHideEvent* event) {
     row->handler().setShown(false);
   }
   keyboard_.reset();
+  typed_.clear();
   QMenu::hideEvent(event);
 }
 
@@ -132,6 +137,7 @@ void DropdownWidget::keyPressEvent(QKeyEvent* event) {
     return;
   }
   if (beginWalk(event->key())) return;
+  if (!editedRow() && (chooseByDigit(*event) || selectByName(*event))) return;
   QMenu::keyPressEvent(event);
 }
 
@@ -148,11 +154,56 @@ bool DropdownWidget::chooseByKey(const QKeyEvent& event) {
   const QKeySequence pressed(event.keyCombination());
   for (QAction* action : actions()) {
     if (!action->isEnabled() || action->shortcut() != pressed) continue;
-    close();
-    action->trigger();
+    choose(*action);
     return true;
   }
   return false;
+}
+
+void DropdownWidget::choose(QAction& action) {
+  close();
+  action.trigger();
+}
+
+bool DropdownWidget::isTypingName() const {
+  constexpr qint64 kPauseInMilliseconds = 1000;
+  return !typed_.isEmpty() && !sinceTyped_.hasExpired(kPauseInMilliseconds);
+}
+
+bool DropdownWidget::chooseByDigit(const QKeyEvent& event) {
+  const int place = event.text().size() == 1 ? event.text().front().digitValue() : -1;
+  if (place < 0 || isTypingName()) return false;
+  const QList<QAction*> rows = rowActions();
+  if (place >= 1 && place <= rows.size()) choose(*rows[place - 1]);
+  return true;
+}
+
+bool DropdownWidget::selectByName(const QKeyEvent& event) {
+  const bool isText = !event.text().isEmpty() && event.text().front().isPrint();
+  const bool isPlain = (event.modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
+  // A space alone chooses the selected item.
+  if (!isText || !isPlain || (event.text() == u" " && !isTypingName())) return false;
+  const bool isSameAgain = isTypingName() && typed_ == event.text();
+  if (!isTypingName()) typed_.clear();
+  if (!isSameAgain) typed_ += event.text();
+  sinceTyped_.start();
+
+  const QList<QAction*> rows = rowActions();
+  const qsizetype current = rows.indexOf(activeAction());
+  const qsizetype first = isSameAgain || typed_.size() == 1 ? current + 1 : std::max(current, qsizetype{0});
+  for (qsizetype i = 0; i < rows.size(); ++i) {
+    QAction* row = rows[(first + i) % rows.size()];
+    if (!row->text().startsWith(typed_, Qt::CaseInsensitive)) continue;
+    setActiveAction(row);
+    break;
+  }
+  return true;
+}
+
+QList<QAction*> DropdownWidget::rowActions() const {
+  QList<QAction*> rows = actions();
+  rows.removeIf([](QAction* action) { return !qobject_cast<QWidgetAction*>(action); });
+  return rows;
 }
 
 void DropdownWidget::mouseMoveEvent(QMouseEvent* event) {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QMenu>
+#include <QString>
 #include <optional>
 #include <vector>
 
@@ -28,6 +30,8 @@ class DropdownWidget : public QMenu {
   /// To be called before a row is edited: ends the editing of any other, and
   /// takes the keyboard focus until the menu closes.
   void prepareEditing();
+  /// Takes the keyboard focus until the menu closes; once it is open.
+  void borrowKeyboard();
 
  protected:
   bool event(QEvent* event) override;
@@ -45,11 +49,25 @@ class DropdownWidget : public QMenu {
   void highlightChanged(const QAction* action);
   /// Chooses the command of that key equivalent; whether there is one.
   bool chooseByKey(const QKeyEvent& event);
+  void choose(QAction& action);
+  /// A digit chooses the row of that number, counted from 1, unless a name is being
+  /// typed; returns whether it was one.
+  bool chooseByDigit(const QKeyEvent& event);
+  /// A letter selects the row whose name begins with what was typed within the last
+  /// second, in either case; the same letter again goes on to the next such row.
+  /// Returns whether the key was one.
+  bool selectByName(const QKeyEvent& event);
+  [[nodiscard]] bool isTypingName() const;
+  /// The items of the rows, in their order.
+  [[nodiscard]] QList<QAction*> rowActions() const;
 
   MenuStyle style_;
   std::vector<SpaceRowWidget*> rows_;
   SpaceRowWidget* highlighted_ = nullptr;
   std::optional<KeyboardLoan> keyboard_;
+  /// The beginning of a name, and when its last letter was typed.
+  QString typed_;
+  QElapsedTimer sinceTyped_;
 };
 
 }  // namespace vembrix

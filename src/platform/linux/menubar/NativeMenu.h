@@ -10,12 +10,16 @@ namespace vembrix {
 /// What every DropdownMenu of this platform is besides.
 class NativeMenu : public DropdownMenu {
  public:
+  /// What the user has opened it with. Without a click nothing says that the
+  /// keyboard is free: the key that was pressed may still be held.
+  enum class OpenedBy { Click, Keyboard };
+
   /// Lives as long as this.
   virtual QMenu& widget() = 0;
 
   /// Opens it with its top left corner there, moved onto the screen where need
   /// be; nothing without items. Qt's coordinates.
-  virtual void open(const QPoint& corner) = 0;
+  virtual void open(const QPoint& corner, OpenedBy way) = 0;
 };
 
 }  // namespace vembrix

@@ -20,14 +20,16 @@ class QtStatusItem : public StatusItem {
 
   DropdownMenu* menu() const override { return menu_.get(); }
 
+  void openMenu() override { open(NativeMenu::OpenedBy::Keyboard); }
+
  private:
-  void openMenu() {
+  void open(NativeMenu::OpenedBy way) {
     if (!menu_) return;
     // Every menu comes from DropdownMenu::create().
-    static_cast<NativeMenu&>(*menu_).open(strip_.mapToGlobal(QPoint(0, strip_.height())));
+    static_cast<NativeMenu&>(*menu_).open(strip_.mapToGlobal(QPoint(0, strip_.height())), way);
   }
 
-  StatusStrip strip_{[this] { openMenu(); }};
+  StatusStrip strip_{[this] { open(NativeMenu::OpenedBy::Click); }};
   std::unique_ptr<DropdownMenu> menu_;
 };
 

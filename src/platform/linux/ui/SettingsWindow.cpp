@@ -107,8 +107,7 @@ class QtSettingsWindow : public SettingsWindow {
     }
     window_.setWindowState(window_.windowState() & ~Qt::WindowMinimized);
     window_.show();
-    window_.raise();
-    window_.activateWindow();
+    bringToFront(*window_.windowHandle());
   }
 
  private:

@@ -13,13 +13,12 @@
 @property(nonatomic, copy) void (^needsUpdate)(void);
 /// Nil when the selection is on no item.
 @property(nonatomic, copy) void (^willHighlight)(NSMenuItem* item);
+@property(nonatomic, readonly) BOOL isOpen;
 /// Nothing is told any more.
 - (void)invalidate;
 @end
 
-@implementation VembrixMenuDelegate {
-  BOOL _isOpen;
-}
+@implementation VembrixMenuDelegate
 
 - (void)invalidate {
   self.needsUpdate = nil;
@@ -102,6 +101,7 @@ class SystemDropdownMenu : public NativeDropdownMenu {
   SystemDropdownMenu& operator=(const SystemDropdownMenu&) = delete;
 
   NSMenu* nativeMenu() const override { return menu_; }
+  bool isOpen() const override { return delegate_.isOpen; }
 
   void setNeedsUpdateHandler(std::function<void()> handler) override {
     needsUpdateHandler_ = std::move(handler);

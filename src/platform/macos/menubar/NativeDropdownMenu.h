@@ -13,6 +13,7 @@ class NativeDropdownMenu : public DropdownMenu {
  public:
   /// Owned by this object.
   [[nodiscard]] virtual NSMenu* nativeMenu() const = 0;
+  [[nodiscard]] virtual bool isOpen() const = 0;
 };
 
 }  // namespace vembrix

@@ -80,6 +80,24 @@ class SystemStatusItem : public StatusItem {
 
   DropdownMenu* menu() const override { return menu_.get(); }
 
+  void openMenu() override {
+    // Every menu comes from DropdownMenu::create().
+    const auto* native = static_cast<const NativeDropdownMenu*>(menu_.get());
+    if (!native || native->isOpen()) return;
+    NSStatusBarButton* button = item_.button;
+    const bool isSeen = (button.window.occlusionState & NSWindowOcclusionStateVisible) != 0;
+    if (isSeen) {
+      [button performClick:nil];
+      return;
+    }
+    // The item is behind the notch, did not fit, or the menu bar is hidden: the menu
+    // opens where the menu bar's items end. AppKit moves it onto the screen.
+    const NSRect area = NSScreen.mainScreen.visibleFrame;
+    [native->nativeMenu() popUpMenuPositioningItem:nil
+                                        atLocation:NSMakePoint(NSMaxX(area), NSMaxY(area))
+                                            inView:nil];
+  }
+
  private:
   static void showLabel(NSStatusBarButton* button, const StatusItemContent::PlainTitle& title) {
     button.image = nil;
