@@ -80,7 +80,9 @@ SpaceManager& SpaceManager::shared() {
   return manager;
 }
 
-SpaceManager::SpaceManager() : names_(loadNames()) {}
+SpaceManager::SpaceManager() : names_(loadNames()) {
+  followNaming();
+}
 
 const SpaceInfo* SpaceManager::activeSpace() const {
   return activePlace_ < spaces_.size() ? &spaces_[activePlace_] : nullptr;

@@ -52,8 +52,10 @@ class SpaceManager {
   /// wrongly counts as absent; a negative Space id ends the program.
   void reload();
 
-  /// The name to show: the user's, else "Desktop N" by the Space's place among
-  /// its display's desktops, else (a full-screen or unlisted Space) "Desktop".
+  /// The name to show: the user's, else, where the desktop names its Spaces, the
+  /// desktop's own unless it is only a word and the number, else "Desktop N" by the
+  /// Space's place among its display's desktops, else (a full-screen or unlisted
+  /// Space) "Desktop".
   [[nodiscard]] std::string displayName(const SpaceInfo& space) const;
 
   /// Gives the Space a name, without the white space around it; a blank name
@@ -87,8 +89,16 @@ class SpaceManager {
   static Names loadNames();
   void storeNames() const;
   [[nodiscard]] const std::string* userName(const SpaceInfo& space) const;
-  /// Tells desktops that show names of their own what the user's names are.
+  /// Stores the name; an empty one is taken away.
+  void storeName(std::string_view name, const SpaceInfo& space);
+  /// The Space's number among the desktops of its display, from 1; 0 if it is none.
+  [[nodiscard]] int numberOf(const SpaceInfo& space) const;
+  /// Hands the user's names to desktops that show names of their own.
   void publishNames() const;
+  /// Follows the names of such desktops.
+  static void followNaming();
+  /// The user has renamed the Space elsewhere.
+  void renamed(std::uint64_t spaceID, std::string_view name);
 
   void directSwitch(const SpaceInfo& space);
   /// The place (from 0) among the desktops of all displays.

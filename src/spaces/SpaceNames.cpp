@@ -9,6 +9,24 @@
 #include "spaces/Whitespace.h"
 
 namespace vembrix {
+namespace {
+
+/// Of a Space without a name of its own; by its number among the desktops of its display,
+/// from 1, or 0 where it is none of them.
+std::string defaultName(int number) {
+  return number == 0 ? "Desktop" : "Desktop " + std::to_string(number);
+}
+
+/// Whether a name says no more than the number does: a word at the most, and the number
+/// ("Desktop 3", "Workspace 3", "3").
+bool isOnlyNumbered(std::string_view name, int number) {
+  const std::string digits = std::to_string(number);
+  if (!name.ends_with(digits)) return false;
+  const std::string_view word = trimWhitespace(name.substr(0, name.size() - digits.size()));
+  return word.find_first_of(" \t0123456789") == std::string_view::npos;
+}
+
+}  // namespace
 
 SpaceManager::Names SpaceManager::loadNames() {
   const PropertyList stored = UserDefaults::standard().object(defaultsKey);
@@ -36,27 +54,65 @@ const std::string* SpaceManager::userName(const SpaceInfo& space) const {
 
 std::string SpaceManager::displayName(const SpaceInfo& space) const {
   if (const std::string* name = userName(space)) return *name;
+  const int number = numberOf(space);
+  if (const SpaceNaming* naming = SpaceNaming::shared()) {
+    const std::string_view own = trimWhitespace(naming->ownName(space.spaceID));
+    if (!own.empty() && !isOnlyNumbered(own, number)) return std::string(own);
+  }
+  return defaultName(number);
+}
+
+int SpaceManager::numberOf(const SpaceInfo& space) const {
   int number = 0;
   for (const SpaceInfo& other : spaces_) {
     if (!other.isDesktop() || other.displayUUID != space.displayUUID) continue;
     number += 1;
-    if (other == space) return "Desktop " + std::to_string(number);
+    if (other == space) return number;
   }
-  return "Desktop";
+  return 0;
 }
 
 void SpaceManager::setName(std::string_view name, const SpaceInfo& space) {
   const std::string_view trimmed = trimWhitespace(name);
-  if (trimmed.empty()) {
-    const auto found = names_.find(space.uuid);
-    if (found != names_.end()) names_.erase(found);
-  } else {
-    names_.insert_or_assign(space.uuid, std::string(trimmed));
+  storeName(trimmed, space);
+  if (SpaceNaming* naming = SpaceNaming::shared()) {
+    if (trimmed.empty()) {
+      naming->clearName(space.spaceID, defaultName(numberOf(space)));
+    } else {
+      naming->setName(space.spaceID, trimmed);
+    }
+  }
+  NotificationCenter::defaultCenter().post(didChange);
+}
+
+void SpaceManager::storeName(std::string_view name, const SpaceInfo& space) {
+  if (!name.empty()) {
+    names_.insert_or_assign(space.uuid, std::string(name));
+  } else if (const auto found = names_.find(space.uuid); found != names_.end()) {
+    names_.erase(found);
   }
   storeNames();
-  if (SpaceNaming* naming = SpaceNaming::shared()) {
-    naming->setName(space.spaceID, displayName(space));
-  }
+}
+
+void SpaceManager::followNaming() {
+  SpaceNaming* naming = SpaceNaming::shared();
+  if (!naming) return;
+  naming->setHandlers({
+      .renamed = [](std::uint64_t space, std::string_view name) { shared().renamed(space, name); },
+      .ownNamesChanged =
+          [] {
+            shared().publishNames();
+            NotificationCenter::defaultCenter().post(didChange);
+          },
+  });
+}
+
+void SpaceManager::renamed(std::uint64_t spaceID, std::string_view name) {
+  const auto space = std::ranges::find(spaces_, spaceID, &SpaceInfo::spaceID);
+  if (space == spaces_.end()) return;
+  const std::string_view trimmed = trimWhitespace(name);
+  const bool isDefault = trimmed.empty() || isOnlyNumbered(trimmed, numberOf(*space));
+  storeName(isDefault ? std::string_view() : trimmed, *space);
   NotificationCenter::defaultCenter().post(didChange);
 }
 

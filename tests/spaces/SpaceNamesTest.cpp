@@ -144,6 +144,73 @@ TEST_F(SpaceNamesTest, StoredNamesAreToldWhenTheListIsLoaded) {
   EXPECT_EQ(desktop_.publishCount(), 1);
 }
 
+// Desktops that name their Spaces themselves.
+
+TEST_F(SpaceNamesTest, AnUnnamedSpaceShowsTheDesktopsOwnName) {
+  const SpaceInfo second = space(1);
+  desktop_.setOwnName(second.spaceID, " web ");
+  EXPECT_EQ(manager().displayName(second), "web");
+  manager().setName("Mail", second);
+  EXPECT_EQ(manager().displayName(second), "Mail");
+  EXPECT_EQ(desktop_.publishedName(second.spaceID), "Mail");
+  manager().setName("", second);
+  EXPECT_EQ(manager().displayName(second), "web");
+  EXPECT_EQ(desktop_.publishedName(second.spaceID), " web ");
+}
+
+TEST_F(SpaceNamesTest, AnOwnNameThatIsOnlyAWordAndItsNumberIsNone) {
+  const SpaceInfo third = space(2);
+  for (const char* name : {"3", "Desktop 3", "Workspace 3", "desktop3", "Arbeitsfläche 3", " 3 "}) {
+    desktop_.setOwnName(third.spaceID, name);
+    EXPECT_EQ(manager().displayName(third), "Desktop 3") << name;
+  }
+}
+
+TEST_F(SpaceNamesTest, AnOwnNameThatSaysMoreIsShown) {
+  const SpaceInfo third = space(2);
+  for (const char* name :
+       {"4", "Desktop 4", "Desktop 13", "33", "3: web", "my desk 3", "web", "1 3"}) {
+    desktop_.setOwnName(third.spaceID, name);
+    EXPECT_EQ(manager().displayName(third), name);
+  }
+}
+
+TEST_F(SpaceNamesTest, OwnNamesThatChangeAnnounceAChangeAndTheUsersAreToldAgain) {
+  const SpaceInfo first = space(0);
+  manager().setName("Work", first);
+  Posts posts;
+  desktop_.setOwnName(first.spaceID, "one");
+  EXPECT_THAT(posts.names(), ElementsAre(SpaceManager::didChange));
+  EXPECT_EQ(manager().displayName(first), "Work");
+  EXPECT_EQ(desktop_.publishedName(first.spaceID), "Work");
+}
+
+TEST_F(SpaceNamesTest, ASpaceThatTheUserRenamesElsewhereHasThatName) {
+  const SpaceInfo second = space(1);
+  Posts posts;
+  desktop_.renameElsewhere(second.spaceID, " Mail ");
+  EXPECT_EQ(manager().displayName(second), "Mail");
+  EXPECT_EQ(defaults_.object("SpaceNames"), PropertyList(Dictionary{{second.uuid, "Mail"}}));
+  EXPECT_THAT(posts.names(), ElementsAre(SpaceManager::didChange));
+}
+
+TEST_F(SpaceNamesTest, ANameThatIsTakenAwayElsewhereIsGone) {
+  const SpaceInfo second = space(1);
+  for (const char* none : {"", "  ", "Desktop 2", "2"}) {
+    manager().setName("Mail", second);
+    desktop_.renameElsewhere(second.spaceID, none);
+    EXPECT_EQ(manager().displayName(second), "Desktop 2") << none;
+    EXPECT_EQ(defaults_.object("SpaceNames"), PropertyList(Dictionary{})) << none;
+  }
+}
+
+TEST_F(SpaceNamesTest, ANameFromElsewhereForAnUnknownSpaceIsIgnored) {
+  space(0);
+  Posts posts;
+  desktop_.renameElsewhere(12345, "Mail");
+  EXPECT_THAT(posts.names(), testing::IsEmpty());
+}
+
 TEST(WhitespaceTest, TrimsWhiteSpaceAndLineEndsOfAllScripts) {
   EXPECT_EQ(trimWhitespace(" \t\r\n\v\f Work \n"), "Work");
   EXPECT_EQ(trimWhitespace("\u00A0\u2003\u3000Work\u2028\u2029\u0085\u202F"), "Work");

@@ -41,8 +41,15 @@ class EmbeddedDesktop::SpaceNamingService : public SpaceNaming {
  public:
   explicit SpaceNamingService(EmbeddedDesktop& desktop) : desktop_(desktop) {}
 
-  void setName(WindowServer::SpaceID space, std::string_view name) override {
-    desktop_.publishName(space, name);
+  void setHandlers(Handlers handlers) override { desktop_.nameHandlers_ = std::move(handlers); }
+  std::string_view ownName(SpaceID space) const override {
+    const auto found = desktop_.ownNames_.find(space);
+    return found == desktop_.ownNames_.end() ? std::string_view() : found->second;
+  }
+  void setName(SpaceID space, std::string_view name) override { desktop_.publishName(space, name); }
+  void clearName(SpaceID space, std::string_view fallback) override {
+    const std::string_view own = ownName(space);
+    desktop_.publishName(space, own.empty() ? fallback : own);
   }
 
  private:
@@ -367,6 +374,17 @@ void EmbeddedDesktop::publishName(SpaceID space, std::string_view name) {
   if (published == name) return;
   published = name;
   publishCount_ += 1;
+}
+
+void EmbeddedDesktop::setOwnName(SpaceID space, std::string_view name) {
+  ownNames_.insert_or_assign(space, std::string(name));
+  publishedNames_.erase(space);
+  if (nameHandlers_.ownNamesChanged) nameHandlers_.ownNamesChanged();
+}
+
+void EmbeddedDesktop::renameElsewhere(SpaceID space, std::string_view name) {
+  publishedNames_.insert_or_assign(space, std::string(name));
+  if (nameHandlers_.renamed) nameHandlers_.renamed(space, name);
 }
 
 std::string EmbeddedDesktop::publishedName(SpaceID space) const {

@@ -171,6 +171,10 @@ class EmbeddedDesktop {
   /// Posts kDidWake.
   void wake();
 
+  /// The desktop names the Space by itself, as a window manager does that starts.
+  void setOwnName(SpaceID space, std::string_view name);
+  /// The user names the Space in the desktop's own settings.
+  void renameElsewhere(SpaceID space, std::string_view name);
   /// The name that the program gave the desktop's Space, or empty.
   std::string publishedName(SpaceID space) const;
   /// How often a name was given that was another than before.
@@ -233,6 +237,8 @@ class EmbeddedDesktop {
   int promptCount_ = 0;
   std::optional<Appearance> appearance_ = Appearance::Light;
   std::map<SpaceID, std::string> publishedNames_;
+  std::map<SpaceID, std::string> ownNames_;
+  SpaceNaming::Handlers nameHandlers_;
   int publishCount_ = 0;
   std::vector<Screen> screenList_;
 

@@ -1,5 +1,7 @@
 #include "platform/SpaceNaming.h"
 
+#include <utility>
+
 #include "platform/embedded/EmbeddedDesktop.h"
 #include "platform/linux/ChosenDesktop.h"
 #include "platform/linux/X11Desktop.h"
@@ -11,8 +13,11 @@ class X11SpaceNaming : public SpaceNaming {
  public:
   explicit X11SpaceNaming(X11Desktop& desktop) : desktop_(desktop) {}
 
-  void setName(WindowServer::SpaceID space, std::string_view name) override {
-    desktop_.setName(space, name);
+  void setHandlers(Handlers handlers) override { desktop_.setNameHandlers(std::move(handlers)); }
+  std::string_view ownName(SpaceID space) const override { return desktop_.ownName(space); }
+  void setName(SpaceID space, std::string_view name) override { desktop_.setName(space, name); }
+  void clearName(SpaceID space, std::string_view fallback) override {
+    desktop_.clearName(space, fallback);
   }
 
  private:

@@ -16,9 +16,24 @@ namespace {
 
 /// In 32-bit units. Names beyond it are no names that a person gave.
 constexpr std::uint32_t kMaxNamesLength = 64 * 1024;
+/// How long a window manager that has come, or that has changed the number of its
+/// desktops, may take to name them.
+constexpr std::chrono::seconds kSettlingTime{2};
+/// How long a new name is held back, for what a restarting window manager says late.
+constexpr std::chrono::milliseconds kRenameDelay{500};
 
 void selectEvents(X11Connection& connection, xcb_window_t window, std::uint32_t events) {
   xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &events);
+}
+
+/// The window's own name, or empty.
+std::string nameOf(X11Connection& connection, xcb_window_t window) {
+  xcb_ewmh_get_utf8_strings_reply_t reply{};
+  const auto cookie = xcb_ewmh_get_wm_name_unchecked(connection.ewmh(), window);
+  if (xcb_ewmh_get_wm_name_reply(connection.ewmh(), cookie, &reply, nullptr) == 0) return {};
+  std::string name(reply.strings, reply.strings_len);
+  xcb_ewmh_get_utf8_strings_reply_wipe(&reply);
+  return name;
 }
 
 std::vector<std::string> outputNames(const X11Connection& connection) {
@@ -91,29 +106,45 @@ bool X11Desktop::waitForSpaces(std::chrono::milliseconds limit) {
 }
 
 X11Desktop::SpaceID X11Desktop::activeSpace() const {
-  if (!current_) return 0;
-  const SpaceID space = SpaceID{*current_} + 1;
-  return isKnown(space) ? space : 0;
+  return current_ && *current_ < spaces_.size() ? spaces_[*current_].id : 0;
 }
 
 bool X11Desktop::activate(SpaceID space) {
-  if (!isKnown(space)) return false;
-  xcb_ewmh_request_change_current_desktop(connection_->ewmh(), connection_->screen(),
-                                          static_cast<std::uint32_t>(space - 1), XCB_CURRENT_TIME);
+  const std::optional<std::uint32_t> index = indexOf(space);
+  if (!index) return false;
+  xcb_ewmh_request_change_current_desktop(connection_->ewmh(), connection_->screen(), *index,
+                                          XCB_CURRENT_TIME);
   flush();
   return true;
 }
 
+X11Desktop::SpaceID X11Desktop::spaceBeside(SpaceID space, int places) const {
+  const std::optional<std::uint32_t> index = indexOf(space);
+  if (!index) return 0;
+  const std::int64_t place = std::int64_t{*index} + places;
+  const bool isThere = place >= 0 && place < std::ssize(spaces_);
+  return isThere ? spaces_[static_cast<std::size_t>(place)].id : 0;
+}
+
 void X11Desktop::setName(SpaceID space, std::string_view name) {
-  if (!isKnown(space)) return;
-  const auto index = static_cast<std::size_t>(space - 1);
   // The names stand one behind the other, each ended by a NUL.
   name = name.substr(0, name.find('\0'));
-  if (index < names_.size() && names_[index] == name) return;
-  if (index >= names_.size()) names_.resize(index + 1);
-  names_[index].assign(name);
-  std::string joined;
-  for (const std::string& entry : names_) joined.append(entry).push_back('\0');
+  const std::optional<std::uint32_t> index = indexOf(space);
+  if (index && names_.setName(*index, name)) writeNames();
+}
+
+void X11Desktop::clearName(SpaceID space, std::string_view fallback) {
+  const std::optional<std::uint32_t> index = indexOf(space);
+  if (index && names_.clearName(*index, fallback)) writeNames();
+}
+
+std::string_view X11Desktop::ownName(SpaceID space) const {
+  const std::optional<std::uint32_t> index = indexOf(space);
+  return index ? names_.ownName(*index) : std::string_view();
+}
+
+void X11Desktop::writeNames() {
+  const std::string joined = names_.joined();
   xcb_ewmh_set_desktop_names(connection_->ewmh(), connection_->screen(),
                              static_cast<std::uint32_t>(joined.size()), joined.data());
   flush();
@@ -123,13 +154,18 @@ std::optional<std::uint32_t> X11Desktop::spaceCount() const {
   return hasWindowManager_ ? count_ : std::nullopt;
 }
 
+std::optional<std::uint32_t> X11Desktop::indexOf(SpaceID space) const {
+  const auto found = std::ranges::find(spaces_, space, &Space::id);
+  if (found == spaces_.end()) return std::nullopt;
+  return static_cast<std::uint32_t>(found - spaces_.begin());
+}
+
 bool X11Desktop::isKnown(SpaceID space) const {
-  return space != 0 && space <= spaceCount().value_or(0);
+  return indexOf(space).has_value();
 }
 
 X11Desktop::Shown X11Desktop::shown() const {
-  const std::optional<std::uint32_t> count = spaceCount();
-  return {count.has_value(), count.value_or(0), activeSpace()};
+  return {.known = spaceCount().has_value(), .list = listCount_, .active = activeSpace()};
 }
 
 // Events
@@ -214,6 +250,7 @@ void X11Desktop::refresh() {
   if (stale.names) names = requestNames();
 
   std::uint32_t value = 0;
+  const std::optional<std::uint32_t> countBefore = count_;
   if (stale.count) {
     const auto valid = xcb_ewmh_get_number_of_desktops_reply(ewmh, count, &value, nullptr);
     count_ = valid != 0 ? std::optional(std::min(value, kMaxDesktops)) : std::nullopt;
@@ -222,9 +259,12 @@ void X11Desktop::refresh() {
     const auto valid = xcb_ewmh_get_current_desktop_reply(ewmh, current, &value, nullptr);
     current_ = valid != 0 ? std::optional(value) : std::nullopt;
   }
-  if (stale.names) readNames(names);
+  std::optional<std::vector<std::string>> read;
+  if (stale.names) read = readNames(names);
   if (stale.windowManager) refreshWindowManager();
-  rebuildAnswer();
+  if (stale.windowManager || count_ != countBefore) settledAt_ = Clock::now() + kSettlingTime;
+  if (read) takeNames(std::move(*read));
+  if (stale.windowManager || stale.count || stale.names) rebuildSpaces();
 }
 
 void X11Desktop::refreshWindowManager() {
@@ -241,6 +281,8 @@ void X11Desktop::refreshWindowManager() {
   // The root's word outlives a window manager that was killed; the window that
   // it names does not, and says the same of itself.
   hasWindowManager_ = window != XCB_WINDOW_NONE && claimed(window) == window;
+  isKnownByNames_ = hasWindowManager_ && ownsDesktopNames(nameOf(*connection_, window));
+  names_.setWindowManager(isKnownByNames_);
 }
 
 void X11Desktop::followCheckWindow(xcb_window_t window) {
@@ -261,41 +303,97 @@ xcb_get_property_cookie_t X11Desktop::requestNames() {
                                     kMaxNamesLength);
 }
 
-void X11Desktop::readNames(xcb_get_property_cookie_t cookie) {
-  names_.clear();
+std::vector<std::string> X11Desktop::readNames(xcb_get_property_cookie_t cookie) {
+  std::vector<std::string> names;
   const XcbPtr<xcb_get_property_reply_t> reply{
       xcb_get_property_reply(connection_->xcb(), cookie, nullptr)};
   if (!reply || reply->type != connection_->ewmh()->UTF8_STRING || reply->format != 8 ||
       reply->bytes_after != 0) {
-    return;
+    return names;
   }
   std::string_view rest(static_cast<const char*>(xcb_get_property_value(reply.get())),
                         static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
-  while (!rest.empty()) {
+  while (!rest.empty() && names.size() < kMaxDesktops) {
     const std::size_t end = std::min(rest.find('\0'), rest.size());
-    names_.emplace_back(rest.substr(0, end));
+    names.emplace_back(rest.substr(0, end));
     rest.remove_prefix(std::min(end + 1, rest.size()));
+  }
+  return names;
+}
+
+void X11Desktop::takeNames(std::vector<std::string> names) {
+  // The user's renaming of another desktop just before.
+  if (pendingNames_ && names != *pendingNames_) takePendingNames();
+  if (names == names_.all()) {
+    pendingNames_.reset();
+    return;
+  }
+  pendingNames_ = std::move(names);
+  if (Clock::now() < settledAt_ || names_.keepsItsNames()) {
+    takePendingNames();
+    return;
+  }
+  pendingNamesDue_ = MainQueue::main().schedule(kRenameDelay, [this] { takePendingNames(); });
+}
+
+void X11Desktop::takePendingNames() {
+  pendingNamesDue_ = {};
+  if (!pendingNames_) return;
+  using Circumstances = DesktopNames::Circumstances;
+  const auto circumstances =
+      Clock::now() < settledAt_ ? Circumstances::Settling : Circumstances::Steady;
+  const DesktopNames::Change change =
+      names_.take(*std::exchange(pendingNames_, std::nullopt), circumstances);
+  rebuildSpaces();
+  if (change.ownNames && nameHandlers_.ownNamesChanged) nameHandlers_.ownNamesChanged();
+  if (change.renamed && *change.renamed < spaces_.size() && nameHandlers_.renamed) {
+    // A copy: the handler may give names, too.
+    const std::string name = names_.all()[*change.renamed];
+    nameHandlers_.renamed(spaces_[*change.renamed].id, name);
   }
 }
 
+X11Desktop::SpaceID X11Desktop::idOfName(const std::string& name) {
+  // Above all ids by number.
+  const SpaceID next = SpaceID{kMaxDesktops} + idsOfNames_.size() + 1;
+  return idsOfNames_.try_emplace(name, next).first->second;
+}
+
+void X11Desktop::rebuildSpaces() {
+  const std::uint32_t count = spaceCount().value_or(0);
+  const std::vector<std::string>& names = names_.all();
+  std::vector<Space> spaces;
+  spaces.reserve(count);
+  for (std::uint32_t i = 0; i < count; ++i) {
+    const bool isKnownByName = isKnownByNames_ && i < names.size() && !names[i].empty() &&
+                               std::ranges::count(names, names[i]) == 1;
+    if (isKnownByName) {
+      spaces.push_back({idOfName(names[i]), "x11-name-" + names[i]});
+    } else {
+      spaces.push_back({SpaceID{i} + 1, "x11-desktop-" + std::to_string(i + 1)});
+    }
+  }
+  const bool isSame = spaces == spaces_ && answer_.isNull() != spaceCount().has_value();
+  if (isSame) return;
+  spaces_ = std::move(spaces);
+  listCount_ += 1;
+  rebuildAnswer();
+}
+
 void X11Desktop::rebuildAnswer() {
-  const std::optional<std::uint32_t> count = spaceCount();
-  if (!count) {
+  if (!spaceCount()) {
     answer_ = {};
     return;
   }
-  if (!answer_.isNull() && answeredCount_ == *count) return;
   PropertyList::Array spaces;
-  spaces.reserve(*count);
-  for (std::int64_t id = 1; id <= std::int64_t{*count}; ++id) {
-    spaces.emplace_back(PropertyList::Dictionary{{"ManagedSpaceID", id},
-                                                 {"id64", id},
-                                                 {"type", 0},
-                                                 {"uuid", "x11-desktop-" + std::to_string(id)}});
+  spaces.reserve(spaces_.size());
+  for (const Space& space : spaces_) {
+    const auto id = static_cast<std::int64_t>(space.id);
+    spaces.emplace_back(PropertyList::Dictionary{
+        {"ManagedSpaceID", id}, {"id64", id}, {"type", 0}, {"uuid", space.uuid}});
   }
   answer_ = PropertyList(PropertyList::Array{PropertyList::Dictionary{
       {"Display Identifier", std::string(kDisplay)}, {"Spaces", std::move(spaces)}}});
-  answeredCount_ = *count;
 }
 
 }  // namespace vembrix

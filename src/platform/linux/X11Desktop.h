@@ -2,6 +2,8 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -10,16 +12,20 @@
 
 #include "platform/MainQueue.h"
 #include "platform/PropertyList.h"
+#include "platform/SpaceNaming.h"
 #include "platform/WindowServer.h"
+#include "platform/linux/DesktopNames.h"
 #include "platform/linux/X11Connection.h"
 
 class QSocketNotifier;
 
 namespace vembrix {
 
-/// The desktops of an EWMH window manager as Spaces of one display "Main": the
-/// desktop of index N is the Space N + 1. A model that the X server's events
-/// keep up to date; reading it asks the server nothing. Main thread.
+/// The desktops of an EWMH window manager as Spaces of one display "Main". The desktop of
+/// index N is the Space N + 1 with the identifier "x11-desktop-(N + 1)"; where the window
+/// manager names its desktops, which then come and go, a desktop is known by its name: its
+/// id stays while the program runs, its identifier is "x11-name-" and the name. A model that the X
+/// server's events keep up to date; reading it asks the server nothing. Main thread.
 ///
 /// What stands in the properties of the root window is not trusted: any client
 /// may write it, and a window manager that was killed leaves its own behind.
@@ -66,15 +72,24 @@ class X11Desktop {
   /// Whether it was asked.
   bool activate(SpaceID space);
 
+  /// The Space so many places further in the list; 0 where there is none.
+  [[nodiscard]] SpaceID spaceBeside(SpaceID space, int places) const;
+
   /// Writes the Space's name where pagers read it; the others keep theirs. An
   /// unknown Space is ignored, a name that it has already costs nothing.
   void setName(SpaceID space, std::string_view name);
+  /// Takes that name back: the window manager's own stands there again, or `fallback`.
+  void clearName(SpaceID space, std::string_view fallback);
+  /// The window manager's own name, or empty.
+  [[nodiscard]] std::string_view ownName(SpaceID space) const;
+  void setNameHandlers(SpaceNaming::Handlers handlers) { nameHandlers_ = std::move(handlers); }
 
  private:
   /// The state that others are told of.
   struct Shown {
     bool known = false;
-    std::uint32_t count = 0;
+    /// Counts the lists that there have been.
+    int list = 0;
     SpaceID active = 0;
     bool operator==(const Shown&) const = default;
   };
@@ -87,6 +102,7 @@ class X11Desktop {
     [[nodiscard]] bool any() const { return windowManager || count || current || names; }
   };
   enum class Reading { Done, More };
+  using Clock = std::chrono::steady_clock;
 
   void handleEvents();
   /// One round: reads what came in, brings the model up to date and announces
@@ -102,9 +118,18 @@ class X11Desktop {
   void refreshWindowManager();
   void followCheckWindow(xcb_window_t window);
   [[nodiscard]] xcb_get_property_cookie_t requestNames();
-  void readNames(xcb_get_property_cookie_t cookie);
+  [[nodiscard]] std::vector<std::string> readNames(xcb_get_property_cookie_t cookie);
+  void takeNames(std::vector<std::string> names);
+  /// Takes those that were read last and not taken yet.
+  void takePendingNames();
+  void writeNames();
+  void rebuildSpaces();
   void rebuildAnswer();
   [[nodiscard]] Shown shown() const;
+  /// The place in the list.
+  [[nodiscard]] std::optional<std::uint32_t> indexOf(SpaceID space) const;
+  /// The id that the desktop of that name has and keeps.
+  SpaceID idOfName(const std::string& name);
 
   std::unique_ptr<X11Connection> connection_;
   std::unique_ptr<QSocketNotifier> notifier_;
@@ -113,15 +138,34 @@ class X11Desktop {
   // As the server has it; nothing: absent or malformed.
   std::optional<std::uint32_t> count_;
   std::optional<std::uint32_t> current_;
-  std::vector<std::string> names_;
+  DesktopNames names_;
   bool hasWindowManager_ = false;
+  /// Desktops are known by their names, which the window manager keeps.
+  bool isKnownByNames_ = false;
   /// The window whose existence proves that the window manager runs.
   xcb_window_t checkWindow_ = XCB_WINDOW_NONE;
   Stale stale_{true, true, true, true};
 
+  struct Space {
+    SpaceID id = 0;
+    std::string uuid;
+    bool operator==(const Space&) const = default;
+  };
+  /// In the window manager's order.
+  std::vector<Space> spaces_;
+  int listCount_ = 0;
+  std::map<std::string, SpaceID, std::less<>> idsOfNames_;
+
+  SpaceNaming::Handlers nameHandlers_;
+  /// Names that may be the user's doing: a window manager that restarts writes them before
+  /// or after it says that it is there.
+  std::optional<std::vector<std::string>> pendingNames_;
+  WorkItem pendingNamesDue_;
+  /// Until then the names that change are the window manager's own.
+  Clock::time_point settledAt_;
+
   Shown announced_;
   PropertyList answer_;
-  std::uint32_t answeredCount_ = 0;
 };
 
 }  // namespace vembrix

@@ -23,8 +23,8 @@ void X11Dock::move(Dock::Direction direction) {
   // where the former ones lead.
   const bool underWay = request_ && now - request_->time < kPatience;
   const X11Desktop::SpaceID from = underWay ? request_->space : desktop_.activeSpace();
-  if (from == 0) return;
-  const X11Desktop::SpaceID target = direction == Dock::Direction::Right ? from + 1 : from - 1;
+  const X11Desktop::SpaceID target =
+      desktop_.spaceBeside(from, direction == Dock::Direction::Right ? 1 : -1);
   if (desktop_.activate(target)) request_ = {target, now};
 }
 
