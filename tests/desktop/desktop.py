@@ -14,7 +14,7 @@ import subprocess
 import sys
 import tempfile
 
-from processes import LIMIT, Process, Timeout, run, wait_until
+from processes import LIMIT, Process, Timeout, WindowGone, run, wait_until
 from screen import Picture, Pixels
 
 HERE = os.path.dirname(os.path.abspath(__file__))
@@ -64,6 +64,17 @@ FOREIGN = re.compile(
 )
 
 
+USER_FOLDERS = {
+    "HOME": "home",
+    "XDG_CONFIG_HOME": "config",
+    "XDG_CACHE_HOME": "cache",
+    "XDG_DATA_HOME": "data",
+    "XDG_RUNTIME_DIR": "run",
+}
+
+DESKTOP_NAMES = "_NET_DESKTOP_NAMES"
+
+
 class Desktop:
     """A private desktop; a context manager.
 
@@ -79,6 +90,7 @@ class Desktop:
         self.size = size
         self._processes = []
         self._starts = 0
+        self.server = None
         self.window_manager = None
 
     def __enter__(self):
@@ -96,34 +108,68 @@ class Desktop:
 
     def _start(self):
         self.environment = {k: v for k, v in os.environ.items() if not FOREIGN.match(k)}
-        for variable, name in (
-            ("HOME", "home"),
-            ("XDG_CONFIG_HOME", "config"),
-            ("XDG_CACHE_HOME", "cache"),
-            ("XDG_DATA_HOME", "data"),
-            ("XDG_RUNTIME_DIR", "run"),
-        ):
-            path = self.path(name)
-            os.mkdir(path, mode=0o700)
-            self.environment[variable] = path
+        for variable, name in USER_FOLDERS.items():
+            self.environment[variable] = self.path(name)
         self.environment["LC_ALL"] = "C.UTF-8"
+        os.mkdir(self.path("bus"), mode=0o700)
+        self._make_folders()
         if "FONTCONFIG_FILE" not in self.environment:
             # The fonts of the machine would decide how things look.
             raise AssertionError("FONTCONFIG_FILE must name a set of tests/fonts, as ctest has it")
         self._start_server()
         self._start_bus()
+        self.window_manager = None
         if self._first_window_manager:
             self.start_window_manager(self._first_window_manager)
         if self._with_compositor:
             self._start_compositor()
+        self._lasting = list(self._processes)
+        self._first_names = self.root_property(DESKTOP_NAMES)
 
     def end(self):
         """Ends everything that was started here, last first."""
-        for process in reversed(self._processes):
+        self._end_processes(())
+        shutil.rmtree(self.directory, ignore_errors=True)
+
+    def _end_processes(self, lasting):
+        for process in [p for p in reversed(self._processes) if p not in lasting]:
             with contextlib.suppress(OSError):
                 process.end()
-        self._processes.clear()
-        shutil.rmtree(self.directory, ignore_errors=True)
+            self._processes.remove(process)
+
+    def tidy(self, lasting=()):
+        """Makes it as it was at first: ends what runs on it but the given processes,
+        forgets all files and goes to the first of as many desktops. Where it has lost
+        its server or has another window manager, it begins anew."""
+        self._end_processes([*self._lasting, *lasting])
+        if self._has_all_that_lasts():
+            if not lasting:
+                self._make_folders()
+            self._reset_desktops()
+        else:
+            self.end()
+            self.__enter__()
+
+    def _has_all_that_lasts(self):
+        if self.window_manager and self.window_manager not in self._lasting:
+            return False
+        return all(process.running for process in self._lasting)
+
+    def _reset_desktops(self):
+        self.run("xdotool", "mousemove", *(str(length // 2) for length in self.size))
+        if not self.window_manager:
+            return
+        if self.count != self._desktops:
+            self.set_count(self._desktops)
+        if self.current != 0:
+            self.go_to(0)
+        wait_until(lambda: (self.count, self.current) == (self._desktops, 0), "the first desktop")
+        if self.root_property(DESKTOP_NAMES) != self._first_names:
+            self.run("xprop", "-root", "-remove", DESKTOP_NAMES)
+            wait_until(
+                lambda: self.root_property(DESKTOP_NAMES) == self._first_names,
+                lambda: f"the desktops' first names; they are {self.root_property(DESKTOP_NAMES)}",
+            )
 
     def path(self, *names):
         return os.path.join(self.directory, *names)
@@ -140,6 +186,12 @@ class Desktop:
 
     def run(self, *arguments):
         return run(list(arguments), self.environment)
+
+    def _make_folders(self):
+        """The user's folders, empty."""
+        for name in USER_FOLDERS.values():
+            shutil.rmtree(self.path(name), ignore_errors=True)
+            os.mkdir(self.path(name), mode=0o700)
 
     def _start_server(self):
         os.mkdir(self.path("screen"))
@@ -171,7 +223,7 @@ class Desktop:
     def _start_bus(self):
         config = self.path("bus.conf")
         with open(config, "w", encoding="utf-8") as file:
-            file.write(BUS_CONFIG.format(socket=self.path("run", "bus")))
+            file.write(BUS_CONFIG.format(socket=self.path("bus", "socket")))
         bus = self.start(
             ["dbus-daemon", f"--config-file={config}", "--nofork", "--nopidfile",
              "--print-address=1"],
@@ -208,10 +260,7 @@ class Desktop:
         window = self.root_property("_NET_SUPPORTING_WM_CHECK")
         if not window:
             return False
-        try:
-            self.run("xprop", "-id", window.split()[-1], "_NET_WM_NAME")
-        except AssertionError:
-            return False
+        self.run("xprop", "-id", window.split()[-1], "_NET_WM_NAME")
         return self.count is not None and self.current is not None
 
     def kill_window_manager(self):
@@ -264,18 +313,18 @@ class Desktop:
     def picture(self):
         return Picture.read(self.path("screen", "Xvfb_screen0"))
 
-    def _window_tree(self):
-        # Fails where a window goes while it is asked about its children.
-        for _ in range(4):
-            with contextlib.suppress(AssertionError):
-                return self.run("xwininfo", "-root", "-tree")
-        return self.run("xwininfo", "-root", "-tree")
-
     def pixels(self):
         return Pixels(self.path("screen", "Xvfb_screen0"))
 
+    def clients(self):
+        """The windows that the window manager lists. Any may be gone again."""
+        identifiers = self.root_property("_NET_CLIENT_LIST") or ""
+        return [Window(self, match) for match in re.findall("0x[0-9a-f]+", identifiers)]
+
     def windows_of_class(self, name):
-        tree = self._window_tree()
+        """Of any depth. Any may be gone again."""
+        # Fails where a window goes while it is asked about its children.
+        tree = wait_until(lambda: self.run("xwininfo", "-root", "-tree"), "the windows")
         pattern = re.compile(r'^\s+(0x[0-9a-f]+) .*: \("([^"]*)" "([^"]*)"\)', re.MULTILINE)
         return [
             Window(self, match[1]) for match in pattern.finditer(tree) if name in match.groups()[1:]
@@ -292,7 +341,7 @@ class Window:
         None where there is none, or no window any more."""
         try:
             text = self._desktop.run("xprop", "-id", self.identifier, "-notype", name)
-        except AssertionError:
+        except WindowGone:
             return None
         value = _property_value(text)
         if value is not None and re.fullmatch(r'"(?:[^"\\]|\\.)*"', value):
@@ -304,7 +353,7 @@ class Window:
         return self.read("_NET_WM_NAME")
 
     def frame(self):
-        """x, y, width, height in pixels; origin at the top left."""
+        """x, y, width, height in pixels; origin at the top left. Raises WindowGone."""
         text = self._desktop.run("xwininfo", "-id", self.identifier)
         return tuple(
             int(re.search(rf"{label}:\s+(-?\d+)", text)[1])
@@ -315,7 +364,7 @@ class Window:
     def visible(self):
         try:
             return "IsViewable" in self._desktop.run("xwininfo", "-id", self.identifier)
-        except AssertionError:
+        except WindowGone:
             return False
 
 

@@ -8,7 +8,7 @@ import threading
 import time
 
 from desktop import Window
-from processes import Timeout, wait_until
+from processes import LIMIT, Timeout, wait_until
 from screen import Picture
 
 # Of the settings.
@@ -44,7 +44,8 @@ class Label(Window):
     @property
     def place(self):
         """The index of the desktop on which the window manager has it."""
-        return int(self.read("_NET_WM_DESKTOP"))
+        index = self.read("_NET_WM_DESKTOP")
+        return int(index) if index else None
 
     @property
     def states(self):
@@ -95,12 +96,11 @@ class Labels:
     def listed(self):
         """Of the windows that the window manager lists, the labels' desktops, with
         the names of those on each."""
-        identifiers = {int(label.identifier, 16) for label in self.all()}
+        listed = {int(window.identifier, 16) for window in self.desktop.clients()}
         places = {}
-        for line in self.desktop.run("wmctrl", "-l").splitlines():
-            identifier, index, _, name = line.split(maxsplit=3)
-            if int(identifier, 16) in identifiers:
-                places.setdefault(int(index), []).append(name)
+        for label in self.all():
+            if int(label.identifier, 16) in listed:
+                places.setdefault(label.place, []).append(label.name)
         return places
 
     def of(self, name):
@@ -118,7 +118,7 @@ class Labels:
     def opacities(self):
         return {label.name: round(label.opacity, 3) for label in self.all()}
 
-    def wait_for_opacities(self, opacities, limit=5.0):
+    def wait_for_opacities(self, opacities, limit=LIMIT):
         wait_until(
             lambda: close(self.opacities(), opacities),
             lambda: f"the opacities {opacities}; they are {self.opacities()}",

@@ -1,14 +1,16 @@
 """Starting and ending programs, and waiting for what they do."""
 
+import contextlib
 import ctypes
 import os
+import re
 import signal
 import subprocess
 import time
 
 # Long enough for a sanitizer build on a busy machine; a condition that holds is
 # noticed at once, so the limit costs nothing but in failures.
-LIMIT = 20.0
+LIMIT = 30.0
 POLL = 0.02
 
 
@@ -16,21 +18,38 @@ class Timeout(AssertionError):
     """Something that was waited for did not happen."""
 
 
+class WindowGone(AssertionError):
+    """A program asked about a window that is no more."""
+
+
+_NO_WINDOW = re.compile("Bad ?(Window|Drawable)|No such window|Can't (get|query) ")
+
+
 def wait_until(condition, what, limit=LIMIT):
-    """Waits until condition() is true and returns its value.
+    """Waits until condition() is true and returns its value. It is not true where
+    a window goes while the condition looks at it.
 
     `what` completes the sentence "waited N s for ..." of the failure; a
     function is called for it, so that it can tell what was there instead.
     """
     end = time.monotonic() + limit
     while True:
-        value = condition()
-        if value:
-            return value
+        with contextlib.suppress(WindowGone):
+            value = condition()
+            if value:
+                return value
         if time.monotonic() > end:
-            text = what() if callable(what) else what
-            raise Timeout(f"waited {limit:g} s for {text}")
+            raise Timeout(f"waited {limit:g} s for {_told(what)}")
         time.sleep(POLL)
+
+
+def _told(what):
+    if not callable(what):
+        return what
+    try:
+        return what()
+    except WindowGone as failure:
+        return f"what a window was to show: {failure}"
 
 
 _LIBC = ctypes.CDLL(None)
@@ -96,7 +115,8 @@ class Process:
 
 
 def run(arguments, environment, limit=LIMIT):
-    """Runs a program to its end; its standard output. Fails if it fails."""
+    """Runs a program to its end; its standard output. Fails if it fails: with
+    WindowGone where a window that it looked at went meanwhile."""
     result = subprocess.run(
         arguments,
         env=environment,
@@ -109,7 +129,6 @@ def run(arguments, environment, limit=LIMIT):
         errors="replace",
     )
     if result.returncode != 0:
-        raise AssertionError(
-            f"{' '.join(arguments)} ended with {result.returncode}: {result.stderr.strip()}"
-        )
+        kind = WindowGone if _NO_WINDOW.search(result.stderr) else AssertionError
+        raise kind(f"{' '.join(arguments)} ended with {result.returncode}: {result.stderr.strip()}")
     return result.stdout

@@ -24,8 +24,7 @@ class EndTest(DesktopTest):
                 status = program.process.wait()
                 self.assertGreater(status, 0, "a status of its own, not a signal")
                 self.assertEqual(len(program.lines_besides_tour()), 1, program.process.output())
-                self.desktop.end()
-                self.setUp()
+                self.desktop.tidy()
 
 
 class NoWindowManagerTest(DesktopTest):

@@ -4,13 +4,12 @@ import unittest
 
 from dropdown import Dropdown
 from processes import wait_until
-from vembrix import DesktopTest
+from vembrix import SharedRunTest
 
 
-class DropdownTest(DesktopTest):
+class DropdownTest(SharedRunTest):
     def setUp(self):
         super().setUp()
-        self.program = self.launch()
         self.menu = Dropdown(self.program)
 
     def names(self):

@@ -9,7 +9,7 @@ from preferences import Preferences
 from processes import wait_until
 from screen import distance, rgb
 from test_settings import WRONG_TYPES
-from vembrix import TOLERANCE, DesktopTest
+from vembrix import TOLERANCE, DesktopTest, SharedRunTest
 
 ALPINE = rgb(0.96, 0.965, 0.973)
 CORAL = rgb(0.1, 0.1, 0.11)
@@ -26,10 +26,15 @@ def read(path):
         return ""
 
 
-class PreferencesTest(DesktopTest):
+class PreferencesTest(SharedRunTest):
+    @classmethod
+    def launch(cls, environment=None):
+        # So that a test's tools are found before all others of their names.
+        path = f"{cls.desktop.path('tools')}:{os.environ['PATH']}"
+        return super().launch({"PATH": path, **(environment or {})})
+
     def setUp(self):
         super().setUp()
-        self.program = self.launch()
         self.preferences = Preferences(self.program)
 
     def wait_for(self, key, value):
@@ -167,14 +172,12 @@ class PreferencesTest(DesktopTest):
     def test_the_about_tab_opens_the_website(self):
         opened = self.desktop.path("opened")
         self.put_tool("xdg-open", f'echo "$1" > {opened}')
-        self.relaunch()
         self.preferences.open()
         self.press("About", 2, "space")
         wait_until(lambda: read(opened).startswith("https://"), "the website's address")
 
     def test_copies_the_log_and_the_command(self):
         self.put_tool("journalctl", 'echo "$@"; echo; echo second')
-        self.relaunch()
         self.preferences.open()
         self.press("Diagnostics", 0, "space")
         expected = "--identifier=Vembrix --since=-10min --output=short-iso\n\nsecond\n"
@@ -190,22 +193,19 @@ class PreferencesTest(DesktopTest):
             return None
 
     def put_tool(self, name, script):
-        """Puts a program before all others of that name."""
+        """Puts a program before all others of that name, until the test's end."""
         folder = self.desktop.path("tools")
         os.makedirs(folder, exist_ok=True)
         path = os.path.join(folder, name)
         with open(path, "w") as file:
             file.write(f"#!/bin/sh\n{script}\n")
         os.chmod(path, stat.S_IRWXU)
-
-    def relaunch(self):
-        self.program.end()
-        path = f"{self.desktop.path('tools')}:{os.environ['PATH']}"
-        self.program = self.launch({"PATH": path})
-        self.preferences = Preferences(self.program)
+        self.addCleanup(os.remove, path)
 
 
 class StoredPreferencesTest(DesktopTest):
+    desktops = 1
+
     def test_opens_with_the_defaults_where_every_type_is_wrong(self):
         self.defaults.write(WRONG_TYPES)
         program = self.launch()

@@ -34,7 +34,7 @@ def png_size(data):
 class PreviewTest(DesktopTest):
     def setUp(self):
         super().setUp()
-        self.directory = self.desktop.path("previews", "of", "today")
+        self.directory = self.desktop.path("home", "previews", "of", "today")
 
     def render(self, environment=None, directory=None):
         """Runs the program to its end; the lines that it wrote."""
@@ -80,7 +80,7 @@ class NoDisplayTest(PreviewTest):
     def test_two_runs_give_the_same_bytes(self):
         self.render(self.ALONE)
         first = self.files()
-        other = self.desktop.path("other")
+        other = self.desktop.path("home", "other")
         self.render(self.ALONE, directory=other)
         self.assertEqual(len(first), 19)
         self.assertTrue(first == self.files(other), "the bytes differ")

@@ -5,7 +5,7 @@ import unittest
 from desktop import Portal
 from processes import wait_until
 from screen import rgb
-from vembrix import BLACK, BLUE, HALVED_PINK, PINK, DesktopTest
+from vembrix import BLACK, BLUE, HALVED_PINK, PINK, DesktopTest, SharedRunTest
 
 FIXED_WIDTH = 140
 
@@ -31,21 +31,17 @@ WRONG_TYPES = {
 COLOR = '{"red":0.1,"green":0.3,"blue":0.2,"alpha":1}'
 
 
-class SettingsTest(DesktopTest):
-    def switch_there_and_back(self, program):
-        """Makes the program show its title anew."""
-        self.desktop.go_to(1)
-        program.wait_for_title("Desktop 2")
-        self.desktop.go_to(0)
-        program.wait_for_title("Desktop 1")
+def wait_for_width(program, width):
+    wait_until(
+        lambda: program.strip().frame()[2] == width,
+        lambda: f"a width of {width}; it is {program.strip().frame()[2]}",
+    )
 
-    def test_shows_the_name_of_a_space(self):
-        self.defaults.write({"SpaceNames": {"x11-desktop-2": "Mail"}})
-        program = self.launch()
-        program.wait_for_title("Desktop 1")
-        self.desktop.go_to(1)
-        program.wait_for_title("Mail")
-        program.wait_for_fill(BLUE)
+
+class StoredSettingsTest(DesktopTest):
+    """What the program finds when it starts."""
+
+    desktops = 1
 
     def test_an_empty_name_is_none(self):
         self.defaults.write({"SpaceNames": {"x11-desktop-1": ""}})
@@ -63,14 +59,6 @@ class SettingsTest(DesktopTest):
         program.wait_for_fill(PINK)
         program.wait_for_ink(BLACK, 40)
 
-    def test_color_mode_is_read_while_it_runs(self):
-        program = self.launch()
-        program.wait_for_fill(PINK)
-        self.defaults.update({"ColorMode": "colorForeground"})
-        self.switch_there_and_back(program)
-        program.wait_for_ink(HALVED_PINK, 24)
-        self.assertGreater(program.picture().nearest(PINK)[1], 24, "no fill is left")
-
     def test_icon_in_place_of_the_name(self):
         self.defaults.write({"ShowSpaceNameInMenuBar": False, "MenuBarWidthMode": "maxTitleLength"})
         program = self.launch()
@@ -78,39 +66,6 @@ class SettingsTest(DesktopTest):
         self.assertEqual(width, height)
         self.assertGreater(program.picture().nearest(PINK)[1], 24, "an icon has no fill")
         program.wait_for_ink(BLACK, 60)
-
-    def test_the_icon_comes_and_goes_while_it_runs(self):
-        program = self.launch()
-        named = program.strip().frame()[2]
-        self.defaults.update({"ShowSpaceNameInMenuBar": False})
-        self.desktop.go_to(1)
-        self.wait_for_width(program, program.strip().frame()[3])
-        self.defaults.update({"ShowSpaceNameInMenuBar": True})
-        self.desktop.go_to(0)
-        program.wait_for_title("Desktop 1")
-        self.wait_for_width(program, named)
-
-    def wait_for_width(self, program, width):
-        wait_until(
-            lambda: program.strip().frame()[2] == width,
-            lambda: f"a width of {width}; it is {program.strip().frame()[2]}",
-        )
-
-    def test_fixed_width_clips_a_long_name(self):
-        name = "A name that is far too long for any menu bar to show it whole"
-        self.defaults.write({"SpaceNames": {"x11-desktop-1": name}})
-        program = self.launch()
-        program.wait_for_title(name)
-        self.assertGreater(program.strip().frame()[2], FIXED_WIDTH)
-        self.defaults.update({"MenuBarWidthMode": "maxTitleLength"})
-        self.desktop.go_to(1)
-        program.wait_for_title("Desktop 2")
-        self.wait_for_width(program, FIXED_WIDTH)
-        self.desktop.go_to(0)
-        program.wait_for_title(name)
-        self.wait_for_width(program, FIXED_WIDTH)
-        x, _, width, _ = program.strip().frame()
-        self.assertEqual(x + width, self.desktop.size[0])
 
     def test_dark_from_the_start(self):
         Portal(self.desktop, Portal.DARK)
@@ -127,6 +82,54 @@ class SettingsTest(DesktopTest):
         program.wait_for_ink(PINK, 24)
         portal.set(Portal.LIGHT)
         program.wait_for_ink(HALVED_PINK, 24)
+
+
+class ChangedSettingsTest(SharedRunTest):
+    """What another program stores while this one runs."""
+
+    def switch_there_and_back(self):
+        """Makes the program show its title anew."""
+        self.desktop.go_to(1)
+        self.program.wait_for_title("Desktop 2")
+        self.desktop.go_to(0)
+
+    def test_color_mode_is_read_while_it_runs(self):
+        self.program.wait_for_fill(PINK)
+        self.defaults.update({"ColorMode": "colorForeground"})
+        self.switch_there_and_back()
+        self.program.wait_for_ink(HALVED_PINK, 24)
+        self.assertGreater(self.program.picture().nearest(PINK)[1], 24, "no fill is left")
+
+    def test_the_icon_comes_and_goes_while_it_runs(self):
+        named = self.program.strip().frame()[2]
+        self.defaults.update({"ShowSpaceNameInMenuBar": False})
+        self.desktop.go_to(1)
+        wait_for_width(self.program, self.program.strip().frame()[3])
+        self.defaults.update({"ShowSpaceNameInMenuBar": True})
+        self.desktop.go_to(0)
+        self.program.wait_for_title("Desktop 1")
+        wait_for_width(self.program, named)
+
+
+
+class StoredNamesTest(DesktopTest):
+    LONG = "A name that is far too long for any menu bar to show it whole"
+
+    def test_shows_names_as_far_as_there_is_room(self):
+        self.defaults.write({"SpaceNames": {"x11-desktop-1": self.LONG, "x11-desktop-2": "Mail"}})
+        program = self.launch()
+        program.wait_for_title(self.LONG)
+        self.assertGreater(program.strip().frame()[2], FIXED_WIDTH)
+        self.defaults.update({"MenuBarWidthMode": "maxTitleLength"})
+        self.desktop.go_to(1)
+        program.wait_for_title("Mail")
+        program.wait_for_fill(BLUE)
+        wait_for_width(program, FIXED_WIDTH)
+        self.desktop.go_to(0)
+        program.wait_for_title(self.LONG)
+        wait_for_width(program, FIXED_WIDTH)
+        x, _, width, _ = program.strip().frame()
+        self.assertEqual(x + width, self.desktop.size[0])
 
 
 class MalformedSettingsTest(DesktopTest):

@@ -2,15 +2,14 @@
 
 import unittest
 
-from vembrix import DesktopTest
+from vembrix import SharedRunTest
 
 ALL_DESKTOPS = str(0xFFFFFFFF)
 
 
-class StripTest(DesktopTest):
+class StripTest(SharedRunTest):
     def setUp(self):
         super().setUp()
-        self.program = self.launch()
         self.strip = self.program.strip()
 
     def test_says_what_it_is(self):

@@ -157,25 +157,88 @@ class Vembrix:
         return f"{state}; its output: {self.process.output()!r}"
 
 
+# Of the windows that are there as long as the program runs.
+LASTING_ROLES = ("status-item", "label", "tour-overlay")
+
+
 class DesktopTest(unittest.TestCase):
-    """A test with a desktop of its own."""
+    """A test on a private desktop, which those of a class share: each finds it as the
+    first did."""
 
     window_manager = "openbox"
     desktops = 4
     compositor = False
 
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = Desktop(cls.window_manager, cls.desktops, cls.compositor)
+        # Python 3.11's enterClassContext, also for earlier ones.
+        cls.desktop.__enter__()
+        cls.addClassCleanup(cls.desktop.end)
+
     def setUp(self):
-        self.desktop = Desktop(self.window_manager, self.desktops, self.compositor)
-        # Python 3.11's enterContext, also for earlier ones.
-        self.desktop.__enter__()
-        self.addCleanup(self.desktop.end)
+        self.desktop.tidy()
         self.defaults = Defaults(self.desktop)
 
-    def launch(self, environment=None):
+    @classmethod
+    def launch(cls, environment=None):
         """Starts the program and waits until its status item is there and, where
         there are desktops to tour, it has come to rest."""
-        program = Vembrix(self.desktop, environment)
+        program = Vembrix(cls.desktop, environment)
         program.wait_for_strip()
-        if self.window_manager and self.desktops > 1:
+        if cls.window_manager and cls.desktops > 1:
             program.wait_for_tour()
         return program
+
+
+class SharedRunTest(DesktopTest):
+    """Tests that also share one run of the program, since the tour takes seconds. Each
+    finds it on the first desktop, with the first settings and no window open."""
+
+    # The keys of settings that each test finds as the one before has left them.
+    kept_settings = ()
+
+    program = None
+
+    def setUp(self):
+        cls = type(self)
+        self.defaults = Defaults(self.desktop)
+        if self._may_go_on():
+            self.desktop.tidy(lasting=[cls.program.process])
+            self._rest()
+        else:
+            super().setUp()
+            cls.program = self.launch()
+            wait_until(lambda: "KnownSpaceUUIDs" in self.defaults.read(), "its first settings")
+            cls.first_settings = self.defaults.read()
+
+    def _may_go_on(self):
+        # It reads the names once.
+        runs = self.program and self.program.process.running
+        return runs and not self.defaults.read().get("SpaceNames")
+
+    def _rest(self):
+        wait_until(self._is_alone, "its windows to close")
+        stored = self.defaults.read()
+        kept = {key: stored[key] for key in self.kept_settings if key in stored}
+        if stored != {**self.first_settings, **kept}:
+            self.defaults.write({**self.first_settings, **kept})
+            # What it shows of them, it shows anew on the next desktop.
+            self.desktop.go_to(1)
+            self.program.wait_for_title("Desktop 2")
+            self.desktop.go_to(0)
+        self.program.wait_for_title("Desktop 1")
+
+    def _is_alone(self):
+        """Whether its menu and its other windows are closed; else they are told to."""
+        open_windows = [
+            window
+            for window in self.desktop.windows_of_class("vembrix")
+            if window.visible and window.read("WM_WINDOW_ROLE") not in LASTING_ROLES
+        ]
+        for window in open_windows:
+            if window.read("WM_WINDOW_ROLE") == "menu":
+                self.desktop.run("xdotool", "key", "Escape")
+            else:
+                self.desktop.run("wmctrl", "-i", "-c", window.identifier)
+        return not open_windows
