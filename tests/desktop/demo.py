@@ -257,10 +257,10 @@ class Demo:
         if picture is None:
             # What is to be seen is not the label of the desktop that one came to.
             self._wait_until_faded()
-            time.sleep(0.1)
+            picture = self._desktop.still_picture()
         self._pictures += 1
         path = os.path.join(self._folder, f"{self._pictures:02}-{what}.png")
-        (picture or self._desktop.picture()).save_png(path)
+        picture.save_png(path)
         print(path, flush=True)
 
 

@@ -313,6 +313,20 @@ class Desktop:
     def picture(self):
         return Picture.read(self.path("screen", "Xvfb_screen0"))
 
+    def still_picture(self):
+        """What is on the screen when that does not change any more."""
+        path = self.path("screen", "Xvfb_screen0")
+        last = None
+
+        def is_still():
+            nonlocal last
+            with open(path, "rb") as file:
+                before, last = last, file.read()
+            return last == before
+
+        wait_until(is_still, "a screen that stands still")
+        return self.picture()
+
     def pixels(self):
         return Pixels(self.path("screen", "Xvfb_screen0"))
 

@@ -194,11 +194,9 @@ class Stills:
         end(self._program)
 
     def _keep(self, path, size):
-        # What was drawn last may still be on its way to the screen.
-        time.sleep(0.3)
         width, height = (self.SCALE * length for length in size)
         left = self._desktop.size[0] - width
-        self._desktop.picture().crop(left, 0, width, height).save_png(path)
+        self._desktop.still_picture().crop(left, 0, width, height).save_png(path)
 
 
 def furnish(desktop, geometry, font_size):

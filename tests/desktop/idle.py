@@ -43,8 +43,6 @@ def measure(count, bare_program, seconds):
         wait_until(
             lambda: "[Vembrix] tour end" in program.log_lines(), "the end of the tour", TOUR_LIMIT
         )
-        # Its last swipe may still be under way.
-        time.sleep(1)
         visit_all(desktop, program, count)
         bare = desktop.start([bare_program])
         time.sleep(SETTLING)

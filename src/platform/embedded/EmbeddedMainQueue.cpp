@@ -35,7 +35,11 @@ std::shared_ptr<EmbeddedMainQueue::Entry> EmbeddedMainQueue::add(Duration delay,
 }
 
 Token EmbeddedMainQueue::tokenFor(const std::shared_ptr<Entry>& entry) {
-  return Token([entry] { entry->ended = true; });
+  return Token([entry] {
+    entry->ended = true;
+    // What the block holds goes with the token, unless the block runs just now.
+    if (entry->running == 0) entry->block = nullptr;
+  });
 }
 
 void EmbeddedMainQueue::advance(Duration duration) {
@@ -78,7 +82,12 @@ void EmbeddedMainQueue::run(const std::shared_ptr<Entry>& entry) {
     const std::lock_guard lock(mutex_);
     entries_.emplace(Key{dueOfRunning_ + missed + entry->interval, sequence_++}, entry);
   }
+  entry->running += 1;
   entry->block();
+  entry->running -= 1;
+  // A token may keep the entry for long.
+  const bool isOver = entry->ended || entry->interval == Duration::zero();
+  if (isOver && entry->running == 0) entry->block = nullptr;
 }
 
 std::optional<Duration> EmbeddedMainQueue::nextDue() const {

@@ -53,6 +53,7 @@ class EmbeddedMainQueue : public MainQueue {
     std::function<void()> block;
     Duration interval{};  // zero: once
     bool ended = false;
+    int running = 0;  // more than one where a block lets the queue run
   };
   /// Due time, then order of entry.
   using Key = std::pair<Duration, std::uint64_t>;

@@ -19,8 +19,6 @@ using testing::ElementsAre;
 
 class ApplicationConformance : public testing::Test {
  protected:
-  static constexpr std::chrono::seconds kPatience{10};
-
   void switchTo(Appearance appearance) {
     system_.setAppearance(appearance);
     EXPECT_TRUE(system_.runUntil([&] { return application_.effectiveAppearance() == appearance; },

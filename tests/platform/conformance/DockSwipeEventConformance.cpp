@@ -17,8 +17,6 @@ using std::chrono::milliseconds;
 
 class DockSwipeEventConformance : public testing::Test {
  protected:
-  static constexpr std::chrono::seconds kPatience{10};
-
   static void post(std::int64_t phase, double progress, double velocity) {
     const auto event = DockSwipeEvent::create();
     ASSERT_NE(event, nullptr);

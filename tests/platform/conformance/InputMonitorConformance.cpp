@@ -15,8 +15,6 @@ constexpr EventMask kPresses[] = {LeftMouseDown, RightMouseDown, OtherMouseDown,
 
 class InputMonitorConformance : public testing::Test {
  protected:
-  static constexpr std::chrono::seconds kPatience{10};
-
   InputMonitorConformance() { system_.showWindow("Editor", {600, 400}); }
 
   Token watch(std::uint64_t mask) {

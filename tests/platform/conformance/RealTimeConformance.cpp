@@ -15,7 +15,6 @@ namespace {
 using std::chrono::milliseconds;
 
 TEST(RealTimeConformance, BeatsThatWereMissedAreOne) {
-  constexpr std::chrono::seconds kPatience{10};
   MainQueue& queue = MainQueue::main();
   SystemUnderTest& system = SystemUnderTest::shared();
   int beats = 0;

@@ -21,8 +21,6 @@ bool contains(const Rect& outer, const Rect& inner) {
 
 class ScreensConformance : public testing::Test {
  protected:
-  static constexpr std::chrono::seconds kPatience{10};
-
   /// Whether the primary screen comes to have that size.
   bool runUntilSize(double width, double height) {
     const Rect frame{0, 0, width, height};

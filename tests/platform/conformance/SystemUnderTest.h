@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -13,6 +14,9 @@
 #include "platform/WindowServer.h"
 
 namespace vembrix {
+
+/// How long what has to happen may take on a busy machine. It is noticed at once.
+inline constexpr std::chrono::seconds kPatience{30};
 
 /// The platform that a conformance suite runs on, from the outside: what the
 /// user, the desktop and other programs do to it. One implementation per

@@ -24,8 +24,6 @@ class WindowServerConformance : public testing::Test {
  protected:
   using SpaceID = WindowServer::SpaceID;
 
-  static constexpr std::chrono::seconds kPatience{10};
-
   PropertyList answer() { return server_.CGSCopyManagedDisplaySpaces(connection_); }
   SpaceID active() { return server_.CGSGetActiveSpace(connection_); }
 

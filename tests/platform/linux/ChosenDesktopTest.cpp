@@ -121,7 +121,7 @@ TEST_F(ChosenDesktopTest, TheProgramEndsInOneLineWhenTheServerGoes) {
         Application::shared();
         runFor(std::chrono::milliseconds(20));
         display.server().kill();
-        runFor(std::chrono::seconds(10));
+        runFor(std::chrono::seconds(30));
       },
       testing::ExitedWithCode(EXIT_FAILURE), testing::Eq("[Vembrix] the X server went away\n"));
 }

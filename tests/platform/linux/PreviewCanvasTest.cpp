@@ -3,24 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QEvent>
 #include <QImage>
 #include <algorithm>
-#include <filesystem>
-#include <map>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "app/Launch.h"
 #include "menubar/SpaceRow.h"
 #include "platform/Application.h"
 #include "platform/embedded/EmbeddedDesktop.h"
 #include "platform/linux/NativeColor.h"
-#include "platform/linux/TemporaryDirectory.h"
 #include "platform/linux/TestSession.h"
-#include "platform/linux/ui/FormPage.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
 #include "ui/AppTheme.h"
@@ -254,57 +248,6 @@ TEST_F(PreviewCanvasTest, TheSameContentGivesTheSameBytes) {
   const auto second = PreviewCanvas::shared().draw(controller.buildContent());
   ASSERT_TRUE(first);
   EXPECT_EQ(first, second);
-}
-
-/// Counts the resizings of the pages and of what is on them: a page is laid out
-/// when it is resized, what is on it when the page is.
-class LayoutWatch : public QObject {
- public:
-  LayoutWatch() { qApp->installEventFilter(this); }
-
-  bool eventFilter(QObject* object, QEvent* event) override {
-    if (event->type() != QEvent::Resize) return false;
-    if (qobject_cast<FormPage*>(object)) {
-      pages_ += 1;
-    } else if (qobject_cast<FormPage*>(object->parent())) {
-      controls_[object] += 1;
-    }
-    return false;
-  }
-
-  int pages() const { return pages_; }
-  /// How often the control that was laid out most was.
-  int mostOfAControl() const {
-    int most = 0;
-    for (const auto& [control, count] : controls_) most = std::max(most, count);
-    return most;
-  }
-
- private:
-  int pages_ = 0;
-  std::map<const QObject*, int> controls_;
-};
-
-TEST_F(PreviewCanvasTest, EveryPictureOfTheSettingsLaysOutOnePageOnce) {
-  for (const AppTheme& theme : AppTheme::all()) {
-    PreferencesStore::shared().setThemeName(theme.name);
-    SettingsContent content = PreferencesWindowController::shared().buildContent();
-    const LayoutWatch watch;
-    EXPECT_TRUE(PreviewCanvas::shared().draw(std::move(content)));
-    EXPECT_EQ(watch.pages(), 1) << theme.name;
-    EXPECT_EQ(watch.mostOfAControl(), 1) << theme.name;
-  }
-}
-
-TEST_F(PreviewCanvasTest, AWholeRunLaysOutAsManyPagesAsThereArePicturesOfTheSettings) {
-  const TemporaryDirectory directory;
-  const std::string path = directory.path();
-  const std::vector<const char*> arguments = {"vembrix", "--render-theme-previews", path.c_str()};
-  const LayoutWatch watch;
-  testing::internal::CaptureStdout();
-  EXPECT_EQ(runVembrix(arguments), 0);
-  testing::internal::GetCapturedStdout();
-  EXPECT_EQ(watch.pages(), 12);
 }
 
 }  // namespace

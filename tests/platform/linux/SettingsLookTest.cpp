@@ -15,8 +15,11 @@
 #include <QStyleOptionComboBox>
 #include <QTabBar>
 #include <QTextLayout>
+#include <array>
 #include <cmath>
 #include <memory>
+#include <ostream>
+#include <string>
 #include <tuple>
 
 #include "platform/Application.h"
@@ -31,11 +34,25 @@
 #include "ui/SettingsTabs.h"
 
 namespace vembrix {
+
+static void PrintTo(Appearance appearance, std::ostream* out) {
+  *out << (appearance == Appearance::Dark ? "dark" : "light");
+}
+
 namespace {
 
 using Case = std::tuple<std::size_t, int, Appearance>;
 
 constexpr double kTitleBarHeight = 28;
+
+/// "PaperColorsDark"
+std::string nameOf(const Case& which) {
+  static constexpr std::array<const char*, 6> kTabs{"Label", "Colors",      "MenuBar",
+                                                    "Theme", "Diagnostics", "About"};
+  const auto& [theme, tab, appearance] = which;
+  return AppTheme::all()[theme].name + kTabs.at(static_cast<std::size_t>(tab)) +
+         (appearance == Appearance::Dark ? "Dark" : "Light");
+}
 
 /// Every theme with every tab, as the user meets them. With the environment
 /// variable VEMBRIX_PICTURES set to a folder, pictures of all of them are left
@@ -63,11 +80,6 @@ class SettingsLookTest : public testing::TestWithParam<Case> {
   static int tab() { return std::get<1>(GetParam()); }
   static Appearance appearance() { return std::get<2>(GetParam()); }
 
-  static std::string nameOfCase() {
-    return theme().name + "-" + std::to_string(tab()) +
-           (appearance() == Appearance::Dark ? "-dark" : "-light");
-  }
-
   /// The texts and controls that are shown.
   std::vector<QWidget*> shown() {
     std::vector<QWidget*> shown;
@@ -84,7 +96,7 @@ class SettingsLookTest : public testing::TestWithParam<Case> {
     return {widget.mapTo(view_.get(), QPoint()), widget.size()};
   }
 
-  static std::string nameOf(const QWidget& widget) {
+  static std::string textOf(const QWidget& widget) {
     const auto* label = qobject_cast<const QLabel*>(&widget);
     return (label ? label->text() : widget.accessibleName()).toStdString();
   }
@@ -100,7 +112,7 @@ class SettingsLookTest : public testing::TestWithParam<Case> {
 
   /// Measured by what draws the text, and not by the widget itself.
   static void expectRoomForText(const QWidget& widget) {
-    QString text = QString::fromStdString(nameOf(widget));
+    QString text = QString::fromStdString(textOf(widget));
     QSizeF room = widget.size();
     bool mayWrap = false;
     if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
@@ -141,7 +153,7 @@ TEST_P(SettingsLookTest, NothingOverlaps) {
       const bool areOfOnePage = widgets[i]->parentWidget() == widgets[j]->parentWidget();
       if (!areOfOnePage) continue;
       EXPECT_FALSE(placeOf(*widgets[i]).intersects(placeOf(*widgets[j])))
-          << nameOf(*widgets[i]) << " / " << nameOf(*widgets[j]);
+          << textOf(*widgets[i]) << " / " << textOf(*widgets[j]);
     }
   }
 }
@@ -153,12 +165,12 @@ TEST_P(SettingsLookTest, NothingIsCutOff) {
     const QSize needed = widget->hasHeightForWidth()
                              ? QSize(0, widget->heightForWidth(widget->width()))
                              : widget->sizeHint();
-    EXPECT_GE(widget->height(), needed.height()) << nameOf(*widget);
+    EXPECT_GE(widget->height(), needed.height()) << textOf(*widget);
     if (!mayBeCutOff) {
-      EXPECT_GE(widget->width(), needed.width()) << nameOf(*widget);
+      EXPECT_GE(widget->width(), needed.width()) << textOf(*widget);
     }
     const QRect page(QPoint(), widget->parentWidget()->size());
-    EXPECT_TRUE(page.contains(widget->geometry())) << nameOf(*widget);
+    EXPECT_TRUE(page.contains(widget->geometry())) << textOf(*widget);
     expectRoomForText(*widget);
   }
 }
@@ -166,7 +178,7 @@ TEST_P(SettingsLookTest, NothingIsCutOff) {
 TEST_P(SettingsLookTest, OnlyManyDesktopsScroll) {
   for (const QScrollArea* area : view_->findChildren<QScrollArea*>()) {
     if (!area->isVisible()) continue;
-    EXPECT_EQ(area->verticalScrollBar()->isVisible(), tab() == 1) << nameOfCase();
+    EXPECT_EQ(area->verticalScrollBar()->isVisible(), tab() == 1);
     EXPECT_FALSE(area->horizontalScrollBar()->isVisible());
   }
 }
@@ -182,7 +194,7 @@ TEST_P(SettingsLookTest, IsDrawnAtEveryScale) {
     EXPECT_NE(image.pixel(image.width() - 1, image.height() - 1), QColor(Qt::magenta).rgb());
     if (folder.isEmpty()) continue;
     const QString name = QStringLiteral("%1-%2@%3.png")
-                             .arg(nameOfCase().c_str(), TestSession::fonts().c_str())
+                             .arg(nameOf(GetParam()).c_str(), TestSession::fonts().c_str())
                              .arg(scale);
     EXPECT_TRUE(image.save(QDir(folder).filePath(name)));
   }
@@ -190,7 +202,8 @@ TEST_P(SettingsLookTest, IsDrawnAtEveryScale) {
 
 INSTANTIATE_TEST_SUITE_P(AllThemes, SettingsLookTest,
                          testing::Combine(testing::Range<std::size_t>(0, 7), testing::Range(0, 6),
-                                          testing::Values(Appearance::Light, Appearance::Dark)));
+                                          testing::Values(Appearance::Light, Appearance::Dark)),
+                         [](const auto& info) { return nameOf(info.param); });
 
 }  // namespace
 }  // namespace vembrix

@@ -21,15 +21,6 @@ using std::chrono::milliseconds;
 /// The shadow is around the panel.
 constexpr int kShadow = 24;
 
-class PaintCounter : public QObject {
- public:
-  bool eventFilter(QObject* /*object*/, QEvent* event) override {
-    if (event->type() == QEvent::Paint) count += 1;
-    return false;
-  }
-  int count = 0;
-};
-
 class SignWindowTest : public testing::Test {
  protected:
   SignWindowTest() { TestSession::useNoScreen(); }
@@ -124,23 +115,14 @@ TEST_F(SignWindowTest, TheWindowIsNamedAfterTheText) {
   EXPECT_EQ(widget_->windowHandle()->title(), "Büro [*]");
 }
 
-TEST_F(SignWindowTest, WhatIsSetAlreadyPaintsNothing) {
+TEST_F(SignWindowTest, WhatIsSetAlreadyChangesNothing) {
   make();
   window_->view().setText("Mail");
-  window_->orderFront();
-  ASSERT_TRUE(runUntil([&] { return widget_->isVisible(); }));
-  runFor(milliseconds(100));
-  PaintCounter counter;
-  widget_->installEventFilter(&counter);
+  const QImage before = picture();
   window_->view().setText("Mail");
   window_->view().setFont({.weight = Font::Weight::Heavy, .size = 60});
   window_->setFrame(window_->frame());
-  window_->setAlphaValue(0.5);
-  runFor(milliseconds(100));
-  EXPECT_EQ(counter.count, 0);
-  window_->view().setNeedsDisplay();
-  runFor(milliseconds(100));
-  EXPECT_EQ(counter.count, 1);
+  EXPECT_EQ(picture(), before);
 }
 
 TEST_F(SignWindowTest, IsShownAfterTheEvent) {
@@ -192,7 +174,7 @@ TEST_F(TourOverlayTest, FadesOutWhenTheOverlayIsGoneAlready) {
   overlay_.reset();
   runFor(milliseconds(20));
   EXPECT_EQ(windowsOfRole("tour-overlay").size(), 1U);
-  EXPECT_TRUE(runUntil([&] { return windowsOfRole("tour-overlay").empty(); }, milliseconds(2000)));
+  EXPECT_TRUE(runUntil([&] { return windowsOfRole("tour-overlay").empty(); }));
 }
 
 TEST_F(TourOverlayTest, GoesAtOnceWhenItWasNotHidden) {
@@ -204,7 +186,7 @@ TEST_F(TourOverlayTest, GoesAtOnceWhenItWasNotHidden) {
 TEST_F(TourOverlayTest, HiddenBeforeItHasFadedInItGoesTheSameWay) {
   overlay_->show(milliseconds(200));
   overlay_->hide(milliseconds(100));
-  EXPECT_TRUE(runUntil([&] { return windowsOfRole("tour-overlay").empty(); }, milliseconds(2000)));
+  EXPECT_TRUE(runUntil([&] { return windowsOfRole("tour-overlay").empty(); }));
 }
 
 }  // namespace

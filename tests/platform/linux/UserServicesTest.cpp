@@ -134,13 +134,13 @@ TEST_F(UserServicesTest, WorkThatWaitsKeepsNoOtherFromItsThread) {
 }
 
 TEST_F(UserServicesTest, TheMainQueueRunsWhileALargeLogIsRead) {
-  putTool("journalctl", "/usr/bin/head -c 52428800 /dev/zero");
-  using Clock = std::chrono::steady_clock;
-  auto last = Clock::now();
-  Clock::duration longest{};
+  // The tool ends only when the main queue has run beside it.
+  const std::filesystem::path beats = tools_.path() / "beats";
+  putTool("journalctl", "/usr/bin/head -c 52428800 /dev/zero; until [ -e " + beats.string() +
+                            " ]; do /bin/sleep 0.01; done");
+  int count = 0;
   const TimerSource beat = MainQueue::main().repeat(milliseconds(5), milliseconds(5), [&] {
-    longest = std::max(longest, Clock::now() - last);
-    last = Clock::now();
+    if (++count == 10) std::ofstream(beats) << count;
   });
   bool isDone = false;
   runInBackground([] { return LogTool::shared().run(); },
@@ -148,8 +148,7 @@ TEST_F(UserServicesTest, TheMainQueueRunsWhileALargeLogIsRead) {
                     EXPECT_EQ(std::get<LogTool::Output>(result).bytes.size(), 52428800U);
                     isDone = true;
                   });
-  ASSERT_TRUE(runUntil([&] { return isDone; }));
-  EXPECT_LT(longest, milliseconds(50));
+  EXPECT_TRUE(runUntil([&] { return isDone; }));
 }
 
 }  // namespace

@@ -20,7 +20,8 @@ struct Free {
 template <typename T>
 using Reply = std::unique_ptr<T, Free>;
 
-constexpr std::chrono::milliseconds kPatience{5000};
+// Of a busy machine; what happens is noticed at once.
+constexpr std::chrono::milliseconds kPatience{30000};
 
 }  // namespace
 
@@ -56,7 +57,7 @@ bool X11Client::waitUntil(const std::function<bool()>& condition, std::chrono::m
 
 bool X11Client::demand(std::string_view property, std::uint32_t value) {
   // A window manager that is still starting may miss what it is told.
-  constexpr int kAttempts = 50;
+  constexpr int kAttempts = 300;
   for (int i = 0; i < kAttempts; ++i) {
     tellWindowManager(property, value);
     const auto isSo = [&] {
@@ -184,14 +185,22 @@ bool X11Client::showWindow(const std::string& windowClass, std::uint16_t width,
   xcb_icccm_size_hints_set_position(&hints, 1, 0, 0);
   xcb_icccm_size_hints_set_min_size(&hints, width, height);
   xcb_icccm_set_wm_normal_hints(xcb, window, &hints);
-  xcb_map_window(xcb, window);
-  xcb_flush(xcb);
-  return waitUntil(
-      [&] {
-        return cardinals(root(), "_NET_ACTIVE_WINDOW") == std::vector<std::uint32_t>{window} &&
-               geometry(window) == Geometry{0, 0, width, height};
-      },
-      kPatience);
+  const auto isShown = [&] {
+    return cardinals(root(), "_NET_ACTIVE_WINDOW") == std::vector<std::uint32_t>{window} &&
+           geometry(window) == Geometry{0, 0, width, height};
+  };
+  // A window manager that is still starting may lose a window's focus to its own start.
+  constexpr int kAttempts = 30;
+  for (int i = 0; i < kAttempts; ++i) {
+    if (i > 0) {
+      xcb_ewmh_request_change_active_window(
+          &ewmh_, screen_, window, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER, XCB_CURRENT_TIME, XCB_NONE);
+    }
+    xcb_map_window(xcb, window);
+    xcb_flush(xcb);
+    if (waitUntil(isShown, kPatience / kAttempts)) return true;
+  }
+  return false;
 }
 
 void X11Client::fake(std::uint8_t type, std::uint8_t detail, std::int16_t x, std::int16_t y) {

@@ -22,7 +22,7 @@ class X11Client {
   X11Client(const X11Client&) = delete;
   X11Client& operator=(const X11Client&) = delete;
 
-  // Each waits until it is so, at most a few seconds; whether it came to be.
+  // Each waits until it is so, at most as long as a busy machine may need; whether it came to be.
 
   bool waitForWindowManager();
   /// Through the window manager, but none (which no window manager accepts).
