@@ -6,11 +6,12 @@ import os
 import re
 import signal
 import subprocess
+import sys
 import time
 
 # Long enough for a sanitizer build on a busy machine; a condition that holds is
 # noticed at once, so the limit costs nothing but in failures.
-LIMIT = 30.0
+LIMIT = 30.0 * float(os.environ.get("VEMBRIX_TEST_SLOWNESS", "1"))
 POLL = 0.02
 
 
@@ -104,14 +105,21 @@ class Process:
         """Ends the program, kindly at first. The exit status."""
         self.send(signal.SIGTERM)
         try:
-            status = self.popen.wait(5)
+            status = self.popen.wait(LIMIT)
         except subprocess.TimeoutExpired:
             self.send(signal.SIGKILL)
             status = self.popen.wait()
         for stream in (self.popen.stdin, self.popen.stdout):
             if stream:
                 stream.close()
+        self._show_sanitizer_reports()
         return status
+
+    def _show_sanitizer_reports(self):
+        """Where ctest looks for them: many a test ends a program without asking how it ended."""
+        output = self.output()
+        if re.search("Sanitizer: |: runtime error: ", output):
+            print(f"{self.name} wrote:\n{output}", file=sys.stderr)
 
 
 def run(arguments, environment, limit=LIMIT):
