@@ -28,6 +28,7 @@ need() {
     local -n packages="packages_$list"
     wanted+=("${packages[@]}")
   done
+  [[ ${CXX:-} != clang* ]] || wanted+=("${packages_clang[@]}")
   if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
     say "not a Debian system: these packages' counterparts must be there: ${wanted[*]}"
     return

@@ -19,6 +19,21 @@ packages_build=(
   fonts-inter
 )
 
+# The product's tests on the desktop in the process.
+packages_embedded=(
+  cmake
+  g++
+  googletest
+  libgmock-dev
+  libgtest-dev
+  ninja-build
+)
+
+# In g++'s place, where CXX asks for it; the library is still that of g++.
+packages_clang=(
+  clang
+)
+
 # To ask whether a display answers.
 packages_display=(
   x11-utils
