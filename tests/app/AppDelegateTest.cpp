@@ -100,6 +100,24 @@ TEST_F(AppDelegateTest, SpacesPutIntoAnotherOrderInMissionControlAreNoticedWhenI
   EXPECT_EQ(RecordingStatusItem::current()->title(), " Desktop 2 ");
 }
 
+TEST_F(AppDelegateTest, TheTourStarts1500msAfterTheEndOfLaunching) {
+  EmbeddedMainQueue& queue = EmbeddedMainQueue::shared();
+  queue.advance(std::chrono::seconds(10));
+  int starts = 0;
+  const Observation tour = NotificationCenter::defaultCenter().addObserver(
+      SpaceManager::tourWillStart, [&] { starts += 1; });
+  // Launching takes a second, which passes in the middle of it.
+  const Observation list = NotificationCenter::defaultCenter().addObserver(
+      SpaceManager::didChange, [&] { queue.sleep(std::chrono::seconds(1)); });
+  delegate_.applicationDidFinishLaunching();
+  queue.advance(std::chrono::milliseconds(1499));
+  EXPECT_EQ(starts, 0);
+  queue.advance(std::chrono::milliseconds(1));
+  EXPECT_EQ(starts, 1);
+  queue.advance(std::chrono::minutes(1));
+  EXPECT_EQ(starts, 1);
+}
+
 TEST_F(AppDelegateTest, TheUserIsAskedForAccessibilityOnceAndLaunchGoesOn) {
   desktop_.setTrusted(false);
   delegate_.applicationDidFinishLaunching();

@@ -78,9 +78,10 @@ TEST_F(LegacyDefaultsTest, WithoutALegacyDomainOnlyTheFlagIsSet) {
 }
 
 TEST_F(LegacyDefaultsTest, AnEmptyLegacyDomainIsCountedAsNothing) {
-  setLegacy({});
+  defaults_.overrideKeyList(PropertyList::Array{});
   migrateLegacyDefaultsIfNeeded();
   EXPECT_TRUE(migrated());
+  EXPECT_THAT(log(), ElementsAre("[Vembrix] migrated 0 settings from legacy domain"));
 }
 
 TEST_F(LegacyDefaultsTest, AKeyListOfAnotherTypeCopiesNothing) {

@@ -372,6 +372,15 @@ TEST_F(SignVisibilityTest, TheTargetOfASwipeMayVanish) {
   EXPECT_EQ(labelCount(), 1U);
 }
 
+TEST_F(SignVisibilityTest, ASwipeDuringAShowMakesTheLabelOfTheNeighbor) {
+  begin();
+  controller_->showAll();
+  advance(100);
+  controller_->handleSwipeBegan(true);
+  ASSERT_TRUE(hasLabel(space(1)));
+  EXPECT_EQ(alpha(1), 0.78);
+}
+
 TEST_F(SignVisibilityTest, ASwipeInMissionControlLastsUntilTheNextTick) {
   beginWithAllLabels();
   setMissionControl(true);
@@ -424,6 +433,16 @@ TEST_F(SignVisibilityTest, ALabelWavedAwayStaysAwayUntilTheNextActivation) {
   EXPECT_EQ(alpha(0), 0);
   goTo(1);
   EXPECT_EQ(alpha(0), 0.78) << "an activation forgets what was waved away";
+}
+
+TEST_F(SignVisibilityTest, AfterAnActivationPrimingKnowsNothingOfWhatWasWavedAway) {
+  beginWithAllLabels();
+  label(0).setAlphaValue(0.9);
+  touchLabels();
+  goTo(1);
+  label(0).setAlphaValue(0.2);
+  desktop_.wake();
+  EXPECT_EQ(alpha(0), 0.78);
 }
 
 /// Between a new list of Spaces and the news of the new active one, the label waved away
@@ -537,6 +556,14 @@ TEST_F(SignVisibilityTest, WithSwipeModeOffMissionControlShowsNoLabels) {
   store_.setShowSignInSwipeMode(false);
   setMissionControl(true);
   EXPECT_THAT(alphas(), Each(0));
+}
+
+TEST_F(SignVisibilityTest, MissionControlShowsTheLabelsBeforeAShowHasRaisedThem) {
+  beginWithAllLabels();
+  controller_->showAll();
+  advance(100);
+  setMissionControl(true);
+  EXPECT_THAT(alphas(), all(0, 1));
 }
 
 TEST_F(SignVisibilityTest, AShowGoesOnAfterMissionControl) {

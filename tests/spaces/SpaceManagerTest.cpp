@@ -173,6 +173,15 @@ TEST_F(SpaceManagerTest, ReloadingAnUnchangedSystemPostsNothingButStillRewritesT
                                    "embedded-space-3", "embedded-space-4"}));
 }
 
+TEST_F(SpaceManagerTest, TheKnownUUIDsAreWrittenAtEveryReloadThoughNothingChanged) {
+  manager_.reload();
+  const int writes = defaults_.writeCount();
+  manager_.reload();
+  EXPECT_EQ(defaults_.writeCount(), writes + 1);
+  manager_.reload();
+  EXPECT_EQ(defaults_.writeCount(), writes + 2);
+}
+
 TEST_F(SpaceManagerTest, KnownUUIDsOutliveTheirSpaces) {
   manager_.reload();
   desktop_.removeSpace(desktop_.spaceAt(3));

@@ -160,6 +160,22 @@ TEST_F(SpaceSwitchingTest, WithoutThePermissionTheSwitchIsDirectAlsoFromAFullScr
               ElementsAre("[Vembrix] direct-switching to space 3 (no Accessibility)"));
 }
 
+TEST_F(SpaceSwitchingTest, TheDirectSwitchNamesTheDisplayThatHoldsTheSpace) {
+  desktop_.addDisplay({.identifier = "Second", .frame = {1440, 0, 1920, 1080}});
+  const auto target = desktop_.addSpace("Second");
+  desktop_.activate(desktop_.spaceIDs().at(4));
+  desktop_.setTrusted(false);
+  manager_.switchToSpace(space(5));
+  EXPECT_EQ(desktop_.activeSpace(), target);
+  EXPECT_EQ(manager_.activeSpaceID(), target);
+}
+
+TEST_F(SpaceSwitchingTest, ClickingTheActiveSpaceSwitchesNothingWithoutThePermissionEither) {
+  desktop_.setTrusted(false);
+  manager_.switchToSpace(space(0));
+  EXPECT_THAT(EmbeddedLog::shared().lines(), IsEmpty());
+}
+
 TEST_F(SpaceSwitchingTest, TheDirectSwitchIgnoresSpacesThatAreGone) {
   const SpaceInfo last = space(3);
   desktop_.setSpaceCount(3);
@@ -196,6 +212,23 @@ TEST_F(SpaceSwitchingTest, TwoQuickSwitchesInterleave) {
   queue_.advance(milliseconds(3000));
   EXPECT_THAT(recorder_.begins(), ElementsAre(0, 100, 220));
   EXPECT_THAT(recorder_.directions(), ElementsAre(1, 1, 1));
+}
+
+TEST_F(SpaceSwitchingTest, AnEventThatCannotBeMadeIsSkippedAndTheSwipeGoesOn) {
+  desktop_.refuseSwipeEvents(1);
+  instantDockSwipe(ISSDirection::Right);
+  ASSERT_EQ(recorder_.events().size(), 2U);
+  EXPECT_EQ(recorder_.events()[0].phase, dockswipe::Change);
+  EXPECT_EQ(recorder_.events()[1].phase, dockswipe::End);
+}
+
+TEST_F(SpaceSwitchingTest, AnAnimatedSwipeWithoutItsFirstEventHasTheOthersAtTheirTimes) {
+  desktop_.refuseSwipeEvents(1);
+  animatedDockSwipe(ISSDirection::Right);
+  queue_.advance(milliseconds(500));
+  std::vector<std::int64_t> times;
+  for (const SwipeRecorder::Event& event : recorder_.events()) times.push_back(event.milliseconds);
+  EXPECT_THAT(times, ElementsAre(18, 36, 54, 72, 90, 108, 126, 144, 162));
 }
 
 TEST_F(SpaceSwitchingTest, SwitchingAcrossALostSwipeStopsShort) {

@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <optional>
+
 #include "platform/embedded/EmbeddedDesktop.h"
 #include "platform/embedded/EmbeddedLog.h"
 #include "platform/embedded/EmbeddedMainQueue.h"
@@ -183,6 +185,43 @@ TEST_F(SpaceTourTest, WithoutThePermissionEveryStepTimesOut) {
                   "[Vembrix] tour step 1 timed out after retry, skipping",
                   "[Vembrix] tour step 2 retrying swipe",
                   "[Vembrix] tour step 2 timed out after retry, skipping", "[Vembrix] tour end"));
+}
+
+TEST_F(SpaceTourTest, TheStartIsToldBeforeTheFirstSwipe) {
+  std::optional<std::size_t> eventsAtStart;
+  const Observation observation = NotificationCenter::defaultCenter().addObserver(
+      SpaceManager::tourWillStart, [&] { eventsAtStart = recorder_.events().size(); });
+  startTour(2, 0);
+  EXPECT_EQ(eventsAtStart, 0U);
+  EXPECT_EQ(recorder_.events().size(), 1U);
+}
+
+TEST_F(SpaceTourTest, TheEndIsLoggedThenToldAndThenTheCompletionRuns) {
+  std::vector<std::string> logAtPost;
+  const Observation observation =
+      NotificationCenter::defaultCenter().addObserver(SpaceManager::tourDidEnd, [&] {
+        logAtPost = log();
+        EXPECT_EQ(completions_, 0);
+      });
+  startTour(2, 0);
+  queue_.advance(seconds(10));
+  EXPECT_THAT(logAtPost, ElementsAre("[Vembrix] tour start: 2 steps", "[Vembrix] tour end"));
+  EXPECT_EQ(completions_, 1);
+}
+
+/// The step of the first tour that is retried has the number of the second one's, whose
+/// own time-out then finds it retried.
+TEST_F(SpaceTourTest, AStepThatAnOverlappingTourRetriedIsLeftWhenItsOwnTimeIsUp) {
+  desktop_.loseSwipes(100);
+  startTour(2, 0);
+  queue_.advance(milliseconds(500));
+  manager_.performAutoTour({});
+  queue_.advance(milliseconds(1200));
+  EXPECT_THAT(log(), ElementsAre("[Vembrix] tour start: 2 steps", "[Vembrix] tour start: 2 steps",
+                                 "[Vembrix] tour step 1 retrying swipe",
+                                 "[Vembrix] tour step 1 timed out, advancing"));
+  EXPECT_THAT(recorder_.begins(), ElementsAre(0, 500, 1200, 1700));
+  EXPECT_THAT(recorder_.directions(), ElementsAre(1, 1, 1, -1));
 }
 
 TEST_F(SpaceTourTest, ItCanBeTakenAgain) {

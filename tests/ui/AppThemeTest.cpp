@@ -113,14 +113,23 @@ TEST(AppThemeTest, RadiiFontsAndNavigationAreThoseOfTheTable) {
 }
 
 TEST(AppThemeTest, TheBlurbsAreOneSentenceEach) {
-  EXPECT_EQ(themeNamed("Stock").blurb, "The standard macOS controls, exactly as before.");
-  EXPECT_EQ(themeNamed("Alpine").blurb,
-            "Airy and calm, after Things 3 \u2014 soft off-white, a single quiet blue, room to "
-            "breathe.");
-  EXPECT_EQ(themeNamed("Frost").blurb,
-            "Frosted glass, after Fantastical and the new macOS settings \u2014 translucent "
-            "panels, red accent.");
-  for (const AppTheme& theme : AppTheme::all()) EXPECT_TRUE(theme.blurb.ends_with('.'));
+  std::vector<std::string> blurbs;
+  for (const AppTheme& theme : AppTheme::all()) blurbs.push_back(theme.blurb);
+  EXPECT_THAT(
+      blurbs,
+      ElementsAre("The standard macOS controls, exactly as before.",
+                  "Airy and calm, after Things 3 \u2014 soft off-white, a single quiet blue, room "
+                  "to breathe.",
+                  "Dark launcher energy, after Raycast \u2014 near-black panel, coral highlights, "
+                  "rounded cards.",
+                  "Stark and typographic, after iA Writer \u2014 pure white, monospaced type, one "
+                  "electric blue.",
+                  "Precise and engineered, after Linear \u2014 ink black, indigo accent, hairline "
+                  "card borders.",
+                  "Playful and warm, after Arc \u2014 a lavender-to-peach wash with big friendly "
+                  "corners.",
+                  "Frosted glass, after Fantastical and the new macOS settings \u2014 translucent "
+                  "panels, red accent."));
 }
 
 }  // namespace

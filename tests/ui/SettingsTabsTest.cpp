@@ -25,15 +25,13 @@ std::vector<std::string> outline(const SettingsForm& form) {
     std::string operator()(const Slider&) const { return "slider"; }
     std::string operator()(const Checkbox& box) const { return "checkbox " + box.title; }
     std::string operator()(const Popup&) const { return "popup"; }
-    std::string operator()(const WrappingLabel& label) const {
-      return "note " + label.text.substr(0, 12);
-    }
+    std::string operator()(const WrappingLabel& label) const { return "note " + label.text; }
     std::string operator()(const Header& header) const { return "header " + header.text; }
     std::string operator()(const ColorGrid&) const { return "grid"; }
     std::string operator()(const PushButton& button) const { return "button " + button.title; }
     std::string operator()(const SelectableText& text) const { return "text " + text.text; }
-    std::string operator()(const CommandField&) const { return "command"; }
-    std::string operator()(const StatusLabel&) const { return "status"; }
+    std::string operator()(const CommandField& field) const { return "command " + field.text; }
+    std::string operator()(const StatusLabel& label) const { return "status " + label.text; }
   };
   std::vector<std::string> lines;
   for (const FormRow& row : form.rows) {
@@ -77,24 +75,38 @@ TEST_F(SettingsTabsTest, ThereAreSixTabsInTheirOrder) {
 }
 
 TEST_F(SettingsTabsTest, EveryPageHasItsRowsInTheirOrder) {
-  EXPECT_THAT(outline(open("Label").tab().form),
-              ElementsAre("Label Text Size: slider", "Swipe Opacity: slider",
-                          "checkbox Show desktop label during swipe transitions",
-                          "checkbox Show desktop label after selection", "header Heat Map",
-                          "checkbox Warm-tint labels by how recently you used each desktop",
-                          "Heat Colors: popup", "note The desktop "));
+  EXPECT_THAT(
+      outline(open("Label").tab().form),
+      ElementsAre("Label Text Size: slider", "Swipe Opacity: slider",
+                  "checkbox Show desktop label during swipe transitions",
+                  "checkbox Show desktop label after selection", "header Heat Map",
+                  "checkbox Warm-tint labels by how recently you used each desktop",
+                  "Heat Colors: popup",
+                  "note The desktop you last clicked or typed on glows hottest, so Mission "
+                  "Control shows you at a glance where you came from. Swiping past a desktop "
+                  "doesn't warm it. The same colors tint the dots in the menu bar "
+                  "dropdown."));
   EXPECT_THAT(outline(open("Colors").tab().form),
               ElementsAre("Color Mode: popup", "Palette: popup", "header Desktop Colors", "grid"));
   EXPECT_THAT(outline(open("Menu Bar").tab().form),
               ElementsAre("Menu Bar Width: popup", "checkbox Show desktop name in menu bar",
                           "checkbox Instant switch (no swipe animation)"));
   EXPECT_THAT(outline(open("Theme").tab().form),
-              ElementsAre("Theme: popup", "note Airy and cal", "note Themes resty"));
-  EXPECT_THAT(outline(open("Diagnostics").tab().form),
-              ElementsAre("header Reporting a problem", "note If desktop l",
-                          "button Copy Diagnostic Log to Clipboard", "status",
-                          "header Manual log gathering", "note Or run this ", "command",
-                          "button Copy Command"));
+              ElementsAre("Theme: popup", "note " + store_.theme().blurb,
+                          "note Themes restyle this window and the desktop dropdown menu. Desktop "
+                          "labels keep their Heat Colors palette and the menu bar keeps its "
+                          "Colors-tab colors \u2014 themes leave those alone."));
+  EXPECT_THAT(
+      outline(open("Diagnostics").tab().form),
+      ElementsAre(
+          "header Reporting a problem",
+          "note If desktop labels misbehave, send a diagnostic log so the issue can be "
+          "tracked down. Reproduce the problem first, then click the button below and "
+          "paste the result into your report.",
+          "button Copy Diagnostic Log to Clipboard", "status ", "header Manual log gathering",
+          "note Or run this in Terminal and paste the output:",
+          "command log show --predicate 'process == \"Vembrix\"' --last 10m --style compact",
+          "button Copy Command"));
   EXPECT_THAT(outline(open("About").tab().form),
               ElementsAre("header Vembrix", "Version: text development",
                           "Built: text unbundled build", "Website: button vembrix.app"));
@@ -226,7 +238,7 @@ TEST_F(SettingsTabsTest, ThePopupOfThemesListsAllAndShowsTheStoredOne) {
     EXPECT_EQ(defaults_.object("ThemeName"), PropertyList(theme.name));
     EXPECT_THAT(posts.names(), ElementsAre(PreferencesStore::didChange));
     EXPECT_EQ(window().selectedItem("Theme:"), theme.name);
-    EXPECT_EQ(outline(window().tab().form)[1], "note " + theme.blurb.substr(0, 12));
+    EXPECT_EQ(outline(window().tab().form)[1], "note " + theme.blurb);
   }
 }
 

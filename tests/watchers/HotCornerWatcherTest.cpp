@@ -85,6 +85,15 @@ TEST_F(HotCornerWatcherTest, OnlyTheMainScreenHasTheCorner) {
   EXPECT_EQ(approaches_, 0);
 }
 
+TEST_F(HotCornerWatcherTest, TheCornerIsTheMainScreensAndNotTheFirstOnes) {
+  desktop_.addDisplay({.identifier = "Left", .frame = {-800, 0, 800, 600}});
+  desktop_.activate(desktop_.spaceIDs().back());
+  move(1, 899);
+  EXPECT_EQ(approaches_, 0);
+  move(-799, 599);
+  EXPECT_EQ(approaches_, 1);
+}
+
 TEST_F(HotCornerWatcherTest, TheCallComesAfterTheEventIsHandled) {
   desktop_.input().moveMouse({1, 899});
   EXPECT_EQ(approaches_, 0);

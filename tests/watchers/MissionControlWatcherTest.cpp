@@ -94,6 +94,13 @@ TEST_F(MissionControlWatcherTest, ADockWindowLargeEnoughForASecondaryScreenCount
   EXPECT_TRUE(activeFor(Array{window("Dock", 800, 600)}));
 }
 
+TEST_F(MissionControlWatcherTest, WidthAndHeightMustFitTheSameScreen) {
+  desktop_.addDisplay({.identifier = "Wide", .frame = {1440, 0, 2000, 600}});
+  EXPECT_FALSE(activeFor(Array{window("Dock", 1440, 600)}))
+      << "as wide as the first and as high as the second";
+  EXPECT_TRUE(activeFor(Array{window("Dock", 2000, 600)}));
+}
+
 TEST_F(MissionControlWatcherTest, AWindowCoversAScreenThatHasBecomeSmaller) {
   EXPECT_FALSE(activeFor(Array{window("Dock", 1000, 700)}));
   desktop_.setDisplayFrame("Main", {0, 0, 1024, 768});

@@ -147,6 +147,17 @@ TEST_F(SpaceHeatTrackerTest, TheThirtyThirdSpacePushesTheOldestOut) {
   EXPECT_EQ(stored().asArray()->back(), PropertyList(uuid(1)));
 }
 
+TEST_F(SpaceHeatTrackerTest, AStoredOrderLongerThanThirtyTwoIsCutToThem) {
+  Array order;
+  for (int i = 0; i < 40; ++i) order.emplace_back("stored-" + std::to_string(i));
+  defaults_.set("SpaceHeatRecency", order);
+  start();
+  engage(0);
+  ASSERT_EQ(stored().asArray()->size(), 32U);
+  EXPECT_EQ(stored().asArray()->front(), PropertyList(uuid(0)));
+  EXPECT_EQ(stored().asArray()->back(), PropertyList("stored-30"));
+}
+
 TEST_F(SpaceHeatTrackerTest, WithHeatOffEveryHeatIsZeroButEngagementIsRecorded) {
   const SpaceHeatTracker& tracker = start();
   PreferencesStore::shared().setHeatMapSigns(false);

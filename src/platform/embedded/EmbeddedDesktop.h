@@ -108,12 +108,14 @@ class EmbeddedDesktop {
   EmbeddedInput& input() { return input_; }
   /// The session's gesture events.
   EventStream& events() { return events_; }
-  /// An event that this process posts, and a tap on all events, as the seam has
-  /// them: they need the permission.
+  /// An event that this process posts (null when refused), and a tap on all events, as
+  /// the seam has them: they need the permission.
   std::unique_ptr<DockSwipeEvent> makeSwipeEvent();
   std::unique_ptr<EventTap> makeTap(EventTap::Handler handler);
   /// The user swipes on the trackpad, all at once.
   void swipe(Dock::Direction direction);
+  /// Gives no event for that many of the next swipe events that this process asks for.
+  void refuseSwipeEvents(int count) { eventsToRefuse_ = count; }
   /// How long Spaces slide after a swipe has ended; 200 ms at first.
   void setTransitionTime(Duration time) { transitionTime_ = time; }
   /// The Dock does not notice that many of the next swipes.
@@ -246,6 +248,7 @@ class EmbeddedDesktop {
   EventStream events_;
   EmbeddedInput input_;
   Duration transitionTime_ = std::chrono::milliseconds(200);
+  int eventsToRefuse_ = 0;
   int swipesToLose_ = 0;
   int completedSwipes_ = 0;
   /// Held while Spaces slide.

@@ -37,6 +37,10 @@ PropertyList windowDescription(const std::string& owner, const Rect& frame, doub
 std::unique_ptr<DockSwipeEvent> EmbeddedDesktop::makeSwipeEvent() {
   // Any process but a device, which is 0.
   constexpr std::int64_t kOwnProcess = 1;
+  if (eventsToRefuse_ > 0) {
+    eventsToRefuse_ -= 1;
+    return nullptr;
+  }
   return events_.makeEvent(kOwnProcess, [this] { return trusted_; });
 }
 

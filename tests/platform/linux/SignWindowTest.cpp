@@ -109,6 +109,23 @@ TEST_F(SignWindowTest, ALongTextEndsInsideThePadding) {
   }
 }
 
+TEST_F(SignWindowTest, ALongTextLooksAsIfItsBeginningAndAnEllipsisHadBeenGiven) {
+  make();
+  const Font font{.weight = Font::Weight::Heavy, .size = 60};
+  std::string name = "Donaudampfschifffahrtsgesellschaft";
+  window_->view().setText(name);
+  const QImage cut = picture();
+  // What the label leaves between its paddings.
+  constexpr double kRoom = 400 - 2 * 40;
+  const std::string ellipsis = "\u2026";
+  while (textSize(name + ellipsis, font).width > kRoom) name.pop_back();
+  ASSERT_GE(name.size(), 3U);
+  window_->view().setText(name + ellipsis);
+  EXPECT_EQ(cut, picture()) << name;
+  window_->view().setText(name);
+  EXPECT_NE(cut, picture());
+}
+
 TEST_F(SignWindowTest, TheWindowIsNamedAfterTheText) {
   make();
   window_->view().setText("Büro [*]");
