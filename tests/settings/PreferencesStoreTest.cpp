@@ -38,6 +38,10 @@ void expectDefaults(const PreferencesStore& store) {
   EXPECT_THAT(store.spaceColors(), IsEmpty());
 }
 
+TEST_F(PreferencesStoreTest, ItsNotificationGoesByItsName) {
+  EXPECT_EQ(PreferencesStore::didChange, "PreferencesStoreDidChange");
+}
+
 TEST_F(PreferencesStoreTest, EmptyUserDefaultsGiveTheDefaults) {
   expectDefaults(store_);
 }

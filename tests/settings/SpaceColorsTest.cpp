@@ -202,6 +202,30 @@ TEST_F(SpaceColorsTest, AskingForStoredColorsAgainAllocatesNothing) {
   EXPECT_EQ(config.background, (CodableColor{1.0, 0.6, 0.0, 1.0}));
 }
 
+TEST(CodableColorTest, NeedsEveryComponentAsANumber) {
+  const PropertyList::Dictionary whole = {
+      {"red", 0.1}, {"green", 0.2}, {"blue", 0.3}, {"alpha", 1}};
+  EXPECT_EQ(decodeCodableColor(whole), (CodableColor{0.1, 0.2, 0.3, 1}));
+  for (const char* component : {"red", "green", "blue", "alpha"}) {
+    PropertyList::Dictionary part = whole;
+    part.insert_or_assign(component, "0.5");
+    EXPECT_EQ(decodeCodableColor(part), std::nullopt) << component;
+    part.erase(component);
+    EXPECT_EQ(decodeCodableColor(part), std::nullopt) << component;
+  }
+}
+
+TEST(SpaceColorConfigTest, NeedsBothColors) {
+  const SpaceColorConfig config{{0.1, 0.2, 0.3, 1}, {0.4, 0.5, 0.6, 1}};
+  const PropertyList whole = encode(config);
+  EXPECT_EQ(decodeSpaceColorConfig(whole), config);
+  for (const char* color : {"foreground", "background"}) {
+    PropertyList::Dictionary part = *whole.asDictionary();
+    part.erase(color);
+    EXPECT_EQ(decodeSpaceColorConfig(part), std::nullopt) << color;
+  }
+}
+
 TEST(CodableColorTest, ConvertsToAndFromSrgbComponents) {
   const Srgb srgb{0.1, 2.0, -1.0, 0.5};
   EXPECT_EQ(CodableColor::of(srgb).srgb(), srgb);

@@ -52,6 +52,17 @@ TEST_F(SpaceManagerTest, IsEmptyBeforeTheFirstReload) {
   EXPECT_EQ(manager_.activeSpace(), nullptr);
 }
 
+TEST_F(SpaceManagerTest, NotificationsAndKeysGoByTheirNames) {
+  EXPECT_EQ(SpaceManager::didChange, "SpaceManagerDidChange");
+  EXPECT_EQ(SpaceManager::activeChanged, "SpaceManagerActiveSpaceChanged");
+  EXPECT_EQ(SpaceManager::tourWillStart, "SpaceManagerTourWillStart");
+  EXPECT_EQ(SpaceManager::tourDidEnd, "SpaceManagerTourDidEnd");
+  manager_.reload();
+  manager_.setName("Work", manager_.spaces().front());
+  EXPECT_NE(defaults_.object("SpaceNames").asDictionary(), nullptr);
+  EXPECT_NE(defaults_.object("KnownSpaceUUIDs").asArray(), nullptr);
+}
+
 TEST_F(SpaceManagerTest, ListsTheDisplaysOneAfterTheOtherInTheirOrder) {
   desktop_.addDisplay({.identifier = "Second", .frame = {1440, 0, 1920, 1080}});
   const auto fullScreen = desktop_.addSpace("Second", EmbeddedDesktop::SpaceType::FullScreen);

@@ -42,6 +42,10 @@ class MissionControlWatcherTest : public testing::Test {
       MissionControlWatcher::didChange, [this] { posts_ += 1; });
 };
 
+TEST_F(MissionControlWatcherTest, ItsNotificationGoesByItsName) {
+  EXPECT_EQ(MissionControlWatcher::didChange, "MissionControlWatcherDidChange");
+}
+
 TEST_F(MissionControlWatcherTest, OpeningAndClosingIsNoticedWithin300msAndPostedOnce) {
   watcher_.start();
   queue_.advance(milliseconds(1000));
@@ -111,6 +115,12 @@ TEST_F(MissionControlWatcherTest, AWindowCoversAScreenThatHasBecomeSmaller) {
 TEST_F(MissionControlWatcherTest, WithoutScreensItIsClosed) {
   desktop_.removeDisplay("Main");
   EXPECT_FALSE(activeFor(Array{window("Dock", 5000, 5000)}));
+}
+
+TEST_F(MissionControlWatcherTest, WithoutScreensAndWithoutAListItIsClosedFromTheFirstLook) {
+  desktop_.removeDisplay("Main");
+  EXPECT_FALSE(activeFor(PropertyList()));
+  EXPECT_EQ(posts_, 0);
 }
 
 TEST_F(MissionControlWatcherTest, MalformedListsAndWindowsCountAsClosed) {

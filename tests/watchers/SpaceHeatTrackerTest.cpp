@@ -46,6 +46,10 @@ class SpaceHeatTrackerTest : public testing::Test {
       SpaceHeatTracker::didChange, [this] { posts_ += 1; });
 };
 
+TEST_F(SpaceHeatTrackerTest, ItsNotificationGoesByItsName) {
+  EXPECT_EQ(SpaceHeatTracker::didChange, "SpaceHeatTrackerDidChange");
+}
+
 TEST_F(SpaceHeatTrackerTest, AKeyPressInTheSpaceThatIsFirstPostsAndWritesNothing) {
   start();
   engage(0);
