@@ -101,7 +101,8 @@ TEST_F(FacesLookTest, TheFontsAreThoseOfTheSet) {
   const auto& [system, monospaced] = families.at(TestSession::fonts());
   EXPECT_EQ(QFontInfo(menuBarFont()).family(), system);
   EXPECT_EQ(QFontInfo(nativeFont({})).family(), system);
-  EXPECT_EQ(QFontInfo(nativeFont({.design = Font::Design::Monospaced, .size = {}})).family(), monospaced);
+  EXPECT_EQ(QFontInfo(nativeFont({.design = Font::Design::Monospaced, .size = {}})).family(),
+            monospaced);
 }
 
 TEST_F(FacesLookTest, AStripShowsTheWholeOfItsTitle) {

@@ -235,7 +235,8 @@ void SpaceRowWidget::paintLabel(QPainter& painter) const {
   painter.setPen(nativeColor(Color(SystemColor::Label), appearance_));
   painter.setFont(font());
   const QString text = metrics.elidedText(lineOf(state_.label), Qt::ElideRight, right - kTextLeft);
-  // By its baseline, which what another font draws, such as an emoji, does not move.
+  // By its baseline: signs that another font draws may be higher, which must not move
+  // the others.
   // Names in scripts that run to the left begin beside the dot, too.
   painter.drawText(QPointF(kTextLeft, baseline), text);
 }
