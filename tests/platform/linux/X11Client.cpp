@@ -69,14 +69,33 @@ bool X11Client::demand(std::string_view property, std::uint32_t value) {
 }
 
 bool X11Client::waitForWindowManager() {
-  return waitUntil(
-      [this] {
-        const auto claim = cardinals(root(), "_NET_SUPPORTING_WM_CHECK");
-        return claim.size() == 1 && cardinals(claim[0], "_NET_SUPPORTING_WM_CHECK") == claim &&
-               !cardinals(root(), "_NET_NUMBER_OF_DESKTOPS").empty() &&
-               !cardinals(root(), "_NET_CURRENT_DESKTOP").empty();
-      },
-      kPatience);
+  const auto announcesItself = [this] {
+    const auto claim = cardinals(root(), "_NET_SUPPORTING_WM_CHECK");
+    return claim.size() == 1 && cardinals(claim[0], "_NET_SUPPORTING_WM_CHECK") == claim &&
+           !cardinals(root(), "_NET_NUMBER_OF_DESKTOPS").empty() &&
+           !cardinals(root(), "_NET_CURRENT_DESKTOP").empty();
+  };
+  // Windows that are mapped between its announcement and the end of its start are lost to it.
+  return waitUntil(announcesItself, kPatience) &&
+         waitUntil([this] { return takesAWindow(); }, kPatience);
+}
+
+bool X11Client::takesAWindow() {
+  constexpr std::chrono::milliseconds kPatienceForOne{200};
+  xcb_connection_t* xcb = ewmh_.connection;
+  const xcb_window_t window = xcb_generate_id(xcb);
+  xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, root(), 0, 0, 1, 1, 0,
+                    XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+  // A dock takes neither focus nor a place.
+  xcb_ewmh_set_wm_window_type(&ewmh_, window, 1, &ewmh_._NET_WM_WINDOW_TYPE_DOCK);
+  xcb_map_window(xcb, window);
+  const bool isTaken =
+      waitUntil([&] { return !cardinals(window, "WM_STATE").empty(); }, kPatienceForOne);
+  xcb_destroy_window(xcb, window);
+  const auto isForgotten = [&] {
+    return !std::ranges::count(cardinals(root(), "_NET_CLIENT_LIST"), window);
+  };
+  return waitUntil(isForgotten, kPatience) && isTaken;
 }
 
 void X11Client::tellWindowManager(std::string_view message, std::uint32_t value) {
@@ -189,18 +208,9 @@ bool X11Client::showWindow(const std::string& windowClass, std::uint16_t width,
     return cardinals(root(), "_NET_ACTIVE_WINDOW") == std::vector<std::uint32_t>{window} &&
            geometry(window) == Geometry{0, 0, width, height};
   };
-  // A window manager that is still starting may lose a window's focus to its own start.
-  constexpr int kAttempts = 30;
-  for (int i = 0; i < kAttempts; ++i) {
-    if (i > 0) {
-      xcb_ewmh_request_change_active_window(
-          &ewmh_, screen_, window, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER, XCB_CURRENT_TIME, XCB_NONE);
-    }
-    xcb_map_window(xcb, window);
-    xcb_flush(xcb);
-    if (waitUntil(isShown, kPatience / kAttempts)) return true;
-  }
-  return false;
+  xcb_map_window(xcb, window);
+  xcb_flush(xcb);
+  return waitUntil(isShown, kPatience);
 }
 
 void X11Client::fake(std::uint8_t type, std::uint8_t detail, std::int16_t x, std::int16_t y) {

@@ -24,6 +24,7 @@ class X11Client {
 
   // Each waits until it is so, at most as long as a busy machine may need; whether it came to be.
 
+  /// Until there is one that takes windows.
   bool waitForWindowManager();
   /// Through the window manager, but none (which no window manager accepts).
   bool setDesktopCount(std::uint32_t count);
@@ -79,6 +80,8 @@ class X11Client {
   [[nodiscard]] Geometry geometry(xcb_window_t window);
 
  private:
+  /// Whether the window manager takes a window of no meaning, which is gone again.
+  bool takesAWindow();
   void fake(std::uint8_t type, std::uint8_t detail, std::int16_t x = 0, std::int16_t y = 0);
   void tellWindowManager(std::string_view message, std::uint32_t value);
   /// Made where the screen has none of that size.
