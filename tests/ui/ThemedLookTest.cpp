@@ -22,6 +22,18 @@ TabButton otherButton(std::string_view theme) {
   return tabButtons(themeNamed(theme), 0)[1];
 }
 
+TEST(ThemedLookTest, EveryTabHasOneButtonInTheirOrderAndOneIsSelected) {
+  for (int selected = 0; selected < 6; ++selected) {
+    std::vector<std::string> texts;
+    const std::vector<TabButton> buttons = tabButtons(themeNamed("Alpine"), selected);
+    for (const TabButton& button : buttons) texts.push_back(button.text);
+    EXPECT_THAT(texts, testing::ElementsAre("Label", "Colors", "Menu Bar", "Theme", "Diagnostics",
+                                            "About"));
+    EXPECT_EQ(std::ranges::count_if(buttons, &TabButton::isSelected), 1);
+    EXPECT_TRUE(buttons.at(static_cast<std::size_t>(selected)).isSelected);
+  }
+}
+
 TEST(ThemedLookTest, StockIsPlainByItsNameAlone) {
   AppTheme theme = themeNamed("Coral");
   EXPECT_FALSE(isPlain(theme));
