@@ -29,7 +29,8 @@ class Screens {
   /// first. Empty where there is none. Valid until the next event.
   [[nodiscard]] virtual const std::vector<Screen>& all() const = 0;
 
-  /// The main screen (the one with the focused window), or null.
+  /// The main screen, or null: the one with the focused window, and the primary one
+  /// where the system has no such notion.
   [[nodiscard]] virtual const Screen* mainScreen() const = 0;
 };
 

@@ -43,13 +43,11 @@ class WindowServer {
   [[nodiscard]] virtual bool canPlaceWindows() const = 0;
 
   /// Puts the windows of this process into the Spaces, besides those in which they
-  /// are. Where a window can be in one Space only, that is the last one of the list.
-  /// Unknown windows and Spaces are ignored.
+  /// are. Unknown windows and Spaces are ignored.
   virtual void CGSAddWindowsToSpaces(ConnectionID connection, std::span<const WindowNumber> windows,
                                      std::span<const SpaceID> spaces) = 0;
 
-  /// Takes the windows of this process out of the Spaces. Where a window can be in
-  /// one Space only, another Space than that changes nothing.
+  /// Takes the windows of this process out of the Spaces.
   virtual void CGSRemoveWindowsFromSpaces(ConnectionID connection,
                                           std::span<const WindowNumber> windows,
                                           std::span<const SpaceID> spaces) = 0;

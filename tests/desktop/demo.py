@@ -15,9 +15,8 @@ import time
 from desktop import Desktop, Portal
 from dropdown import Dropdown
 from furniture import NOTES, hang_wallpaper, open_note, open_window
-from labels import Hand, Labels, lend
+from labels import Labels, Showings
 from processes import wait_until
-from screen import distance
 from vembrix import BLACK, BLUE, GREEN, HALVED_PINK, PEACH, PINK, Defaults, Vembrix
 
 LONG_NAME = "The quarterly numbers and everything that belongs to them"
@@ -30,16 +29,17 @@ class Demo:
         self._defaults = Defaults(desktop)
         self._portal = Portal(desktop, Portal.LIGHT)
         self._program = None
+        self._showings = None
         self._pictures = 0
 
     def run(self):
         self._furnish()
+        self._showings = Showings(self._desktop)
         self._program = Vembrix(self._desktop)
         self._program.wait_for_strip()
         self._tour()
         self._four_desktops()
         self._warm_labels()
-        self._hot_corner()
         self._dropdown()
         self._settings_window()
         self._stored_name()
@@ -96,7 +96,6 @@ class Demo:
         self._program.wait_for_tour()
         wait_until(lambda: self._desktop.current == 1, "the desktop where the tour began")
         wait_until(lambda: not self._labels().overlays(), "the overlay to go")
-        self._labels().wait_for_places({n: [f"Desktop {n + 1}"] for n in range(4)})
 
     def _four_desktops(self):
         for index, color in enumerate((PINK, BLUE, GREEN, PEACH)):
@@ -106,37 +105,34 @@ class Demo:
             self._keep(f"desktop-{index + 1}")
 
     def _labels(self):
-        return Labels(self._program)
+        return Labels(self._program, self._showings)
 
     def _arrive(self, index):
         """Goes to the desktop, whose label is seen and fades away."""
-        title = f"Desktop {index + 1}"
-        label = self._labels().of(title)
-        wait_until(lambda: label.opacity > 0.5, f"the label of {title} to be ready")
-        x, y, _, height = label.frame()
-        fill = (x + 45, y + height // 2)
-        # A busy machine may show the picture's moment too late: then once more.
-        for _ in range(5):
-            self._desktop.go_to(index)
-            time.sleep(0.08)
-            arrival = self._desktop.picture()
-            self._program.wait_for_title(title)
-            self._wait_until_faded()
-            if distance(arrival.pixel(*fill), self._desktop.picture().pixel(*fill)) >= 40:
-                self._keep(f"arrival-on-desktop-{index + 1}", arrival)
+        with self._labels().arrival(index) as label:
+            if label.name != f"Desktop {index + 1}":
+                raise AssertionError(f"{label.name!r} was seen on desktop {index + 1}")
+            self._wait_until_still()
+            self._keep(f"arrival-on-desktop-{index + 1}", self._desktop.picture())
+        self._program.wait_for_title(f"Desktop {index + 1}")
+
+    def _wait_until_still(self):
+        """Until the compositor has shown what there is."""
+        former = None
+        for _ in range(50):
+            picture = self._desktop.picture().crop(240, 200, 960, 500)
+            pixels = set(picture.pixels())
+            if pixels == former:
                 return
-            self._go_to((index + 1) % 4, f"Desktop {(index + 1) % 4 + 1}")
-        raise AssertionError(f"the label of {title} was not seen on arrival")
+            former = pixels
+            time.sleep(0.05)
 
     def _wait_until_faded(self):
-        labels, index = self._labels(), self._desktop.current
-        wait_until(
-            lambda: all(label.opacity == 0 for label in labels.all() if label.place == index),
-            "the label to fade away",
-        )
+        self._labels().wait_for_rest()
 
     def _warm_labels(self):
-        """Work on the third and the first desktop warms their labels."""
+        """Work on the third and the first desktop warms their labels, as is seen on
+        the way back to the first."""
         for index in (2, 0):
             self._go_to(index, f"Desktop {index + 1}")
             self._desktop.run("xdotool", "mousemove", "300", "300", "click", "1")
@@ -147,33 +143,8 @@ class Demo:
             )
         self._desktop.run("xdotool", "mousemove", "720", "860")
         self._go_to(1, "Desktop 2")
-
-    def _hot_corner(self):
-        """Shows the labels of the other desktops in full. An overview would show them
-        all; here two come to this desktop, as a pager moves windows, to be looked at."""
-        labels = self._labels()
-        Hand(self._desktop).point_at_corner()
-        labels.wait_for_opacities({f"Desktop {n}": 0 if n == 2 else 1 for n in range(1, 5)})
-        self._keep("hot-corner")
-        for number, what in ((1, "warm"), (4, "cold")):
-            label = labels.of(f"Desktop {number}")
-            x, y, _, height = label.frame()
-            before = self._desktop.picture().pixel(x + 45, y + height // 2)
-
-            def look(x=x, y=y, height=height, before=before):
-                wait_until(
-                    lambda: distance(self._desktop.picture().pixel(x + 45, y + height // 2), before)
-                    > 20,
-                    "the label to be seen",
-                    2,
-                )
-                return self._desktop.picture()
-
-            self._keep(f"label-in-full-{what}", lend(label, look))
-        # Touched, they go.
-        Hand(self._desktop).point_at(720, 450)
-        labels.wait_for_rest(4, "Desktop 2")
-        self._desktop.run("xdotool", "mousemove", "720", "860")
+        self._arrive(0)
+        self._go_to(1, "Desktop 2")
 
     def _dropdown(self):
         """Names the second desktop and goes to the third."""

@@ -12,7 +12,6 @@ import sys
 import time
 
 from desktop import Desktop
-from labels import Labels
 from processes import wait_until
 from vembrix import Vembrix
 from x11_requests import RequestLog, processor_time, processor_times
@@ -30,8 +29,6 @@ def visit_all(desktop, program, count):
     for index in [*range(count), 0]:
         desktop.go_to(index)
         program.wait_for_title(f"Desktop {index + 1}")
-    labels = Labels(program)
-    wait_until(lambda: len(labels.all()) == count, f"{count} labels")
 
 
 def measure(count, bare_program, seconds):

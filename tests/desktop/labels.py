@@ -1,25 +1,23 @@
-"""The labels of the desktops and the tour's overlay, as the window manager and
-the screen show them."""
+"""The labels of the desktops and the tour's overlay, as the X server and the screen
+show them."""
 
+import contextlib
 import os
 import re
+import signal
 import subprocess
 import threading
 import time
 
 from desktop import Window
-from processes import LIMIT, Timeout, wait_until
+from processes import Timeout, wait_until
 from screen import Picture
 
 # Of the settings.
 SWIPE_ALPHA = 0.78
 
-# Fades end on an animation's last frame, which a busy machine shows late.
-NEARLY = 0.004
-
 OPACITY = "_NET_WM_WINDOW_OPACITY"
 OPAQUE = 0xFFFFFFFF
-ALL_DESKTOPS = 0xFFFFFFFF
 
 
 def opacity_of(text):
@@ -28,11 +26,15 @@ def opacity_of(text):
 
 
 class Label(Window):
-    """One label's window."""
+    """One label's window, or the overlay's."""
 
     @property
     def opacity(self):
         return opacity_of(self.read(OPACITY))
+
+    @property
+    def role(self):
+        return self.read("WM_WINDOW_ROLE")
 
     def frame(self):
         """Of the label itself, without the shadow that its window draws around it."""
@@ -41,103 +43,152 @@ class Label(Window):
         left, right, top, bottom = map(int, margins.split(", ")) if margins else (0, 0, 0, 0)
         return x + left, y + top, width - left - right, height - top - bottom
 
-    @property
-    def place(self):
-        """The index of the desktop on which the window manager has it."""
-        index = self.read("_NET_WM_DESKTOP")
-        return int(index) if index else None
+    def inside(self):
+        """A place where its fill is, left of its text."""
+        x, y, _, height = self.frame()
+        return x + 45, y + height // 2
 
     @property
-    def states(self):
-        return set((self.read("_NET_WM_STATE") or "").split(", "))
+    def is_managed(self):
+        """Whether a window manager has anything to do with it."""
+        text = self._desktop.run("xwininfo", "-id", self.identifier, "-stats")
+        listed = self._desktop.root_property("_NET_CLIENT_LIST") or ""
+        return "Override Redirect State: yes" not in text or self.identifier in listed.split(", ")
 
-    def move_to(self, index):
-        """As a pager does. Does not wait for it."""
-        self._desktop.run("wmctrl", "-i", "-r", self.identifier, "-t", str(index))
+
+class Showing:
+    """That a window which no window manager manages came up."""
+
+    def __init__(self, identifier, begin):
+        self.identifier = identifier
+        self.begin = begin
+        # Nothing while it is seen.
+        self.end = None
+
+    @property
+    def duration(self):
+        return self.end - self.begin if self.end else None
 
 
-def lend(label, look):
-    """Moves the label of another desktop to this one, where it is seen until the
-    program finds it, and back. Returns look(), which waits until it is seen and may be
-    called again: where the program has found the label meanwhile."""
-    home, here = label.place, label._desktop.current
-    for _ in range(4):
-        label.move_to(here)
+class Showings:
+    """Writes down, with the time, which windows that no window manager manages come up
+    and go, as the X server tells it. To be made before the program is started, which
+    leaves it time to begin."""
+
+    def __init__(self, desktop):
+        self._desktop = desktop
+        self._showings = []
+        self._frozen = None
+        process = desktop.start(
+            ["xev", "-root", "-event", "substructure"], stdout=subprocess.PIPE, text=True
+        )
+        self._lines = process.popen.stdout
+        threading.Thread(target=self._read, daemon=True).start()
+
+    def _read(self):
+        kind = None
+        with contextlib.suppress(ValueError):
+            for line in self._lines:
+                if match := re.match(r"(\w+) event,", line):
+                    kind = match[1]
+                elif kind in ("MapNotify", "UnmapNotify"):
+                    self._note(kind, line)
+                    kind = None
+
+    def _note(self, kind, line):
+        identifier = re.search(r"window (0x[0-9a-f]+),? ?(?:override|from|$)", line)[1]
+        if kind == "UnmapNotify":
+            for showing in self._showings:
+                if showing.identifier == identifier and not showing.end:
+                    showing.end = time.monotonic()
+        elif "override YES" in line:
+            if self._frozen:
+                os.kill(self._frozen, signal.SIGSTOP)
+            self._showings.append(Showing(identifier, time.monotonic()))
+
+    def since(self, begin):
+        """The showings that began after that moment of time.monotonic()."""
+        return [showing for showing in list(self._showings) if showing.begin >= begin]
+
+    def wait_for_one(self, begin, limit=5.0):
+        """The first one since then, when it is over."""
+
+        def ended():
+            found = self.since(begin)
+            return found[0] if found and found[0].end else None
+
+        return wait_until(ended, "a label to come up and to go", limit)
+
+    @contextlib.contextmanager
+    def freezing(self, program):
+        """The next that comes up stays: the program is stopped in that moment."""
+        self._frozen = program.process.popen.pid
         try:
-            wait_until(lambda: label.place == here, f"{label.name} to be here", 2)
-            seen = look()
-            if label.place == here:
-                return seen
-        except Timeout:
-            pass
+            yield
         finally:
-            label.move_to(home)
-            wait_until(lambda: label.place == home, f"{label.name} to be back")
-    raise AssertionError(f"{label.name} was never here for long enough")
+            os.kill(self._frozen, signal.SIGCONT)
+            self._frozen = None
 
 
 class Labels:
     """The labels of one run of the program."""
 
-    def __init__(self, program):
+    def __init__(self, program, showings=None):
         self.program = program
         self.desktop = program.desktop
+        self.showings = showings
 
-    def _windows(self, role, kind):
+    def _windows(self, role):
         found = [
-            kind(self.desktop, window.identifier)
+            Label(self.desktop, window.identifier)
             for window in self.desktop.windows_of_class("vembrix")
         ]
-        return [window for window in found if window.read("WM_WINDOW_ROLE") == role]
+        return [window for window in found if window.role == role]
 
     def all(self):
-        return self._windows("label", Label)
+        """Those that have a window, seen or not."""
+        return self._windows("label")
 
-    def listed(self):
-        """Of the windows that the window manager lists, the labels' desktops, with
-        the names of those on each."""
-        listed = {int(window.identifier, 16) for window in self.desktop.clients()}
-        places = {}
-        for label in self.all():
-            if int(label.identifier, 16) in listed:
-                places.setdefault(label.place, []).append(label.name)
-        return places
-
-    def of(self, name):
-        """The label of that text."""
-        found = [label for label in self.all() if label.name == name]
-        if len(found) != 1:
-            raise AssertionError(f"{len(found)} labels {name!r}")
-        return found[0]
-
-    def wait_for_places(self, places):
-        wait_until(
-            lambda: self.listed() == places, lambda: f"the labels {places}; they are {self.listed()}"
-        )
-
-    def opacities(self):
-        return {label.name: round(label.opacity, 3) for label in self.all()}
-
-    def wait_for_opacities(self, opacities, limit=LIMIT):
-        wait_until(
-            lambda: close(self.opacities(), opacities),
-            lambda: f"the opacities {opacities}; they are {self.opacities()}",
-            limit,
-        )
-
-    def wait_for_rest(self, count, active):
-        """Waits until all labels but the active desktop's are faintly there."""
-        names = [f"Desktop {number + 1}" for number in range(count)]
-        self.wait_for_opacities({n: 0 if n == active else SWIPE_ALPHA for n in names})
+    def shown(self):
+        """The names of those that are seen."""
+        return [label.name for label in self.all() if label.visible]
 
     def overlays(self):
-        return [overlay for overlay in self._windows("tour-overlay", Label) if overlay.visible]
+        return [overlay for overlay in self._windows("tour-overlay") if overlay.visible]
 
+    def wait_for_rest(self):
+        wait_until(lambda: not self.shown(), lambda: f"no label; there are {self.shown()}")
 
-def close(found, wanted, tolerance=0.005):
-    return found.keys() == wanted.keys() and all(
-        abs(found[key] - wanted[key]) <= tolerance for key in wanted
-    )
+    @contextlib.contextmanager
+    def arrival(self, index):
+        """Goes to the desktop, on which the label stays for as long as this lasts:
+        the program is stopped. Gives the label."""
+        # At first a label may not be ready, and a busy machine may see it too late.
+        for _ in range(5):
+            if self.desktop.current == index:
+                self._leave(index)
+            with self.showings.freezing(self.program):
+                label = self._arrive(index)
+                if label and label.visible:
+                    yield label
+                    break
+        else:
+            raise AssertionError(f"the label of desktop {index + 1} was not seen on arrival")
+        self.wait_for_rest()
+
+    def _leave(self, index):
+        self.desktop.go_to(0 if index else 1)
+        wait_until(lambda: self.desktop.current != index, "another desktop")
+        # As long as a label's half second, and that in which a timer readies the others.
+        time.sleep(1)
+
+    def _arrive(self, index):
+        begin = time.monotonic()
+        self.desktop.go_to(index)
+        with contextlib.suppress(Timeout):
+            showings = wait_until(lambda: self.showings.since(begin), "a label", 3)
+            return Label(self.desktop, showings[0].identifier)
+        return None
 
 
 class Hand:
@@ -184,22 +235,7 @@ class OpacitySpy:
             self.samples.append((time.monotonic(), opacity_of(match[1] if match else None)))
 
     def since(self, begin):
-        return [(moment - begin, opacity) for moment, opacity in self.samples if moment >= begin]
-
-    def wait_for(self, begin, opacity, limit):
-        """Waits until the window is given that opacity after the moment, and gives
-        the time that passed until then."""
-
-        def seconds():
-            return next(
-                (at for at, value in self.since(begin) if abs(value - opacity) <= NEARLY), None
-            )
-
-        return wait_until(
-            lambda: seconds() or None,
-            lambda: f"the opacity {opacity}; there were {self.since(begin)}",
-            limit,
-        )
+        return [opacity for moment, opacity in self.samples if moment >= begin]
 
     def end(self):
         self._process.end()

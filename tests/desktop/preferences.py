@@ -54,7 +54,7 @@ class Preferences:
             lambda: self._number(self.desktop.root_property("_NET_ACTIVE_WINDOW"))
             == self._number(self.window().identifier),
             lambda: "the keyboard in the settings window; it is in "
-            + self.desktop.root_property("_NET_ACTIVE_WINDOW"),
+            + str(self.desktop.root_property("_NET_ACTIVE_WINDOW")),
         )
 
     def wait_until_closed(self):
@@ -62,7 +62,7 @@ class Preferences:
 
     @staticmethod
     def _number(identifier):
-        return int(identifier.split()[-1], 16)
+        return int(identifier.split()[-1], 16) if identifier else None
 
     def picture(self):
         return self.desktop.picture().crop(*self.window().frame())

@@ -2,7 +2,7 @@
 
 import unittest
 
-from labels import SWIPE_ALPHA, Hand, Labels, blend, keep, lend, over
+from labels import Labels, Showings, blend, keep, over
 from preferences import Preferences
 from processes import wait_until
 from screen import distance
@@ -31,9 +31,9 @@ class HeatTest(DesktopTest):
         self.desktop.run("hsetroot", "-solid", "#808080")
 
     def start(self):
+        showings = Showings(self.desktop)
         self.program = self.launch()
-        self.labels = Labels(self.program)
-        self.labels.wait_for_rest(4, "Desktop 1")
+        self.labels = Labels(self.program, showings)
 
     def go_to(self, number):
         self.desktop.go_to(number - 1)
@@ -50,24 +50,14 @@ class HeatTest(DesktopTest):
                 f"the click on desktop {number} to be noticed",
             )
 
-    def visit(self, number):
-        """The picture of that desktop's label, which comes to this one for it."""
-        label = self.labels.of(f"Desktop {number}")
-
-        def look():
-            wait_until(
-                lambda: distance(self.at(label, 45), (128, 128, 128)) > TOLERANCE,
-                f"{label.name} to be seen",
-                2,
-            )
+    def visit(self, number, home):
+        """The picture of that desktop's label as one arrives there from another, and
+        how opaque its window is on it."""
+        self.go_to(home)
+        self.labels.wait_for_rest()
+        with self.labels.arrival(number - 1) as label:
             self.wait_until_still()
-            return self.desktop.picture().crop(*label.frame())
-
-        return lend(label, look)
-
-    def at(self, label, offset):
-        x, y, _, height = label.frame()
-        return self.desktop.picture().pixel(x + offset, y + height // 2)
+            return self.desktop.picture().crop(*label.frame()), label.opacity
 
     def wait_until_still(self):
         pictures = [None]
@@ -78,8 +68,8 @@ class HeatTest(DesktopTest):
 
         wait_until(is_still, "a still picture")
 
-    def check_label(self, number, heat, palette, alpha=SWIPE_ALPHA):
-        picture = self.visit(number)
+    def check_label(self, number, heat, palette, home):
+        picture, alpha = self.visit(number, home)
         keep(picture, f"{self.id().split('.')[-1]}-desktop-{number}")
         cold, hot, rim = palette
         fill = blend(cold, hot, heat)
@@ -108,33 +98,19 @@ class HeatTest(DesktopTest):
     def test_follows_where_one_worked(self):
         self.start()
         self.work_on(3, 1, 2)
-        # The active desktop does not count while one is there.
-        self.check_label(1, HEATS[0], EMBER)
-        self.check_label(3, HEATS[1], EMBER)
-        self.check_label(4, 0, EMBER)
-        self.go_to(4)
-        self.labels.wait_for_rest(4, "Desktop 4")
+        # The desktop where one is does not count.
+        self.check_label(1, HEATS[0], EMBER, home=2)
+        self.check_label(3, HEATS[1], EMBER, home=2)
+        self.check_label(4, 0, EMBER, home=2)
         for number, heat in zip((2, 1, 3), HEATS):
-            self.check_label(number, heat, EMBER)
+            self.check_label(number, heat, EMBER, home=4)
 
     def test_black_text_on_what_is_light(self):
         self.defaults.write({"HeatPaletteName": "Mono"})
         self.start()
         self.work_on(3, 1, 2)
-        self.go_to(4)
-        self.labels.wait_for_rest(4, "Desktop 4")
         for number, heat in zip((2, 1, 3), HEATS):
-            self.check_label(number, heat, MONO)
-
-    def test_in_full_while_the_corner_shows_them(self):
-        self.start()
-        self.work_on(3, 1)
-        Hand(self.desktop).point_at_corner()
-        self.labels.wait_for_opacities(
-            {f"Desktop {n}": 0 if n == 1 else 1 for n in (1, 2, 3, 4)}
-        )
-        self.check_label(3, HEATS[0], EMBER, alpha=1)
-        self.check_label(2, 0, EMBER, alpha=1)
+            self.check_label(number, heat, MONO, home=4)
 
     def test_another_palette_in_the_settings(self):
         self.start()
@@ -149,7 +125,7 @@ class HeatTest(DesktopTest):
         preferences.key("Escape")
         preferences.wait_until_closed()
         self.desktop.run("xdotool", "mousemove", "720", "860")
-        self.check_label(3, HEATS[0], MONO)
+        self.check_label(3, HEATS[0], MONO, home=1)
 
 
 def over_within(layers):

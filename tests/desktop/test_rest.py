@@ -20,13 +20,33 @@ class RestTest(DesktopTest):
         log = RequestLog(self.desktop)
         program = Vembrix(self.desktop, log.environment)
         program.wait_for_tour()
-        Labels(program).wait_for_rest(4, "Desktop 1")
+        Labels(program).wait_for_rest()
         log.wait_until_quiet()
         self.assertEqual(log.during(WATCHED), {})
         # The log sees what there is.
         begin = time.monotonic()
         self.desktop.go_to(1)
         wait_until(lambda: log.between(begin, time.monotonic()), "the requests of a switch")
+        self.check_showing(program, log)
+
+    def check_showing(self, program, log):
+        """A label that has been seen before costs its coming, its going and, where a
+        compositor fades it, its opacity: it is not painted anew."""
+        labels = Labels(program)
+        for index in (0, 1, 0):
+            self.desktop.go_to(index)
+            program.wait_for_title(f"Desktop {index + 1}")
+            log.wait_until_quiet()
+        begin = time.monotonic()
+        self.desktop.go_to(1)
+        program.wait_for_title("Desktop 2")
+        log.wait_until_quiet()
+        labels.wait_for_rest()
+        asked = log.between(begin, time.monotonic())
+        self.assertEqual((asked["MapWindow"], asked["UnmapWindow"]), (1, 1), asked)
+        self.assertEqual(asked["CreateWindow"] + asked["PutImage"], 0, asked)
+        # Beside those for the strip's name.
+        self.assertLess(asked["ChangeProperty"], 60 if self.compositor else 12, asked)
 
 
 class IcewmTest(RestTest):

@@ -161,14 +161,13 @@ void EmbeddedDesktop::removeDisplay(std::string_view identifier) {
   if (!state) return;
   const SpaceID formerActive = activeSpace();
   const auto index = static_cast<std::size_t>(state - displays_.data());
-  const std::vector<Space> removed = std::move(displays_[index].spaces);
   displays_.erase(displays_.begin() + static_cast<std::ptrdiff_t>(index));
   if (activeDisplay_ == index) {
     activeDisplay_ = 0;
   } else if (activeDisplay_ > index) {
     activeDisplay_ -= 1;
   }
-  for (const Space& space : removed) windows_.spaceRemoved(space.id, activeSpace());
+  rehouseWindows(activeSpace());
   displaysChanged();
   spacesChanged(formerActive);
 }
@@ -219,7 +218,7 @@ void EmbeddedDesktop::removeSpace(SpaceID space) {
   const auto index = static_cast<std::size_t>(found - state->spaces.begin());
   state->spaces.erase(found);
   repairCurrent(*state, index);
-  windows_.spaceRemoved(space, state->current);
+  rehouseWindows(state->current);
   spacesChanged(formerActive);
 }
 
@@ -239,17 +238,17 @@ void EmbeddedDesktop::setSpaceCount(std::size_t count) {
   if (displays_.empty()) return;
   DisplayState& state = displays_.front();
   const SpaceID formerActive = activeSpace();
-  std::vector<SpaceID> removed;
-  while (state.spaces.size() > count) {
-    removed.push_back(state.spaces.back().id);
-    state.spaces.pop_back();
-  }
+  while (state.spaces.size() > count) state.spaces.pop_back();
   while (state.spaces.size() < count) {
     state.spaces.push_back(makeSpace(SpaceType::Desktop, {}));
   }
   repairCurrent(state, count);
-  for (const SpaceID space : removed) windows_.spaceRemoved(space, state.current);
+  rehouseWindows(state.current);
   spacesChanged(formerActive);
+}
+
+void EmbeddedDesktop::rehouseWindows(SpaceID refuge) {
+  windows_.removeSpaces([this](SpaceID space) { return !isKnown(space); }, refuge);
 }
 
 void EmbeddedDesktop::repairCurrent(DisplayState& state, std::size_t formerIndex) {

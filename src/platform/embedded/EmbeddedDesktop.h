@@ -20,8 +20,8 @@
 #include "platform/WindowServer.h"
 #include "platform/embedded/Dock.h"
 #include "platform/embedded/EmbeddedInput.h"
-#include "platform/embedded/EmbeddedWindows.h"
 #include "platform/embedded/EventStream.h"
+#include "platform/embedded/SpaceWindows.h"
 
 namespace vembrix {
 
@@ -126,7 +126,7 @@ class EmbeddedDesktop {
   /// Opens or closes Mission Control, for which the Dock covers every display.
   void setMissionControl(bool open) { missionControl_ = open; }
   /// The windows of all programs, this one's included, and the Spaces that hold them.
-  EmbeddedWindows& windows() { return windows_; }
+  SpaceWindows& windows() { return windows_; }
   /// Another program opens a window in the active Space, in the top left corner of the
   /// primary display.
   void addWindow(std::string owner, Size size);
@@ -209,6 +209,8 @@ class EmbeddedDesktop {
   DisplayState* displayOf(SpaceID space);
   Space makeSpace(SpaceType type, std::string uuid);
   static void repairCurrent(DisplayState& state, std::size_t formerIndex);
+  /// The windows of Spaces that are gone move to that one.
+  void rehouseWindows(SpaceID refuge);
   [[nodiscard]] bool isKnown(SpaceID space) const;
   /// The Spaces that are current, each on its display.
   [[nodiscard]] std::vector<SpaceID> currentSpaces() const;
@@ -255,7 +257,7 @@ class EmbeddedDesktop {
   WorkItem transition_;
   SpaceID transitionTarget_ = 0;
 
-  EmbeddedWindows windows_{[this] { return activeSpace(); }};
+  SpaceWindows windows_{[this] { return activeSpace(); }};
   bool missionControl_ = false;
   std::optional<PropertyList> windowListOverride_;
 

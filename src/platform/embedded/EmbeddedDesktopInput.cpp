@@ -96,7 +96,7 @@ PropertyList EmbeddedDesktop::windowList() const {
       list.push_back(windowDescription("Dock", state.display.frame, height));
     }
   }
-  for (const EmbeddedWindows::Window* window : windows_.onScreen(currentSpaces())) {
+  for (const SpaceWindows::Window* window : windows_.onScreen(currentSpaces())) {
     list.push_back(windowDescription(window->owner, window->frame, height));
   }
   return list;

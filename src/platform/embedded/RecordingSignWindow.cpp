@@ -13,7 +13,7 @@ std::vector<RecordingSignWindow*>& existing() {
   return windows;
 }
 
-EmbeddedWindows& desktopWindows() {
+SpaceWindows& desktopWindows() {
   return EmbeddedDesktop::shared().windows();
 }
 

@@ -13,7 +13,7 @@ std::vector<RecordingTourOverlay::Window*>& existing() {
   return windows;
 }
 
-EmbeddedWindows& desktopWindows() {
+SpaceWindows& desktopWindows() {
   return EmbeddedDesktop::shared().windows();
 }
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/SystemLog.h"
+#include "platform/embedded/EmbeddedDesktop.h"
 #include "platform/linux/ProgramEnd.h"
 #include "platform/linux/X11Desktop.h"
 
@@ -73,6 +74,11 @@ void requireDesktop() {
         "the compositor of this Wayland session gives X11 programs no desktops: Vembrix needs "
         "an X11 session, or a Wayland session of KWin");
   }
+}
+
+SpaceWindows& chosenWindows() {
+  X11Desktop* x11 = chosenDesktop().x11;
+  return x11 ? x11->windows() : EmbeddedDesktop::shared().windows();
 }
 
 }  // namespace vembrix

@@ -2,6 +2,7 @@
 
 namespace vembrix {
 
+class SpaceWindows;
 class X11Desktop;
 
 /// What the program runs on.
@@ -23,5 +24,8 @@ const ChosenDesktop& chosenDesktop();
 /// the display is a Wayland session's whose compositor gives X11 programs no desktops.
 /// For the latter it waits up to three seconds, as a compositor may be late. Main thread.
 void requireDesktop();
+
+/// The windows in the Spaces of the chosen desktop.
+SpaceWindows& chosenWindows();
 
 }  // namespace vembrix

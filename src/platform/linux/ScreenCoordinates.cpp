@@ -32,6 +32,12 @@ QRect nativeGeometry(const QScreen& screen) {
   return {screen.geometry().topLeft(), screen.size() * screen.devicePixelRatio()};
 }
 
+QRect nativeGeometry(const QRect& geometry, const QScreen& screen) {
+  const QPoint origin = screen.geometry().topLeft();
+  const QPoint offset = (geometry.topLeft() - origin) * screen.devicePixelRatio();
+  return {origin + offset, geometry.size() * screen.devicePixelRatio()};
+}
+
 Point pointOfPixel(const QPoint& pixel) {
   const QScreen* screen = screenOfPixel(pixel);
   if (!screen) return {};

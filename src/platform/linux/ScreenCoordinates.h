@@ -14,6 +14,8 @@ namespace vembrix {
 
 /// In pixels; Qt scales the extent of a screen, not its place.
 QRect nativeGeometry(const QScreen& screen);
+/// Of a window on that screen, as Qt counts, in pixels.
+QRect nativeGeometry(const QRect& geometry, const QScreen& screen);
 
 /// The place of the pixel in global coordinates.
 Point pointOfPixel(const QPoint& pixel);

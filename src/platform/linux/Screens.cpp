@@ -2,18 +2,12 @@
 
 #include <QGuiApplication>
 #include <QScreen>
-#include <QWindow>
-#include <algorithm>
-#include <cstddef>
-#include <optional>
 
 #include "platform/Application.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
 #include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/linux/ActiveWindow.h"
 #include "platform/linux/ChosenDesktop.h"
-#include "platform/linux/ScreenCoordinates.h"
 
 namespace vembrix {
 namespace {
@@ -38,21 +32,6 @@ std::vector<Screen> read() {
   return screens;
 }
 
-/// In Qt's list; -1 when it has none.
-qsizetype indexOfMainScreen() {
-  const QList<QScreen*> all = QGuiApplication::screens();
-  if (all.size() < 2) return all.size() - 1;
-  if (const QWindow* focused = QGuiApplication::focusWindow()) {
-    return all.indexOf(focused->screen());
-  }
-  const std::optional<QPoint> center = activeWindowCenter();
-  if (!center) return 0;
-  const auto found = std::find_if(all.begin(), all.end(), [&](const QScreen* screen) {
-    return nativeGeometry(*screen).contains(*center);
-  });
-  return found == all.end() ? 0 : found - all.begin();
-}
-
 /// Qt's screens in the seam's coordinates. One change of the screens is several
 /// signals of Qt's; they are announced together, once.
 class QtScreens : public QObject, public Screens {
@@ -72,10 +51,7 @@ class QtScreens : public QObject, public Screens {
   const std::vector<Screen>& all() const override { return screens_; }
 
   const Screen* mainScreen() const override {
-    if (screens_.empty()) return nullptr;
-    // The list may be older than Qt's by one event.
-    const auto index = static_cast<std::size_t>(std::max(indexOfMainScreen(), qsizetype{0}));
-    return &screens_[std::min(index, screens_.size() - 1)];
+    return screens_.empty() ? nullptr : &screens_.front();
   }
 
  private:

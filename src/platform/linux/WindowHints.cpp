@@ -5,13 +5,10 @@
 #include <QWindow>
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdint>
-#include <span>
-#include <string_view>
 
 #include "platform/linux/QtEwmh.h"
-#include "platform/linux/X11Connection.h"
+#include "platform/linux/ScreenCoordinates.h"
 
 namespace vembrix {
 namespace {
@@ -20,30 +17,6 @@ constexpr std::uint32_t kAllDesktops = 0xFFFFFFFF;
 
 xcb_window_t nativeId(QWindow& window) {
   return static_cast<xcb_window_t>(window.winId());
-}
-
-/// Asks the X server: once for each name is enough.
-xcb_atom_t atomOfQt(const xcb_ewmh_connection_t& ewmh, std::string_view name) {
-  const XcbPtr<xcb_intern_atom_reply_t> reply{xcb_intern_atom_reply(
-      ewmh.connection,
-      xcb_intern_atom_unchecked(ewmh.connection, 0, static_cast<std::uint16_t>(name.size()),
-                                name.data()),
-      nullptr)};
-  return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
-
-void setCardinals(const xcb_ewmh_connection_t& ewmh, xcb_window_t window, xcb_atom_t name,
-                  std::span<const std::uint32_t> values) {
-  xcb_change_property(ewmh.connection, XCB_PROP_MODE_REPLACE, window, name, XCB_ATOM_CARDINAL, 32,
-                      static_cast<std::uint32_t>(values.size()), values.data());
-}
-
-/// In pixels of the X server. Qt scales positions within a screen, while the
-/// screens themselves keep their places.
-QRect nativeGeometry(const QRect& geometry, const QScreen& screen) {
-  const QPoint origin = screen.geometry().topLeft();
-  const QPoint offset = (geometry.topLeft() - origin) * screen.devicePixelRatio();
-  return {origin + offset, geometry.size() * screen.devicePixelRatio()};
 }
 
 /// Whether another screen lies above the window: space reserved from the top
@@ -76,28 +49,6 @@ void hideFromTaskLists(QWindow& window) {
   // Qt adds its own states to these.
   std::array states = {ewmh->_NET_WM_STATE_SKIP_TASKBAR, ewmh->_NET_WM_STATE_SKIP_PAGER};
   xcb_ewmh_set_wm_state(ewmh, nativeId(window), states.size(), states.data());
-}
-
-void hideFromSwitchers(QWindow& window) {
-  auto* ewmh = ewmhOfQt();
-  if (!ewmh) return;
-  // Beside the standard's two, which say nothing of switching.
-  static const xcb_atom_t skipSwitcher = atomOfQt(*ewmh, "_KDE_NET_WM_STATE_SKIP_SWITCHER");
-  std::array states = {ewmh->_NET_WM_STATE_SKIP_TASKBAR, ewmh->_NET_WM_STATE_SKIP_PAGER,
-                       skipSwitcher};
-  xcb_ewmh_set_wm_state(ewmh, nativeId(window), states.size(), states.data());
-}
-
-void announceOwnShadow(QWindow& window, int extent) {
-  auto* ewmh = ewmhOfQt();
-  if (!ewmh) return;
-  static const xcb_atom_t shadow = atomOfQt(*ewmh, "_COMPTON_SHADOW");
-  static const xcb_atom_t frameExtents = atomOfQt(*ewmh, "_GTK_FRAME_EXTENTS");
-  constexpr std::uint32_t kNone = 0;
-  setCardinals(*ewmh, nativeId(window), shadow, std::span(&kNone, 1));
-  std::array<std::uint32_t, 4> extents{};
-  extents.fill(static_cast<std::uint32_t>(std::lround(extent * window.devicePixelRatio())));
-  setCardinals(*ewmh, nativeId(window), frameExtents, extents);
 }
 
 void reserveTopEdge(QWindow& window, const QRect& geometry) {

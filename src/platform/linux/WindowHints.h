@@ -19,14 +19,6 @@ void showOnAllDesktops(QWindow& window);
 /// The window is listed in no task bar and no pager. Before it is shown.
 void hideFromTaskLists(QWindow& window);
 
-/// Likewise by those who switch from window to window.
-void hideFromSwitchers(QWindow& window);
-
-/// The window paints its own shadow, over so much of its edges, as Qt counts: who
-/// puts the screen together adds none, and who places windows leaves that out. Before
-/// it is shown.
-void announceOwnShadow(QWindow& window, int extent);
-
 /// Maximised windows leave the edge of the screen above the window free, over
 /// the window's own width. `geometry`: the window's, as Qt counts.
 void reserveTopEdge(QWindow& window, const QRect& geometry);

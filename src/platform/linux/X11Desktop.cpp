@@ -164,6 +164,13 @@ bool X11Desktop::isKnown(SpaceID space) const {
   return indexOf(space).has_value();
 }
 
+std::vector<X11Desktop::SpaceID> X11Desktop::spaceIDs() const {
+  std::vector<SpaceID> all;
+  all.reserve(spaces_.size());
+  for (const Space& space : spaces_) all.push_back(space.id);
+  return all;
+}
+
 X11Desktop::Shown X11Desktop::shown() const {
   return {.known = spaceCount().has_value(), .list = listCount_, .active = activeSpace()};
 }
@@ -184,6 +191,10 @@ X11Desktop::Reading X11Desktop::readEvents() {
   const Shown now = shown();
   if (now != announced_) {
     announced_ = now;
+    // A window manager that is only away takes no desktops with it.
+    if (now.known) {
+      windows_.removeSpaces([this](SpaceID space) { return !isKnown(space); }, now.active);
+    }
     NotificationCenter::workspace().post(notification::kActiveSpaceDidChange);
   }
   noteQueuedEvents();

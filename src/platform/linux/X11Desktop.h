@@ -14,6 +14,7 @@
 #include "platform/PropertyList.h"
 #include "platform/SpaceNaming.h"
 #include "platform/WindowServer.h"
+#include "platform/embedded/SpaceWindows.h"
 #include "platform/linux/DesktopNames.h"
 #include "platform/linux/X11Connection.h"
 
@@ -67,6 +68,8 @@ class X11Desktop {
   /// How many Spaces there are; nothing without a window manager that has any.
   [[nodiscard]] std::optional<std::uint32_t> spaceCount() const;
   [[nodiscard]] bool isKnown(SpaceID space) const;
+  /// Of all Spaces, in their order.
+  [[nodiscard]] std::vector<SpaceID> spaceIDs() const;
 
   /// Asks the window manager to go to the Space; an unknown one is ignored.
   /// Whether it was asked.
@@ -74,6 +77,10 @@ class X11Desktop {
 
   /// The Space so many places further in the list; 0 where there is none.
   [[nodiscard]] SpaceID spaceBeside(SpaceID space, int places) const;
+
+  /// The program's own windows that stand in Spaces, of which the window manager knows
+  /// nothing. Those of a Space that vanishes are in the active one from then on.
+  [[nodiscard]] SpaceWindows& windows() { return windows_; }
 
   /// Writes the Space's name where pagers read it; the others keep theirs. An
   /// unknown Space is ignored, a name that it has already costs nothing.
@@ -165,6 +172,7 @@ class X11Desktop {
   Clock::time_point settledAt_;
 
   Shown announced_;
+  SpaceWindows windows_{[this] { return activeSpace(); }};
   PropertyList answer_;
 };
 

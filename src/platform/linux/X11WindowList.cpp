@@ -159,7 +159,9 @@ void X11WindowList::setMapped(xcb_window_t id, bool isMapped) {
   const auto window = find(id);
   if (window == windows_.end() || window->isMapped == isMapped) return;
   window->isMapped = isMapped;
-  if (isMapped) window->isStale = true;
+  // Events tell what has changed of a window that was read once, also out of sight; but
+  // one that told nothing then may have become something.
+  if (isMapped && window->owner.empty()) window->isStale = true;
   answers_ = {};
 }
 

@@ -2,16 +2,21 @@
 
 #include <gmock/gmock.h>
 
-#include <QApplication>
 #include <QImage>
-#include <QWidget>
-#include <QWindow>
+#include <algorithm>
+#include <array>
 #include <chrono>
+#include <functional>
 #include <vector>
 
 #include "platform/TextSize.h"
 #include "platform/TourOverlay.h"
+#include "platform/WindowServer.h"
+#include "platform/embedded/EmbeddedDesktop.h"
 #include "platform/linux/TestSession.h"
+#include "platform/linux/labels/AlphaFade.h"
+#include "platform/linux/labels/FloatingPanel.h"
+#include "platform/linux/labels/PanelStage.h"
 
 namespace vembrix {
 namespace {
@@ -25,10 +30,10 @@ class SignWindowTest : public testing::Test {
  protected:
   SignWindowTest() { TestSession::useNoScreen(); }
 
-  static std::vector<QWidget*> windowsOfRole(const QString& role) {
-    std::vector<QWidget*> found;
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-      if (widget->windowRole() == role) found.push_back(widget);
+  static std::vector<FloatingPanel*> panelsOfRole(const QString& role) {
+    std::vector<FloatingPanel*> found;
+    for (FloatingPanel* panel : PanelStage::shared().panels()) {
+      if (panel->role() == role) found.push_back(panel);
     }
     return found;
   }
@@ -39,16 +44,13 @@ class SignWindowTest : public testing::Test {
     window_->view().setFont({.weight = Font::Weight::Heavy, .size = 60});
     window_->view().setLook(
         {.fill = {1, 0, 0, 0.5}, .textColor = {1, 1, 1}, .rim = {0, 1, 0, 1}, .borderWidth = 4});
-    widget_ = windowsOfRole("label").at(0);
+    panel_ = panelsOfRole("label").at(0);
   }
 
   /// Of the panel, without its shadow.
-  QImage picture() {
-    const QRect panel = widget_->rect().adjusted(kShadow, kShadow, -kShadow, -kShadow);
-    QImage image(widget_->size(), QImage::Format_ARGB32);
-    image.fill(Qt::transparent);
-    widget_->render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
-    return image.copy(panel);
+  QImage picture(double scale = 1, Backing backing = Backing::Translucent) const {
+    const QRectF panel = panel_->bounds().adjusted(kShadow, kShadow, -kShadow, -kShadow);
+    return panel_->picture(scale, backing, panel);
   }
 
   /// Columns with a pixel of the text's white.
@@ -68,7 +70,7 @@ class SignWindowTest : public testing::Test {
 
   TestSession session_;
   std::unique_ptr<SignWindow> window_;
-  QWidget* widget_ = nullptr;
+  FloatingPanel* panel_ = nullptr;
 };
 
 TEST_F(SignWindowTest, HasFillRimAndRoundCorners) {
@@ -126,10 +128,38 @@ TEST_F(SignWindowTest, ALongTextLooksAsIfItsBeginningAndAnEllipsisHadBeenGiven) 
   EXPECT_NE(cut, picture());
 }
 
+TEST_F(SignWindowTest, IsDrawnFinerOnAFinerScreen) {
+  make();
+  window_->view().setText("HOH");
+  const auto [first, last] = textSpan(picture());
+  const QImage fine = picture(2);
+  EXPECT_EQ(fine.size(), QSize(800, 320));
+  const auto [fineFirst, fineLast] = textSpan(fine);
+  EXPECT_NEAR(fineFirst, 2 * first, 3);
+  EXPECT_NEAR(fineLast, 2 * last + 1, 3);
+}
+
+TEST_F(SignWindowTest, OnAnOpaqueBackingEveryPixelOfThePanelIsOpaque) {
+  make();
+  window_->view().setText("Mail");
+  const QImage image = picture(1, Backing::Opaque);
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) ASSERT_EQ(image.pixelColor(x, y).alpha(), 255);
+  }
+}
+
+TEST_F(SignWindowTest, APartOfThePictureIsThatPartOfTheWhole) {
+  make();
+  window_->view().setText("Mail");
+  const QRect part(150, 60, 120, 40);
+  const QImage whole = panel_->picture(1, Backing::Translucent, panel_->bounds());
+  EXPECT_EQ(panel_->picture(1, Backing::Translucent, part), whole.copy(part));
+}
+
 TEST_F(SignWindowTest, TheWindowIsNamedAfterTheText) {
   make();
   window_->view().setText("Büro [*]");
-  EXPECT_EQ(widget_->windowHandle()->title(), "Büro [*]");
+  EXPECT_EQ(panel_->name(), "Büro [*]");
 }
 
 TEST_F(SignWindowTest, WhatIsSetAlreadyChangesNothing) {
@@ -145,8 +175,50 @@ TEST_F(SignWindowTest, WhatIsSetAlreadyChangesNothing) {
 TEST_F(SignWindowTest, IsShownAfterTheEvent) {
   make();
   window_->orderFront();
-  EXPECT_FALSE(widget_->isVisible()) << "it may still be told where";
-  EXPECT_TRUE(runUntil([&] { return widget_->isVisible(); }));
+  EXPECT_FALSE(panel_->isShown()) << "it may still be told where";
+  EXPECT_TRUE(runUntil([&] { return panel_->isShown(); }));
+}
+
+TEST_F(SignWindowTest, IsShownInItsSpaceOnly) {
+  make();
+  window_->orderFront();
+  ASSERT_TRUE(runUntil([&] { return panel_->isShown(); }));
+  EmbeddedDesktop& desktop = EmbeddedDesktop::shared();
+  desktop.activate(desktop.spaceAt(2));
+  EXPECT_TRUE(runUntil([&] { return !panel_->isShown(); }));
+  desktop.activate(desktop.spaceAt(0));
+  EXPECT_TRUE(runUntil([&] { return panel_->isShown(); }));
+}
+
+TEST_F(SignWindowTest, ToldToBeElsewhereItNeverFlashesUp) {
+  make();
+  EmbeddedDesktop& desktop = EmbeddedDesktop::shared();
+  window_->orderFront();
+  WindowServer& server = WindowServer::shared();
+  const std::array windows{window_->windowNumber()};
+  server.CGSAddWindowsToSpaces(1, windows, std::array{desktop.spaceAt(3)});
+  server.CGSRemoveWindowsFromSpaces(1, windows, std::array{desktop.spaceAt(0)});
+  EXPECT_FALSE(runUntil([&] { return panel_->isShown(); }, milliseconds(100)));
+}
+
+TEST_F(SignWindowTest, IsShownOnlyWhileItsAlphaIsAboveZero) {
+  make();
+  window_->setAlphaValue(0);
+  window_->orderFront();
+  EXPECT_FALSE(runUntil([&] { return panel_->isShown(); }, milliseconds(100)));
+  window_->setAlphaValue(0.01);
+  EXPECT_TRUE(runUntil([&] { return panel_->isShown(); }));
+  window_->animateAlphaValue(0, milliseconds(100));
+  EXPECT_TRUE(runUntil([&] { return !panel_->isShown(); }));
+  EXPECT_EQ(window_->alphaValue(), 0);
+}
+
+TEST_F(SignWindowTest, IsNotShownWhereNoSpaceIsActive) {
+  make();
+  window_->orderFront();
+  ASSERT_TRUE(runUntil([&] { return panel_->isShown(); }));
+  EmbeddedDesktop::shared().setSpaceCount(0);
+  EXPECT_TRUE(runUntil([&] { return !panel_->isShown(); }));
 }
 
 TEST_F(SignWindowTest, GoesInTheMiddleOfAnAnimation) {
@@ -155,7 +227,7 @@ TEST_F(SignWindowTest, GoesInTheMiddleOfAnAnimation) {
   window_->animateAlphaValue(0, milliseconds(200));
   runFor(milliseconds(50));
   window_.reset();
-  EXPECT_TRUE(windowsOfRole("label").empty());
+  EXPECT_TRUE(panelsOfRole("label").empty());
   runFor(milliseconds(300));
 }
 
@@ -163,6 +235,7 @@ class TourOverlayTest : public SignWindowTest {
  protected:
   std::unique_ptr<TourOverlay> overlay_ =
       TourOverlay::create({.frame = {100, 200, 520, 96},
+                           .collectionBehavior = CanJoinAllSpaces,
                            .fill = {0, 0, 0, 0.72},
                            .cornerRadius = 48,
                            .spinnerSize = 24,
@@ -174,36 +247,87 @@ class TourOverlayTest : public SignWindowTest {
 };
 
 TEST_F(TourOverlayTest, ShowsAPillWithTheText) {
-  widget_ = windowsOfRole("tour-overlay").at(0);
+  panel_ = panelsOfRole("tour-overlay").at(0);
   const QImage image = picture();
   EXPECT_EQ(image.pixelColor(60, 48), QColor(0, 0, 0, 184));
   const auto [first, last] = textSpan(image);
   EXPECT_GT(first, 28);
   EXPECT_LT(last, 520 - 28);
-  EXPECT_EQ(widget_->windowHandle()->title(), "Initializing desktops, stand by");
+  EXPECT_EQ(panel_->name(), "Initializing desktops, stand by");
+}
+
+TEST_F(TourOverlayTest, IsShownInEverySpace) {
+  overlay_->show(milliseconds(0));
+  panel_ = panelsOfRole("tour-overlay").at(0);
+  ASSERT_TRUE(runUntil([&] { return panel_->isShown(); }));
+  EmbeddedDesktop& desktop = EmbeddedDesktop::shared();
+  desktop.activate(desktop.spaceAt(3));
+  runFor(milliseconds(50));
+  EXPECT_TRUE(panel_->isShown());
 }
 
 TEST_F(TourOverlayTest, FadesOutWhenTheOverlayIsGoneAlready) {
   overlay_->show(milliseconds(50));
-  ASSERT_TRUE(runUntil([&] { return windowsOfRole("tour-overlay").at(0)->isVisible(); }));
+  ASSERT_TRUE(runUntil([&] { return panelsOfRole("tour-overlay").at(0)->isShown(); }));
   runFor(milliseconds(100));
   overlay_->hide(milliseconds(250));
   overlay_.reset();
   runFor(milliseconds(20));
-  EXPECT_EQ(windowsOfRole("tour-overlay").size(), 1U);
-  EXPECT_TRUE(runUntil([&] { return windowsOfRole("tour-overlay").empty(); }));
+  EXPECT_EQ(panelsOfRole("tour-overlay").size(), 1U);
+  EXPECT_TRUE(runUntil([&] { return panelsOfRole("tour-overlay").empty(); }));
 }
 
 TEST_F(TourOverlayTest, GoesAtOnceWhenItWasNotHidden) {
   overlay_->show(milliseconds(50));
   overlay_.reset();
-  EXPECT_TRUE(windowsOfRole("tour-overlay").empty());
+  EXPECT_TRUE(panelsOfRole("tour-overlay").empty());
 }
 
 TEST_F(TourOverlayTest, HiddenBeforeItHasFadedInItGoesTheSameWay) {
   overlay_->show(milliseconds(200));
   overlay_->hide(milliseconds(100));
-  EXPECT_TRUE(runUntil([&] { return windowsOfRole("tour-overlay").empty(); }));
+  EXPECT_TRUE(runUntil([&] { return panelsOfRole("tour-overlay").empty(); }));
+}
+
+// Fades
+
+class AlphaFadeTest : public SignWindowTest {
+ protected:
+  /// From 1 to 0; what was told on the way, the end included.
+  std::vector<double> fade(bool gradual) {
+    std::vector<double> told;
+    AlphaFade alpha([&](double value) { told.push_back(value); });
+    alpha.setGradual(gradual);
+    alpha.animate(0, milliseconds(300));
+    EXPECT_TRUE(runUntil([&] { return !alpha.isRunning(); }));
+    return told;
+  }
+};
+
+TEST_F(AlphaFadeTest, AGradualOneTellsOfEachPictureOfTheScreen) {
+  make();
+  const std::vector<double> told = fade(true);
+  EXPECT_GT(told.size(), 4U);
+  EXPECT_TRUE(std::ranges::is_sorted(told, std::greater()));
+  EXPECT_EQ(told.back(), 0);
+}
+
+TEST_F(AlphaFadeTest, AnotherTellsOfItsBeginningAndItsEnd) {
+  make();
+  const std::vector<double> told = fade(false);
+  ASSERT_EQ(told.size(), 2U);
+  EXPECT_GT(told.front(), 0);
+  EXPECT_EQ(told.back(), 0);
+}
+
+TEST_F(AlphaFadeTest, MayBecomeGradualOnTheWay) {
+  make();
+  int told = 0;
+  AlphaFade alpha([&](double) { told += 1; });
+  alpha.animate(0, milliseconds(400));
+  ASSERT_TRUE(runUntil([&] { return told == 1; }));
+  alpha.setGradual(true);
+  EXPECT_TRUE(runUntil([&] { return told > 3; }));
 }
 
 }  // namespace

@@ -117,12 +117,6 @@ bool X11Client::setDesktopCount(std::uint32_t count) {
   return true;
 }
 
-void X11Client::moveToDesktop(xcb_window_t window, std::uint32_t index) {
-  xcb_ewmh_request_change_wm_desktop(&ewmh_, screen_, window, index,
-                                     XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER);
-  xcb_flush(ewmh_.connection);
-}
-
 bool X11Client::goToDesktop(std::uint32_t index) {
   return demand("_NET_CURRENT_DESKTOP", index);
 }
@@ -213,6 +207,29 @@ bool X11Client::showWindow(const std::string& windowClass, std::uint16_t width,
   return waitUntil(isShown, kPatience);
 }
 
+void X11Client::claimCompositing() {
+  const xcb_window_t owner = xcb_generate_id(ewmh_.connection);
+  xcb_create_window(ewmh_.connection, XCB_COPY_FROM_PARENT, owner, root(), 0, 0, 1, 1, 0,
+                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+  xcb_set_selection_owner(ewmh_.connection, owner, ewmh_._NET_WM_CM_Sn[screen_], XCB_CURRENT_TIME);
+  xcb_flush(ewmh_.connection);
+}
+
+void X11Client::unmap(xcb_window_t window) {
+  xcb_unmap_window(ewmh_.connection, window);
+  xcb_flush(ewmh_.connection);
+}
+
+void X11Client::destroy(xcb_window_t window) {
+  xcb_destroy_window(ewmh_.connection, window);
+  xcb_flush(ewmh_.connection);
+}
+
+void X11Client::kill(xcb_window_t window) {
+  xcb_kill_client(ewmh_.connection, window);
+  xcb_flush(ewmh_.connection);
+}
+
 void X11Client::fake(std::uint8_t type, std::uint8_t detail, std::int16_t x, std::int16_t y) {
   xcb_test_fake_input(ewmh_.connection, type, detail, XCB_CURRENT_TIME, root(), x, y, 0);
   xcb_flush(ewmh_.connection);
@@ -258,6 +275,38 @@ void X11Client::collectWindows(xcb_window_t parent, std::string_view role,
     if (value && value->bytes == role) found.push_back(children[i]);
     collectWindows(children[i], role, found);
   }
+}
+
+bool X11Client::isMapped(xcb_window_t window) {
+  const Reply<xcb_get_window_attributes_reply_t> reply{xcb_get_window_attributes_reply(
+      ewmh_.connection, xcb_get_window_attributes(ewmh_.connection, window), nullptr)};
+  return reply && reply->map_state != XCB_MAP_STATE_UNMAPPED;
+}
+
+bool X11Client::isOverrideRedirect(xcb_window_t window) {
+  const Reply<xcb_get_window_attributes_reply_t> reply{xcb_get_window_attributes_reply(
+      ewmh_.connection, xcb_get_window_attributes(ewmh_.connection, window), nullptr)};
+  return reply && reply->override_redirect != 0;
+}
+
+xcb_window_t X11Client::focus() {
+  const Reply<xcb_get_input_focus_reply_t> reply{
+      xcb_get_input_focus_reply(ewmh_.connection, xcb_get_input_focus(ewmh_.connection), nullptr)};
+  return reply ? reply->focus : xcb_window_t{XCB_NONE};
+}
+
+std::vector<xcb_window_t> X11Client::stack() {
+  const Reply<xcb_query_tree_reply_t> tree{
+      xcb_query_tree_reply(ewmh_.connection, xcb_query_tree(ewmh_.connection, root()), nullptr)};
+  if (!tree) return {};
+  const xcb_window_t* children = xcb_query_tree_children(tree.get());
+  return {children, children + xcb_query_tree_children_length(tree.get())};
+}
+
+xcb_window_t X11Client::windowUnderPointer() {
+  const Reply<xcb_query_pointer_reply_t> reply{xcb_query_pointer_reply(
+      ewmh_.connection, xcb_query_pointer(ewmh_.connection, root()), nullptr)};
+  return reply ? reply->child : xcb_window_t{XCB_NONE};
 }
 
 std::optional<X11Client::Property> X11Client::property(xcb_window_t window, std::string_view name) {

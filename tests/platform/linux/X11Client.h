@@ -29,14 +29,22 @@ class X11Client {
   /// Through the window manager, but none (which no window manager accepts).
   bool setDesktopCount(std::uint32_t count);
   bool goToDesktop(std::uint32_t index);
-  /// Asks the window manager to move the window there, as a pager does; does not wait.
-  void moveToDesktop(xcb_window_t window, std::uint32_t index);
   /// As the user does with the screen's settings.
   bool resizeScreen(std::uint16_t width, std::uint16_t height);
 
   /// A window of this client's own, of a program of that class; in front of the
   /// others and with the focus. Undecorated, at the top left.
   bool showWindow(const std::string& windowClass, std::uint16_t width, std::uint16_t height);
+
+  /// Claims to put the screen together, as a compositor does, until this client goes.
+  void claimCompositing();
+
+  // What a program does to windows that are not its own.
+
+  void unmap(xcb_window_t window);
+  void destroy(xcb_window_t window);
+  /// Ends the connection that the window belongs to.
+  void kill(xcb_window_t window);
 
   // The user's hands, as the devices tell of them.
 
@@ -50,6 +58,16 @@ class X11Client {
   [[nodiscard]] xcb_window_t root() const;
   /// Windows of any depth whose WM_WINDOW_ROLE is the given one.
   [[nodiscard]] std::vector<xcb_window_t> windowsOfRole(std::string_view role);
+
+  [[nodiscard]] bool isMapped(xcb_window_t window);
+  /// Whether window managers leave it alone.
+  [[nodiscard]] bool isOverrideRedirect(xcb_window_t window);
+  /// The window that gets the keyboard.
+  [[nodiscard]] xcb_window_t focus();
+  /// The children of the root window, back to front.
+  [[nodiscard]] std::vector<xcb_window_t> stack();
+  /// The one of them that a click would go to; none over the bare root window.
+  [[nodiscard]] xcb_window_t windowUnderPointer();
 
   // Properties, by name, untouched.
 

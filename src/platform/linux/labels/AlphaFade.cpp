@@ -6,7 +6,9 @@
 #include <QScreen>
 #include <QTimerEvent>
 #include <algorithm>
+#include <chrono>
 #include <cmath>
+#include <cstdint>
 #include <utility>
 
 namespace vembrix {
@@ -44,6 +46,11 @@ double AlphaFade::value() const {
   return progress < 1 ? from_ + (to_ - from_) * easing().valueForProgress(progress) : to_;
 }
 
+void AlphaFade::setGradual(bool gradual) {
+  if (std::exchange(isGradual_, gradual) == gradual || !isRunning()) return;
+  waitForStep();
+}
+
 void AlphaFade::set(double value) {
   timer_.stop();
   ended_ = nullptr;
@@ -69,9 +76,17 @@ void AlphaFade::timerEvent(QTimerEvent* event) {
   const double value = this->value();
   if (Duration(clock_.nsecsElapsed()) >= duration_) {
     finish();
-  } else {
-    apply(value);
+    return;
   }
+  apply(value);
+  if (!isGradual_) waitForStep();
+}
+
+void AlphaFade::waitForStep() {
+  const Duration left = duration_ - Duration(clock_.nsecsElapsed());
+  const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(left).count();
+  const int rest = static_cast<int>(std::max<std::int64_t>(milliseconds, 0));
+  timer_.start(isGradual_ ? pictureInterval() : rest, Qt::PreciseTimer, this);
 }
 
 void AlphaFade::apply(double value) {

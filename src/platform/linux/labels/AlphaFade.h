@@ -10,8 +10,9 @@
 namespace vembrix {
 
 /// The alpha value of a window, and its way from one value to another: slow at both
-/// ends, a step for each picture of the screen, at its end exactly there. At rest no
-/// timer runs. Main thread; needs a Qt application.
+/// ends, at its end exactly there. Gradual ones take a step for each picture of the
+/// screen, others only one right after the beginning. At rest no timer runs. Main
+/// thread; needs a Qt application.
 class AlphaFade : public QObject {
  public:
   /// `apply` gets each new value.
@@ -20,6 +21,9 @@ class AlphaFade : public QObject {
   /// What it has come to by now.
   [[nodiscard]] double value() const;
   [[nodiscard]] bool isRunning() const { return timer_.isActive(); }
+
+  /// Whether every step is seen. Not so at first.
+  void setGradual(bool gradual);
 
   /// Ends an animation, whose `ended` is not called.
   void set(double value);
@@ -34,9 +38,11 @@ class AlphaFade : public QObject {
  private:
   void apply(double value);
   void finish();
+  void waitForStep();
 
   std::function<void(double)> apply_;
   std::function<void()> ended_;
+  bool isGradual_ = false;
   QBasicTimer timer_;
   QElapsedTimer clock_;
   Duration duration_{};

@@ -1,34 +1,32 @@
 #include "platform/linux/labels/FloatingPanel.h"
 
+#include <QGuiApplication>
 #include <QPainter>
-#include <QWindow>
-#include <algorithm>
-#include <utility>
-#include <vector>
+#include <QScreen>
+#include <cmath>
 
+#include "platform/embedded/SpaceWindows.h"
+#include "platform/linux/ChosenDesktop.h"
 #include "platform/linux/Compositor.h"
-#include "platform/linux/QtEwmh.h"
 #include "platform/linux/ScreenCoordinates.h"
-#include "platform/linux/WindowHints.h"
 #include "platform/linux/labels/PanelShadow.h"
+#include "platform/linux/labels/PanelStage.h"
 
 namespace vembrix {
 namespace {
-
-/// All that exist.
-std::vector<FloatingPanel*>& panels() {
-  static std::vector<FloatingPanel*> panels;
-  return panels;
-}
 
 QRect withShadow(const QRect& panel) {
   constexpr int kExtent = kPanelShadowExtent;
   return panel.adjusted(-kExtent, -kExtent, kExtent, kExtent);
 }
 
-/// A shape of no pixel of the window. Qt takes an empty region for no shape at all.
-QRegion nothing() {
-  return QRegion(-2, -2, 1, 1);
+QRectF withoutShadow(const QRectF& bounds) {
+  constexpr double kExtent = kPanelShadowExtent;
+  return bounds.adjusted(kExtent, kExtent, -kExtent, -kExtent);
+}
+
+QRectF scaled(const QRectF& rect, double scale) {
+  return {rect.topLeft() * scale, rect.size() * scale};
 }
 
 }  // namespace
@@ -38,130 +36,146 @@ FloatingPanel::FloatingPanel(const Options& options, PanelContent& content)
       frame_(options.frame),
       level_(options.level),
       cornerRadius_(options.cornerRadius),
+      role_(options.role),
+      number_(chosenWindows().add({.owner = "Vembrix",
+                                   .frame = options.frame,
+                                   .level = options.level,
+                                   .collectionBehavior = options.collectionBehavior,
+                                   .spaces = {}})),
       alpha_([this](double alpha) { applyAlpha(alpha); }) {
-  setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
-                 Qt::WindowDoesNotAcceptFocus | Qt::WindowTransparentForInput |
-                 Qt::NoDropShadowWindowHint);
-  setAttribute(Qt::WA_ShowWithoutActivating);
-  setAttribute(Qt::WA_TranslucentBackground);
-  setWindowRole(options.role);
-  setGeometry(withShadow(windowGeometry(frame_)));
-  // Makes the native window, so that its hints are there before it is shown.
-  winId();
-  hideFromSwitchers(*windowHandle());
-  announceOwnShadow(*windowHandle(), kPanelShadowExtent);
-  placement_ = PanelPlacement::create(*windowHandle(),
-                                      {.frame = frame_,
-                                       .level = level_,
-                                       .collectionBehavior = options.collectionBehavior,
-                                       .setShown = [this](bool shown) { setShown(shown); }});
-  connect(&Compositor::shared(), &Compositor::changed, this, [this] {
-    updateShape();
-    update();
-  });
-  updateShape();
-  panels().push_back(this);
+  PanelStage::shared().add(*this);
 }
 
 FloatingPanel::~FloatingPanel() {
-  std::erase(panels(), this);
+  PanelStage::shared().remove(*this);
+  chosenWindows().remove(number_);
 }
 
 void FloatingPanel::setName(const QString& name) {
-  // Not the widget's title, in which "[*]" is no text.
-  if (windowHandle()->title() != name) windowHandle()->setTitle(name);
-  if (accessibleName() != name) setAccessibleName(name);
+  name_ = name;
+  if (isShown_ && window_) window_->setName(name);
 }
 
 void FloatingPanel::setFrame(const Rect& frame) {
-  if (frame != frame_) {
-    frame_ = frame;
-    placement_->setFrame(frame);
-  }
-  // The same frame is elsewhere when the primary screen has another height.
-  setGeometry(withShadow(windowGeometry(frame)));
+  frame_ = frame;
+  chosenWindows().find(number_)->frame = frame;
+  if (isShown_) refreshing_ = MainQueue::main().schedule(Duration::zero(), [this] { refresh(); });
 }
 
 void FloatingPanel::setCollectionBehavior(std::uint64_t behavior) {
-  placement_->setCollectionBehavior(behavior);
+  chosenWindows().find(number_)->collectionBehavior = behavior;
 }
 
 void FloatingPanel::orderFront() {
-  if (isVisible()) raiseInLevel();
-  placement_->orderFront();
-}
-
-void FloatingPanel::setShown(bool shown) {
-  if (isVisible() == shown) return;
-  setVisible(shown);
-  if (shown) raiseInLevel();
-  content_.setVisible(shown && alpha_.value() > 0);
-}
-
-void FloatingPanel::raiseInLevel() {
-  raise();
-  // Window managers know one level above programs only.
-  for (FloatingPanel* other : panels()) {
-    if (other->level_ > level_ && other->isVisible()) other->raise();
+  if (isShown_) {
+    raise();
+    PanelStage::shared().noteShown(*this);
   }
+  chosenWindows().orderFront(number_);
 }
 
-QRectF FloatingPanel::panelRect() const {
-  constexpr double kExtent = kPanelShadowExtent;
-  return QRectF(rect()).adjusted(kExtent, kExtent, -kExtent, -kExtent);
+void FloatingPanel::raise() {
+  if (window_) window_->raise();
 }
 
-// Alpha
+// Seen or not
 
 void FloatingPanel::applyAlpha(double alpha) {
-  const bool wasSeen = windowHandle()->opacity() > 0;
-  // For whoever puts the screen together; before the shape, so that what comes up is
-  // as faint from the start.
-  windowHandle()->setOpacity(alpha);
-  if (wasSeen == (alpha > 0)) return;
-  updateShape();
-  content_.setVisible(isVisible() && alpha > 0);
-}
-
-FloatingPanel::Shape FloatingPanel::shape() const {
-  // The opacity says it all; and compositors may overlook that a window takes another
-  // shape while it is on another desktop.
-  if (Compositor::shared().isRunning()) return Shape::Whole;
-  // The window is still there, and in its desktop's list.
-  return windowHandle()->opacity() <= 0 ? Shape::Nothing : Shape::Panel;
-}
-
-void FloatingPanel::updateShape() {
-  if (!ewmhOfQt()) return;
-  const Shape shape = this->shape();
-  if (std::exchange(shape_, shape) == shape) return;
-  switch (shape) {
-    case Shape::Whole:
-      windowHandle()->setMask({});
-      break;
-    case Shape::Panel:
-      windowHandle()->setMask(roundedShape(panelRect(), cornerRadius_));
-      break;
-    case Shape::Nothing:
-      windowHandle()->setMask(nothing());
-      break;
+  if (isOnScreen_ && isShown_ != (alpha > 0)) {
+    PanelStage::shared().updateSoon();
+  } else if (isShown_ && window_) {
+    window_->setOpacity(alpha);
   }
 }
 
-void FloatingPanel::resizeEvent(QResizeEvent* /*event*/) {
-  if (shape_ == Shape::Panel) windowHandle()->setMask(roundedShape(panelRect(), cornerRadius_));
+void FloatingPanel::setOnScreen(bool isOnScreen) {
+  isOnScreen_ = isOnScreen;
+  // What lies between two values is seen by the grace of a compositor only.
+  alpha_.setGradual(isOnScreen && Compositor::shared().isRunning());
+  const bool isShown = isOnScreen && alpha_.value() > 0;
+  if (isShown == isShown_) return;
+  isShown_ = isShown;
+  if (isShown) {
+    show();
+  } else {
+    hide();
+  }
+  content_.setVisible(isShown);
 }
 
-void FloatingPanel::paintEvent(QPaintEvent* /*event*/) {
-  QPainter painter(this);
+void FloatingPanel::show() {
+  if (window_ && window_->isLost()) dropWindow();
+  if (!window_) window_ = PanelWindow::create(role_);
+  if (!window_) return;
+  window_->setName(name_);
+  refresh();
+  window_->show(alpha_.value());
+  PanelStage::shared().noteShown(*this);
+}
+
+void FloatingPanel::hide() {
+  refreshing_.reset();
+  if (window_) window_->hide();
+}
+
+void FloatingPanel::dropWindow() {
+  window_.reset();
+  isPainted_ = false;
+}
+
+// The picture
+
+QRectF FloatingPanel::bounds() const {
+  return {QPointF(), withShadow(windowGeometry(frame_)).size()};
+}
+
+Backing FloatingPanel::backing() const {
+  const bool shinesThrough = Compositor::shared().isRunning() && window_->canBeTranslucent();
+  return shinesThrough ? Backing::Translucent : Backing::Opaque;
+}
+
+void FloatingPanel::update() {
+  isPainted_ = false;
+  if (isShown_) refreshing_ = MainQueue::main().schedule(Duration::zero(), [this] { refresh(); });
+}
+
+void FloatingPanel::refresh() {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  if (!window_ || !screen) return;
+  const double scale = screen->devicePixelRatio();
+  const QRect geometry = nativeGeometry(withShadow(windowGeometry(frame_)), *screen);
+  window_->setGeometry(geometry);
+  if (isPainted_ && paintedSize_ == geometry.size()) return;
+  isPainted_ = true;
+  paintedSize_ = geometry.size();
+  const Backing backing = this->backing();
+  window_->setPicture(picture(scale, backing, bounds()));
+  window_->setShadow(static_cast<int>(std::lround(kPanelShadowExtent * scale)));
+  const QRectF panel = scaled(withoutShadow(bounds()), scale);
+  window_->setShape(backing == Backing::Opaque ? roundedShape(panel, cornerRadius_ * scale)
+                                               : QRegion());
+}
+
+void FloatingPanel::update(const QRectF& part) {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  // A picture that is out of date is drawn as a whole soon.
+  if (!isShown_ || !window_ || !isPainted_ || !screen) return;
+  const double scale = screen->devicePixelRatio();
+  window_->paint(picture(scale, backing(), part), scaled(part, scale).toAlignedRect().topLeft());
+}
+
+QImage FloatingPanel::picture(double scale, Backing backing, const QRectF& part) const {
+  const QRect pixels = scaled(part, scale).toAlignedRect();
+  QImage image(pixels.size(), QImage::Format_ARGB32_Premultiplied);
+  image.setDevicePixelRatio(scale);
+  image.fill(Qt::transparent);
+  QPainter painter(&image);
   painter.setRenderHint(QPainter::Antialiasing);
-  const QRectF panel = panelRect();
-  if (!Compositor::shared().isRunning()) {
-    content_.paint(painter, panel, Backing::Opaque);
-    return;
-  }
-  paintPanelShadow(painter, panel, cornerRadius_);
-  content_.paint(painter, panel, Backing::Translucent);
+  painter.translate(-QPointF(pixels.topLeft()) / scale);
+  const QRectF panel = withoutShadow(bounds());
+  if (backing == Backing::Translucent) paintPanelShadow(painter, panel, cornerRadius_);
+  content_.paint(painter, panel, backing);
+  return image;
 }
 
 }  // namespace vembrix

@@ -42,7 +42,7 @@ void TourOverlayView::setVisible(bool visible) {
 }
 
 void TourOverlayView::timerEvent(QTimerEvent* event) {
-  if (event->timerId() == timer_.timerId()) panel_->update(spinner_.toAlignedRect());
+  if (event->timerId() == timer_.timerId()) panel_->update(spinner_);
 }
 
 void TourOverlayView::paint(QPainter& painter, const QRectF& panel, Backing backing) {

@@ -2,8 +2,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <list>
 #include <span>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/Geometry.h"
@@ -12,10 +14,10 @@
 
 namespace vembrix {
 
-/// The windows on the embedded desktop and the Spaces that hold them. A window is
-/// born when it is first ordered to the front, in the Space that is active then; from
-/// there programs and the desktop itself move it. Main thread.
-class EmbeddedWindows {
+/// The windows on a desktop and the Spaces that hold them. A window is born when it is
+/// first ordered to the front, in the Space that is active then; from there programs
+/// and the desktop itself move it. Shows nothing by itself. Main thread.
+class SpaceWindows {
  public:
   using SpaceID = WindowServer::SpaceID;
   using WindowNumber = WindowServer::WindowNumber;
@@ -34,14 +36,19 @@ class EmbeddedWindows {
   };
 
   /// `activeSpace` tells where windows are born.
-  explicit EmbeddedWindows(std::function<SpaceID()> activeSpace)
+  explicit SpaceWindows(std::function<SpaceID()> activeSpace)
       : activeSpace_(std::move(activeSpace)) {}
+
+  /// Told at once, in the call, when windows have come, gone or moved to other Spaces;
+  /// empty for nobody.
+  void watch(std::function<void()> watcher) { watcher_ = std::move(watcher); }
 
   /// A window out of sight; its number, never used again.
   WindowNumber add(Window window);
   void remove(WindowNumber number);
-  /// Null for an unknown number; valid until windows are added or removed.
+  /// Null for an unknown number; valid until the window is removed.
   [[nodiscard]] Window* find(WindowNumber number);
+  [[nodiscard]] const Window* find(WindowNumber number) const;
 
   /// Before the others of its level.
   void orderFront(WindowNumber number);
@@ -59,22 +66,28 @@ class EmbeddedWindows {
 
   /// The window is in exactly these Spaces from now on.
   void move(WindowNumber number, std::vector<SpaceID> spaces);
-  /// A Space is gone: windows that were in no other find themselves in `refuge`; 0 for
+  /// Spaces are gone: windows that were in no other find themselves in `refuge`; 0 for
   /// none.
-  void spaceRemoved(SpaceID space, SpaceID refuge);
+  void removeSpaces(const std::function<bool(SpaceID)>& isGone, SpaceID refuge);
 
   /// What Mission Control shows of the Space, front to back: the windows there that are
   /// ordered in, but for those that hide from it.
   [[nodiscard]] std::vector<WindowNumber> shownByMissionControl(SpaceID space) const;
   /// The windows ordered in that any of the Spaces holds, front to back.
   [[nodiscard]] std::vector<const Window*> onScreen(std::span<const SpaceID> spaces) const;
+  /// Whether that window is one of them while the Space alone is shown.
+  [[nodiscard]] bool isOnScreen(WindowNumber number, SpaceID space) const;
 
   [[nodiscard]] std::size_t count() const { return windows_.size(); }
 
  private:
+  void tell() const;
+
   std::function<SpaceID()> activeSpace_;
+  std::function<void()> watcher_;
   /// Front to back.
-  std::vector<Window> windows_;
+  std::list<Window> windows_;
+  std::unordered_map<WindowNumber, std::list<Window>::iterator> places_;
   WindowNumber lastNumber_ = 0;
 };
 

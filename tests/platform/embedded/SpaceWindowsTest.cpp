@@ -1,4 +1,4 @@
-#include "platform/embedded/EmbeddedWindows.h"
+#include "platform/embedded/SpaceWindows.h"
 
 #include <gmock/gmock.h>
 
@@ -10,10 +10,10 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
-using Number = EmbeddedWindows::WindowNumber;
-using SpaceID = EmbeddedWindows::SpaceID;
+using Number = SpaceWindows::WindowNumber;
+using SpaceID = SpaceWindows::SpaceID;
 
-class EmbeddedWindowsTest : public testing::Test {
+class SpaceWindowsTest : public testing::Test {
  protected:
   Number add(std::uint64_t behavior = 0, WindowLevel level = WindowLevel::Floating) {
     return windows_.add({.owner = "Program",
@@ -43,19 +43,21 @@ class EmbeddedWindowsTest : public testing::Test {
     return numbers;
   }
 
+  static bool isFirst(SpaceID space) { return space == 1; }
+
   static constexpr std::array<SpaceID, 3> kAll = {1, 2, 3};
 
   SpaceID active_ = 1;
-  EmbeddedWindows windows_{[this] { return active_; }};
+  SpaceWindows windows_{[this] { return active_; }};
 };
 
-TEST_F(EmbeddedWindowsTest, AWindowIsInNoSpaceBeforeItIsFirstShown) {
+TEST_F(SpaceWindowsTest, AWindowIsInNoSpaceBeforeItIsFirstShown) {
   const Number window = add();
   EXPECT_THAT(spacesOf(window), IsEmpty());
   EXPECT_FALSE(windows_.find(window)->isOrderedIn);
 }
 
-TEST_F(EmbeddedWindowsTest, AWindowIsBornInTheSpaceThatIsActiveWhenItIsFirstShown) {
+TEST_F(SpaceWindowsTest, AWindowIsBornInTheSpaceThatIsActiveWhenItIsFirstShown) {
   const Number window = add();
   active_ = 3;
   windows_.orderFront(window);
@@ -63,7 +65,7 @@ TEST_F(EmbeddedWindowsTest, AWindowIsBornInTheSpaceThatIsActiveWhenItIsFirstShow
   EXPECT_TRUE(windows_.find(window)->isOrderedIn);
 }
 
-TEST_F(EmbeddedWindowsTest, AWindowIsBornOnce) {
+TEST_F(SpaceWindowsTest, AWindowIsBornOnce) {
   const Number window = show();
   active_ = 2;
   windows_.orderFront(window);
@@ -73,32 +75,32 @@ TEST_F(EmbeddedWindowsTest, AWindowIsBornOnce) {
   EXPECT_THAT(spacesOf(window), ElementsAre(1));
 }
 
-TEST_F(EmbeddedWindowsTest, WithoutAnActiveSpaceAWindowIsBornNowhere) {
+TEST_F(SpaceWindowsTest, WithoutAnActiveSpaceAWindowIsBornNowhere) {
   active_ = 0;
   EXPECT_THAT(spacesOf(show()), IsEmpty());
 }
 
-TEST_F(EmbeddedWindowsTest, AWindowIsAddedToSpacesBesidesItsOwnAndToEachOnce) {
+TEST_F(SpaceWindowsTest, AWindowIsAddedToSpacesBesidesItsOwnAndToEachOnce) {
   const Number window = show();
   addTo(window, {3, 1, 3});
   EXPECT_THAT(spacesOf(window), ElementsAre(1, 3));
 }
 
-TEST_F(EmbeddedWindowsTest, AWindowIsRemovedFromTheNamedSpacesOnly) {
+TEST_F(SpaceWindowsTest, AWindowIsRemovedFromTheNamedSpacesOnly) {
   const Number window = show();
   addTo(window, {2, 3});
   removeFrom(window, {1, 3, 77});
   EXPECT_THAT(spacesOf(window), ElementsAre(2));
 }
 
-TEST_F(EmbeddedWindowsTest, AWindowMayEndUpInNoSpaceAndIsThenNotOnTheScreen) {
+TEST_F(SpaceWindowsTest, AWindowMayEndUpInNoSpaceAndIsThenNotOnTheScreen) {
   const Number window = show();
   removeFrom(window, {1});
   EXPECT_THAT(spacesOf(window), IsEmpty());
   EXPECT_THAT(onScreen({1, 2, 3}), IsEmpty());
 }
 
-TEST_F(EmbeddedWindowsTest, UnknownWindowsAreIgnored) {
+TEST_F(SpaceWindowsTest, UnknownWindowsAreIgnored) {
   addTo(99, {1});
   removeFrom(99, {1});
   windows_.orderFront(99);
@@ -110,14 +112,14 @@ TEST_F(EmbeddedWindowsTest, UnknownWindowsAreIgnored) {
   EXPECT_EQ(windows_.count(), 0U);
 }
 
-TEST_F(EmbeddedWindowsTest, TheSpacesOfSeveralWindowsAreListedOnce) {
+TEST_F(SpaceWindowsTest, TheSpacesOfSeveralWindowsAreListedOnce) {
   const Number first = show();
   const Number second = show();
   addTo(second, {2});
   EXPECT_THAT(windows_.spacesOf(std::array{first, second, first}, kAll), ElementsAre(1, 2));
 }
 
-TEST_F(EmbeddedWindowsTest, AWindowIsMovedBehindTheProgramsBack) {
+TEST_F(SpaceWindowsTest, AWindowIsMovedBehindTheProgramsBack) {
   const Number window = show();
   windows_.move(window, {2, 3});
   EXPECT_THAT(spacesOf(window), ElementsAre(2, 3));
@@ -125,31 +127,31 @@ TEST_F(EmbeddedWindowsTest, AWindowIsMovedBehindTheProgramsBack) {
   EXPECT_THAT(spacesOf(window), IsEmpty());
 }
 
-TEST_F(EmbeddedWindowsTest, WhenASpaceGoesItsWindowsFindRefuge) {
+TEST_F(SpaceWindowsTest, WhenASpaceGoesItsWindowsFindRefuge) {
   const Number alone = show();
   const Number inTwo = show();
   const Number elsewhere = show();
   addTo(inTwo, {3});
   windows_.move(elsewhere, {3});
-  windows_.spaceRemoved(1, 2);
+  windows_.removeSpaces(isFirst, 2);
   EXPECT_THAT(spacesOf(alone), ElementsAre(2));
   EXPECT_THAT(spacesOf(inTwo), ElementsAre(3)) << "it was in another Space already";
   EXPECT_THAT(spacesOf(elsewhere), ElementsAre(3));
 }
 
-TEST_F(EmbeddedWindowsTest, WithoutARefugeTheWindowsOfARemovedSpaceAreNowhere) {
+TEST_F(SpaceWindowsTest, WithoutARefugeTheWindowsOfARemovedSpaceAreNowhere) {
   const Number window = show();
-  windows_.spaceRemoved(1, 0);
+  windows_.removeSpaces(isFirst, 0);
   EXPECT_THAT(spacesOf(window), IsEmpty());
 }
 
-TEST_F(EmbeddedWindowsTest, AWindowThatJoinsAllSpacesIsInEveryOne) {
+TEST_F(SpaceWindowsTest, AWindowThatJoinsAllSpacesIsInEveryOne) {
   const Number window = show(CanJoinAllSpaces);
   EXPECT_THAT(spacesOf(window), ElementsAre(1, 2, 3));
   EXPECT_THAT(onScreen({3}), ElementsAre(window));
 }
 
-TEST_F(EmbeddedWindowsTest, MissionControlShowsWhatIsOrderedInThere) {
+TEST_F(SpaceWindowsTest, MissionControlShowsWhatIsOrderedInThere) {
   const Number managed = show(Managed);
   const Number elsewhere = show(Managed);
   windows_.move(elsewhere, {2});
@@ -160,13 +162,13 @@ TEST_F(EmbeddedWindowsTest, MissionControlShowsWhatIsOrderedInThere) {
   EXPECT_THAT(windows_.shownByMissionControl(2), ElementsAre(elsewhere));
 }
 
-TEST_F(EmbeddedWindowsTest, TransientWindowsHideFromMissionControlButAreOnTheScreen) {
+TEST_F(SpaceWindowsTest, TransientWindowsHideFromMissionControlButAreOnTheScreen) {
   const Number transient = show(Transient | IgnoresCycle);
   EXPECT_THAT(windows_.shownByMissionControl(1), IsEmpty());
   EXPECT_THAT(onScreen({1}), ElementsAre(transient));
 }
 
-TEST_F(EmbeddedWindowsTest, AWindowStandsBeforeTheOthersOfItsLevelAndBelowHigherOnes) {
+TEST_F(SpaceWindowsTest, AWindowStandsBeforeTheOthersOfItsLevelAndBelowHigherOnes) {
   const Number low = show(0, WindowLevel::Floating);
   const Number high = show(0, WindowLevel::Status);
   const Number next = show(0, WindowLevel::Floating);
@@ -175,13 +177,47 @@ TEST_F(EmbeddedWindowsTest, AWindowStandsBeforeTheOthersOfItsLevelAndBelowHigher
   EXPECT_THAT(onScreen({1}), ElementsAre(high, low, next));
 }
 
-TEST_F(EmbeddedWindowsTest, AWindowInSeveralShownSpacesIsOnTheScreenOnce) {
+TEST_F(SpaceWindowsTest, AWindowInSeveralShownSpacesIsOnTheScreenOnce) {
   const Number window = show();
   addTo(window, {2});
   EXPECT_THAT(onScreen({1, 2}), ElementsAre(window));
 }
 
-TEST_F(EmbeddedWindowsTest, NumbersAreNeverUsedAgain) {
+TEST_F(SpaceWindowsTest, TellsOfOneWindowWhetherItIsOnTheScreen) {
+  const Number window = show();
+  const Number joining = show(CanJoinAllSpaces);
+  EXPECT_TRUE(windows_.isOnScreen(window, 1));
+  EXPECT_FALSE(windows_.isOnScreen(window, 2));
+  EXPECT_TRUE(windows_.isOnScreen(joining, 2));
+  EXPECT_FALSE(windows_.isOnScreen(add(CanJoinAllSpaces), 2)) << "it was never shown";
+  EXPECT_FALSE(windows_.isOnScreen(99, 1));
+  windows_.orderOut(window);
+  EXPECT_FALSE(windows_.isOnScreen(window, 1));
+}
+
+TEST_F(SpaceWindowsTest, TheWatcherIsToldWhateverMovesAWindow) {
+  const Number window = add();
+  int told = 0;
+  windows_.watch([&] { told += 1; });
+  windows_.orderFront(window);
+  EXPECT_EQ(told, 1);
+  addTo(window, {2});
+  EXPECT_EQ(told, 2);
+  removeFrom(window, {2});
+  EXPECT_EQ(told, 3);
+  windows_.move(window, {3});
+  EXPECT_EQ(told, 4);
+  windows_.removeSpaces([](SpaceID space) { return space == 2; }, 1);
+  EXPECT_EQ(told, 4) << "no window was there";
+  windows_.removeSpaces([](SpaceID space) { return space == 3; }, 1);
+  EXPECT_EQ(told, 5);
+  windows_.orderOut(window);
+  EXPECT_EQ(told, 6);
+  windows_.remove(window);
+  EXPECT_EQ(told, 7);
+}
+
+TEST_F(SpaceWindowsTest, NumbersAreNeverUsedAgain) {
   const Number first = add();
   windows_.remove(first);
   EXPECT_NE(add(), first);

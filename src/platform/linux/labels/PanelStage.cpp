@@ -1,0 +1,75 @@
+#include "platform/linux/labels/PanelStage.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "platform/WindowServer.h"
+#include "platform/embedded/SpaceWindows.h"
+#include "platform/linux/ChosenDesktop.h"
+#include "platform/linux/Compositor.h"
+#include "platform/linux/labels/FloatingPanel.h"
+
+namespace vembrix {
+namespace {
+
+/// Of the pictures that the X server keeps: about five labels of the usual size, which a
+/// user comes back to before their colours change.
+constexpr std::int64_t kMaxBytes = std::int64_t{8} << 20;
+
+}  // namespace
+
+PanelStage& PanelStage::shared() {
+  // Never destroyed: panels may outlive main().
+  static auto& stage = *new PanelStage;
+  return stage;
+}
+
+PanelStage::PanelStage() {
+  chosenWindows().watch([this] { updateSoon(); });
+  observation_ = NotificationCenter::workspace().addObserver(notification::kActiveSpaceDidChange,
+                                                             [this] { updateSoon(); });
+  connect(&Compositor::shared(), &Compositor::changed, this, [this] {
+    for (FloatingPanel* panel : panels_) panel->update();
+    updateSoon();
+  });
+}
+
+void PanelStage::remove(FloatingPanel& panel) {
+  std::erase(panels_, &panel);
+  std::erase(shown_, &panel);
+}
+
+void PanelStage::updateSoon() {
+  if (updating_) return;
+  updating_ = MainQueue::main().schedule(Duration::zero(), [this] { update(); });
+}
+
+void PanelStage::update() {
+  updating_.reset();
+  WindowServer& server = WindowServer::shared();
+  const auto active = server.CGSGetActiveSpace(server.CGSMainConnectionID());
+  const SpaceWindows& windows = chosenWindows();
+  for (FloatingPanel* panel : panels_) {
+    panel->setOnScreen(active != 0 && windows.isOnScreen(panel->number(), active));
+  }
+}
+
+void PanelStage::noteShown(FloatingPanel& panel) {
+  for (FloatingPanel* other : panels_) {
+    if (other->level() > panel.level() && other->isShown()) other->raise();
+  }
+  std::erase(shown_, &panel);
+  shown_.push_back(&panel);
+  dropPictures();
+}
+
+void PanelStage::dropPictures() {
+  std::int64_t bytes = 0;
+  for (auto panel = shown_.rbegin(); panel != shown_.rend(); ++panel) {
+    bytes += (*panel)->pictureBytes();
+    if (bytes > kMaxBytes && !(*panel)->isShown()) (*panel)->dropWindow();
+  }
+  std::erase_if(shown_, [](const FloatingPanel* panel) { return panel->pictureBytes() == 0; });
+}
+
+}  // namespace vembrix

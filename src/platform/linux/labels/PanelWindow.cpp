@@ -1,0 +1,214 @@
+#include "platform/linux/labels/PanelWindow.h"
+
+#include <xcb/xfixes.h>
+
+#include <QtEndian>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <span>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/linux/labels/PanelConnection.h"
+
+namespace vembrix {
+namespace {
+
+// Of the shape extension, which needs no library of its own for two numbers.
+constexpr xcb_shape_kind_t kBoundingShape = 0;
+constexpr xcb_shape_kind_t kInputShape = 2;
+
+/// The instance and the class, each ended by a NUL.
+constexpr std::string_view kClass("vembrix\0Vembrix\0", 16);
+
+void setText(const PanelConnection& connection, xcb_window_t window, xcb_atom_t property,
+             xcb_atom_t type, std::string_view text) {
+  xcb_change_property(connection.xcb(), XCB_PROP_MODE_REPLACE, window, property, type, 8,
+                      static_cast<std::uint32_t>(text.size()), text.data());
+}
+
+void setNumbers(const PanelConnection& connection, xcb_window_t window, xcb_atom_t property,
+                std::span<const std::uint32_t> numbers) {
+  xcb_change_property(connection.xcb(), XCB_PROP_MODE_REPLACE, window, property, XCB_ATOM_CARDINAL,
+                      32, static_cast<std::uint32_t>(numbers.size()), numbers.data());
+}
+
+/// The region in the place of one of the window's shapes.
+void setShapeRegion(const PanelConnection& connection, xcb_window_t window, xcb_shape_kind_t kind,
+                    std::span<const xcb_rectangle_t> rectangles) {
+  xcb_connection_t* xcb = connection.xcb();
+  const xcb_xfixes_region_t region = xcb_generate_id(xcb);
+  xcb_xfixes_create_region(xcb, region, static_cast<std::uint32_t>(rectangles.size()),
+                           rectangles.data());
+  xcb_xfixes_set_window_shape_region(xcb, window, kind, 0, 0, region);
+  xcb_xfixes_destroy_region(xcb, region);
+}
+
+}  // namespace
+
+std::unique_ptr<PanelWindow> PanelWindow::create(const QString& role) {
+  auto connection = PanelConnection::current();
+  if (!connection || connection->format().depth == 0) return nullptr;
+  return std::unique_ptr<PanelWindow>(new PanelWindow(std::move(connection), role));
+}
+
+PanelWindow::PanelWindow(std::shared_ptr<PanelConnection> connection, const QString& role)
+    : connection_(std::move(connection)), id_(xcb_generate_id(connection_->xcb())) {
+  const PanelConnection::Format& format = connection_->format();
+  // Background and border pixel, override-redirect, events, colours.
+  const std::uint32_t mask = XCB_CW_BACK_PIXMAP | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT |
+                             XCB_CW_EVENT_MASK | XCB_CW_COLORMAP;
+  const std::array<std::uint32_t, 5> values = {XCB_BACK_PIXMAP_NONE, 0, 1,
+                                               XCB_EVENT_MASK_STRUCTURE_NOTIFY, format.colors};
+  xcb_create_window(connection_->xcb(), format.depth, id_, connection_->root(), 0, 0, 1, 1, 0,
+                    XCB_WINDOW_CLASS_INPUT_OUTPUT, format.visual, mask, values.data());
+  connection_->add(id_);
+  setText(*connection_, id_, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, kClass);
+  setText(*connection_, id_, connection_->atoms().role, XCB_ATOM_STRING, role.toStdString());
+  // What it is to those who draw or animate windows by their type.
+  std::array types = {connection_->atoms().onScreenDisplay,
+                      connection_->ewmh()->_NET_WM_WINDOW_TYPE_NOTIFICATION};
+  xcb_ewmh_set_wm_window_type(connection_->ewmh(), id_, types.size(), types.data());
+  setShapeRegion(*connection_, id_, kInputShape, {});
+}
+
+PanelWindow::~PanelWindow() {
+  connection_->remove(id_);
+  xcb_destroy_window(connection_->xcb(), id_);
+  connection_->flush();
+}
+
+bool PanelWindow::isLost() {
+  return !connection_->has(id_);
+}
+
+bool PanelWindow::canBeTranslucent() const {
+  return connection_->format().depth == 32;
+}
+
+void PanelWindow::setName(const QString& name) {
+  if (name_ == name) return;
+  name_ = name;
+  const std::string text = name.toStdString();
+  const xcb_ewmh_connection_t& atoms = *connection_->ewmh();
+  setText(*connection_, id_, XCB_ATOM_WM_NAME, atoms.UTF8_STRING, text);
+  setText(*connection_, id_, atoms._NET_WM_NAME, atoms.UTF8_STRING, text);
+}
+
+void PanelWindow::setGeometry(const QRect& geometry) {
+  if (geometry_ == geometry) return;
+  geometry_ = geometry;
+  const std::array<std::uint32_t, 4> values = {
+      static_cast<std::uint32_t>(geometry.x()), static_cast<std::uint32_t>(geometry.y()),
+      static_cast<std::uint32_t>(std::max(geometry.width(), 1)),
+      static_cast<std::uint32_t>(std::max(geometry.height(), 1))};
+  xcb_configure_window(connection_->xcb(), id_,
+                       XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                           XCB_CONFIG_WINDOW_HEIGHT,
+                       values.data());
+}
+
+void PanelWindow::setPicture(const QImage& picture) {
+  xcb_connection_t* xcb = connection_->xcb();
+  const xcb_pixmap_t pixmap = xcb_generate_id(xcb);
+  xcb_create_pixmap(xcb, connection_->format().depth, pixmap, id_,
+                    static_cast<std::uint16_t>(picture.width()),
+                    static_cast<std::uint16_t>(picture.height()));
+  put(pixmap, picture, {});
+  xcb_change_window_attributes(xcb, id_, XCB_CW_BACK_PIXMAP, &pixmap);
+  // The window keeps it.
+  xcb_free_pixmap(xcb, pixmap);
+  xcb_clear_area(xcb, 0, id_, 0, 0, 0, 0);
+  connection_->flush();
+  bytes_ = picture.sizeInBytes();
+}
+
+void PanelWindow::paint(const QImage& part, const QPoint& corner) {
+  put(id_, part, corner);
+  connection_->flush();
+}
+
+void PanelWindow::put(std::uint32_t drawable, const QImage& picture, const QPoint& corner) const {
+  xcb_connection_t* xcb = connection_->xcb();
+  const xcb_setup_t* setup = xcb_get_setup(xcb);
+  QImage image = picture;
+  if ((setup->image_byte_order == XCB_IMAGE_ORDER_LSB_FIRST) != (Q_BYTE_ORDER == Q_LITTLE_ENDIAN)) {
+    qbswap<4>(picture.constBits(), picture.sizeInBytes() / 4, image.bits());
+  }
+  const xcb_gcontext_t context = xcb_generate_id(xcb);
+  xcb_create_gc(xcb, context, drawable, 0, nullptr);
+  // As many lines at a time as a request may have, in units of 4 bytes.
+  const auto perLine = static_cast<int>(image.bytesPerLine());
+  const int lines = std::max((int{setup->maximum_request_length} * 4 - 64) / perLine, 1);
+  for (int y = 0; y < image.height(); y += lines) {
+    const int height = std::min(lines, image.height() - y);
+    xcb_put_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, context,
+                  static_cast<std::uint16_t>(image.width()), static_cast<std::uint16_t>(height),
+                  static_cast<std::int16_t>(corner.x()), static_cast<std::int16_t>(corner.y() + y),
+                  0, connection_->format().depth, static_cast<std::uint32_t>(height * perLine),
+                  image.constScanLine(y));
+  }
+  xcb_free_gc(xcb, context);
+}
+
+void PanelWindow::setShape(const QRegion& shape) {
+  if (shape.isEmpty()) {
+    xcb_xfixes_set_window_shape_region(connection_->xcb(), id_, kBoundingShape, 0, 0,
+                                       XCB_XFIXES_REGION_NONE);
+    return;
+  }
+  std::vector<xcb_rectangle_t> rectangles;
+  for (const QRect& part : shape) {
+    rectangles.push_back({static_cast<std::int16_t>(part.x()), static_cast<std::int16_t>(part.y()),
+                          static_cast<std::uint16_t>(part.width()),
+                          static_cast<std::uint16_t>(part.height())});
+  }
+  setShapeRegion(*connection_, id_, kBoundingShape, rectangles);
+}
+
+void PanelWindow::setShadow(int extent) {
+  constexpr std::uint32_t kNone = 0;
+  setNumbers(*connection_, id_, connection_->atoms().shadow, std::span(&kNone, 1));
+  std::array<std::uint32_t, 4> extents{};
+  extents.fill(static_cast<std::uint32_t>(extent));
+  setNumbers(*connection_, id_, connection_->atoms().frameExtents, extents);
+}
+
+void PanelWindow::sendOpacity(double opacity) {
+  if (std::exchange(opacity_, opacity) == opacity) return;
+  const auto value =
+      static_cast<std::uint32_t>(std::llround(std::clamp(opacity, 0.0, 1.0) * 0xFFFFFFFF));
+  setNumbers(*connection_, id_, connection_->atoms().opacity, std::span(&value, 1));
+}
+
+void PanelWindow::setOpacity(double opacity) {
+  sendOpacity(opacity);
+  connection_->flush();
+}
+
+void PanelWindow::show(double opacity) {
+  // Said before, so that what comes up is as faint from the start.
+  sendOpacity(opacity);
+  putInFront();
+  xcb_map_window(connection_->xcb(), id_);
+  connection_->flush();
+}
+
+void PanelWindow::raise() {
+  putInFront();
+  connection_->flush();
+}
+
+void PanelWindow::putInFront() const {
+  constexpr std::uint32_t kAbove = XCB_STACK_MODE_ABOVE;
+  xcb_configure_window(connection_->xcb(), id_, XCB_CONFIG_WINDOW_STACK_MODE, &kAbove);
+}
+
+void PanelWindow::hide() {
+  xcb_unmap_window(connection_->xcb(), id_);
+  connection_->flush();
+}
+
+}  // namespace vembrix
