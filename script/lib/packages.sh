@@ -67,6 +67,9 @@ packages_test=(
   fonts-jetbrains-mono
   fonts-noto-core
   fonts-noto-mono
+  # What assistive programs listen to.
+  at-spi2-core
+  python3-pyatspi
   libplist-utils
   libxcb-xtest0-dev
   googletest
@@ -75,6 +78,7 @@ packages_test=(
   icewm
   weston
   xwayland
+  xterm
 )
 
 # What makes the private desktop look like one.

@@ -66,6 +66,7 @@ Rect renameButtonFrame(Size bounds) {
 std::unique_ptr<SpaceRowView> SpaceRow::create(Desktop desktop, Actions actions) {
   SpaceRowContent content{.dot = makeDot(desktop),
                           .dotDescription = dotDescription(desktop),
+                          .isActive = desktop.isActive,
                           .font = labelFont(desktop.isActive),
                           .renameTitle = "Rename"};
   SpaceRowState state;

@@ -59,6 +59,8 @@ struct SpaceRowContent {
   DotImage dot;
   /// What the dot means, for those who do not see it; may be empty.
   std::string dotDescription;
+  /// Whether it is the row of the active Space, for those who do not see it.
+  bool isActive = false;
   /// Of the label and the edit field.
   Font font;
   /// Tool tip and accessible name of the rename button.

@@ -217,5 +217,19 @@ class StoredPreferencesTest(DesktopTest):
         )
 
 
+class LargeScalePreferencesTest(DesktopTest):
+    def test_fits_on_a_screen_that_is_too_small_for_it(self):
+        self.program = self.launch({"QT_SCALE_FACTOR": "2"})
+        x, y, width, height = self.program.strip().frame()
+        self.desktop.run(
+            *f"xdotool mousemove {x + width // 2} {y + height // 2} click 1 key ctrl+comma".split()
+        )
+        _, y, width, height = self.program.wait_for_settings().frame()
+        self.assertEqual(width, 1200)
+        # Below the strip and its own title bar.
+        self.assertGreaterEqual(y, 48 + 16)
+        self.assertLessEqual(y + height, self.desktop.size[1])
+
+
 if __name__ == "__main__":
     unittest.main()

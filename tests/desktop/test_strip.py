@@ -2,6 +2,8 @@
 
 import unittest
 
+from furniture import open_window
+from processes import wait_until
 from vembrix import SharedRunTest
 
 ALL_DESKTOPS = str(0xFFFFFFFF)
@@ -48,6 +50,54 @@ class StripTest(SharedRunTest):
     def test_there_is_one(self):
         roles = [w.read("WM_WINDOW_ROLE") for w in self.desktop.windows_of_class("vembrix")]
         self.assertEqual(roles.count("status-item"), 1)
+
+    def test_a_window_that_fills_the_screen_covers_it(self):
+        open_window(self.desktop, "xterm", "-title", "All", "-bg", "#102030")
+        self.desktop.run("wmctrl", "-r", "All", "-b", "add,fullscreen")
+        x, y, width, height = self.strip.frame()
+        wait_until(
+            lambda: self.desktop.picture().pixel(x + width - 3, y + height // 2) == (16, 32, 48),
+            "the window over the status item",
+        )
+
+    def test_cannot_be_closed(self):
+        self.desktop.run("wmctrl", "-i", "-c", self.strip.identifier)
+        self.desktop.go_to(1)
+        self.program.wait_for_title("Desktop 2")
+        self.assertTrue(self.strip.visible)
+        self.test_sits_at_the_top_right()
+
+    def test_comes_back_when_it_is_unmapped(self):
+        frame, identifier = self.strip.frame(), self.strip.identifier
+        self.desktop.run("xdotool", "windowunmap", identifier)
+        wait_until(lambda: self.strip.read("WM_WINDOW_ROLE") is None, "the window to be made anew")
+        self.strip = self.program.wait_for_strip()
+        self.assertEqual(self.strip.frame(), frame)
+        self.test_says_what_it_is()
+        self.test_is_on_all_desktops()
+        self.test_is_no_window_to_switch_to()
+
+    def test_is_dragged_along_the_edge_and_home_again(self):
+        home = self.strip.frame()
+        self.drag(-400)
+        x, y, width, height = home
+        moved = (x - 400, y, width, height)
+        wait_until(lambda: self.strip.frame() == moved, "the strip to be where it was dragged")
+        self.program.end()
+        self.program = self.launch()
+        self.strip = self.program.strip()
+        self.assertEqual(self.strip.frame(), moved, "also the next time")
+        self.drag(395)
+        wait_until(lambda: self.strip.frame() == home, "the strip to be at home")
+        wait_until(lambda: "LinuxStatusItemPlaces" not in self.defaults.read(), "no stored place")
+
+    def drag(self, distance):
+        x, y, width, height = self.strip.frame()
+        middle, row = x + width // 2, y + height // 2
+        steps = ["mousemove", middle, row, "mousedown", 1]
+        for part in (1, 2, 3, 4):
+            steps += ["mousemove", middle + distance * part // 4, row + 3, "sleep", "0.05"]
+        self.desktop.run("xdotool", *map(str, steps), "mouseup", "1")
 
 
 if __name__ == "__main__":

@@ -20,7 +20,8 @@ class WindowManagerTest(DesktopTest):
         self.desktop.set_count(5)
         self.desktop.go_to(4)
         program.wait_for_title("Desktop 5")
-        self.assertTrue(strip.visible)
+        # It may have been made anew for the one that has come.
+        self.assertTrue(program.wait_for_strip().visible)
 
     def test_survives_the_crash_of_the_window_manager(self):
         program = self.launch()

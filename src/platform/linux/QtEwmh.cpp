@@ -4,6 +4,9 @@
 #include <QGuiApplication>
 #include <QLatin1String>
 #include <QString>
+#include <cstdint>
+
+#include "platform/linux/X11Connection.h"
 
 namespace vembrix {
 
@@ -24,6 +27,14 @@ xcb_ewmh_connection_t* ewmhOfQt() {
     return &connection;
   }();
   return ewmh;
+}
+
+xcb_atom_t atomOfQt(std::string_view name) {
+  xcb_connection_t* xcb = ewmhOfQt()->connection;
+  const auto length = static_cast<std::uint16_t>(name.size());
+  const XcbPtr<xcb_intern_atom_reply_t> reply{
+      xcb_intern_atom_reply(xcb, xcb_intern_atom_unchecked(xcb, 0, length, name.data()), nullptr)};
+  return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
 }  // namespace vembrix

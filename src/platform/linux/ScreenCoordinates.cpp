@@ -38,6 +38,20 @@ QRect nativeGeometry(const QRect& geometry, const QScreen& screen) {
   return {origin + offset, geometry.size() * screen.devicePixelRatio()};
 }
 
+QRect pixelsOfGeometry(const QRect& geometry) {
+  const QScreen* screen = QGuiApplication::screenAt(geometry.center());
+  if (!screen) screen = QGuiApplication::primaryScreen();
+  return screen ? nativeGeometry(geometry, *screen) : geometry;
+}
+
+QRect geometryOfPixels(const QRect& pixels) {
+  const QScreen* screen = screenOfPixel(pixels.center());
+  if (!screen) return pixels;
+  const QPoint origin = screen->geometry().topLeft();
+  const double scale = screen->devicePixelRatio();
+  return {origin + (pixels.topLeft() - origin) / scale, pixels.size() / scale};
+}
+
 Point pointOfPixel(const QPoint& pixel) {
   const QScreen* screen = screenOfPixel(pixel);
   if (!screen) return {};

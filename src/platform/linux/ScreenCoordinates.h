@@ -17,6 +17,11 @@ QRect nativeGeometry(const QScreen& screen);
 /// Of a window on that screen, as Qt counts, in pixels.
 QRect nativeGeometry(const QRect& geometry, const QScreen& screen);
 
+/// Between a window's place as Qt counts and in pixels. What is on no screen counts as on
+/// the primary one.
+QRect pixelsOfGeometry(const QRect& geometry);
+QRect geometryOfPixels(const QRect& pixels);
+
 /// The place of the pixel in global coordinates.
 Point pointOfPixel(const QPoint& pixel);
 

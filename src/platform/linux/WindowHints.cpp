@@ -1,11 +1,10 @@
 #include "platform/linux/WindowHints.h"
 
-#include <QGuiApplication>
-#include <QScreen>
+#include <QPoint>
 #include <QWindow>
-#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <span>
 
 #include "platform/linux/QtEwmh.h"
 #include "platform/linux/ScreenCoordinates.h"
@@ -13,34 +12,46 @@
 namespace vembrix {
 namespace {
 
-constexpr std::uint32_t kAllDesktops = 0xFFFFFFFF;
-
 xcb_window_t nativeId(QWindow& window) {
   return static_cast<xcb_window_t>(window.winId());
 }
 
-/// Whether another screen lies above the window: space reserved from the top
-/// edge of all screens would be taken from that one.
-bool hasScreenAbove(const QRect& geometry) {
-  const auto screens = QGuiApplication::screens();
-  return std::any_of(screens.begin(), screens.end(), [&](const QScreen* screen) {
-    const QRect other = screen->geometry();
-    return other.bottom() < geometry.top() && other.left() <= geometry.right() &&
-           other.right() >= geometry.left();
-  });
+void setCardinals(const xcb_ewmh_connection_t& ewmh, xcb_window_t window, xcb_atom_t name,
+                  std::span<const std::uint32_t> values) {
+  xcb_change_property(ewmh.connection, XCB_PROP_MODE_REPLACE, window, name, XCB_ATOM_CARDINAL, 32,
+                      static_cast<std::uint32_t>(values.size()), values.data());
 }
 
 }  // namespace
+
+std::array<xcb_atom_t, 3> dockStates(const xcb_ewmh_connection_t& atoms) {
+  return {atoms._NET_WM_STATE_STICKY, atoms._NET_WM_STATE_SKIP_TASKBAR,
+          atoms._NET_WM_STATE_SKIP_PAGER};
+}
 
 void makeDock(QWindow& window) {
   auto* ewmh = ewmhOfQt();
   if (!ewmh) return;
   // In place of Qt's list, which has types of no standard before this one.
   xcb_ewmh_set_wm_window_type(ewmh, nativeId(window), 1, &ewmh->_NET_WM_WINDOW_TYPE_DOCK);
+  xcb_ewmh_set_wm_desktop(ewmh, nativeId(window), kAllDesktops);
+  // Qt adds its own states to these.
+  auto states = dockStates(*ewmh);
+  xcb_ewmh_set_wm_state(ewmh, nativeId(window), states.size(), states.data());
 }
 
-void showOnAllDesktops(QWindow& window) {
-  if (auto* ewmh = ewmhOfQt()) xcb_ewmh_set_wm_desktop(ewmh, nativeId(window), kAllDesktops);
+void restoreDock(QWindow& window) {
+  auto* ewmh = ewmhOfQt();
+  if (!ewmh) return;
+  const xcb_window_t id = nativeId(window);
+  xcb_ewmh_set_wm_window_type(ewmh, id, 1, &ewmh->_NET_WM_WINDOW_TYPE_DOCK);
+  // The rest is the window manager's, as long as the window is shown.
+  constexpr auto kSource = XCB_EWMH_CLIENT_SOURCE_TYPE_NORMAL;
+  xcb_ewmh_request_change_wm_desktop(ewmh, 0, id, kAllDesktops, kSource);
+  for (const xcb_atom_t state : dockStates(*ewmh)) {
+    xcb_ewmh_request_change_wm_state(ewmh, 0, id, XCB_EWMH_WM_STATE_ADD, state, XCB_ATOM_NONE,
+                                     kSource);
+  }
 }
 
 void hideFromTaskLists(QWindow& window) {
@@ -51,17 +62,22 @@ void hideFromTaskLists(QWindow& window) {
   xcb_ewmh_set_wm_state(ewmh, nativeId(window), states.size(), states.data());
 }
 
-void reserveTopEdge(QWindow& window, const QRect& geometry) {
+QPoint originInPixels(QWindow& window) {
+  auto* ewmh = ewmhOfQt();
+  if (!ewmh) return {};
+  const auto cookie = xcb_translate_coordinates_unchecked(ewmh->connection, nativeId(window),
+                                                          ewmh->screens[0]->root, 0, 0);
+  const XcbPtr<xcb_translate_coordinates_reply_t> corner{
+      xcb_translate_coordinates_reply(ewmh->connection, cookie, nullptr)};
+  return corner ? QPoint(corner->dst_x, corner->dst_y) : QPoint();
+}
+
+void setStrut(QWindow& window, const Strut& strut) {
   auto* ewmh = ewmhOfQt();
   if (!ewmh) return;
-  xcb_ewmh_wm_strut_partial_t strut{};
-  if (!hasScreenAbove(geometry)) {
-    const QRect native = nativeGeometry(geometry, *window.screen());
-    strut.top = static_cast<std::uint32_t>(std::max(native.bottom() + 1, 0));
-    strut.top_start_x = static_cast<std::uint32_t>(std::max(native.left(), 0));
-    strut.top_end_x = static_cast<std::uint32_t>(std::max(native.right(), 0));
-  }
-  xcb_ewmh_set_wm_strut_partial(ewmh, nativeId(window), strut);
+  // Some window managers know the older property only, which has no parts of edges.
+  setCardinals(*ewmh, nativeId(window), ewmh->_NET_WM_STRUT, std::span(strut).first<4>());
+  setCardinals(*ewmh, nativeId(window), ewmh->_NET_WM_STRUT_PARTIAL, strut);
 }
 
 void bringToFront(QWindow& window) {

@@ -1,7 +1,13 @@
 #pragma once
 
-#include <QRect>
+#include <xcb/xcb_ewmh.h>
 
+#include <array>
+#include <cstdint>
+
+#include "platform/linux/Strut.h"
+
+class QPoint;
 class QWindow;
 
 namespace vembrix {
@@ -9,19 +15,28 @@ namespace vembrix {
 // What Qt does not tell a window manager about the program's windows. Each call
 // needs a native window; on a platform without X11 it does nothing. Main thread.
 
-/// The window is a part of the desktop, like a panel: no frame, no task, above
-/// other windows. Before it is shown.
+/// The number of a window's desktop that is on all of them.
+inline constexpr std::uint32_t kAllDesktops = 0xFFFFFFFF;
+
+/// The states of a window that is a part of the desktop.
+std::array<xcb_atom_t, 3> dockStates(const xcb_ewmh_connection_t& atoms);
+
+/// The window is a part of the desktop, like a panel: no frame, on all desktops, in no
+/// task bar and no pager. Before it is shown.
 void makeDock(QWindow& window);
 
-/// The window is on all desktops. Before it is shown.
-void showOnAllDesktops(QWindow& window);
+/// Tells it again of a window that is shown, where somebody has taken it away.
+void restoreDock(QWindow& window);
 
 /// The window is listed in no task bar and no pager. Before it is shown.
 void hideFromTaskLists(QWindow& window);
 
-/// Maximised windows leave the edge of the screen above the window free, over
-/// the window's own width. `geometry`: the window's, as Qt counts.
-void reserveTopEdge(QWindow& window, const QRect& geometry);
+/// The top left corner on the X server's screen, in pixels, by the X server's own word.
+/// Asks it and waits. The origin where it does not answer.
+QPoint originInPixels(QWindow& window);
+
+/// What windows keep clear of.
+void setStrut(QWindow& window, const Strut& strut);
 
 /// Brings a window that is shown to the desktop that the user sees, before all others,
 /// with the keyboard. The window manager is asked as a pager asks: a program that asks

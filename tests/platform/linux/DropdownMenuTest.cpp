@@ -397,7 +397,7 @@ TEST_F(DropdownMenuTest, GoesWhileARowIsEdited) {
   auto menu = DropdownMenu::create();
   menu->setItems(manyItems(4));
   auto& native = static_cast<NativeMenu&>(*menu);
-  native.open({40, 24}, NativeMenu::OpenedBy::Click);
+  native.open(QRect(40, 24, 1, 1), NativeMenu::OpenedBy::Click);
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&native.widget()));
   native.widget().findChild<QAbstractButton*>()->click();
   ASSERT_TRUE(native.widget().findChild<QLineEdit*>()->isVisible());

@@ -20,7 +20,7 @@ SpaceRowWidget& DropdownUser::row(std::size_t index) {
 }
 
 void DropdownUser::open() {
-  native().open({40, 24}, NativeMenu::OpenedBy::Click);
+  native().open(QRect(40, 24, 1, 1), NativeMenu::OpenedBy::Click);
   if (isOpen() && !QTest::qWaitForWindowExposed(&widget())) {
     throw std::runtime_error("the menu did not come to be seen");
   }

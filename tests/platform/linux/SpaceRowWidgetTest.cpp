@@ -316,7 +316,10 @@ TEST_F(SpaceRowWidgetTest, TheMenuLeadsToItsNameAndWhatItsDotMeans) {
   active.isActive = true;
   open({active, desktopOf("Code")});
   QAccessibleInterface* menu = QAccessible::queryAccessibleInterface(&user_.widget());
-  EXPECT_EQ(menu->child(0)->text(QAccessible::Name), "Mail, current");
+  EXPECT_EQ(menu->child(0)->text(QAccessible::Name), "Mail");
+  EXPECT_EQ(menu->child(0)->text(QAccessible::Description), "current");
+  EXPECT_TRUE(menu->child(0)->state().checked);
+  EXPECT_FALSE(menu->child(1)->state().checked);
   EXPECT_EQ(menu->child(1)->text(QAccessible::Name), "Code");
   user_.clickPencil(user_.row(1));
   user_.type("Play");

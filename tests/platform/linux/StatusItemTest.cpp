@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QImage>
 #include <QMenu>
@@ -17,6 +19,7 @@
 
 #include "platform/Application.h"
 #include "platform/DropdownMenu.h"
+#include "platform/UserDefaults.h"
 #include "platform/linux/TestSession.h"
 #include "platform/linux/menubar/NativeMenu.h"
 
@@ -100,10 +103,27 @@ class StatusItemTest : public testing::Test {
   }
   QImage picture() { return strip().grab().toImage(); }
 
-  void press() {
-    QMouseEvent event(QEvent::MouseButtonPress, QPointF(5, 5), strip().mapToGlobal(QPointF(5, 5)),
-                      Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&strip(), &event);
+  QAbstractButton& button() { return *strip().findChild<QAbstractButton*>(); }
+
+  void mouse(QEvent::Type type, const QPoint& place) {
+    const Qt::MouseButton changed = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    const bool isReleased = type == QEvent::MouseButtonRelease;
+    QMouseEvent event(type, place, button().mapToGlobal(place), changed,
+                      isReleased ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&button(), &event);
+  }
+  /// Where the mouse is on the item as it stands each time.
+  void drag(const QPoint& by) {
+    const QPoint start = strip().pos();
+    mouse(QEvent::MouseButtonPress, {5, 5});
+    for (const QPoint& step : {by / 2, by})
+      mouse(QEvent::MouseMove, start + step + QPoint(5, 5) - strip().pos());
+    mouse(QEvent::MouseButtonRelease, {5, 5});
+  }
+  void click(const QPoint& trembling = {}) {
+    mouse(QEvent::MouseButtonPress, {5, 5});
+    mouse(QEvent::MouseMove, QPoint(5, 5) + trembling);
+    mouse(QEvent::MouseButtonRelease, QPoint(5, 5) + trembling);
   }
 
   static void useDarkWidgets() {
@@ -353,23 +373,111 @@ TEST_F(StatusItemTest, OwnsItsMenu) {
   EXPECT_EQ(windowOfRole("menu"), nullptr);
 }
 
-TEST_F(StatusItemTest, APressOpensTheMenuBelow) {
+TEST_F(StatusItemTest, AClickOpensTheMenuBelow) {
   show(filled(" A "));
   item_->setMenu(DropdownMenu::create());
   QMenu& menu = static_cast<NativeMenu*>(item_->menu())->widget();
   menu.addAction("Entry");
-  press();
+  click();
   EXPECT_TRUE(menu.isVisible());
   EXPECT_GE(menu.y(), strip().geometry().bottom());
   menu.close();
 }
 
-TEST_F(StatusItemTest, APressWithoutAMenuOrAnEmptyOneShowsNothing) {
+TEST_F(StatusItemTest, AClickWithATremblingHandIsAClick) {
   show(filled(" A "));
-  press();
+  item_->setMenu(DropdownMenu::create());
+  QMenu& menu = static_cast<NativeMenu*>(item_->menu())->widget();
+  menu.addAction("Entry");
+  const QRect place = strip().geometry();
+  click({3, 2});
+  EXPECT_TRUE(menu.isVisible());
+  EXPECT_EQ(strip().geometry(), place);
+  menu.close();
+}
+
+TEST_F(StatusItemTest, ADragOpensNothingAndIsRemembered) {
+  show(filled(" A "));
+  item_->setMenu(DropdownMenu::create());
+  QMenu& menu = static_cast<NativeMenu*>(item_->menu())->widget();
+  menu.addAction("Entry");
+  const QPoint start = strip().pos();
+  drag({-300, 5});
+  EXPECT_FALSE(menu.isVisible());
+  EXPECT_EQ(strip().pos(), start - QPoint(300, 0));
+  show(filled(" A longer name "));
+  EXPECT_LT(strip().x(), start.x() - 300) << "it grows from the end that is nearer to its edge";
+  item_ = StatusItem::create();
+  show(filled(" A "));
+  EXPECT_EQ(strip().pos(), start - QPoint(300, 0)) << "also the next time";
+}
+
+TEST_F(StatusItemTest, DraggedIntoTheCornerItIsWhereItWas) {
+  show(filled(" A "));
+  const QRect place = strip().geometry();
+  drag({-300, 5});
+  ASSERT_NE(strip().geometry(), place);
+  drag({295, 8});
+  EXPECT_EQ(strip().geometry(), place);
+  EXPECT_TRUE(UserDefaults::standard().object("LinuxStatusItemPlaces").isNull());
+}
+
+TEST_F(StatusItemTest, TheMenuOpensAboveAnItemAtTheBottom) {
+  show(filled(" A "));
+  item_->setMenu(DropdownMenu::create());
+  QMenu& menu = static_cast<NativeMenu*>(item_->menu())->widget();
+  menu.addAction("Entry");
+  const QRect screen = QApplication::primaryScreen()->geometry();
+  drag({-300, screen.height()});
+  ASSERT_EQ(strip().geometry().bottom(), screen.bottom());
+  click();
+  EXPECT_LE(menu.geometry().bottom(), strip().geometry().top());
+  menu.close();
+}
+
+// For assistive programs
+
+TEST_F(StatusItemTest, IsAButtonThatIsNamedAndPressed) {
+  show(filled(" Büro "));
+  int clicks = 0;
+  QObject::connect(&button(), &QAbstractButton::clicked, [&] { clicks += 1; });
+  QAccessibleInterface* described = QAccessible::queryAccessibleInterface(&button());
+  EXPECT_EQ(described->role(), QAccessible::Button);
+  EXPECT_EQ(described->text(QAccessible::Name), "Büro");
+  described->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(StatusItemTest, ItsOpenMenuBelongsToIt) {
+  show(filled(" A "));
+  item_->setMenu(DropdownMenu::create());
+  QMenu& menu = static_cast<NativeMenu*>(item_->menu())->widget();
+  QAction* entry = menu.addAction("Entry");
+  QAccessibleInterface* described = QAccessible::queryAccessibleInterface(&button());
+  EXPECT_EQ(described->childCount(), 0) << "closed";
+  click();
+  ASSERT_EQ(described->childCount(), 1);
+  QAccessibleInterface* list = described->child(0);
+  EXPECT_EQ(list->role(), QAccessible::PopupMenu);
+  EXPECT_EQ(list->parent(), described);
+  ASSERT_EQ(list->childCount(), 1);
+  QAccessibleInterface* item = list->child(0);
+  EXPECT_EQ(item->role(), QAccessible::MenuItem);
+  EXPECT_EQ(item->text(QAccessible::Name), "Entry");
+  EXPECT_EQ(item->parent(), list);
+  int choices = 0;
+  QObject::connect(entry, &QAction::triggered, [&] { choices += 1; });
+  item->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_EQ(choices, 1);
+  EXPECT_FALSE(menu.isVisible());
+}
+
+TEST_F(StatusItemTest, AClickWithoutAMenuOrAnEmptyOneShowsNothing) {
+  show(filled(" A "));
+  click();
   EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
   item_->setMenu(DropdownMenu::create());
-  press();
+  click();
   EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
 

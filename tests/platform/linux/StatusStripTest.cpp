@@ -1,21 +1,26 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <string>
 
 #include "platform/Application.h"
 #include "platform/StatusItem.h"
+#include "platform/UserDefaults.h"
 #include "platform/linux/PrivateDisplay.h"
+#include "platform/linux/Strut.h"
 #include "platform/linux/TestSession.h"
 
 namespace vembrix {
 namespace {
 
 using std::chrono::milliseconds;
+using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsSupersetOf;
+using testing::Not;
 using Geometry = X11Client::Geometry;
 
 StatusItemContent titled(const std::string& title) {
@@ -57,6 +62,48 @@ class StatusStripTest : public testing::Test {
 
   X11Client& client() { return display_.client(); }
 
+  static StatusItemContent narrow() {
+    StatusItemContent content = titled(" A ");
+    content.length = StatusItemLength::fixed(140);
+    return content;
+  }
+
+  void tellStrut(xcb_window_t window, const Strut& strut) {
+    client().setProperty(
+        window, "_NET_WM_STRUT_PARTIAL",
+        {"CARDINAL", 32, std::string(reinterpret_cast<const char*>(strut.data()), sizeof(strut))});
+  }
+  /// At the top edge, of which it keeps its own height free.
+  xcb_window_t showPanel(const Geometry& place) {
+    const xcb_window_t panel = client().showDock(place);
+    tellStrut(panel, {0, 0, static_cast<std::uint32_t>(place.height), 0, 0, 0, 0, 0,
+                      static_cast<std::uint32_t>(place.x),
+                      static_cast<std::uint32_t>(place.x + place.width - 1), 0, 0});
+    return panel;
+  }
+
+  /// Until the window manager has made of the strip what it makes of it.
+  static void settle() { runFor(milliseconds(900)); }
+
+  /// One strip of 140 points at the top right, seen, with all its hints.
+  void expectRestored() {
+    const auto isRestored = [&] {
+      const auto strips = client().windowsOfRole("status-item");
+      if (strips.size() != 1) return false;
+      strip_ = strips[0];
+      return geometry() == Geometry{1300, 0, 140, 24} && client().isViewable(strip_) &&
+             client().cardinals(strip_, "_NET_WM_DESKTOP") ==
+                 std::vector<std::uint32_t>{0xFFFFFFFF} &&
+             strut() == std::vector<std::uint32_t>{24, 1300, 1439} &&
+             !client().cardinals(strip_, "_NET_WM_STRUT").empty();
+    };
+    EXPECT_TRUE(runUntil(isRestored));
+    EXPECT_THAT(client().atoms(strip_, "_NET_WM_WINDOW_TYPE"),
+                ElementsAre("_NET_WM_WINDOW_TYPE_DOCK"));
+    EXPECT_THAT(client().atoms(strip_, "_NET_WM_STATE"),
+                IsSupersetOf({"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"}));
+  }
+
   TestSession session_;
   PrivateDisplay display_;
   std::unique_ptr<StatusItem> item_;
@@ -78,12 +125,13 @@ TEST_F(StatusStripTest, ItsNameFollowsItsTitle) {
   EXPECT_TRUE(runUntil([&] { return text("_NET_WM_NAME") == "Büro [*]"; }));
 }
 
-TEST_F(StatusStripTest, IsOnAllDesktopsAboveTheOthersAndInNoList) {
+TEST_F(StatusStripTest, IsOnAllDesktopsAndInNoList) {
   show(titled(" Desktop 1 "));
   EXPECT_THAT(client().cardinals(strip_, "_NET_WM_DESKTOP"), ElementsAre(0xFFFFFFFF));
   EXPECT_THAT(client().atoms(strip_, "_NET_WM_STATE"),
-              IsSupersetOf({"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER",
-                            "_NET_WM_STATE_ABOVE"}));
+              AllOf(IsSupersetOf({"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"}),
+                    Not(Contains("_NET_WM_STATE_ABOVE"))))
+      << "a window that fills the screen covers it";
 }
 
 TEST_F(StatusStripTest, TakesNoFocus) {
@@ -104,7 +152,110 @@ TEST_F(StatusStripTest, SitsAtTheTopRightAndReservesItsPlace) {
   EXPECT_EQ(place.y, 0);
   EXPECT_EQ(place.height, 24);
   EXPECT_THAT(strut(), ElementsAre(24, place.x, 1439));
+  EXPECT_THAT(client().cardinals(strip_, "_NET_WM_STRUT"), ElementsAre(0, 0, 24, 0))
+      << "for window managers that know the older property only";
 }
+
+// Its neighbours
+
+TEST_F(StatusStripTest, StandsBelowAPanelThatIsThere) {
+  showPanel({0, 0, 1440, 30});
+  show(narrow());
+  EXPECT_TRUE(runUntilGeometry({1300, 30, 140, 24}));
+  EXPECT_TRUE(runUntil([&] { return strut() == std::vector<std::uint32_t>{54, 1300, 1439}; }));
+}
+
+TEST_F(StatusStripTest, GivesWayToAPanelThatComesGrowsAndGoes) {
+  show(narrow());
+  ASSERT_TRUE(runUntilGeometry({1300, 0, 140, 24}));
+  const xcb_window_t panel = showPanel({0, 0, 1440, 30});
+  EXPECT_TRUE(runUntilGeometry({1300, 30, 140, 24}));
+  tellStrut(panel, {0, 0, 50, 0, 0, 0, 0, 0, 0, 1439, 0, 0});
+  EXPECT_TRUE(runUntilGeometry({1300, 50, 140, 24}));
+  client().destroy(panel);
+  EXPECT_TRUE(runUntilGeometry({1300, 0, 140, 24}));
+}
+
+TEST_F(StatusStripTest, StandsBesideAPanelInItsCorner) {
+  show(narrow());
+  const xcb_window_t panel = client().showDock({1240, 0, 200, 30});
+  tellStrut(panel, {0, 0, 30, 0, 0, 0, 0, 0, 1240, 1439, 0, 0});
+  EXPECT_TRUE(runUntilGeometry({1100, 0, 140, 24}));
+}
+
+TEST_F(StatusStripTest, OnAPanelItKeepsNothingFreeAndIsAbove) {
+  UserDefaults::standard().set(
+      "LinuxStatusItemPlaces",
+      PropertyList::Dictionary{{"1440x900+0+0", PropertyList::Dictionary{{"Monitor", 0},
+                                                                         {"Edge", "top"},
+                                                                         {"Side", "left"},
+                                                                         {"Offset", 500},
+                                                                         {"OnPanel", true}}}});
+  const xcb_window_t panel = showPanel({0, 0, 1440, 30});
+  show(narrow());
+  EXPECT_TRUE(runUntilGeometry({500, 3, 140, 24}));
+  EXPECT_TRUE(runUntil([&] { return strut() == std::vector<std::uint32_t>{0, 0, 0}; }));
+  const auto isAbove = [&] {
+    const auto stack = client().cardinals(client().root(), "_NET_CLIENT_LIST_STACKING");
+    const auto place = [&](xcb_window_t window) {
+      return std::find(stack.begin(), stack.end(), window);
+    };
+    return place(strip_) != stack.end() && place(strip_) > place(panel);
+  };
+  EXPECT_TRUE(runUntil(isAbove));
+  client().raise(panel);
+  runFor(milliseconds(100));
+  EXPECT_TRUE(runUntil(isAbove)) << "also after the panel has been raised";
+  client().destroy(panel);
+  EXPECT_TRUE(runUntilGeometry({500, 0, 140, 24}));
+  EXPECT_TRUE(runUntil([&] { return strut() == std::vector<std::uint32_t>{24, 500, 639}; }));
+}
+
+// What others do to it
+
+TEST_F(StatusStripTest, IsNotClosed) {
+  show(titled(" Desktop 1 "));
+  const Geometry place = geometry();
+  client().close(strip_);
+  runFor(milliseconds(300));
+  EXPECT_EQ(client().windowsOfRole("status-item"), std::vector{strip_});
+  EXPECT_EQ(geometry(), place);
+}
+
+TEST_F(StatusStripTest, ComesBackWithAllItsHintsWhenUnmapped) {
+  show(narrow());
+  settle();
+  client().unmap(strip_);
+  expectRestored();
+}
+
+TEST_F(StatusStripTest, ComesBackWhenAnotherWindowSwallowsIt) {
+  show(narrow());
+  const xcb_window_t swallower = client().showDock({0, 700, 300, 200});
+  ASSERT_TRUE(runUntil([&] { return !client().cardinals(swallower, "WM_STATE").empty(); }));
+  settle();
+  client().reparent(strip_, swallower);
+  expectRestored();
+}
+
+TEST_F(StatusStripTest, ComesBackWhenItIsDestroyed) {
+  show(narrow());
+  settle();
+  client().destroy(strip_);
+  expectRestored();
+}
+
+TEST_F(StatusStripTest, TakesItsHintsBack) {
+  show(narrow());
+  settle();
+  client().deleteProperty(strip_, "_NET_WM_STRUT");
+  client().deleteProperty(strip_, "_NET_WM_STRUT_PARTIAL");
+  client().deleteProperty(strip_, "_NET_WM_WINDOW_TYPE");
+  client().moveToDesktop(strip_, 1);
+  expectRestored();
+}
+
+// Its place
 
 TEST_F(StatusStripTest, MovesWithTheWidthOfItsTitle) {
   show(titled(" A "));

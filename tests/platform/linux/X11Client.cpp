@@ -215,11 +215,6 @@ void X11Client::claimCompositing() {
   xcb_flush(ewmh_.connection);
 }
 
-void X11Client::unmap(xcb_window_t window) {
-  xcb_unmap_window(ewmh_.connection, window);
-  xcb_flush(ewmh_.connection);
-}
-
 void X11Client::destroy(xcb_window_t window) {
   xcb_destroy_window(ewmh_.connection, window);
   xcb_flush(ewmh_.connection);
@@ -228,6 +223,50 @@ void X11Client::destroy(xcb_window_t window) {
 void X11Client::kill(xcb_window_t window) {
   xcb_kill_client(ewmh_.connection, window);
   xcb_flush(ewmh_.connection);
+}
+
+xcb_window_t X11Client::showDock(const Geometry& place) {
+  xcb_connection_t* xcb = ewmh_.connection;
+  const xcb_window_t window = xcb_generate_id(xcb);
+  xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, root(), static_cast<std::int16_t>(place.x),
+                    static_cast<std::int16_t>(place.y), static_cast<std::uint16_t>(place.width),
+                    static_cast<std::uint16_t>(place.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                    XCB_COPY_FROM_PARENT, 0, nullptr);
+  xcb_ewmh_set_wm_window_type(&ewmh_, window, 1, &ewmh_._NET_WM_WINDOW_TYPE_DOCK);
+  xcb_size_hints_t hints{};
+  xcb_icccm_size_hints_set_position(&hints, 1, place.x, place.y);
+  xcb_icccm_set_wm_normal_hints(xcb, window, &hints);
+  xcb_map_window(xcb, window);
+  xcb_flush(xcb);
+  return window;
+}
+
+void X11Client::close(xcb_window_t window) {
+  xcb_ewmh_request_close_window(&ewmh_, screen_, window, XCB_CURRENT_TIME,
+                                XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER);
+  xcb_flush(ewmh_.connection);
+}
+
+void X11Client::unmap(xcb_window_t window) {
+  xcb_unmap_window(ewmh_.connection, window);
+  xcb_flush(ewmh_.connection);
+}
+
+void X11Client::raise(xcb_window_t window) {
+  const std::uint32_t mode = XCB_STACK_MODE_ABOVE;
+  xcb_configure_window(ewmh_.connection, window, XCB_CONFIG_WINDOW_STACK_MODE, &mode);
+  xcb_flush(ewmh_.connection);
+}
+
+void X11Client::reparent(xcb_window_t window, xcb_window_t parent) {
+  xcb_reparent_window(ewmh_.connection, window, parent, 0, 0);
+  xcb_flush(ewmh_.connection);
+}
+
+bool X11Client::isViewable(xcb_window_t window) {
+  const Reply<xcb_get_window_attributes_reply_t> reply{xcb_get_window_attributes_reply(
+      ewmh_.connection, xcb_get_window_attributes_unchecked(ewmh_.connection, window), nullptr)};
+  return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
 void X11Client::fake(std::uint8_t type, std::uint8_t detail, std::int16_t x, std::int16_t y) {

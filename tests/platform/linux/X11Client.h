@@ -17,6 +17,14 @@ namespace vembrix {
 /// that does as it should not.
 class X11Client {
  public:
+  struct Geometry {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    bool operator==(const Geometry&) const = default;
+  };
+
   explicit X11Client(const std::string& display);
   ~X11Client();
   X11Client(const X11Client&) = delete;
@@ -39,12 +47,20 @@ class X11Client {
   /// Claims to put the screen together, as a compositor does, until this client goes.
   void claimCompositing();
 
-  // What a program does to windows that are not its own.
+  /// A panel of this client's own; the window manager may take a moment to show it.
+  xcb_window_t showDock(const Geometry& place);
 
+  // What other programs may do to a window of anybody's. Do not wait.
+
+  /// Through the window manager, as a pager does.
+  void close(xcb_window_t window);
   void unmap(xcb_window_t window);
+  void raise(xcb_window_t window);
+  void reparent(xcb_window_t window, xcb_window_t parent);
   void destroy(xcb_window_t window);
   /// Ends the connection that the window belongs to.
   void kill(xcb_window_t window);
+  [[nodiscard]] bool isViewable(xcb_window_t window);
 
   // The user's hands, as the devices tell of them.
 
@@ -87,13 +103,6 @@ class X11Client {
   /// _NET_DESKTOP_NAMES.
   [[nodiscard]] std::vector<std::string> desktopNames();
 
-  struct Geometry {
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
-    bool operator==(const Geometry&) const = default;
-  };
   /// Relative to the root window.
   [[nodiscard]] Geometry geometry(xcb_window_t window);
 

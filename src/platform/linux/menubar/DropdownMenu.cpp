@@ -1,6 +1,8 @@
 #include "platform/DropdownMenu.h"
 
-#include <QPoint>
+#include <QGuiApplication>
+#include <QRect>
+#include <QScreen>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -12,6 +14,7 @@
 #include "platform/linux/NativeColor.h"
 #include "platform/linux/NativeFont.h"
 #include "platform/linux/menubar/DropdownWidget.h"
+#include "platform/linux/menubar/MenuBarAccessibility.h"
 #include "platform/linux/menubar/NativeMenu.h"
 #include "platform/linux/menubar/NativeSpaceRow.h"
 
@@ -58,11 +61,14 @@ class QtDropdownMenu : public NativeMenu {
 
   QMenu& widget() override { return menu_; }
 
-  void open(const QPoint& corner, OpenedBy way) override {
+  void open(const QRect& item, OpenedBy way) override {
     if (menu_.isVisible()) return;
     if (needsUpdate_) needsUpdate_();
     if (menu_.isEmpty()) return;
-    menu_.popup(corner);
+    const QScreen* screen = QGuiApplication::screenAt(item.center());
+    const int height = menu_.sizeHint().height();
+    const bool fits = !screen || item.bottom() + height <= screen->geometry().bottom();
+    menu_.popup({item.left(), fits ? item.bottom() + 1 : item.top() - height});
     if (way == OpenedBy::Keyboard) menu_.borrowKeyboard();
   }
 
@@ -119,6 +125,7 @@ class QtDropdownMenu : public NativeMenu {
 std::unique_ptr<DropdownMenu> DropdownMenu::create() {
   // A menu needs Qt's application to be there.
   Application::shared();
+  describeMenuBar();
   return std::make_unique<QtDropdownMenu>();
 }
 

@@ -3,7 +3,7 @@
 #include "platform/DropdownMenu.h"
 
 class QMenu;
-class QPoint;
+class QRect;
 
 namespace vembrix {
 
@@ -17,9 +17,9 @@ class NativeMenu : public DropdownMenu {
   /// Lives as long as this.
   virtual QMenu& widget() = 0;
 
-  /// Opens it with its top left corner there, moved onto the screen where need
-  /// be; nothing without items. Qt's coordinates.
-  virtual void open(const QPoint& corner, OpenedBy way) = 0;
+  /// Opens it below the item, or above one at the bottom of its screen; nothing without
+  /// items. Qt's coordinates.
+  virtual void open(const QRect& item, OpenedBy way) = 0;
 };
 
 }  // namespace vembrix

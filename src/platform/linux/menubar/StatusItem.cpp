@@ -1,9 +1,10 @@
 #include "platform/StatusItem.h"
 
-#include <QPoint>
+#include <QMenu>
 #include <utility>
 
 #include "platform/Application.h"
+#include "platform/linux/menubar/MenuBarAccessibility.h"
 #include "platform/linux/menubar/NativeMenu.h"
 #include "platform/linux/menubar/StatusStrip.h"
 
@@ -16,17 +17,24 @@ class QtStatusItem : public StatusItem {
 
   void setContent(const StatusItemContent& content) override { strip_.setContent(content); }
 
-  void setMenu(std::unique_ptr<DropdownMenu> menu) override { menu_ = std::move(menu); }
+  void setMenu(std::unique_ptr<DropdownMenu> menu) override {
+    StatusButton& button = strip_.button();
+    if (menu_) button.removeAction(widget().menuAction());
+    menu_ = std::move(menu);
+    if (menu_) button.addAction(widget().menuAction());
+  }
 
   DropdownMenu* menu() const override { return menu_.get(); }
 
   void openMenu() override { open(NativeMenu::OpenedBy::Keyboard); }
 
  private:
+  /// Every menu comes from DropdownMenu::create().
+  NativeMenu& native() { return static_cast<NativeMenu&>(*menu_); }
+  QMenu& widget() { return native().widget(); }
+
   void open(NativeMenu::OpenedBy way) {
-    if (!menu_) return;
-    // Every menu comes from DropdownMenu::create().
-    static_cast<NativeMenu&>(*menu_).open(strip_.mapToGlobal(QPoint(0, strip_.height())), way);
+    if (menu_) native().open(strip_.itemGeometry(), way);
   }
 
   StatusStrip strip_{[this] { open(NativeMenu::OpenedBy::Click); }};
@@ -38,6 +46,7 @@ class QtStatusItem : public StatusItem {
 std::unique_ptr<StatusItem> StatusItem::create() {
   // A window needs Qt's application to be there.
   Application::shared();
+  describeMenuBar();
   return std::make_unique<QtStatusItem>();
 }
 

@@ -1,10 +1,12 @@
 #include "platform/linux/ui/SettingsAccessibility.h"
 
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QColor>
 
 #include "platform/linux/ui/ColorWell.h"
+#include "platform/linux/ui/PopupButton.h"
 #include "platform/linux/ui/SliderControl.h"
 #include "platform/linux/ui/TabButtonView.h"
 
@@ -92,10 +94,57 @@ class AccessibleColorWell : public AccessibleButton {
   ColorWell& well_;
 };
 
+/// Named by its label, which Qt's own is not: that one is named by what is chosen.
+class AccessiblePopup : public QAccessibleWidget {
+ public:
+  explicit AccessiblePopup(PopupButton* popup)
+      : QAccessibleWidget(popup, QAccessible::ComboBox), popup_(*popup) {}
+
+  [[nodiscard]] QString text(QAccessible::Text kind) const override {
+    // The description is what assistive programs tell beside the name.
+    const bool isChoice = kind == QAccessible::Value || kind == QAccessible::Description;
+    return isChoice ? popup_.currentText() : QAccessibleWidget::text(kind);
+  }
+
+  [[nodiscard]] QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.hasPopup = true;
+    state.expandable = true;
+    state.expanded = popup_.view()->isVisible();
+    return state;
+  }
+
+  // The list to choose from.
+  [[nodiscard]] int childCount() const override { return 1; }
+  [[nodiscard]] QAccessibleInterface* child(int index) const override {
+    return index == 0 ? QAccessible::queryAccessibleInterface(popup_.view()) : nullptr;
+  }
+  int indexOfChild(const QAccessibleInterface* child) const override {
+    return child && child->object() == popup_.view() ? 0 : -1;
+  }
+
+  [[nodiscard]] QStringList actionNames() const override {
+    return QStringList(showMenuAction()) + QAccessibleWidget::actionNames();
+  }
+  void doAction(const QString& name) override {
+    if (name != showMenuAction()) {
+      QAccessibleWidget::doAction(name);
+    } else if (popup_.view()->isVisible()) {
+      popup_.hidePopup();
+    } else {
+      popup_.showPopup();
+    }
+  }
+
+ private:
+  PopupButton& popup_;
+};
+
 /// Qt owns what it returns.
 QAccessibleInterface* describe(const QString& /*className*/, QObject* object) {
   if (auto* slider = qobject_cast<SliderControl*>(object)) return new AccessibleSlider(slider);
   if (auto* tab = qobject_cast<TabButtonView*>(object)) return new AccessibleTab(tab);
+  if (auto* popup = dynamic_cast<PopupButton*>(object)) return new AccessiblePopup(popup);
   if (auto* well = qobject_cast<ColorWell*>(object)) return new AccessibleColorWell(well);
   return nullptr;
 }

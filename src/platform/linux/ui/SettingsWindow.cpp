@@ -5,6 +5,7 @@
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -63,9 +64,9 @@ class QtSettingsWindow : public SettingsWindow {
                            Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     window_.setWindowRole(QStringLiteral("settings"));
     window_.setWindowTitle(QString::fromUtf8(title.data(), static_cast<qsizetype>(title.size())));
-    window_.setFixedSize(static_cast<int>(std::lround(contentSize.width)),
-                         static_cast<int>(std::lround(contentSize.height)));
-    moveToCenter();
+    contentSize_ = {static_cast<int>(std::lround(contentSize.width)),
+                    static_cast<int>(std::lround(contentSize.height))};
+    fitToScreen();
   }
 
   void setTabClickHandler(std::function<void(int)> handler) override {
@@ -105,6 +106,7 @@ class QtSettingsWindow : public SettingsWindow {
     if (policy == Application::ActivationPolicy::Accessory && !window_.isVisible()) {
       hideFromTaskLists(*window_.windowHandle());
     }
+    if (!window_.isVisible()) fitToScreen();
     window_.setWindowState(window_.windowState() & ~Qt::WindowMinimized);
     window_.show();
     bringToFront(*window_.windowHandle());
@@ -124,15 +126,25 @@ class QtSettingsWindow : public SettingsWindow {
     if (view_) view_->setSystemAppearance(system.value_or(Appearance::Light));
   }
 
-  void moveToCenter() {
+  /// In the middle of the screen, and no larger than what is free there with a title
+  /// bar: the pages scroll.
+  void fitToScreen() {
     const QScreen* screen = QGuiApplication::primaryScreen();
-    if (!screen) return;
+    const int title = static_cast<int>(kTitleBarHeight);
+    const QRect free = screen ? screen->availableGeometry().adjusted(0, title, 0, 0) : QRect();
+    const QSize fitting = screen ? contentSize_.boundedTo(free.size()) : contentSize_;
+    // Where the user has moved it, it stays.
+    if (view_ && fitting == window_.size()) return;
+    window_.setFixedSize(fitting);
+    if (view_) view_->setGeometry(window_.rect());
     QRect place(QPoint(), window_.size());
-    place.moveCenter(screen->availableGeometry().center());
-    window_.move(place.topLeft());
+    place.moveCenter(screen ? screen->availableGeometry().center() : QPoint());
+    if (screen) window_.move(place.topLeft());
   }
 
   Frame window_;
+  /// Where there is room for it.
+  QSize contentSize_;
   SettingsContentView* view_ = nullptr;
   std::function<void(int)> tabClicked_;
   Observation themeObservation_ = NotificationCenter::distributed().addObserver(

@@ -1,0 +1,314 @@
+#include "platform/linux/X11Panels.h"
+
+#include <xcb/xcbext.h>
+
+#include <algorithm>
+#include <array>
+#include <span>
+#include <tuple>
+#include <utility>
+
+namespace vembrix {
+namespace {
+
+/// In 32-bit units. More windows than anybody opens.
+constexpr std::uint32_t kMaxList = 4096;
+constexpr std::uint32_t kMaxTypes = 16;
+
+template <typename Reply>
+const Reply& as(const void* reply) {
+  return *static_cast<const Reply*>(reply);
+}
+
+/// The 32-bit units of a property of any type; empty for one of other units.
+std::span<const std::uint32_t> unitsOf(const void* reply) {
+  if (!reply) return {};
+  auto* property = static_cast<xcb_get_property_reply_t*>(const_cast<void*>(reply));
+  if (property->format != 32) return {};
+  return {static_cast<const std::uint32_t*>(xcb_get_property_value(property)), property->value_len};
+}
+
+xcb_get_property_cookie_t property(xcb_connection_t* xcb, xcb_window_t window, xcb_atom_t name,
+                                   std::uint32_t length) {
+  return xcb_get_property_unchecked(xcb, 0, window, name, XCB_ATOM_ANY, 0, length);
+}
+
+}  // namespace
+
+X11Panels::X11Panels(std::unique_ptr<X11Connection> connection, Handlers handlers)
+    : handlers_(std::move(handlers)) {
+  reader_ = std::make_unique<X11EventReader>(
+      std::move(connection),
+      X11EventReader::Handlers{.event = [this](const auto& event) { note(event); },
+                               .batchEnd = [this] { finishBatch(); }});
+  X11Connection& opened = reader_->connection();
+  // Selected before the first question, so that no change falls in between.
+  const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+  xcb_change_window_attributes(opened.xcb(), opened.root(), XCB_CW_EVENT_MASK, &events);
+  reader_->readSoon();
+}
+
+void X11Panels::leaveOut(xcb_window_t window) {
+  own_ = window;
+  windows_.erase(window);
+}
+
+void X11Panels::refresh() {
+  stale_.windows = true;
+  stale_.workArea = true;
+  reader_->readSoon();
+}
+
+void X11Panels::followStacking(bool follow) {
+  if (std::exchange(followsStacking_, follow) == follow || !follow) return;
+  stale_.stacking = true;
+  reader_->readSoon();
+}
+
+bool X11Panels::isBelowPanel(const QRect& area) const {
+  const auto own = std::ranges::find(stacking_, own_);
+  if (own == stacking_.end()) return false;
+  return std::any_of(own, stacking_.end(), [&](xcb_window_t above) {
+    const auto found = windows_.find(above);
+    return found != windows_.end() && found->second.isPanel() && found->second.facts.isMapped &&
+           found->second.facts.geometry.intersects(area);
+  });
+}
+
+// Events
+
+void X11Panels::note(const xcb_generic_event_t& event) {
+  // All of these begin with the window that they were selected for.
+  const auto window = reinterpret_cast<const xcb_configure_notify_event_t&>(event).event;
+  switch (eventType(event)) {
+    case XCB_PROPERTY_NOTIFY:
+      noteProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event));
+      break;
+    case XCB_CONFIGURE_NOTIFY:
+    case XCB_MAP_NOTIFY:
+    case XCB_UNMAP_NOTIFY:
+    case XCB_REPARENT_NOTIFY:
+      if (Window* dock = find(window)) dock->isSettled = false;
+      break;
+    case XCB_DESTROY_NOTIFY:
+      windows_.erase(window);
+      break;
+    default:
+      // Errors among them: a window may go at any time.
+      break;
+  }
+}
+
+void X11Panels::noteProperty(const xcb_property_notify_event_t& event) {
+  const xcb_ewmh_connection_t& atoms = *reader_->connection().ewmh();
+  if (event.window != reader_->connection().root()) {
+    const bool matters = event.atom == atoms._NET_WM_STRUT_PARTIAL ||
+                         event.atom == atoms._NET_WM_STRUT ||
+                         event.atom == atoms._NET_WM_WINDOW_TYPE;
+    Window* dock = matters ? find(event.window) : nullptr;
+    if (dock) dock->isSettled = false;
+  } else if (event.atom == atoms._NET_CLIENT_LIST) {
+    stale_.windows = true;
+  } else if (event.atom == atoms._NET_WORKAREA) {
+    // Also the sign of a window manager's own panel that comes or goes.
+    stale_.workArea = true;
+    stale_.windows = true;
+  } else if (event.atom == atoms._NET_CLIENT_LIST_STACKING) {
+    stale_.stacking = followsStacking_;
+  } else if (event.atom == atoms._NET_SUPPORTING_WM_CHECK) {
+    stale_.windows = true;
+    if (handlers_.windowManagerChanged) handlers_.windowManagerChanged();
+  }
+}
+
+void X11Panels::finishBatch() {
+  if (!takeAnswers()) return;
+  askWhatIsStale();
+  xcb_flush(reader_->connection().xcb());
+  if (questions_.empty()) announce();
+}
+
+// Questions and answers
+
+template <typename Cookie>
+void X11Panels::expect(Cookie cookie, Taker take) {
+  questions_.push_back({cookie.sequence, std::move(take)});
+}
+
+bool X11Panels::takeAnswers() {
+  xcb_connection_t* xcb = reader_->connection().xcb();
+  while (!questions_.empty()) {
+    void* answer = nullptr;
+    xcb_generic_error_t* refusal = nullptr;
+    if (xcb_poll_for_reply(xcb, questions_.front().sequence, &answer, &refusal) == 0) return false;
+    const XcbPtr<void> reply{answer};
+    const XcbPtr<xcb_generic_error_t> error{refusal};
+    // An answer may be the reason for another question.
+    const Taker take = std::move(questions_.front().take);
+    questions_.pop_front();
+    take(reply.get());
+  }
+  return true;
+}
+
+void X11Panels::askWhatIsStale() {
+  const Stale stale = std::exchange(stale_, {});
+  if (stale.workArea) askForWorkArea();
+  if (stale.stacking) askForStacking();
+  if (stale.windows) askForWindows();
+  for (auto& [id, window] : windows_) {
+    if (!window.isSettled) ask(id);
+  }
+}
+
+void X11Panels::askForWorkArea() {
+  X11Connection& connection = reader_->connection();
+  expect(property(connection.xcb(), connection.root(), connection.ewmh()->_NET_WORKAREA, 4),
+         [this](const void* reply) {
+           const auto area = unitsOf(reply);
+           workArea_.reset();
+           if (area.size() < 4) return;
+           workArea_.emplace(static_cast<int>(area[0]), static_cast<int>(area[1]),
+                             static_cast<int>(area[2]), static_cast<int>(area[3]));
+         });
+}
+
+void X11Panels::askForStacking() {
+  X11Connection& connection = reader_->connection();
+  expect(property(connection.xcb(), connection.root(), connection.ewmh()->_NET_CLIENT_LIST_STACKING,
+                  kMaxList),
+         [this](const void* reply) {
+           const auto list = unitsOf(reply);
+           stacking_.assign(list.begin(), list.end());
+           isRestacked_ = true;
+         });
+}
+
+void X11Panels::askForWindows() {
+  X11Connection& connection = reader_->connection();
+  listNumber_ += 1;
+  expect(
+      property(connection.xcb(), connection.root(), connection.ewmh()->_NET_CLIENT_LIST, kMaxList),
+      [this](const void* reply) {
+        const auto list = unitsOf(reply);
+        listWindows(list.data(), list.size());
+      });
+  // Some window managers list no panels, least of all their own.
+  expect(xcb_query_tree_unchecked(connection.xcb(), connection.root()), [this](const void* reply) {
+    if (reply) {
+      const auto& tree = as<xcb_query_tree_reply_t>(reply);
+      listWindows(xcb_query_tree_children(&tree),
+                  static_cast<std::size_t>(xcb_query_tree_children_length(&tree)));
+    }
+    forgetUnseen();
+  });
+}
+
+void X11Panels::listWindows(const xcb_window_t* windows, std::size_t count) {
+  for (const xcb_window_t id : std::span(windows, count)) {
+    if (id != own_) windows_[id].lastSeen = listNumber_;
+  }
+}
+
+void X11Panels::forgetUnseen() {
+  std::erase_if(windows_,
+                [this](const auto& entry) { return entry.second.lastSeen != listNumber_; });
+}
+
+void X11Panels::ask(xcb_window_t id) {
+  const xcb_ewmh_connection_t& atoms = *reader_->connection().ewmh();
+  Window& window = windows_[id];
+  window.isSettled = true;
+  askForType(id);
+  // The older property first: the newer one takes its place.
+  askForStrut(id, atoms._NET_WM_STRUT, 4);
+  askForStrut(id, atoms._NET_WM_STRUT_PARTIAL, 12);
+  if (window.isFollowed) askForPlace(id);
+}
+
+void X11Panels::askForType(xcb_window_t id) {
+  X11Connection& connection = reader_->connection();
+  expect(property(connection.xcb(), id, connection.ewmh()->_NET_WM_WINDOW_TYPE, kMaxTypes),
+         [this, id](const void* reply) {
+           Window* window = find(id);
+           if (!window) return;
+           const auto types = unitsOf(reply);
+           const xcb_atom_t dock = reader_->connection().ewmh()->_NET_WM_WINDOW_TYPE_DOCK;
+           window->isDock = std::ranges::find(types, dock) != types.end();
+           window->facts.strut.reset();
+         });
+}
+
+void X11Panels::askForStrut(xcb_window_t id, xcb_atom_t name, std::uint32_t length) {
+  expect(property(reader_->connection().xcb(), id, name, length),
+         [this, id, length](const void* reply) {
+           Window* window = find(id);
+           if (!window) return;
+           const auto units = unitsOf(reply);
+           Strut strut{};
+           std::copy_n(units.begin(), std::min<std::size_t>(units.size(), length), strut.begin());
+           const bool isAny = std::any_of(strut.begin(), strut.begin() + 4,
+                                          [](std::uint32_t thickness) { return thickness != 0; });
+           if (isAny) window->facts.strut = strut;
+           if (window->isPanel() && !window->isFollowed) follow(id, *window);
+         });
+}
+
+void X11Panels::askForPlace(xcb_window_t id) {
+  X11Connection& connection = reader_->connection();
+  xcb_connection_t* xcb = connection.xcb();
+  expect(xcb_get_geometry_unchecked(xcb, id), [this, id](const void* reply) {
+    Window* window = find(id);
+    if (!window || !reply) return;
+    const auto& size = as<xcb_get_geometry_reply_t>(reply);
+    window->facts.geometry.setSize({size.width, size.height});
+  });
+  expect(xcb_translate_coordinates_unchecked(xcb, id, connection.root(), 0, 0),
+         [this, id](const void* reply) {
+           Window* window = find(id);
+           if (!window || !reply) return;
+           const auto& corner = as<xcb_translate_coordinates_reply_t>(reply);
+           window->facts.geometry.moveTopLeft({corner.dst_x, corner.dst_y});
+         });
+  expect(xcb_get_window_attributes_unchecked(xcb, id), [this, id](const void* reply) {
+    Window* window = find(id);
+    if (!window) return;
+    const auto state = reply ? as<xcb_get_window_attributes_reply_t>(reply).map_state
+                             : std::uint8_t{XCB_MAP_STATE_UNMAPPED};
+    window->facts.isMapped = state == XCB_MAP_STATE_VIEWABLE;
+  });
+}
+
+void X11Panels::follow(xcb_window_t id, Window& window) {
+  window.isFollowed = true;
+  const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+  xcb_change_window_attributes(reader_->connection().xcb(), id, XCB_CW_EVENT_MASK, &events);
+  // It may have changed just before.
+  window.isSettled = false;
+}
+
+void X11Panels::announce() {
+  std::vector<DockFacts> docks;
+  for (const auto& [id, window] : windows_) {
+    if (window.isPanel()) docks.push_back(window.facts);
+  }
+  // In an order of their own, which the table's is not.
+  std::ranges::sort(docks, [](const DockFacts& a, const DockFacts& b) {
+    const QRect& first = a.geometry;
+    const QRect& second = b.geometry;
+    return std::tuple(first.x(), first.y(), first.width(), first.height()) <
+           std::tuple(second.x(), second.y(), second.width(), second.height());
+  });
+  const bool isNews = docks != docks_ || workArea_ != announcedWorkArea_;
+  docks_ = std::move(docks);
+  announcedWorkArea_ = workArea_;
+  if (!std::exchange(isKnown_, true) || isNews) handlers_.changed();
+  if (std::exchange(isRestacked_, false) && followsStacking_) handlers_.restacked();
+}
+
+X11Panels::Window* X11Panels::find(xcb_window_t id) {
+  const auto found = windows_.find(id);
+  return found == windows_.end() ? nullptr : &found->second;
+}
+
+}  // namespace vembrix

@@ -1,0 +1,117 @@
+#pragma once
+
+#include <QRect>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/linux/PanelAreas.h"
+#include "platform/linux/X11EventReader.h"
+
+namespace vembrix {
+
+/// The panels of other programs, and what the window manager leaves of the screen: a
+/// model that the X server's events keep up to date. It never waits for an answer. Each
+/// window is asked once what it is, when the list of windows or the work area has
+/// changed; only panels are followed. Main thread; needs a Qt application.
+class X11Panels {
+ public:
+  struct Handlers {
+    /// A panel or the work area has changed, or is known for the first time.
+    std::function<void()> changed;
+    /// The order of the windows has changed; told after followStacking() only.
+    std::function<void()> restacked;
+    /// Another window manager has come.
+    std::function<void()> windowManagerChanged;
+  };
+
+  X11Panels(std::unique_ptr<X11Connection> connection, Handlers handlers);
+  X11Panels(const X11Panels&) = delete;
+  X11Panels& operator=(const X11Panels&) = delete;
+
+  /// Whether everything has been answered once.
+  [[nodiscard]] bool isKnown() const { return isKnown_; }
+  [[nodiscard]] const std::vector<DockFacts>& docks() const { return docks_; }
+  /// Of the first desktop; nothing where the window manager tells none.
+  [[nodiscard]] const std::optional<QRect>& workArea() const { return workArea_; }
+
+  /// The window is no panel of others.
+  void leaveOut(xcb_window_t window);
+
+  /// Asks for everything anew, for changes of which no window tells.
+  void refresh();
+
+  void followStacking(bool follow);
+  /// Whether a panel that overlaps `area` is above the window that is left out, as far
+  /// as the window manager tells.
+  [[nodiscard]] bool isBelowPanel(const QRect& area) const;
+
+ private:
+  struct Window {
+    DockFacts facts;
+    bool isDock = false;
+    [[nodiscard]] bool isPanel() const { return isDock || facts.strut; }
+    bool isFollowed = false;
+    /// Whether it has been asked since it last changed.
+    bool isSettled = false;
+    /// Numbers the lists of windows.
+    std::uint32_t lastSeen = 0;
+  };
+  /// What has changed on the server since it was asked for.
+  struct Stale {
+    bool windows = false;
+    bool workArea = false;
+    bool stacking = false;
+  };
+  /// Takes the answer to a request in; null where the server refused.
+  using Taker = std::function<void(const void* reply)>;
+  struct Question {
+    unsigned int sequence = 0;
+    Taker take;
+  };
+
+  void note(const xcb_generic_event_t& event);
+  void noteProperty(const xcb_property_notify_event_t& event);
+  void finishBatch();
+  /// Takes what answers are there; whether all are.
+  bool takeAnswers();
+  void askWhatIsStale();
+  void askForWindows();
+  void askForWorkArea();
+  void askForStacking();
+  void listWindows(const xcb_window_t* windows, std::size_t count);
+  void ask(xcb_window_t id);
+  void askForType(xcb_window_t id);
+  void askForStrut(xcb_window_t id, xcb_atom_t property, std::uint32_t length);
+  void askForPlace(xcb_window_t id);
+  void follow(xcb_window_t id, Window& window);
+  void forgetUnseen();
+  void announce();
+
+  template <typename Cookie>
+  void expect(Cookie cookie, Taker take);
+  Window* find(xcb_window_t id);
+
+  Handlers handlers_;
+  std::unique_ptr<X11EventReader> reader_;
+  std::deque<Question> questions_;
+  std::unordered_map<xcb_window_t, Window> windows_;
+  std::uint32_t listNumber_ = 0;
+  Stale stale_{true, true, false};
+  xcb_window_t own_ = XCB_WINDOW_NONE;
+  bool followsStacking_ = false;
+  /// Bottom to top.
+  std::vector<xcb_window_t> stacking_;
+  bool isRestacked_ = false;
+
+  bool isKnown_ = false;
+  std::vector<DockFacts> docks_;
+  std::optional<QRect> workArea_;
+  std::optional<QRect> announcedWorkArea_;
+};
+
+}  // namespace vembrix

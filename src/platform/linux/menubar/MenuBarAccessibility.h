@@ -1,0 +1,10 @@
+#pragma once
+
+namespace vembrix {
+
+/// Describes the status item and its menu to assistive programs from now on: a button
+/// that the open menu belongs to, and in the menu a check item for each desktop. To be
+/// called before either is shown; any number of times.
+void describeMenuBar();
+
+}  // namespace vembrix
