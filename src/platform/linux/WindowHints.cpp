@@ -7,7 +7,7 @@
 #include <span>
 
 #include "platform/linux/QtEwmh.h"
-#include "platform/linux/ScreenCoordinates.h"
+#include "platform/linux/X11Connection.h"
 
 namespace vembrix {
 namespace {
