@@ -247,6 +247,12 @@ void X11Client::close(xcb_window_t window) {
   xcb_flush(ewmh_.connection);
 }
 
+void X11Client::moveToDesktop(xcb_window_t window, std::uint32_t index) {
+  xcb_ewmh_request_change_wm_desktop(&ewmh_, screen_, window, index,
+                                     XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER);
+  xcb_flush(ewmh_.connection);
+}
+
 void X11Client::unmap(xcb_window_t window) {
   xcb_unmap_window(ewmh_.connection, window);
   xcb_flush(ewmh_.connection);

@@ -52,8 +52,9 @@ class X11Client {
 
   // What other programs may do to a window of anybody's. Do not wait.
 
-  /// Through the window manager, as a pager does.
+  /// The first two through the window manager, as a pager does.
   void close(xcb_window_t window);
+  void moveToDesktop(xcb_window_t window, std::uint32_t index);
   void unmap(xcb_window_t window);
   void raise(xcb_window_t window);
   void reparent(xcb_window_t window, xcb_window_t parent);

@@ -83,7 +83,7 @@ void FloatingPanel::raise() {
 void FloatingPanel::applyAlpha(double alpha) {
   if (isOnScreen_ && isShown_ != (alpha > 0)) {
     PanelStage::shared().updateSoon();
-  } else if (isShown_ && window_) {
+  } else if (isShown_ && window_ && Compositor::shared().isRunning()) {
     window_->setOpacity(alpha);
   }
 }
