@@ -89,8 +89,11 @@ class NoDisplayTest(PreviewTest):
         self.desktop.end_server()
         self.check()
 
-    def test_renders_without_a_window_manager(self):
-        self.check()
+    def test_renders_the_settings_alone_where_no_window_manager_has_desktops(self):
+        self.render()
+        settings = [name for name in expected_sizes() if name.startswith("prefs-")]
+        self.assertEqual(len(settings), 12)
+        self.assertEqual(sorted(self.files()), sorted(settings))
 
 
 class DirectoryTest(PreviewTest):

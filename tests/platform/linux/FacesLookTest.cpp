@@ -21,6 +21,8 @@
 #include "platform/TourOverlay.h"
 #include "platform/linux/DropdownUser.h"
 #include "platform/linux/NativeFont.h"
+#include "platform/linux/labels/FloatingPanel.h"
+#include "platform/linux/labels/PanelStage.h"
 #include "platform/linux/menubar/RowEditField.h"
 #include "settings/PreferencesStore.h"
 #include "ui/AppTheme.h"
@@ -87,6 +89,17 @@ class FacesLookTest : public testing::Test {
     throw std::runtime_error("no window of that role");
   }
 
+  /// What a label or an overlay shows, without so much at each edge; points.
+  static QImage panelOfRole(const QString& role, double outside) {
+    for (const FloatingPanel* panel : PanelStage::shared().panels()) {
+      if (panel->role() != role) continue;
+      const QRectF part = panel->bounds().adjusted(outside, outside, -outside, -outside);
+      const double scale = QGuiApplication::primaryScreen()->devicePixelRatio();
+      return panel->picture(scale, Backing::Translucent, part);
+    }
+    throw std::runtime_error("no panel of that role");
+  }
+
   TestSession session_;
 };
 
@@ -126,11 +139,8 @@ TEST_F(FacesLookTest, ALabelShowsTheWholeOfItsText) {
     label->view().setFont(font);
     label->view().setText(kTallName);
     label->view().setLook({.fill = kWhite, .textColor = kBlack, .rim = kWhite});
-    QWidget& window = windowOfRole("label");
     // Within the shadow and the round corners.
-    constexpr int kOutside = 24 + 40;
-    const QRect panel = window.rect().adjusted(kOutside, kOutside, -kOutside, -kOutside);
-    expectWhole(inkOf(partOf(window, panel)), kTallName, nativeFont(font));
+    expectWhole(inkOf(panelOfRole("label", 24 + 40)), kTallName, nativeFont(font));
   }
 }
 
@@ -146,9 +156,8 @@ TEST_F(FacesLookTest, TheOverlayShowsTheWholeOfItsText) {
                                             .textColor = kWhite,
                                             .spacing = 24 + 16,
                                             .padding = 28});
-  QWidget& window = windowOfRole("tour-overlay");
-  const QRect panel = window.rect().adjusted(24, 24, -24, -24);
-  expectWhole(inkOf(partOf(window, panel)), text, nativeFont(font));
+  // Within the shadow.
+  expectWhole(inkOf(panelOfRole("tour-overlay", 24)), text, nativeFont(font));
 }
 
 /// The dropdown in every theme.
