@@ -7,7 +7,6 @@ packages_build=(
   ninja-build
   pkg-config
   qt6-base-dev
-  libplist-dev
   libxcb1-dev
   libxcb-ewmh-dev
   libxcb-icccm4-dev

@@ -9,7 +9,8 @@ namespace vembrix {
 
 /// The user's stored settings of this application, and, for reading only, those
 /// of other applications. Main thread. Nothing is reported: a store that cannot
-/// be read is empty, a value that cannot be written is logged once and lost.
+/// be read is empty, a value that has no form is logged once and lost, and what the disk
+/// does not take is tried again.
 class UserDefaults {
  public:
   /// The one store of the process; lives as long as it.
@@ -27,8 +28,10 @@ class UserDefaults {
   /// system. Within one event only. Empty where reading asks nobody.
   [[nodiscard]] virtual Token beginReading() { return {}; }
 
-  /// Stores the value; null removes the key. Stored when the call returns, as
-  /// far as any reader of this process or a later one can tell.
+  /// Stores the value; null removes the key. It counts at once for readers of this
+  /// process. On the disk it may follow up to half a second later, at the latest when the
+  /// process ends; a process that is killed may lose that half second, all of it or the
+  /// end of it.
   virtual void set(std::string_view key, const PropertyList& value) = 0;
 
   /// The keys of another application's domain, for the current user and any

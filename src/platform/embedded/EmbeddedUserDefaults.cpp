@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/PropertyListSerialization.h"
 #include "platform/SystemLog.h"
 
 namespace vembrix {
@@ -82,12 +81,6 @@ void EmbeddedUserDefaults::writeDomain(std::string_view domain, const PropertyLi
   auto& stored = domains_[std::string(domain)];
   stored.reset();
   if (const PropertyList::Dictionary* dictionary = contents.asDictionary()) stored = *dictionary;
-}
-
-void EmbeddedUserDefaults::writeDomainBytes(std::string_view domain, std::string_view bytes) {
-  const std::optional<PropertyList> parsed = parsePropertyList(bytes);
-  // Whatever is no dictionary cannot be read, whether property list or not.
-  writeDomain(domain, parsed ? *parsed : PropertyList(false));
 }
 
 PropertyList EmbeddedUserDefaults::readDomain(std::string_view domain) const {

@@ -10,8 +10,8 @@
 
 namespace vembrix {
 
-/// User defaults in memory. A test can put in whatever a disk may hold, bytes
-/// that are no property list included. Reading, and storing what is stored
+/// User defaults in memory. A test can put in whatever a disk may hold,
+/// also what cannot be read. Reading, and storing what is stored
 /// already, allocates nothing.
 class EmbeddedUserDefaults : public UserDefaults {
  public:
@@ -27,10 +27,8 @@ class EmbeddedUserDefaults : public UserDefaults {
   PropertyList object(std::string_view key, std::string_view domain) const override;
 
   /// Replaces a domain by a dictionary, as another program would; null removes
-  /// the domain.
+  /// the domain, and a value of another kind stands for what cannot be read.
   void writeDomain(std::string_view domain, const PropertyList& contents);
-  /// Replaces a domain by raw bytes, of whatever kind.
-  void writeDomainBytes(std::string_view domain, std::string_view bytes);
   /// The dictionary of a domain; null when there is none or it cannot be read.
   PropertyList readDomain(std::string_view domain) const;
 

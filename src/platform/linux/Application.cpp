@@ -9,6 +9,7 @@
 #include "platform/SystemLog.h"
 #include "platform/linux/ChosenDesktop.h"
 #include "platform/linux/LinuxApplication.h"
+#include "platform/linux/LinuxUserDefaults.h"
 #include "platform/linux/QtMessages.h"
 #include "platform/linux/SingleInstance.h"
 #include "platform/linux/SleepWatcher.h"
@@ -119,7 +120,9 @@ int LinuxApplication::run() {
     return 0;
   }
   qt_->launchSoon();
-  return QApplication::exec();
+  const int status = QApplication::exec();
+  LinuxUserDefaults::shared().finish();
+  return status;
 }
 
 void LinuxApplication::terminate() {

@@ -19,15 +19,6 @@ std::error_code lastError() {
   return {errno, std::generic_category()};
 }
 
-/// Names are on the disk when their directory is. Not every file system can say
-/// so, hence no result.
-void synchronizeDirectory(const std::filesystem::path& directory) {
-  const int descriptor = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (descriptor < 0) return;
-  ::fsync(descriptor);
-  ::close(descriptor);
-}
-
 }  // namespace
 
 FileReplacement::FileReplacement(std::filesystem::path file, std::chrono::milliseconds patience)
@@ -97,7 +88,8 @@ FileReplacement::Attempt FileReplacement::checkName() {
 }
 
 std::error_code FileReplacement::write(std::string_view bytes) {
-  if (::ftruncate(descriptor_, 0) != 0 || ::fchmod(descriptor_, kUserOnly) != 0) return lastError();
+  const bool isEmpty = ::ftruncate(descriptor_, 0) == 0 && ::lseek(descriptor_, 0, SEEK_SET) == 0;
+  if (!isEmpty || ::fchmod(descriptor_, kUserOnly) != 0) return lastError();
   while (!bytes.empty()) {
     const ssize_t written = ::write(descriptor_, bytes.data(), bytes.size());
     if (written < 0 && errno == EINTR) continue;
@@ -108,10 +100,8 @@ std::error_code FileReplacement::write(std::string_view bytes) {
   return ::fsync(descriptor_) == 0 ? std::error_code() : lastError();
 }
 
-std::error_code FileReplacement::commit(std::string_view bytes) {
-  if (const std::error_code error = write(bytes)) return error;
+std::error_code FileReplacement::commit() {
   if (::rename(temporary_.c_str(), file_.c_str()) != 0) return lastError();
-  synchronizeDirectory(file_.parent_path());
   close();
   return {};
 }

@@ -8,7 +8,8 @@
 namespace vembrix {
 
 /// Replaces a file as a whole: a reader sees the former contents or the new
-/// ones, also when this process or the machine dies on the way.
+/// ones, also when this process or the machine dies on the way. Which of the two, the
+/// machine's death decides: that the new name is on the disk is not waited for.
 ///
 /// The new contents grow in one temporary file beside it, always of the same
 /// name. Whoever holds the lock on that one is the only writer, so between the
@@ -28,9 +29,13 @@ class FileReplacement {
   /// it for too long.
   [[nodiscard]] std::error_code error() const { return error_; }
 
-  /// Puts the bytes in the place of the file, readable for the user alone, and
-  /// on the disk. At most once. On an error the file is untouched.
-  std::error_code commit(std::string_view bytes);
+  /// Makes the bytes the new contents, on the disk, readable for the user alone; in
+  /// the place of those of an earlier call. The file is as before.
+  std::error_code write(std::string_view bytes);
+
+  /// Puts what was written in the place of the file. At most once. On an error the file
+  /// is untouched.
+  std::error_code commit();
 
  private:
   enum class Attempt { Locked, Busy, Overtaken, Failed };
@@ -39,7 +44,6 @@ class FileReplacement {
   /// Whether the temporary that is open is still the one of that name: the last
   /// writer may have made it the file itself before it let go of the lock.
   Attempt checkName();
-  std::error_code write(std::string_view bytes);
   void close();
 
   std::filesystem::path file_;

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "platform/SystemLog.h"
+#include "platform/linux/LinuxUserDefaults.h"
 
 namespace vembrix {
 
@@ -14,6 +15,7 @@ void endProgram(std::string_view message) {
   static std::atomic_flag ending;
   if (!ending.test_and_set()) {
     logLine(message);
+    LinuxUserDefaults::shared().finish();
     _exit(EXIT_FAILURE);
   }
   for (;;) pause();

@@ -39,8 +39,12 @@ TerminationSignals::TerminationSignals(std::function<void()> handler) {
   action.sa_handler = noteSignal;
   action.sa_flags = SA_RESTART;
   sigemptyset(&action.sa_mask);
-  sigaction(SIGTERM, &action, nullptr);
-  sigaction(SIGINT, &action, nullptr);
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    struct sigaction former {};
+    sigaction(signal, &action, &former);
+    // As nohup wants it.
+    if (former.sa_handler == SIG_IGN) sigaction(signal, &former, nullptr);
+  }
 }
 
 TerminationSignals::~TerminationSignals() = default;

@@ -8,7 +8,8 @@ class QSocketNotifier;
 namespace vembrix {
 
 /// Calls a handler on the main thread, from the event loop, when the process is
-/// asked to end (SIGTERM, SIGINT). One per process; needs a Qt application.
+/// asked to end (SIGTERM, SIGINT, or SIGHUP when its terminal closes). One per process; needs a Qt
+/// application.
 class TerminationSignals {
  public:
   explicit TerminationSignals(std::function<void()> handler);

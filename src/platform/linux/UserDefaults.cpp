@@ -3,13 +3,13 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
-#include <filesystem>
-#include <map>
 #include <string>
 #include <utility>
 
-#include "platform/linux/DefaultsFile.h"
+#include "platform/linux/LinuxUserDefaults.h"
+#include "platform/linux/XmlPropertyList.h"
 
 namespace vembrix {
 namespace {
@@ -36,69 +36,63 @@ bool isDomainName(std::string_view name) {
          name.find("..") == std::string_view::npos;
 }
 
-/// Settings as XML property lists, one file per domain.
-class FileUserDefaults : public UserDefaults {
- public:
-  FileUserDefaults()
-      : directory_(configurationDirectory() / "vembrix"),
-        application_(pathOf(kApplicationDomain), DefaultsFile::Log::Failures) {}
-
-  PropertyList object(std::string_view key) const override { return application_.object(key); }
-
-  Token beginReading() override {
-    application_.hold();
-    return Token([this] { application_.letGo(); });
-  }
-
-  void set(std::string_view key, const PropertyList& value) override {
-    application_.set(key, value);
-  }
-
-  PropertyList keyList(std::string_view domain) const override {
-    DefaultsFile* file = find(domain);
-    const PropertyList::Dictionary* contents = file ? file->contents() : nullptr;
-    if (!contents) return {};
-    PropertyList::Array keys;
-    keys.reserve(contents->size());
-    for (const auto& [key, value] : *contents) keys.emplace_back(key);
-    return keys;
-  }
-
-  PropertyList object(std::string_view key, std::string_view domain) const override {
-    DefaultsFile* file = find(domain);
-    return file ? file->object(key) : PropertyList();
-  }
-
- private:
-  std::filesystem::path pathOf(std::string_view domain) const {
-    return directory_ / (std::string(domain) + ".plist");
-  }
-
-  /// Null for what cannot be the name of a domain.
-  DefaultsFile* find(std::string_view domain) const {
-    if (domain == kApplicationDomain) return &application_;
-    if (!isDomainName(domain)) return nullptr;
-    auto found = others_.find(domain);
-    if (found == others_.end()) {
-      // What is wrong with another application's settings is its own business.
-      DefaultsFile file(pathOf(domain), DefaultsFile::Log::Nothing);
-      found = others_.emplace(std::string(domain), std::move(file)).first;
-    }
-    return &found->second;
-  }
-
-  std::filesystem::path directory_;
-  // What was read last; not part of what a user of the settings sees.
-  mutable DefaultsFile application_;
-  mutable std::map<std::string, DefaultsFile, std::less<>> others_;
-};
-
 }  // namespace
 
-UserDefaults& UserDefaults::standard() {
+LinuxUserDefaults& LinuxUserDefaults::shared() {
   // Never destroyed: settings may be read until the very end.
-  static auto& defaults = *new FileUserDefaults;
+  static auto& defaults = *new LinuxUserDefaults;
   return defaults;
+}
+
+UserDefaults& UserDefaults::standard() {
+  return LinuxUserDefaults::shared();
+}
+
+LinuxUserDefaults::LinuxUserDefaults()
+    : directory_(configurationDirectory() / "vembrix"), application_(pathOf(kApplicationDomain)) {
+  // A program under a limit of file sizes gets an error, and lives. The settings are the
+  // first thing that is used.
+  std::signal(SIGXFSZ, SIG_IGN);
+  // What dates need of Qt is made before, so that it is still there at the end.
+  writePropertyList(PropertyList::Date());
+  std::atexit([] { shared().finish(); });
+}
+
+Token LinuxUserDefaults::beginReading() {
+  application_.hold();
+  return Token([this] { application_.letGo(); });
+}
+
+PropertyList LinuxUserDefaults::keyList(std::string_view domain) const {
+  if (domain == kApplicationDomain) application_.finish();
+  DefaultsFile* file = find(domain);
+  const PropertyList::Dictionary* contents = file ? file->contents() : nullptr;
+  if (!contents) return {};
+  PropertyList::Array keys;
+  keys.reserve(contents->size());
+  for (const auto& [key, value] : *contents) keys.emplace_back(key);
+  return keys;
+}
+
+PropertyList LinuxUserDefaults::object(std::string_view key, std::string_view domain) const {
+  if (domain == kApplicationDomain) return object(key);
+  DefaultsFile* file = find(domain);
+  return file ? file->object(key) : PropertyList();
+}
+
+std::filesystem::path LinuxUserDefaults::pathOf(std::string_view domain) const {
+  return directory_ / (std::string(domain) + ".plist");
+}
+
+DefaultsFile* LinuxUserDefaults::find(std::string_view domain) const {
+  if (!isDomainName(domain)) return nullptr;
+  auto found = others_.find(domain);
+  if (found == others_.end()) {
+    // What is wrong with another application's settings is its own business.
+    DefaultsFile file(pathOf(domain), DefaultsFile::Log::Nothing);
+    found = others_.emplace(std::string(domain), std::move(file)).first;
+  }
+  return &found->second;
 }
 
 }  // namespace vembrix

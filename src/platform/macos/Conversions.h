@@ -31,8 +31,6 @@ NSData* borrowedData(std::string_view bytes);
 enum class NativeForm {
   /// A property list: has no null. Dates that are not finite have no form.
   PropertyList,
-  /// The same, in characters that XML can hold; others become U+FFFD.
-  XmlPropertyList,
   /// Null is NSNull. Data, dates and numbers that are not finite have no form.
   Json,
 };

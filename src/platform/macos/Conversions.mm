@@ -20,26 +20,6 @@ NSString* stringFromValidUtf8(std::string_view text) {
   return string ? CFBridgingRelease(string) : @"";
 }
 
-NSCharacterSet* charactersThatXmlLacks() {
-  static NSCharacterSet* const characters = [] {
-    auto* set = [[NSMutableCharacterSet alloc] init];
-    [set addCharactersInRange:NSMakeRange(0x00, 0x09)];  // up to tab
-    [set addCharactersInRange:NSMakeRange(0x0B, 0x02)];  // between line feed and return
-    [set addCharactersInRange:NSMakeRange(0x0E, 0x12)];  // up to blank
-    [set addCharactersInRange:NSMakeRange(0xFFFE, 0x02)];
-    return [set copy];
-  }();
-  return characters;
-}
-
-NSString* stringInForm(std::string_view text, NativeForm form) {
-  NSString* string = nativeString(text);
-  if (form != NativeForm::XmlPropertyList) return string;
-  NSCharacterSet* lacking = charactersThatXmlLacks();
-  if ([string rangeOfCharacterFromSet:lacking].location == NSNotFound) return string;
-  return [[string componentsSeparatedByCharactersInSet:lacking] componentsJoinedByString:@"\uFFFD"];
-}
-
 NSNumber* nativeReal(double value, NativeForm form) {
   return form == NativeForm::Json && !std::isfinite(value) ? nil : @(value);
 }
@@ -64,7 +44,7 @@ NSDictionary* nativeDictionary(const PropertyList::Dictionary& dictionary, Nativ
   for (const auto& [key, value] : dictionary) {
     id object = nativeObject(value, form);
     if (!object) return nil;
-    result[stringInForm(key, form)] = object;
+    result[nativeString(key)] = object;
   }
   return result;
 }
@@ -167,7 +147,7 @@ id nativeObject(const PropertyList& value, NativeForm form) {
   if (const bool* boolean = value.asBool()) return *boolean ? @YES : @NO;
   if (const std::int64_t* integer = value.asInteger()) return @(*integer);
   if (const double* real = value.asReal()) return nativeReal(*real, form);
-  if (const std::string* string = value.asString()) return stringInForm(*string, form);
+  if (const std::string* string = value.asString()) return nativeString(*string);
   if (const PropertyList::Date* date = value.asDate()) return nativeDate(*date, form);
   if (const PropertyList::Array* array = value.asArray()) return nativeArray(*array, form);
   if (const PropertyList::Dictionary* dictionary = value.asDictionary()) {

@@ -34,9 +34,7 @@ class EmbeddedSystem : public SystemUnderTest {
     defaults_.writeDomain(domain, contents);
   }
   PropertyList readDomain(std::string_view domain) override { return defaults_.readDomain(domain); }
-  void damageDomain(std::string_view domain) override {
-    defaults_.writeDomainBytes(domain, "<plist><dict><key>cut off");
-  }
+  void damageDomain(std::string_view domain) override { defaults_.writeDomain(domain, "damaged"); }
 
   std::vector<std::string> logLines() override { return EmbeddedLog::shared().lines(); }
 

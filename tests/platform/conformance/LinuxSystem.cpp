@@ -7,12 +7,13 @@
 #include <optional>
 
 #include "platform/Application.h"
-#include "platform/PropertyListSerialization.h"
 #include "platform/conformance/SystemUnderTest.h"
+#include "platform/linux/LinuxUserDefaults.h"
 #include "platform/linux/PrivateBus.h"
 #include "platform/linux/PrivateDisplay.h"
 #include "platform/linux/SentLines.h"
 #include "platform/linux/TestSession.h"
+#include "platform/linux/XmlPropertyList.h"
 
 namespace vembrix {
 namespace {
@@ -50,17 +51,27 @@ class LinuxSystem : public SystemUnderTest {
   std::string applicationDomain() override { return "com.vembrix.app"; }
 
   void writeDomain(std::string_view domain, const PropertyList& contents) override {
-    writeFile(domain, xmlPropertyList(contents).value());
+    // The other program comes after what we have set before.
+    LinuxUserDefaults::shared().finish();
+    writeFile(domain, writePropertyList(contents).value());
   }
 
   PropertyList readDomain(std::string_view domain) override {
+    LinuxUserDefaults::shared().finish();
     std::ifstream file(pathOf(domain), std::ios::binary);
     const std::string bytes(std::istreambuf_iterator<char>(file), {});
-    return parsePropertyList(bytes).value_or(PropertyList());
+    const auto read = readPropertyList(bytes);
+    const auto* value = std::get_if<PropertyList>(&read);
+    return value ? *value : PropertyList();
   }
 
   void damageDomain(std::string_view domain) override {
+    LinuxUserDefaults::shared().finish();
     writeFile(domain, "<plist><dict><key>cut off");
+    // Just written, it could be half of what is to come.
+    constexpr std::chrono::seconds kAge{10};
+    const std::filesystem::path path = pathOf(domain);
+    std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now() - kAge);
   }
 
   std::vector<std::string> logLines() override { return sentLines(); }

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/PropertyListSerialization.h"
 #include "support/AllocationCounter.h"
 
 namespace vembrix {
@@ -40,17 +39,9 @@ TEST_F(EmbeddedUserDefaultsTest, EveryCallOfSetCounts) {
   EXPECT_EQ(defaults_.writeCount(), 4);
 }
 
-TEST_F(EmbeddedUserDefaultsTest, ADomainOfBytesIsReadAsAFileWouldBe) {
-  defaults_.writeDomainBytes(kOther, *xmlPropertyList(Dictionary{{"Key", 1}}));
-  EXPECT_EQ(defaults_.object("Key", kOther), PropertyList(1));
-  EXPECT_EQ(defaults_.keyList(kOther), PropertyList(Array{"Key"}));
-  EXPECT_EQ(defaults_.readDomain(kOther), PropertyList(Dictionary{{"Key", 1}}));
-}
-
 TEST_F(EmbeddedUserDefaultsTest, WhatIsNoDictionaryIsNoDomain) {
-  for (const std::string& bytes : {std::string("no property list"), std::string(),
-                                   *xmlPropertyList(Array{"Key"}), *xmlPropertyList("Key")}) {
-    defaults_.writeDomainBytes(kOther, bytes);
+  for (const PropertyList& contents : {PropertyList(Array{"Key"}), PropertyList("Key")}) {
+    defaults_.writeDomain(kOther, contents);
     EXPECT_TRUE(defaults_.object("Key", kOther).isNull());
     EXPECT_TRUE(defaults_.keyList(kOther).isNull());
     EXPECT_TRUE(defaults_.readDomain(kOther).isNull());

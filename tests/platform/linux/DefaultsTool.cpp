@@ -10,8 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/PropertyListSerialization.h"
 #include "platform/UserDefaults.h"
+#include "platform/linux/LinuxUserDefaults.h"
+#include "platform/linux/XmlPropertyList.h"
 
 namespace vembrix {
 namespace {
@@ -21,13 +22,14 @@ std::string standardInput() {
 }
 
 int print(const PropertyList& value) {
-  const std::optional<std::string> xml = xmlPropertyList(value);
+  const std::optional<std::string> xml = writePropertyList(value);
   if (xml) std::cout << *xml;
   return xml ? 0 : 1;
 }
 
 int set(const std::string& key) {
-  const std::optional<PropertyList> value = parsePropertyList(standardInput());
+  const auto read = readPropertyList(standardInput());
+  const auto* value = std::get_if<PropertyList>(&read);
   if (!value) return 2;
   UserDefaults::standard().set(key, *value);
   return 0;
@@ -44,6 +46,7 @@ PropertyList pairOf(int number) {
 [[noreturn]] void writePairs(int first) {
   for (int number = first;; ++number) {
     UserDefaults::standard().set("Pair", pairOf(number));
+    LinuxUserDefaults::shared().finish();
     // Told only when it is stored.
     std::cout << number << std::endl;
   }

@@ -199,7 +199,7 @@ TEST(ConversionsTest, TypesAreKept) {
 TEST(ConversionsTest, NullHasAFormInJsonOnly) {
   EXPECT_EQ(nativeObject({}, NativeForm::PropertyList), nil);
   EXPECT_EQ(nativeObject(Array{1, {}}, NativeForm::PropertyList), nil);
-  EXPECT_EQ(nativeObject(Dictionary{{"a", Array{{}}}}, NativeForm::XmlPropertyList), nil);
+  EXPECT_EQ(nativeObject(Dictionary{{"a", Array{{}}}}, NativeForm::PropertyList), nil);
   EXPECT_EQ(nativeObject({}, NativeForm::Json), NSNull.null);
 }
 
@@ -213,17 +213,6 @@ TEST(ConversionsTest, WhatAFormCannotHoldHasNone) {
   for (const double seconds : {Reals::quiet_NaN(), Reals::infinity(), -Reals::infinity()}) {
     EXPECT_EQ(nativeObject(Array{Date{seconds}}, NativeForm::PropertyList), nil);
   }
-}
-
-TEST(ConversionsTest, CharactersThatXmlLacksAreReplacedThereOnly) {
-  EXPECT_EQ(propertyListFrom(nativeObject("a\x01z\uFFFE", NativeForm::XmlPropertyList)),
-            PropertyList("a\uFFFDz\uFFFD"));
-  EXPECT_EQ(propertyListFrom(nativeObject("\t\n\r \x7F", NativeForm::XmlPropertyList)),
-            PropertyList("\t\n\r \x7F"));
-  EXPECT_EQ(propertyListFrom(nativeObject("a\x01z", NativeForm::PropertyList)),
-            PropertyList("a\x01z"));
-  EXPECT_EQ(propertyListFrom(nativeObject(Dictionary{{"\x02", 1}}, NativeForm::XmlPropertyList)),
-            PropertyList(Dictionary{{"\uFFFD", 1}}));
 }
 
 // Colours and geometry

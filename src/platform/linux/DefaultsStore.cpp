@@ -1,0 +1,49 @@
+#include "platform/linux/DefaultsStore.h"
+
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "platform/SystemLog.h"
+#include "platform/linux/XmlPropertyList.h"
+
+namespace vembrix {
+
+DefaultsStore::DefaultsStore(std::filesystem::path path)
+    : path_(std::move(path)), file_(path_, DefaultsFile::Log::Failures), writer_(path_) {}
+
+PropertyList DefaultsStore::object(std::string_view key) {
+  // In this order: what the writer has no more is in the file.
+  const std::optional<DefaultsWriter::Change> change = writer_.change(key);
+  PropertyList held = stored(key);
+  if (!change) return held;
+  if (!file_.isCertain() || !change->isOverruledBy(held)) return change->value;
+  writer_.withdraw(key);
+  return held;
+}
+
+void DefaultsStore::set(std::string_view key, const PropertyList& value) {
+  // What others have written since must not be written over.
+  file_.lookAgain();
+  const bool isSo = object(key) == value;
+  if (isSo && (file_.isCertain() || value.isNull())) return;
+  if (!value.isNull()) {
+    const auto xml = writePropertyList(PropertyList::Dictionary{{std::string(key), value}});
+    if (!xml || xml->size() > kPropertyListLimit) {
+      logLine("UserDefaults: cannot store " + std::string(key) + " in " + path_.string() + ": " +
+              (xml ? "too large" : "no property list"));
+      return;
+    }
+  }
+  std::optional<PropertyList> held = stored(key);
+  if (!file_.isCertain()) held.reset();
+  writer_.set(key, value, std::move(held));
+}
+
+PropertyList DefaultsStore::stored(std::string_view key) {
+  const int writes = writer_.writeCount();
+  if (std::exchange(seenWrites_, writes) != writes) file_.lookAgain();
+  return file_.object(key);
+}
+
+}  // namespace vembrix

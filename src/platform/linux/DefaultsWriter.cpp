@@ -1,0 +1,262 @@
+#include "platform/linux/DefaultsWriter.h"
+
+#include <pthread.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <csignal>
+#include <utility>
+
+#include "platform/SystemLog.h"
+#include "platform/linux/FileReplacement.h"
+#include "platform/linux/StoredFile.h"
+#include "platform/linux/XmlPropertyList.h"
+
+namespace vembrix {
+namespace {
+
+using Condition = StoredSettings::Condition;
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+/// With the writing, half a second.
+constexpr milliseconds kGatheringTime{400};
+constexpr seconds kRetryTime{5};
+/// For another program that writes the file.
+constexpr seconds kPatience{2};
+constexpr seconds kLongestFinish{5};
+
+/// What a path leads to in the end, also where that does not exist yet.
+std::filesystem::path followLinks(std::filesystem::path path) {
+  constexpr int kMostLinks = 40;
+  std::error_code error;
+  for (int i = 0; i < kMostLinks && std::filesystem::is_symlink(path, error); ++i) {
+    const std::filesystem::path target = std::filesystem::read_symlink(path, error);
+    if (error) break;
+    // An absolute target replaces all before it.
+    path = path.parent_path() / target;
+  }
+  return path;
+}
+
+/// Makes what is missing of a directory's path, for the user alone. Whether it
+/// worked shows when a file is made in it.
+void makeDirectories(const std::filesystem::path& directory) {
+  if (directory.empty() || ::mkdir(directory.c_str(), S_IRWXU) == 0 || errno != ENOENT) return;
+  if (directory.parent_path() == directory) return;
+  makeDirectories(directory.parent_path());
+  ::mkdir(directory.c_str(), S_IRWXU);
+}
+
+/// Gives what is in the way of a new file a name of its own.
+std::error_code keepAside(const std::filesystem::path& file) {
+  constexpr int kMostNames = 10000;
+  for (int i = 1; i < kMostNames; ++i) {
+    std::filesystem::path name = file;
+    name += i == 1 ? ".damaged" : ".damaged." + std::to_string(i);
+    struct stat status {};
+    if (::lstat(name.c_str(), &status) == 0) continue;
+    const bool isAside = errno == ENOENT && ::rename(file.c_str(), name.c_str()) == 0;
+    // Gone meanwhile is as good.
+    return isAside || errno == ENOENT ? std::error_code()
+                                      : std::error_code(errno, std::generic_category());
+  }
+  return std::make_error_code(std::errc::file_exists);
+}
+
+std::string messageOf(std::error_code error) {
+  return error ? error.message() : std::string();
+}
+
+}  // namespace
+
+bool DefaultsWriter::Change::isOverruledBy(const std::optional<PropertyList>& stored) const {
+  return stored && base && *stored != *base && stored != sent;
+}
+
+DefaultsWriter::DefaultsWriter(std::filesystem::path path) : path_(std::move(path)) {}
+
+DefaultsWriter::~DefaultsWriter() {
+  finish();
+  {
+    const std::lock_guard lock(mutex_);
+    isEnding_ = true;
+  }
+  wake_.notify_all();
+  if (thread_.joinable()) thread_.join();
+}
+
+void DefaultsWriter::set(std::string_view key, PropertyList value,
+                         std::optional<PropertyList> stored) {
+  const std::lock_guard lock(mutex_);
+  if (!std::exchange(isScheduled_, true)) due_ = Clock::now() + kGatheringTime;
+  const auto [entry, isNew] = changes_.try_emplace(std::string(key));
+  Change& change = entry->second;
+  if (isNew || change.isOverruledBy(stored)) change.base = std::move(stored);
+  change.value = std::move(value);
+  wake_.notify_all();
+  if (thread_.joinable()) return;
+  try {
+    thread_ = std::thread([this] { run(); });
+  } catch (const std::system_error&) {
+    // The system has no thread left; it may have one for the next change, and finish()
+    // needs none.
+  }
+}
+
+std::optional<DefaultsWriter::Change> DefaultsWriter::change(std::string_view key) const {
+  const std::lock_guard lock(mutex_);
+  const auto found = changes_.find(key);
+  return found == changes_.end() ? std::nullopt : std::optional(found->second);
+}
+
+void DefaultsWriter::withdraw(std::string_view key) {
+  const std::lock_guard lock(mutex_);
+  const auto found = changes_.find(key);
+  // What is on its way finds out for itself.
+  if (found != changes_.end() && !found->second.sent) changes_.erase(found);
+}
+
+int DefaultsWriter::writeCount() const {
+  const std::lock_guard lock(mutex_);
+  return writeCount_;
+}
+
+void DefaultsWriter::finish() {
+  std::unique_lock lock(mutex_);
+  if (changes_.empty()) return;
+  if (!thread_.joinable()) {
+    attempt(lock);
+    return;
+  }
+  // A try that has begun may lack the last changes.
+  hurriedFailures_ = failureCount_ + (isWriting_ ? 2 : 1);
+  wake_.notify_all();
+  attempted_.wait_for(lock, kLongestFinish, [&] { return changes_.empty() || !isHurried(); });
+  hurriedFailures_ = 0;
+}
+
+void DefaultsWriter::run() {
+  // Signals are for the main thread; a file that grows beyond a limit (SIGXFSZ) is an
+  // error as any other.
+  sigset_t all;
+  sigfillset(&all);
+  pthread_sigmask(SIG_BLOCK, &all, nullptr);
+  std::unique_lock lock(mutex_);
+  while (true) {
+    wake_.wait(lock, [this] { return isEnding_ || !changes_.empty(); });
+    if (isEnding_) return;
+    const auto due = due_;
+    wake_.wait_until(lock, due, [&] { return isHurried() || isEnding_ || due_ < due; });
+    const bool isDue = isHurried() || Clock::now() >= due_;
+    if (isDue && !changes_.empty()) attempt(lock);
+  }
+}
+
+void DefaultsWriter::attempt(std::unique_lock<std::mutex>& lock) {
+  std::vector<Item> items;
+  for (auto& [key, change] : changes_) {
+    change.sent = change.value;
+    items.push_back({key, change});
+  }
+  isScheduled_ = false;
+  isWriting_ = true;
+  lock.unlock();
+  const std::string failure = store(items);
+  if (!failure.empty() && failure != lastFailure_) report("cannot write", failure);
+  lock.lock();
+  isWriting_ = false;
+  writeCount_ += 1;
+  failureCount_ += failure.empty() ? 0 : 1;
+  for (const Item& item : items) {
+    if (failure.empty()) {
+      settle(item);
+    } else if (const auto left = changes_.find(item.key); left != changes_.end()) {
+      left->second.sent.reset();
+    }
+  }
+  lastFailure_ = failure;
+  if (!isScheduled_) due_ = Clock::now() + kRetryTime;
+  attempted_.notify_all();
+}
+
+void DefaultsWriter::settle(const Item& item) {
+  const auto left = changes_.find(item.key);
+  if (left == changes_.end()) return;
+  Change& change = left->second;
+  if (change.value == item.change.value) {
+    changes_.erase(left);
+    return;
+  }
+  // Changed again meanwhile.
+  change.base = item.isOverruled ? std::nullopt : std::exchange(change.sent, std::nullopt);
+  change.sent.reset();
+}
+
+std::string DefaultsWriter::store(std::vector<Item>& items) const {
+  makeDirectories(path_.parent_path());
+  // A link stays one: what it leads to is replaced.
+  const std::filesystem::path file = followLinks(path_);
+  FileReplacement replacement(file, kPatience);
+  if (replacement.error()) return replacement.error().message();
+  const Clock::time_point deadline = Clock::now() + kPatience;
+  while (Clock::now() < deadline) {
+    std::string bytes;
+    FileState state = FileState::of(path_);
+    const int error = state.error != 0 ? state.error : readStoredFile(path_, state, bytes);
+    const StoredSettings found =
+        error != 0 ? StoredSettings::ofError(error) : StoredSettings::ofBytes(bytes, state);
+    if (found.condition == Condition::OutOfReach) return found.problem;
+    if (found.condition == Condition::Unfinished) {
+      std::this_thread::sleep_for(milliseconds(10));
+      continue;
+    }
+    const bool isDamaged = found.condition == Condition::Damaged;
+    if (found.condition != Condition::Whole) bytes.clear();
+    const std::string merged = mergedInto(bytes, isDamaged ? nullptr : &found.values, items);
+    if (merged == bytes) return {};
+    if (const std::error_code failed = replacement.write(merged)) return failed.message();
+    // Another program was faster than the disk.
+    if (FileState::of(path_) != state) continue;
+    if (isDamaged) {
+      if (const std::error_code failed = keepAside(file)) return failed.message();
+    }
+    return messageOf(replacement.commit());
+  }
+  return "another program is writing it";
+}
+
+std::string DefaultsWriter::mergedInto(std::string bytes, const PropertyList::Dictionary* stored,
+                                       std::vector<Item>& items) const {
+  const bool isNew = bytes.empty();
+  const std::string start =
+      isNew ? *writePropertyList(PropertyList::Dictionary()) : std::move(bytes);
+  std::string merged = start;
+  for (Item& item : items) {
+    std::optional<PropertyList> held;
+    if (stored) {
+      const auto entry = stored->find(item.key);
+      held = entry == stored->end() ? PropertyList() : entry->second;
+    }
+    // Compared with the file's own value, not with one that was sent before.
+    Change change = item.change;
+    change.sent.reset();
+    item.isOverruled = change.isOverruledBy(held);
+    if (item.isOverruled || held == change.value) continue;
+    std::optional<std::string> with = changedPropertyList(merged, item.key, change.value);
+    if (!with || with->size() > kPropertyListLimit) {
+      report("cannot store " + item.key + " in", "too large");
+    } else {
+      merged = *std::move(with);
+    }
+  }
+  return isNew && merged == start ? std::string() : merged;
+}
+
+void DefaultsWriter::report(std::string_view failure, std::string_view reason) const {
+  std::string line = "UserDefaults: ";
+  line.append(failure).append(" ").append(path_.string()).append(": ").append(reason);
+  logLine(line);
+}
+
+}  // namespace vembrix
