@@ -99,6 +99,11 @@ packages_gallery=(
   pngquant
 )
 
+packages_fuzz=(
+  clang
+  libclang-rt-14-dev
+)
+
 packages_bench=(
   libbenchmark-dev
 )

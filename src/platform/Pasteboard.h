@@ -4,8 +4,7 @@
 
 namespace vembrix {
 
-/// What the user copies and pastes between programs. Main thread. Never fails
-/// towards the caller.
+/// What the user copies and pastes between programs. Main thread.
 class Pasteboard {
  public:
   /// The general one (the clipboard).
@@ -13,12 +12,9 @@ class Pasteboard {
 
   virtual ~Pasteboard() = default;
 
-  /// Takes away what is there, in all its representations.
-  virtual void clearContents() = 0;
-
-  /// Puts the text (UTF-8) there as plain text, beside what is there in other
-  /// representations.
-  virtual void setString(std::string_view text) = 0;
+  /// Puts the text (UTF-8) there as plain text, in the place of all that is there in any
+  /// representation. Whether it is there now.
+  [[nodiscard]] virtual bool setString(std::string_view text) = 0;
 };
 
 }  // namespace vembrix

@@ -22,6 +22,7 @@ constexpr double kPlainInset = 12;
 
 constexpr const char* kGathering = "Gathering log…";
 constexpr const char* kCommandCopied = "Command copied to clipboard.";
+constexpr const char* kNotCopied = "The clipboard is in use. Try again.";
 
 bool isTab(int index) {
   return index >= 0 && index < kTabCount;
@@ -133,19 +134,15 @@ void PreferencesWindowController::copyDiagnosticLog() {
 }
 
 void PreferencesWindowController::diagnosticLogGathered(const DiagnosticLog& log) {
-  Pasteboard& pasteboard = Pasteboard::general();
-  pasteboard.clearContents();
-  pasteboard.setString(log.text);
-  setDiagnosticsStatus(copiedLinesStatus(log.lineCount));
+  const bool isCopied = Pasteboard::general().setString(log.text);
+  setDiagnosticsStatus(isCopied ? copiedLinesStatus(log.lineCount) : kNotCopied);
   isGathering_ = false;
   window_->setEnabled(kCopyDiagnosticLogID, true);
 }
 
 void PreferencesWindowController::copyLogCommand() {
-  Pasteboard& pasteboard = Pasteboard::general();
-  pasteboard.clearContents();
-  pasteboard.setString(LogTool::shared().command().shellText);
-  setDiagnosticsStatus(kCommandCopied);
+  const bool isCopied = Pasteboard::general().setString(LogTool::shared().command().shellText);
+  setDiagnosticsStatus(isCopied ? kCommandCopied : kNotCopied);
 }
 
 void PreferencesWindowController::setDiagnosticsStatus(std::string text) {

@@ -100,9 +100,9 @@ class ForcedTest(DesktopTest):
         self.desktop.go_to(2)
         wait_until(lambda: self.desktop.current == 2, "desktop 3")
         self.assertEqual(program.title(), "Desktop 1")
+        self.assertEqual(program.end(), 0)
         known = self.defaults.read()["KnownSpaceUUIDs"]
         self.assertFalse([uuid for uuid in known if uuid.startswith("x11-")])
-        self.assertEqual(program.end(), 0)
 
 
 if __name__ == "__main__":

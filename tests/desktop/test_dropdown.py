@@ -77,7 +77,7 @@ class DropdownTest(SharedRunTest):
         self.menu.type("   ")
         self.menu.key("Return")
         self.program.wait_for_title("Desktop 1")
-        self.assertNotIn("x11-desktop-1", self.names())
+        wait_until(lambda: "x11-desktop-1" not in self.names(), "the name to go")
 
     def test_desktops_added_while_closed_are_there(self):
         self.menu.open()

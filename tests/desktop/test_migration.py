@@ -24,11 +24,11 @@ class MigrationTest(DesktopTest):
         self.assertEqual(
             self.migrations(program), ["[Vembrix] migrated 3 settings from legacy domain"]
         )
+        self.assertEqual(program.end(), 0)
         stored = self.defaults.read()
         self.assertEqual(stored["SignTextSize"], 90.5)
         self.assertIs(stored["HeatMapSigns"], False)
         self.assertIs(stored["DidMigrateLegacyDefaults"], True)
-        self.assertEqual(program.end(), 0)
 
         self.legacy.write({"SpaceNames": {"x11-desktop-1": "Newer"}, "ThemeName": "Coral"})
         program = self.launch()
@@ -49,6 +49,7 @@ class MigrationTest(DesktopTest):
         program = self.launch()
         program.wait_for_title("Desktop 1")
         self.assertEqual(program.log_lines(), [])
+        self.assertEqual(program.end(), 0)
         self.assertIs(self.defaults.read()["DidMigrateLegacyDefaults"], True)
 
 

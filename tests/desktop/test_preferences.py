@@ -134,6 +134,7 @@ class PreferencesTest(SharedRunTest):
         self.desktop.run("xdotool", "type", "--delay", "20", "#00ff00")
         self.preferences.key("Return")
         self.program.wait_for_fill((0, 255, 0))
+        wait_until(lambda: "SpaceColors" in self.defaults.read(), "the stored colour")
         colors = json.loads(self.defaults.read()["SpaceColors"])
         self.assertEqual(colors["x11-desktop-1"]["background"]["green"], 1)
 

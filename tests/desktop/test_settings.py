@@ -146,7 +146,7 @@ class MalformedSettingsTest(DesktopTest):
         self.check_defaults()
 
     def test_a_file_that_is_no_property_list(self):
-        self.defaults.write_bytes(b"bplist00 and then nothing of the kind")
+        self.defaults.write_bytes(b"nothing of the kind")
         self.check_defaults()
 
     def check_defaults(self):
@@ -155,9 +155,8 @@ class MalformedSettingsTest(DesktopTest):
         program.wait_for_fill(PINK)
         program.wait_for_ink(BLACK, 40)
         self.assertNotEqual(program.strip().frame()[2], FIXED_WIDTH)
-        known = self.defaults.read()["KnownSpaceUUIDs"]
-        self.assertEqual(known, ["x11-desktop-1"])
         self.assertEqual(program.end(), 0)
+        self.assertEqual(self.defaults.read()["KnownSpaceUUIDs"], ["x11-desktop-1"])
 
 
 if __name__ == "__main__":

@@ -102,6 +102,16 @@ TEST_F(DiagnosticLogTest, CopyCommandSaysSo) {
   EXPECT_EQ(status(), "Command copied to clipboard.");
 }
 
+TEST_F(DiagnosticLogTest, WhatTheClipboardDoesNotHoldIsNotSaidToBeCopied) {
+  prints("a line");
+  pasteboard_.put(EmbeddedPasteboard::kPlainText, "theirs");
+  pasteboard_.take();
+  EXPECT_EQ(copied(), "theirs");
+  EXPECT_EQ(status(), "The clipboard is in use. Try again.");
+  window().click("Copy Command");
+  EXPECT_EQ(status(), "The clipboard is in use. Try again.");
+}
+
 TEST_F(DiagnosticLogTest, TheCommandIsShownAsItIsCopied) {
   const auto& row = std::get<FullRow>(open("Diagnostics").tab().form.rows[6]);
   const auto& field = std::get<CommandField>(row.control);

@@ -15,8 +15,15 @@ class EmbeddedPasteboard : public Pasteboard {
   /// The pasteboard behind Pasteboard::general().
   static EmbeddedPasteboard& shared();
 
-  void clearContents() override { contents_.clear(); }
-  void setString(std::string_view text) override { put(kPlainText, text); }
+  bool setString(std::string_view text) override {
+    if (isTaken_) return false;
+    contents_.clear();
+    put(kPlainText, text);
+    return true;
+  }
+
+  /// From now on another program does not let go of it.
+  void take() { isTaken_ = true; }
 
   /// Another program copies something.
   void put(std::string_view type, std::string_view value) {
@@ -33,6 +40,7 @@ class EmbeddedPasteboard : public Pasteboard {
 
  private:
   std::map<std::string, std::string, std::less<>> contents_;
+  bool isTaken_ = false;
 };
 
 }  // namespace vembrix

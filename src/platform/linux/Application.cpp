@@ -8,6 +8,7 @@
 #include "platform/MainQueue.h"
 #include "platform/SystemLog.h"
 #include "platform/linux/ChosenDesktop.h"
+#include "platform/linux/ForgedEvents.h"
 #include "platform/linux/LinuxApplication.h"
 #include "platform/linux/LinuxUserDefaults.h"
 #include "platform/linux/QtMessages.h"
@@ -96,6 +97,7 @@ LinuxApplication::LinuxApplication() {
   std::signal(SIGPIPE, SIG_IGN);
   handleQtMessages();
   qt_ = std::make_unique<QtObject>(qtArguments());
+  forgedEventFilter_ = std::make_unique<ForgedEventFilter>();
   // The queue belongs to the thread that makes it.
   MainQueue::main();
   if (X11Desktop* x11 = chosenDesktop().x11) x11->follow();

@@ -87,14 +87,24 @@ std::string_view DesktopNames::ownName(std::size_t desktop) const {
   return isPublished ? std::string_view(published->second.own) : name;
 }
 
-std::string DesktopNames::joined() const {
-  std::string all;
-  for (const std::string& name : names_) all.append(name).push_back('\0');
-  return all;
-}
-
 void DesktopNames::setWindowManager(bool keepsItsNames) {
   keepsItsNames_ = keepsItsNames;
+}
+
+std::vector<std::string> desktopNames(std::string_view property, std::size_t limit) {
+  std::vector<std::string> names;
+  while (!property.empty() && names.size() < limit) {
+    const std::size_t end = std::min(property.find('\0'), property.size());
+    names.emplace_back(property.substr(0, end));
+    property.remove_prefix(std::min(end + 1, property.size()));
+  }
+  return names;
+}
+
+std::string desktopNamesProperty(const std::vector<std::string>& names) {
+  std::string property;
+  for (const std::string& name : names) property.append(name).push_back('\0');
+  return property;
 }
 
 bool ownsDesktopNames(std::string_view windowManager) {

@@ -41,9 +41,6 @@ class DesktopNames {
   [[nodiscard]] std::string_view ownName(std::size_t desktop) const;
   /// As they stand there; may be fewer than there are desktops.
   [[nodiscard]] const std::vector<std::string>& all() const { return names_; }
-  /// One behind the other, each ended by a NUL.
-  [[nodiscard]] std::string joined() const;
-
   /// Another window manager runs. `keepsItsNames`: it takes no other names than its own.
   void setWindowManager(bool keepsItsNames);
   [[nodiscard]] bool keepsItsNames() const { return keepsItsNames_; }
@@ -63,6 +60,14 @@ class DesktopNames {
   std::map<std::size_t, Published> published_;
   bool keepsItsNames_ = false;
 };
+
+// The names as window managers keep them: one behind the other, each ended by a NUL. Bytes
+// of whoever set them. Any thread.
+
+/// The last may lack its end. Empty names count; those beyond `limit` are left out.
+std::vector<std::string> desktopNames(std::string_view property, std::size_t limit);
+
+std::string desktopNamesProperty(const std::vector<std::string>& names);
 
 /// Whether a window manager of that name names its desktops by its own configuration and
 /// takes no names from others; its desktops then are known by their names.

@@ -11,6 +11,7 @@ class QApplication;
 
 namespace vembrix {
 
+class ForgedEventFilter;
 class SingleInstance;
 class SleepWatcher;
 class SystemAppearance;
@@ -50,6 +51,7 @@ class LinuxApplication : public Application {
   ActivationPolicy policy_ = ActivationPolicy::Regular;
   std::unique_ptr<QtObject> qt_;
   std::unique_ptr<SingleInstance> instance_;
+  std::unique_ptr<ForgedEventFilter> forgedEventFilter_;
   std::unique_ptr<SystemAppearance> appearance_;
   std::unique_ptr<SleepWatcher> sleepWatcher_;
   std::unique_ptr<TerminationSignals> terminationSignals_;

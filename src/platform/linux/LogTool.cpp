@@ -48,6 +48,7 @@ class SpawnOptions {
     sigset_t ignoredHere;
     sigemptyset(&ignoredHere);
     sigaddset(&ignoredHere, SIGPIPE);
+    sigaddset(&ignoredHere, SIGXFSZ);
     posix_spawnattr_setsigdefault(&attributes_, &ignoredHere);
     sigset_t none;
     sigemptyset(&none);

@@ -1,5 +1,6 @@
 #include "platform/Pasteboard.h"
 
+#include <QtGui/qguiapplication_platform.h>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
@@ -7,6 +8,7 @@
 #include <memory>
 
 #include "platform/Application.h"
+#include "platform/linux/X11Connection.h"
 
 namespace vembrix {
 namespace {
@@ -18,23 +20,31 @@ class QtPasteboard : public Pasteboard {
     Application::shared();
   }
 
-  void clearContents() override { clipboard().clear(); }
-
-  void setString(std::string_view text) override {
+  bool setString(std::string_view text) override {
+    // In one step: a clipboard manager would fill a clipboard that was emptied first.
     auto contents = std::make_unique<QMimeData>();
-    // A clipboard is set as a whole: what is to stay goes along.
-    if (const QMimeData* present = clipboard().mimeData()) {
-      for (const QString& format : present->formats()) {
-        if (!format.startsWith(QLatin1String("text/plain"))) {
-          contents->setData(format, present->data(format));
-        }
-      }
-    }
     contents->setText(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
     clipboard().setMimeData(contents.release());
+    return isOurs();
   }
 
  private:
+  /// Qt takes it for ours also when the server does not.
+  static bool isOurs() {
+    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (!x11) return clipboard().ownsClipboard();
+    xcb_connection_t* xcb = x11->connection();
+    constexpr std::string_view kName = "CLIPBOARD";
+    const XcbPtr<xcb_intern_atom_reply_t> atom{
+        xcb_intern_atom_reply(xcb, xcb_intern_atom(xcb, 1, kName.size(), kName.data()), nullptr)};
+    if (!atom) return false;
+    const XcbPtr<xcb_get_selection_owner_reply_t> owner{
+        xcb_get_selection_owner_reply(xcb, xcb_get_selection_owner(xcb, atom->atom), nullptr)};
+    if (!owner || owner->owner == XCB_WINDOW_NONE) return false;
+    const xcb_setup_t* setup = xcb_get_setup(xcb);
+    return (owner->owner & ~setup->resource_id_mask) == setup->resource_id_base;
+  }
+
   static QClipboard& clipboard() { return *QGuiApplication::clipboard(); }
 };
 

@@ -2,6 +2,9 @@
 
 #include <QString>
 #include <QtGlobal>
+#include <cstddef>
+#include <mutex>
+#include <set>
 
 #include "platform/SystemLog.h"
 #include "platform/linux/ProgramEnd.h"
@@ -17,10 +20,24 @@ bool isNoise(const QString& message) {
          message.startsWith(QLatin1String("QStandardPaths: "));
 }
 
+/// Whether it is of what other clients can make Qt say as often as they like, and has
+/// been said before: each kind is logged once, and not more kinds than a few.
+bool isRepeatedByOthers(const QString& message) {
+  constexpr std::size_t kMostKinds = 30;
+  constexpr const char* kAtoms = "atomName: bad atom";
+  static std::mutex mutex;
+  static auto& kinds = *new std::set<QString>;
+  const bool isAtom = message.startsWith(QLatin1String(kAtoms));
+  if (!isAtom && !message.startsWith(QLatin1String("Unhandled client message"))) return false;
+  const std::lock_guard lock(mutex);
+  if (kinds.size() == kMostKinds) return true;
+  return !kinds.insert(isAtom ? QString::fromLatin1(kAtoms) : message).second;
+}
+
 void handle(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
   // Meant for Qt's developers.
   if (type == QtDebugMsg || type == QtInfoMsg) return;
-  if (isNoise(message)) return;
+  if (isNoise(message) || isRepeatedByOthers(message)) return;
   // Qt says this and then runs exit(), whose handlers would reach for the server.
   if (message.startsWith(QLatin1String("The X11 connection broke"))) {
     endProgram("the X server went away");

@@ -1,59 +1,45 @@
 #include "platform/SystemLog.h"
 
+#include <poll.h>
 #include <pthread.h>
 #include <syslog.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <condition_variable>
 #include <csignal>
-#include <ctime>
+#include <cstdint>
+#include <deque>
+#include <mutex>
 #include <string>
+#include <system_error>
+#include <thread>
 
 namespace vembrix {
 namespace {
 
-/// Keeps a SIGPIPE of this thread's own writing from ending the process: who
-/// reads standard error may leave at any time.
-class PipeSignalGuard {
- public:
-  PipeSignalGuard() {
-    sigemptyset(&pipe_);
-    sigaddset(&pipe_, SIGPIPE);
-    sigset_t pending;
-    sigpending(&pending);
-    wasPending_ = sigismember(&pending, SIGPIPE) == 1;
-    pthread_sigmask(SIG_BLOCK, &pipe_, &former_);
-  }
-  ~PipeSignalGuard() {
-    const timespec now{};
-    if (!wasPending_) {
-      while (sigtimedwait(&pipe_, nullptr, &now) == -1 && errno == EINTR) {
-      }
-    }
-    pthread_sigmask(SIG_SETMASK, &former_, nullptr);
-  }
-  PipeSignalGuard(const PipeSignalGuard&) = delete;
-  PipeSignalGuard& operator=(const PipeSignalGuard&) = delete;
-
- private:
-  sigset_t pipe_{};
-  sigset_t former_{};
-  bool wasPending_ = false;
-};
-
+/// What does not fit, because nobody reads it, is left out. One thread only.
 void writeToStandardError(std::string_view text) {
-  const PipeSignalGuard guard;
+  constexpr int kPatience = 100;  // milliseconds
+  static bool isFull = false;
   while (!text.empty()) {
-    const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
+    pollfd output{STDERR_FILENO, POLLOUT, 0};
+    isFull = ::poll(&output, 1, isFull ? 0 : kPatience) == 0;
+    if (isFull || (output.revents & POLLOUT) == 0) return;
+    // So much a pipe takes at once, in one piece, when it says that it takes anything.
+    const ssize_t written =
+        ::write(STDERR_FILENO, text.data(), std::min<std::size_t>(text.size(), 4096));
     if (written < 0 && errno == EINTR) continue;
     if (written <= 0) return;
     text.remove_prefix(static_cast<std::size_t>(written));
   }
 }
 
-/// The journal by way of syslog, and standard error for who starts the program
-/// by hand.
+/// The journal by way of syslog, and standard error for who starts the program by hand.
+/// Either may keep its writer waiting for as long as it likes. So a thread writes; others
+/// wait for it as long as it gets on, so that a line is out before what follows it.
 class LinuxSystemLog : public SystemLog {
  public:
   LinuxSystemLog() { openlog("Vembrix", LOG_PID, LOG_USER); }
@@ -64,11 +50,61 @@ class LinuxSystemLog : public SystemLog {
     // lines of its own.
     std::ranges::replace_if(
         text, [](char c) { return c == '\n' || c == '\r' || c == '\0'; }, ' ');
-    syslog(LOG_NOTICE, "%s", text.c_str());
-    text.push_back('\n');
-    // In one piece, so that lines of several threads do not mix.
-    writeToStandardError(text);
+    std::unique_lock lock(mutex_);
+    if (queue_.size() == kMostLines) return;
+    queue_.push_back(std::move(text));
+    const std::uint64_t number = ++queuedCount_;
+    if (!start()) return;
+    wake_.notify_one();
+    if (isStuck_) return;
+    isStuck_ = !written_.wait_for(lock, kPatience, [&] { return writtenCount_ >= number; });
   }
+
+ private:
+  static constexpr std::size_t kMostLines = 1000;
+  static constexpr std::chrono::milliseconds kPatience{300};
+
+  bool start() {
+    if (isStarted_) return true;
+    try {
+      std::thread([this] { run(); }).detach();
+      isStarted_ = true;
+    } catch (const std::system_error&) {
+      // No thread is left; the lines wait for the next one.
+    }
+    return isStarted_;
+  }
+
+  [[noreturn]] void run() {
+    // Signals are for the main thread, and that nobody reads any more (SIGPIPE), or a
+    // file may not grow (SIGXFSZ), is an error as any other.
+    sigset_t all;
+    sigfillset(&all);
+    pthread_sigmask(SIG_BLOCK, &all, nullptr);
+    std::unique_lock lock(mutex_);
+    while (true) {
+      wake_.wait(lock, [this] { return !queue_.empty(); });
+      std::string text = std::move(queue_.front());
+      queue_.pop_front();
+      lock.unlock();
+      writeToStandardError(text + '\n');
+      syslog(LOG_NOTICE, "%s", text.c_str());
+      lock.lock();
+      writtenCount_ += 1;
+      isStuck_ = isStuck_ && !queue_.empty();
+      written_.notify_all();
+    }
+  }
+
+  std::mutex mutex_;
+  std::condition_variable wake_;
+  std::condition_variable written_;
+  std::deque<std::string> queue_;
+  std::uint64_t queuedCount_ = 0;
+  std::uint64_t writtenCount_ = 0;
+  /// Whether somebody has waited in vain, so that nobody waits until all is written.
+  bool isStuck_ = false;
+  bool isStarted_ = false;
 };
 
 }  // namespace

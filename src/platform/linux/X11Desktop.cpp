@@ -9,6 +9,8 @@
 #include <utility>
 
 #include "platform/NotificationCenter.h"
+#include "platform/linux/DesktopNames.h"
+#include "platform/linux/ForgedEvents.h"
 #include "platform/linux/ProgramEnd.h"
 
 namespace vembrix {
@@ -144,7 +146,7 @@ std::string_view X11Desktop::ownName(SpaceID space) const {
 }
 
 void X11Desktop::writeNames() {
-  const std::string joined = names_.joined();
+  const std::string joined = desktopNamesProperty(names_.all());
   xcb_ewmh_set_desktop_names(connection_->ewmh(), connection_->screen(),
                              static_cast<std::uint32_t>(joined.size()), joined.data());
   flush();
@@ -216,6 +218,7 @@ void X11Desktop::flush() {
 }
 
 void X11Desktop::note(const xcb_generic_event_t& event) {
+  if (isForged(event)) return;
   switch (eventType(event)) {
     case XCB_PROPERTY_NOTIFY:
       notePropertyChange(reinterpret_cast<const xcb_property_notify_event_t&>(event));
@@ -315,21 +318,15 @@ xcb_get_property_cookie_t X11Desktop::requestNames() {
 }
 
 std::vector<std::string> X11Desktop::readNames(xcb_get_property_cookie_t cookie) {
-  std::vector<std::string> names;
   const XcbPtr<xcb_get_property_reply_t> reply{
       xcb_get_property_reply(connection_->xcb(), cookie, nullptr)};
   if (!reply || reply->type != connection_->ewmh()->UTF8_STRING || reply->format != 8 ||
       reply->bytes_after != 0) {
-    return names;
+    return {};
   }
-  std::string_view rest(static_cast<const char*>(xcb_get_property_value(reply.get())),
-                        static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
-  while (!rest.empty() && names.size() < kMaxDesktops) {
-    const std::size_t end = std::min(rest.find('\0'), rest.size());
-    names.emplace_back(rest.substr(0, end));
-    rest.remove_prefix(std::min(end + 1, rest.size()));
-  }
-  return names;
+  return desktopNames({static_cast<const char*>(xcb_get_property_value(reply.get())),
+                       static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))},
+                      kMaxDesktops);
 }
 
 void X11Desktop::takeNames(std::vector<std::string> names) {

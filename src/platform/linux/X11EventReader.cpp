@@ -3,6 +3,8 @@
 #include <QSocketNotifier>
 #include <utility>
 
+#include "platform/linux/ForgedEvents.h"
+
 namespace vembrix {
 
 X11EventReader::X11EventReader(std::unique_ptr<X11Connection> connection, Handlers handlers)
@@ -18,7 +20,7 @@ X11EventReader::~X11EventReader() = default;
 void X11EventReader::read() {
   xcb_connection_t* xcb = connection_->xcb();
   while (const XcbPtr<xcb_generic_event_t> event{xcb_poll_for_event(xcb)}) {
-    handlers_.event(*event);
+    handle(*event);
   }
   handlers_.batchEnd();
   if (connection_->isBroken()) {
@@ -30,9 +32,16 @@ void X11EventReader::read() {
   xcb_flush(xcb);
   const XcbPtr<xcb_generic_event_t> further{xcb_poll_for_queued_event(xcb)};
   if (!further) return;
-  handlers_.event(*further);
+  handle(*further);
   // Not at once: a stream of events must leave the loop time for others.
   readSoon();
+}
+
+void X11EventReader::handle(const xcb_generic_event_t& event) {
+  // Window managers tell of places to the window alone: the root's are the server's.
+  const bool isPlace = (event.response_type & 0x7F) == XCB_CONFIGURE_NOTIFY;
+  const bool isSent = (event.response_type & 0x80) != 0;
+  if (!isForged(event) && !(isSent && isPlace)) handlers_.event(event);
 }
 
 void X11EventReader::readSoon() {

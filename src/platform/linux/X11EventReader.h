@@ -34,6 +34,7 @@ class X11EventReader {
 
  private:
   void read();
+  void handle(const xcb_generic_event_t& event);
 
   std::unique_ptr<X11Connection> connection_;
   Handlers handlers_;

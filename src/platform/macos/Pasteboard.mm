@@ -11,16 +11,16 @@ namespace {
 /// Owns nothing: what is put there belongs to the system.
 class GeneralPasteboard : public Pasteboard {
  public:
-  void clearContents() override { [NSPasteboard.generalPasteboard clearContents]; }
-
-  void setString(std::string_view text) override {
+  bool setString(std::string_view text) override {
     @autoreleasepool {
       const std::optional<std::string> repaired = repairedUtf8(text);
       const std::string_view valid = repaired ? *repaired : text;
       // The type's own form is UTF-8. A log of many megabytes would only be turned
       // into UTF-16 and back as a string.
       NSData* data = [NSData dataWithBytes:valid.data() length:valid.size()];
-      [NSPasteboard.generalPasteboard setData:data forType:NSPasteboardTypeString];
+      NSPasteboard* pasteboard = NSPasteboard.generalPasteboard;
+      [pasteboard clearContents];
+      return [pasteboard setData:data forType:NSPasteboardTypeString];
     }
   }
 };

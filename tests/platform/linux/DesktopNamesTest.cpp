@@ -34,7 +34,7 @@ TEST_F(DesktopNamesTest, TheUsersNameIsWrittenAndTheOwnOneRemembered) {
   EXPECT_EQ(names_.ownName(1), "two");
   EXPECT_TRUE(names_.clearName(1, "Desktop 2"));
   EXPECT_EQ(names_.ownName(1), "two");
-  EXPECT_EQ(names_.joined(), std::string("one\0two\0three\0", 14));
+  EXPECT_EQ(desktopNamesProperty(names_.all()), std::string("one\0two\0three\0", 14));
 }
 
 TEST_F(DesktopNamesTest, ANameThatStandsThereIsNotWrittenAgain) {

@@ -4,8 +4,10 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <csignal>
 #include <string>
+#include <thread>
 
 #include "platform/linux/SentLines.h"
 
@@ -64,6 +66,24 @@ TEST(SystemLogTest, SurvivesThatNobodyReadsStandardError) {
   logLine("into nothing");
   dup2(former, STDERR_FILENO);
   EXPECT_EQ(sentLines().size(), 3U);
+}
+
+TEST(SystemLogTest, AFullPipeHoldsNobodyUp) {
+  std::array<int, 2> ends{};
+  ASSERT_EQ(pipe(ends.data()), 0);
+  const int former = dup(STDERR_FILENO);
+  dup2(ends[1], STDERR_FILENO);
+  const auto start = std::chrono::steady_clock::now();
+  // More than a pipe holds, and more than a pipe takes at once.
+  for (int i = 0; i < 30; ++i) logLine(std::string(10000, 'x'));
+  const auto taken = std::chrono::steady_clock::now() - start;
+  dup2(former, STDERR_FILENO);
+  EXPECT_LT(taken, std::chrono::seconds(10));
+  const auto deadline = start + std::chrono::seconds(30);
+  while (sentLines().size() < 30 && std::chrono::steady_clock::now() < deadline) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  EXPECT_EQ(sentLines().size(), 30U) << "the journal has them all";
 }
 
 TEST(SystemLogTest, LeavesTheSignalsOfOthersAsTheyAre) {

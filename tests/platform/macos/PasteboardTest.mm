@@ -43,8 +43,7 @@ class PasteboardTest : public testing::Test {
 
 TEST_F(PasteboardTest, TextIsThereForOthersToPaste) {
   for (const std::string& text : textSamples()) {
-    pasteboard_.clearContents();
-    pasteboard_.setString(text);
+    EXPECT_TRUE(pasteboard_.setString(text));
     EXPECT_EQ(pasted(), text);
   }
   EXPECT_FALSE([native() canReadItemWithDataConformingToTypes:@[ NSPasteboardTypeRTF ]]);
@@ -52,25 +51,21 @@ TEST_F(PasteboardTest, TextIsThereForOthersToPaste) {
 
 TEST_F(PasteboardTest, WhatIsNoUtf8IsReplaced) {
   for (const std::string& bytes : malformedUtf8Samples()) {
-    pasteboard_.clearContents();
-    pasteboard_.setString("<" + bytes + ">");
+    EXPECT_TRUE(pasteboard_.setString("<" + bytes + ">"));
     EXPECT_EQ(pasted().substr(0, 4), "<\uFFFD");
     EXPECT_TRUE(isWellFormedUtf8(pasted()));
   }
 }
 
-TEST_F(PasteboardTest, ClearingTakesAllAway) {
-  pasteboard_.setString("text");
+TEST_F(PasteboardTest, ATextTakesThePlaceOfAllThatIsThere) {
   [native() setData:[NSData dataWithBytes:"x" length:1] forType:NSPasteboardTypeRTF];
-  pasteboard_.clearContents();
-  EXPECT_EQ(native().types.count, 0U);
-  EXPECT_EQ([native() stringForType:NSPasteboardTypeString], nil);
+  EXPECT_TRUE(pasteboard_.setString("text"));
+  EXPECT_FALSE([native() canReadItemWithDataConformingToTypes:@[ NSPasteboardTypeRTF ]]);
 }
 
 TEST_F(PasteboardTest, TextOfManyMegabytesIsCopiedWhole) {
   const std::string text(20 << 20, 'x');
-  pasteboard_.clearContents();
-  pasteboard_.setString(text);
+  EXPECT_TRUE(pasteboard_.setString(text));
   EXPECT_TRUE(pasted() == text);
 }
 
