@@ -1,0 +1,95 @@
+#include <benchmark/benchmark.h>
+#include <stdlib.h>
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+#include <thread>
+
+#include "platform/linux/DefaultsStore.h"
+
+namespace vembrix {
+namespace {
+
+using Dictionary = PropertyList::Dictionary;
+
+/// A settings file of some weeks, for as long as it lives.
+class SettingsFile {
+ public:
+  SettingsFile() {
+    Dictionary names;
+    for (int i = 0; i < 16; ++i) names.emplace("x11-desktop-" + std::to_string(i), "Mail");
+    store.set("SpaceNames", names);
+    store.set("SpaceColors", PropertyList::Data(4000, 'x'));
+    store.set("SignTextSize", 160.0);
+    store.finish();
+  }
+  ~SettingsFile() { std::filesystem::remove_all(directory_); }
+  SettingsFile(const SettingsFile&) = delete;
+  SettingsFile& operator=(const SettingsFile&) = delete;
+
+ private:
+  static std::filesystem::path newDirectory() {
+    std::string name = std::filesystem::temp_directory_path() / "vembrix-bench-XXXXXX";
+    return ::mkdtemp(name.data());
+  }
+
+  std::filesystem::path directory_ = newDirectory();
+
+ public:
+  const std::filesystem::path path = directory_ / "com.vembrix.app.plist";
+  DefaultsStore store{path};
+};
+
+/// What happens on nearly every event: a setting is read from a file that is as before.
+void readSetting(benchmark::State& state) {
+  SettingsFile file;
+  // After which the file's times tell every change.
+  std::this_thread::sleep_for(std::chrono::milliseconds(3200));
+  for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(file.store.object("SignTextSize"));
+}
+BENCHMARK(readSetting);
+
+/// Just after a change, when the file is compared with what was read.
+void readSettingAfterAChange(benchmark::State& state) {
+  SettingsFile file;
+  for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(file.store.object("SignTextSize"));
+}
+BENCHMARK(readSettingAfterAChange)->MinTime(0.2);
+
+/// Another program has written the file.
+void reloadSettings(benchmark::State& state) {
+  SettingsFile file;
+  DefaultsStore other(file.path);
+  double size = 0;
+  for ([[maybe_unused]] auto _ : state) {
+    state.PauseTiming();
+    other.set("SignTextSize", size += 1);
+    other.finish();
+    state.ResumeTiming();
+    benchmark::DoNotOptimize(file.store.object("SignTextSize"));
+  }
+}
+BENCHMARK(reloadSettings);
+
+/// What the main thread pays for a step of a slider.
+void storeSetting(benchmark::State& state) {
+  SettingsFile file;
+  double size = 0;
+  for ([[maybe_unused]] auto _ : state) file.store.set("SignTextSize", size += 1);
+}
+BENCHMARK(storeSetting);
+
+/// Until it is on the disk.
+void storeSettingAndFinish(benchmark::State& state) {
+  SettingsFile file;
+  double size = 0;
+  for ([[maybe_unused]] auto _ : state) {
+    file.store.set("SignTextSize", size += 1);
+    file.store.finish();
+  }
+}
+BENCHMARK(storeSettingAndFinish)->UseRealTime();
+
+}  // namespace
+}  // namespace vembrix
