@@ -32,8 +32,8 @@ class QtPasteboard : public Pasteboard {
   /// Qt takes it for ours also when the server does not.
   static bool isOurs() {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (!x11) return clipboard().ownsClipboard();
-    xcb_connection_t* xcb = x11->connection();
+    xcb_connection_t* xcb = x11 ? x11->connection() : nullptr;
+    if (!xcb) return clipboard().ownsClipboard();
     constexpr std::string_view kName = "CLIPBOARD";
     const XcbPtr<xcb_intern_atom_reply_t> atom{
         xcb_intern_atom_reply(xcb, xcb_intern_atom(xcb, 1, kName.size(), kName.data()), nullptr)};

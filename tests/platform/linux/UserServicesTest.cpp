@@ -58,11 +58,13 @@ TEST_F(UserServicesTest, ATextTakesThePlaceOfAllThatIsThere) {
   data->setText("bold");
   QGuiApplication::clipboard()->setMimeData(data.release());
   int changes = 0;
-  QObject::connect(QGuiApplication::clipboard(), &QClipboard::changed, [&] { changes += 1; });
+  const auto connection =
+      QObject::connect(QGuiApplication::clipboard(), &QClipboard::changed, [&] { changes += 1; });
   EXPECT_TRUE(Pasteboard::general().setString("Größe 日本 🛠\n\nend\n"));
   EXPECT_EQ(clipboard().text(), QString::fromUtf8("Größe 日本 🛠\n\nend\n"));
   EXPECT_FALSE(clipboard().hasHtml());
   EXPECT_EQ(changes, 1) << "in one step, so that nobody fills an empty clipboard";
+  QObject::disconnect(connection);
 }
 
 TEST_F(UserServicesTest, OpensAnAddress) {
