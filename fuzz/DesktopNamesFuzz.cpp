@@ -12,9 +12,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     SpaceManager::shared().reload();
     return SpaceManager::shared();
   }();
-  const std::vector<std::string> names = desktopNames(textOf(data, size));
+  const std::vector<std::string> names = desktopNames(textOf(data, size), size);
   const std::string property = desktopNamesProperty(names);
-  expect(desktopNames(property) == names);
+  expect(desktopNames(property, size) == names);
   expect(property.size() == size || property.size() == size + 1);
   const SpaceInfo space = manager.spaces().at(1);
   for (const std::string& name : names) {

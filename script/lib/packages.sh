@@ -26,6 +26,7 @@ packages_embedded=(
   libgmock-dev
   libgtest-dev
   ninja-build
+  nlohmann-json3-dev
 )
 
 # In g++'s place, where CXX asks for it; the library is still that of g++.
