@@ -1,6 +1,5 @@
 #include "platform/Pasteboard.h"
 
-#include <QtGui/qguiapplication_platform.h>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
@@ -8,6 +7,7 @@
 #include <memory>
 
 #include "platform/Application.h"
+#include "platform/linux/QtEwmh.h"
 #include "platform/linux/X11Connection.h"
 
 namespace vembrix {
@@ -31,9 +31,9 @@ class QtPasteboard : public Pasteboard {
  private:
   /// Qt takes it for ours also when the server does not.
   static bool isOurs() {
-    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    xcb_connection_t* xcb = x11 ? x11->connection() : nullptr;
-    if (!xcb) return clipboard().ownsClipboard();
+    const xcb_ewmh_connection_t* ewmh = ewmhOfQt();
+    if (!ewmh) return clipboard().ownsClipboard();
+    xcb_connection_t* xcb = ewmh->connection;
     constexpr std::string_view kName = "CLIPBOARD";
     const XcbPtr<xcb_intern_atom_reply_t> atom{
         xcb_intern_atom_reply(xcb, xcb_intern_atom(xcb, 1, kName.size(), kName.data()), nullptr)};
