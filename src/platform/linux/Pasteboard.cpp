@@ -32,7 +32,8 @@ class QtPasteboard : public Pasteboard {
   /// Qt takes it for ours also when the server does not.
   static bool isOurs() {
     const xcb_ewmh_connection_t* ewmh = ewmhOfQt();
-    if (!ewmh) return clipboard().ownsClipboard();
+    // The clipboard of the other platforms is within the process.
+    if (!ewmh) return true;
     xcb_connection_t* xcb = ewmh->connection;
     constexpr std::string_view kName = "CLIPBOARD";
     const XcbPtr<xcb_intern_atom_reply_t> atom{
