@@ -228,22 +228,23 @@ class EmbeddedDesktop {
   std::vector<DisplayState> displays_;
   std::size_t activeDisplay_ = 0;
   SpaceID nextSpaceID_ = 1;
-  bool announcesSpaces_ = false;
   std::optional<PropertyList> answerOverride_;
   std::optional<SpaceID> activeOverride_;
   std::optional<PropertyList> windowSpacesOverride_;
   std::function<void(const WindowSpacesCall&)> windowSpacesWatcher_;
-  bool canPlaceWindows_ = true;
   /// The truth as the window server would tell it; null when to be made anew.
   PropertyList answer_;
 
+  bool announcesSpaces_ = false;
+  bool canPlaceWindows_ = true;
   bool trusted_ = true;
+  bool missionControl_ = false;
   int promptCount_ = 0;
+  int publishCount_ = 0;
   std::optional<Appearance> appearance_ = Appearance::Light;
   std::map<SpaceID, std::string> publishedNames_;
   std::map<SpaceID, std::string> ownNames_;
   SpaceNaming::Handlers nameHandlers_;
-  int publishCount_ = 0;
   std::vector<Screen> screenList_;
 
   Dock dock_;
@@ -258,7 +259,6 @@ class EmbeddedDesktop {
   SpaceID transitionTarget_ = 0;
 
   SpaceWindows windows_{[this] { return activeSpace(); }};
-  bool missionControl_ = false;
   std::optional<PropertyList> windowListOverride_;
 
   std::unique_ptr<AccessibilityService> accessibility_;

@@ -71,8 +71,9 @@ TEST_F(ChosenDesktopTest, WithoutADisplayThereAreDesktopsForPicturesOnly) {
   EXPECT_EQ(qtPlatform(), "offscreen");
   EXPECT_EQ(Screens::shared().all()[0].frame, (Rect{0, 0, 1440, 900}));
   EXPECT_THAT(sentLines(), IsEmpty());
-  EXPECT_EXIT(requireDesktop(), testing::ExitedWithCode(EXIT_FAILURE),
-              testing::MatchesRegex("\\[Vembrix\\] no X server answers at display \":54321\": .*\n"));
+  EXPECT_EXIT(
+      requireDesktop(), testing::ExitedWithCode(EXIT_FAILURE),
+      testing::MatchesRegex("\\[Vembrix\\] no X server answers at display \":54321\": .*\n"));
 }
 
 TEST_F(ChosenDesktopTest, IsTheEmbeddedOneWhereThatIsDemanded) {

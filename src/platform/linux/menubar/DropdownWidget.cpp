@@ -190,7 +190,8 @@ bool DropdownWidget::selectByName(const QKeyEvent& event) {
 
   const QList<QAction*> rows = rowActions();
   const qsizetype current = rows.indexOf(activeAction());
-  const qsizetype first = isSameAgain || typed_.size() == 1 ? current + 1 : std::max(current, qsizetype{0});
+  const qsizetype first =
+      isSameAgain || typed_.size() == 1 ? current + 1 : std::max(current, qsizetype{0});
   for (qsizetype i = 0; i < rows.size(); ++i) {
     QAction* row = rows[(first + i) % rows.size()];
     if (!row->text().startsWith(typed_, Qt::CaseInsensitive)) continue;
