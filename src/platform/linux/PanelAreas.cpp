@@ -35,17 +35,17 @@ QRect monitorOf(const QRect& window, const std::vector<QRect>& monitors) {
 }
 
 /// Along the edge: as the strut says, or as long as the window where it does not.
-QRect withSpan(const QRect& area, const DockFacts& dock, std::size_t edge) {
-  const int start = coordinate((*dock.strut)[4 + 2 * edge]);
-  const int end = coordinate((*dock.strut)[5 + 2 * edge]);
+QRect withSpan(const QRect& area, const Strut& strut, const QRect& window, std::size_t edge) {
+  const int start = coordinate(strut[4 + 2 * edge]);
+  const int end = coordinate(strut[5 + 2 * edge]);
   const bool isSaid = end > start;
   QRect result = area;
   if (edge < 2) {
-    result.setTop(isSaid ? start : dock.geometry.top());
-    result.setBottom(isSaid ? end : dock.geometry.bottom());
+    result.setTop(isSaid ? start : window.top());
+    result.setBottom(isSaid ? end : window.bottom());
   } else {
-    result.setLeft(isSaid ? start : dock.geometry.left());
-    result.setRight(isSaid ? end : dock.geometry.right());
+    result.setLeft(isSaid ? start : window.left());
+    result.setRight(isSaid ? end : window.right());
   }
   return result;
 }
@@ -75,7 +75,7 @@ std::vector<QRect> panelAreas(const DockFacts& dock, const std::vector<QRect>& m
               thickness.bottom())};
     for (std::size_t edge = 0; edge < edges.size(); ++edge) {
       if (edges[edge].isEmpty()) continue;
-      const QRect area = withSpan(edges[edge], dock, edge) & monitor;
+      const QRect area = withSpan(edges[edge], *dock.strut, dock.geometry, edge) & monitor;
       if (!area.isEmpty()) areas.push_back(area);
     }
   }
