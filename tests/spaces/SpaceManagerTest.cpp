@@ -171,6 +171,11 @@ TEST_F(SpaceManagerTest, ANegativeIdEndsTheProgram) {
   EXPECT_DEATH(spacesFor(oneDisplay({Dictionary{{"ManagedSpaceID", -1}}})), "negative Space id");
 }
 
+TEST_F(SpaceManagerTest, TheIdZeroIsListedLikeAnyOther) {
+  const auto& spaces = spacesFor(oneDisplay({Dictionary{{"ManagedSpaceID", 0}, {"uuid", "u"}}}));
+  EXPECT_THAT(spaces, ElementsAre(SpaceInfo{0, "u", "D1", 0}));
+}
+
 TEST_F(SpaceManagerTest, ReloadingAnUnchangedSystemPostsNothingButStillRewritesTheKnownUUIDs) {
   manager_.reload();
   Posts posts;
