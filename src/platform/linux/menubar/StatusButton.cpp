@@ -30,7 +30,8 @@ QSize StatusButton::sizeHint() const {
 void StatusButton::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   // A panel that it stands on may be flatter.
-  painter.translate(0, (height() - StatusItemLabel::kBarHeight) / 2);
+  const int above = (height() - StatusItemLabel::kBarHeight) / 2;
+  painter.translate(0, above);
   label_.paint(painter, Application::shared().effectiveAppearance().value_or(Appearance::Light));
 }
 

@@ -158,11 +158,11 @@ StripGuard::Facts StripGuard::read() const {
   const auto partialStrut = ask(xcb, window_, ewmh._NET_WM_STRUT_PARTIAL);
   const XcbPtr<xcb_get_window_attributes_reply_t> state{
       xcb_get_window_attributes_reply(xcb, attributes, nullptr)};
-  auto stateList = take(xcb, states);
   auto desktops = take(xcb, desktop);
+  auto stateList = ownStates(ewmh, take(xcb, states), desktops);
   return {.isViewable = state && state->map_state == XCB_MAP_STATE_VIEWABLE,
           .types = take(xcb, types),
-          .states = ownStates(ewmh, std::move(stateList), desktops),
+          .states = std::move(stateList),
           .desktop = std::move(desktops),
           .strut = take(xcb, strut),
           .partialStrut = take(xcb, partialStrut)};
