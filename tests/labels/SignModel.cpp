@@ -168,7 +168,7 @@ void SignModel::putBackStrayLabels() {
     if (label.spaces.empty() || label.spaces == std::set{id}) continue;
     census_.putBack += 1;
     addTo(label, id);
-    std::erase_if(label.spaces, [&](SpaceID other) { return other != id; });
+    std::erase_if(label.spaces, [home = id](SpaceID other) { return other != home; });
   }
 }
 
