@@ -102,8 +102,9 @@ class Showings:
                 if showing.identifier == identifier and not showing.end:
                     showing.end = time.monotonic()
         elif "override YES" in line:
-            if self._frozen:
-                os.kill(self._frozen, signal.SIGSTOP)
+            # Once: the other thread may take it back in between.
+            if frozen := self._frozen:
+                os.kill(frozen, signal.SIGSTOP)
             self._showings.append(Showing(identifier, time.monotonic()))
 
     def since(self, begin):
