@@ -35,6 +35,7 @@
 
 namespace vembrix {
 
+// GoogleTest's name for it. NOLINTNEXTLINE(readability-identifier-naming)
 static void PrintTo(Appearance appearance, std::ostream* out) {
   *out << (appearance == Appearance::Dark ? "dark" : "light");
 }

@@ -9,6 +9,7 @@
 namespace vembrix {
 
 // For messages of failed tests; found by the namespace of the type.
+// GoogleTest's name for it. NOLINTNEXTLINE(readability-identifier-naming)
 void PrintTo(const StripPlace& place, std::ostream* out) {
   *out << "monitor " << place.monitor << (place.edge == StripPlace::Edge::Top ? " top" : " bottom")
        << (place.side == StripPlace::Side::Left ? " left " : " right ") << place.offset
