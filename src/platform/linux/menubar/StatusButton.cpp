@@ -36,7 +36,8 @@ void StatusButton::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void StatusButton::mousePressEvent(QMouseEvent* event) {
-  if (press_ != Press::None) return;
+  // Another button while one is down. A press whose release went elsewhere is over.
+  if (press_ != Press::None && event->buttons() != event->button()) return;
   press_ = Press::Click;
   pressedAt_ = event->globalPosition().toPoint();
   grip_ = event->position().toPoint();
