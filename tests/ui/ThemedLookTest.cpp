@@ -24,8 +24,9 @@ TabButton otherButton(std::string_view theme) {
 
 TEST(ThemedLookTest, EveryTabHasOneButtonInTheirOrderAndOneIsSelected) {
   for (int selected = 0; selected < 6; ++selected) {
-    std::vector<std::string> texts;
     const std::vector<TabButton> buttons = tabButtons(themeNamed("Alpine"), selected);
+    std::vector<std::string> texts;
+    texts.reserve(buttons.size());
     for (const TabButton& button : buttons) texts.push_back(button.text);
     EXPECT_THAT(texts, testing::ElementsAre("Label", "Colors", "Menu Bar", "Theme", "Diagnostics",
                                             "About"));

@@ -16,6 +16,12 @@
 namespace vembrix {
 namespace {
 
+std::string joined(std::initializer_list<std::string_view> parts) {
+  std::string whole;
+  for (const std::string_view part : parts) whole += part;
+  return whole;
+}
+
 using Array = PropertyList::Array;
 using Data = PropertyList::Data;
 using Date = PropertyList::Date;
@@ -226,9 +232,9 @@ const std::vector<std::string>& elementsThatMeanNothing() {
 
 TEST(XmlPropertyListTest, WhatMeansNothingCostsItselfAlone) {
   for (const std::string& element : elementsThatMeanNothing()) {
-    EXPECT_EQ(readElement("<dict><key>a</key><true/><key>bad</key>" + element +
-                          "<key>b</key><dict><key>bad</key>" + element +
-                          "<key>c</key><string>kept</string></dict></dict>"),
+    EXPECT_EQ(readElement(joined({"<dict><key>a</key><true/><key>bad</key>", element,
+                                  "<key>b</key><dict><key>bad</key>", element,
+                                  "<key>c</key><string>kept</string></dict></dict>"})),
               PropertyList(Dictionary{{"a", true}, {"b", Dictionary{{"c", "kept"}}}}))
         << element;
     EXPECT_EQ(readElement("<array><true/>" + element + "<false/></array>"),
@@ -368,18 +374,17 @@ std::string changed(std::string_view content, std::string_view key, const Proper
 
 TEST(XmlPropertyListTest, AChangeLeavesAllOtherBytesAlone) {
   for (const std::string& element : elementsThatMeanNothing()) {
-    const std::string first = "<dict>\r\n  <!-- <key>Key</key> --> <key>bad</key>  " + element +
-                              " stray\n\t<key>Key</key>";
+    const std::string first =
+        joined({"<dict>\r\n  <!-- <key>Key</key> --> <key>bad</key>  ", element, " stray"});
     const std::string last =
-        "<key>large</key><integer>18446744073709551615</integer>"
-        "<key>date</key><date>2001-01-01T00:00:00.123456Z</date><key>end</key>" +
-        element + "\n</dict>";
-    EXPECT_EQ(changed(first + "<true/>" + last, "Key", "new & old"),
-              "<dict>\r\n  <!-- <key>Key</key> --> <key>bad</key>  " + element +
-                  " stray\n\t\t<key>Key</key>\n\t\t<string>new &amp; old</string>" + last);
-    EXPECT_EQ(changed(first + "<true/>" + last, "Key", {}),
-              "<dict>\r\n  <!-- <key>Key</key> --> <key>bad</key>  " + element + " stray" + last);
-    EXPECT_EQ(changed("<dict><key>bad</key>" + element + "</dict>", "bad", 1),
+        joined({"<key>large</key><integer>18446744073709551615</integer>"
+                "<key>date</key><date>2001-01-01T00:00:00.123456Z</date><key>end</key>",
+                element, "\n</dict>"});
+    const std::string whole = joined({first, "\n\t<key>Key</key><true/>", last});
+    EXPECT_EQ(changed(whole, "Key", "new & old"),
+              joined({first, "\n\t\t<key>Key</key>\n\t\t<string>new &amp; old</string>", last}));
+    EXPECT_EQ(changed(whole, "Key", {}), joined({first, last}));
+    EXPECT_EQ(changed(joined({"<dict><key>bad</key>", element, "</dict>"}), "bad", 1),
               "<dict>\n\t\t<key>bad</key>\n\t\t<integer>1</integer></dict>");
   }
 }
