@@ -248,6 +248,7 @@ class Desktop:
             process = self.start(["icewm"], {"ICEWM_PRIVCFG": config})
         self.window_manager = process
         wait_until(self._window_manager_answers, f"{name} to manage the screen")
+        self._wait_until_it_obeys()
         return process
 
     def _window_manager_answers(self):
@@ -262,6 +263,19 @@ class Desktop:
             return False
         self.run("xprop", "-id", window.split()[-1], "_NET_WM_NAME")
         return self.count is not None and self.current is not None
+
+    def _wait_until_it_obeys(self):
+        # It announces the desktops before it listens; what it is asked until
+        # then is lost.
+        if self.count < 2:
+            return
+        first = self.current
+        for index in (0 if first else 1, first):
+            wait_until(lambda: self._obeys(index), "a switch to another desktop")
+
+    def _obeys(self, index):
+        self.go_to(index)
+        return self.current == index
 
     def kill_window_manager(self):
         """Ends it as a crash does: at once, without a word to its clients."""
