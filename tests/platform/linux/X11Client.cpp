@@ -371,7 +371,10 @@ std::vector<std::uint32_t> X11Client::cardinals(xcb_window_t window, std::string
   const auto value = property(window, name);
   if (!value || value->format != 32) return {};
   std::vector<std::uint32_t> result(value->bytes.size() / sizeof(std::uint32_t));
-  std::memcpy(result.data(), value->bytes.data(), result.size() * sizeof(std::uint32_t));
+  // There is no address to copy to where there is nothing to copy.
+  if (!result.empty()) {
+    std::memcpy(result.data(), value->bytes.data(), result.size() * sizeof(std::uint32_t));
+  }
   return result;
 }
 
