@@ -31,4 +31,18 @@ const char* __lsan_default_suppressions() {
 const char* __tsan_default_options() {
   return "second_deadlock_stack=1";
 }
+
+const char* __tsan_default_suppressions() {
+  return
+      // Built without the sanitizer: it does not see how they synchronise.
+      "called_from_lib:libQt6Core.so.6\n"
+      "called_from_lib:libQt6DBus.so.6\n"
+      "called_from_lib:libQt6Gui.so.6\n"
+      "called_from_lib:libQt6Widgets.so.6\n"
+      "called_from_lib:libQt6XcbQpa.so.6\n"
+      "called_from_lib:libdbus-1.so.3\n"
+      "called_from_lib:libglib-2.0.so.0\n"
+      "called_from_lib:libxcb.so.1\n"
+      "deadlock:libdbus-1.so.3\n";
+}
 }

@@ -28,7 +28,7 @@ class Dropdown:
         x, y, width, height = self.program.strip().frame()
         self.point_at(x + width // 2, y + height // 2)
         self.desktop.run("xdotool", "click", "1")
-        wait_until(self.window, "the open menu")
+        wait_until(self.window, lambda: f"the open menu; {self.program.story()}")
         wait_until(lambda: self.picture().nearest((0, 0, 0))[1] < 120, "the painted menu")
 
     def wait_until_closed(self):

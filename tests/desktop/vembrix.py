@@ -81,7 +81,7 @@ class Vembrix:
         """Waits until the tour through the desktops, shortly after the start, is over."""
         wait_until(
             lambda: "[Vembrix] tour end" in self.log_lines(),
-            lambda: f"the end of the tour; {self._story()}",
+            lambda: f"the end of the tour; {self.story()}",
         )
 
     def end(self):
@@ -109,7 +109,7 @@ class Vembrix:
                     return window
             return None
 
-        return wait_until(visible_window, lambda: f"the settings window; {self._story()}")
+        return wait_until(visible_window, lambda: f"the settings window; {self.story()}")
 
     def title(self):
         strip = self.strip()
@@ -120,12 +120,12 @@ class Vembrix:
             strip = self.strip()
             return strip if strip and strip.visible else None
 
-        return wait_until(visible_strip, lambda: f"the status item; {self._story()}")
+        return wait_until(visible_strip, lambda: f"the status item; {self.story()}")
 
     def wait_for_title(self, title, limit=LIMIT):
         wait_until(
             lambda: self.title() == title,
-            lambda: f"the title {title!r}; it is {self.title()!r}; {self._story()}",
+            lambda: f"the title {title!r}; it is {self.title()!r}; {self.story()}",
             limit,
         )
 
@@ -142,7 +142,7 @@ class Vembrix:
     def wait_for_fill(self, color):
         wait_until(
             lambda: distance(self.fill(), color) <= TOLERANCE,
-            lambda: f"the fill {color}; it is {self.fill()}; {self._story()}",
+            lambda: f"the fill {color}; it is {self.fill()}; {self.story()}",
         )
 
     def wait_for_ink(self, color, tolerance=TOLERANCE):
@@ -152,7 +152,7 @@ class Vembrix:
             lambda: f"ink of {color}; the nearest is {self.picture().nearest(color)}",
         )
 
-    def _story(self):
+    def story(self):
         state = "it runs" if self.process.running else f"it ended: {self.process.popen.returncode}"
         return f"{state}; its output: {self.process.output()!r}"
 

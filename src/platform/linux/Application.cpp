@@ -65,6 +65,14 @@ class LinuxApplication::QtObject : public QApplication {
   /// The delegate is told before any other event of the loop.
   void launchSoon() { postEvent(this, new QEvent(kLaunch), Qt::HighEventPriority); }
 
+  bool notify(QObject* receiver, QEvent* event) override {
+    // Qt would close its popups, and learns 0.4 s late that another program has the focus:
+    // a menu that was opened meanwhile would close under the user's hand.
+    const bool isDeactivation = receiver == this && event->type() == QEvent::ApplicationDeactivate;
+    return isDeactivation ? QGuiApplication::notify(receiver, event)
+                          : QApplication::notify(receiver, event);
+  }
+
   bool event(QEvent* event) override {
     if (event->type() == kLaunch) {
       if (delegate_) delegate_->applicationDidFinishLaunching();

@@ -119,6 +119,14 @@ TEST_F(DropdownMenuTest, AToldAppearanceDoesNotFollowTheSystem) {
 
 // Opening.
 
+TEST_F(DropdownMenuTest, StaysOpenWhenTheProgramHasLostTheFocus) {
+  menu_->setItems(manyItems(3));
+  user_.open();
+  QEvent deactivation(QEvent::ApplicationDeactivate);
+  QCoreApplication::sendEvent(qApp, &deactivation);
+  EXPECT_TRUE(user_.isOpen());
+}
+
 TEST_F(DropdownMenuTest, AsksForItsItemsEachTimeItOpens) {
   int updates = 0;
   menu_->setNeedsUpdateHandler([&] {
