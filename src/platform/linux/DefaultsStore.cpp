@@ -35,9 +35,11 @@ void DefaultsStore::set(std::string_view key, const PropertyList& value) {
       return;
     }
   }
-  std::optional<PropertyList> held = stored(key);
-  if (!file_.isCertain()) held.reset();
-  writer_.set(key, value, std::move(held));
+  std::optional<PropertyList> held;
+  do {
+    held = stored(key);
+    if (!file_.isCertain()) held.reset();
+  } while (!writer_.set(key, value, std::move(held), seenWrites_));
 }
 
 PropertyList DefaultsStore::stored(std::string_view key) {

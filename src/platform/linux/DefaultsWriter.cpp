@@ -64,6 +64,18 @@ std::error_code keepAside(const std::filesystem::path& file) {
   return std::make_error_code(std::errc::file_exists);
 }
 
+/// A file of settings as it is at the moment.
+struct Contents {
+  explicit Contents(const std::filesystem::path& path) : state(FileState::of(path)) {
+    const int error = state.error != 0 ? state.error : readStoredFile(path, state, bytes);
+    settings = error != 0 ? StoredSettings::ofError(error) : StoredSettings::ofBytes(bytes, state);
+  }
+
+  FileState state;
+  std::string bytes;
+  StoredSettings settings;
+};
+
 std::string messageOf(std::error_code error) {
   return error ? error.message() : std::string();
 }
@@ -74,7 +86,9 @@ bool DefaultsWriter::Change::isOverruledBy(const std::optional<PropertyList>& st
   return stored && base && *stored != *base && stored != sent;
 }
 
-DefaultsWriter::DefaultsWriter(std::filesystem::path path) : path_(std::move(path)) {}
+DefaultsWriter::DefaultsWriter(std::filesystem::path path) : path_(std::move(path)) {
+  completeFormerWrite();
+}
 
 DefaultsWriter::~DefaultsWriter() {
   finish();
@@ -86,22 +100,25 @@ DefaultsWriter::~DefaultsWriter() {
   if (thread_.joinable()) thread_.join();
 }
 
-void DefaultsWriter::set(std::string_view key, PropertyList value,
-                         std::optional<PropertyList> stored) {
+bool DefaultsWriter::set(std::string_view key, PropertyList value,
+                         std::optional<PropertyList> stored, int seenWrites) {
   const std::lock_guard lock(mutex_);
+  // Else our own write in between would pass for another program's.
+  if (seenWrites != writeCount_) return false;
   if (!std::exchange(isScheduled_, true)) due_ = Clock::now() + kGatheringTime;
   const auto [entry, isNew] = changes_.try_emplace(std::string(key));
   Change& change = entry->second;
   if (isNew || change.isOverruledBy(stored)) change.base = std::move(stored);
   change.value = std::move(value);
   wake_.notify_all();
-  if (thread_.joinable()) return;
+  if (thread_.joinable()) return true;
   try {
     thread_ = std::thread([this] { run(); });
   } catch (const std::system_error&) {
     // The system has no thread left; it may have one for the next change, and finish()
     // needs none.
   }
+  return true;
 }
 
 std::optional<DefaultsWriter::Change> DefaultsWriter::change(std::string_view key) const {
@@ -134,6 +151,26 @@ void DefaultsWriter::finish() {
   wake_.notify_all();
   attempted_.wait_for(lock, kLongestFinish, [&] { return changes_.empty() || !isHurried(); });
   hurriedFailures_ = 0;
+}
+
+void DefaultsWriter::completeFormerWrite() const {
+  const std::filesystem::path file = followLinks(path_);
+  const std::filesystem::path temporary = FileReplacement::temporaryOf(file);
+  if (FileState::of(temporary).error != 0) return;
+  // Nobody else is at it, and it goes where it is of no use.
+  FileReplacement replacement(file, milliseconds(0));
+  if (replacement.error()) return;
+  const Contents left(temporary);
+  const Contents held(file);
+  // Cut off where the writer had not come to the end or the machine has died; the time
+  // of the state's change is one that no program can set.
+  const bool isNewer =
+      held.settings.condition == Condition::Missing ||
+      (held.settings.condition == Condition::Whole && held.state.changed < left.state.changed);
+  if (left.settings.condition != Condition::Whole || !isNewer) return;
+  std::error_code failed = replacement.sync();
+  if (!failed) failed = replacement.commit();
+  if (failed) report("cannot write", failed.message());
 }
 
 void DefaultsWriter::run() {
@@ -201,23 +238,21 @@ std::string DefaultsWriter::store(std::vector<Item>& items) const {
   if (replacement.error()) return replacement.error().message();
   const Clock::time_point deadline = Clock::now() + kPatience;
   while (Clock::now() < deadline) {
-    std::string bytes;
-    FileState state = FileState::of(path_);
-    const int error = state.error != 0 ? state.error : readStoredFile(path_, state, bytes);
-    const StoredSettings found =
-        error != 0 ? StoredSettings::ofError(error) : StoredSettings::ofBytes(bytes, state);
+    Contents contents(path_);
+    const StoredSettings& found = contents.settings;
     if (found.condition == Condition::OutOfReach) return found.problem;
     if (found.condition == Condition::Unfinished) {
       std::this_thread::sleep_for(milliseconds(10));
       continue;
     }
     const bool isDamaged = found.condition == Condition::Damaged;
-    if (found.condition != Condition::Whole) bytes.clear();
+    std::string bytes =
+        found.condition == Condition::Whole ? std::move(contents.bytes) : std::string();
     const std::string merged = mergedInto(bytes, isDamaged ? nullptr : &found.values, items);
     if (merged == bytes) return {};
     if (const std::error_code failed = replacement.write(merged)) return failed.message();
     // Another program was faster than the disk.
-    if (FileState::of(path_) != state) continue;
+    if (FileState::of(path_) != contents.state) continue;
     if (isDamaged) {
       if (const std::error_code failed = keepAside(file)) return failed.message();
     }

@@ -35,14 +35,18 @@ class DefaultsWriter {
     bool isOverruledBy(const std::optional<PropertyList>& stored) const;
   };
 
+  /// Completes the write of a run that was killed while it waited for the disk.
   explicit DefaultsWriter(std::filesystem::path path);
   /// Finishes.
   ~DefaultsWriter();
   DefaultsWriter(const DefaultsWriter&) = delete;
   DefaultsWriter& operator=(const DefaultsWriter&) = delete;
 
-  /// `stored` is what the file holds under the key, when that is known.
-  void set(std::string_view key, PropertyList value, std::optional<PropertyList> stored);
+  /// `stored` is what the file holds under the key, when that is known. Refused, false,
+  /// when `stored` may be out of date: unless it was read after the write that
+  /// writeCount() had counted as `seenWrites`.
+  [[nodiscard]] bool set(std::string_view key, PropertyList value,
+                         std::optional<PropertyList> stored, int seenWrites);
 
   /// Of the key; nothing when the file holds what was set last.
   [[nodiscard]] std::optional<Change> change(std::string_view key) const;
@@ -67,6 +71,7 @@ class DefaultsWriter {
     bool isOverruled = false;
   };
 
+  void completeFormerWrite() const;
   void run();
   bool isHurried() const { return failureCount_ < hurriedFailures_; }
   /// Tries to write what there is. Lets go of the lock meanwhile.

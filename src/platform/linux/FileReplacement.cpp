@@ -21,9 +21,12 @@ std::error_code lastError() {
 
 }  // namespace
 
+std::filesystem::path FileReplacement::temporaryOf(const std::filesystem::path& file) {
+  return file.parent_path() / std::string(".").append(file.filename()).append(".tmp");
+}
+
 FileReplacement::FileReplacement(std::filesystem::path file, std::chrono::milliseconds patience)
-    : file_(std::move(file)),
-      temporary_(file_.parent_path() / std::string(".").append(file_.filename()).append(".tmp")) {
+    : file_(std::move(file)), temporary_(temporaryOf(file_)) {
   const auto deadline = std::chrono::steady_clock::now() + patience;
   while (true) {
     switch (tryLock()) {
@@ -97,6 +100,10 @@ std::error_code FileReplacement::write(std::string_view bytes) {
     bytes.remove_prefix(static_cast<std::size_t>(written));
   }
   // Before the new name: a name must never lead to contents that are not there.
+  return sync();
+}
+
+std::error_code FileReplacement::sync() {
   return ::fsync(descriptor_) == 0 ? std::error_code() : lastError();
 }
 

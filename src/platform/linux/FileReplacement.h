@@ -18,6 +18,9 @@ namespace vembrix {
 /// left behind is taken over by the next.
 class FileReplacement {
  public:
+  /// Where the new contents of the file grow.
+  static std::filesystem::path temporaryOf(const std::filesystem::path& file);
+
   /// Waits at most that long for another writer.
   FileReplacement(std::filesystem::path file, std::chrono::milliseconds patience);
   /// Without a commit, everything is as before.
@@ -32,6 +35,9 @@ class FileReplacement {
   /// Makes the bytes the new contents, on the disk, readable for the user alone; in
   /// the place of those of an earlier call. The file is as before.
   std::error_code write(std::string_view bytes);
+
+  /// Brings what was written to the disk, as write() does.
+  std::error_code sync();
 
   /// Puts what was written in the place of the file. At most once. On an error the file
   /// is untouched.

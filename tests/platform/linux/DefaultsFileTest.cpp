@@ -14,6 +14,7 @@
 #include <thread>
 
 #include "platform/SystemLog.h"
+#include "platform/linux/DefaultsWriter.h"
 #include "platform/linux/TemporaryDirectory.h"
 #include "platform/linux/XmlPropertyList.h"
 #include "support/AllocationCounter.h"
@@ -576,6 +577,57 @@ TEST_F(DefaultsFileTest, ATemporaryThatIsAlsoAnotherFileLeavesThatAlone) {
   EXPECT_EQ(stored(), PropertyList(Dictionary{{"Key", 1}}));
 }
 
+/// As a run that was killed before the disk had what it wrote.
+class FormerRunTest : public DefaultsFileTest {
+ protected:
+  void leave(std::string_view bytes) {
+    // Longer than a tick of the file system's clock.
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    putAt(temporary_, bytes);
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  }
+  void leaveValue(int value) { leave(*writePropertyList(Dictionary{{"Key", value}})); }
+  PropertyList valueOfNextRun() { return Store(path_).object("Key"); }
+};
+
+TEST_F(FormerRunTest, WhatItWasAboutToStoreIsStored) {
+  file_.set("Key", 1);
+  leaveValue(2);
+  EXPECT_EQ(valueOfNextRun(), PropertyList(2));
+  EXPECT_EQ(stored(), PropertyList(Dictionary{{"Key", 2}}));
+  EXPECT_THAT(names(), SizeIs(1));
+}
+
+TEST_F(FormerRunTest, ItsFirstStoreIsStored) {
+  leaveValue(1);
+  EXPECT_EQ(valueOfNextRun(), PropertyList(1));
+}
+
+TEST_F(FormerRunTest, WhatItHadNotFinishedIsForgotten) {
+  file_.set("Key", 1);
+  const std::string all = *writePropertyList(Dictionary{{"Key", 2}});
+  for (const std::string& part : {std::string(), all.substr(0, all.size() / 2)}) {
+    leave(part);
+    EXPECT_EQ(valueOfNextRun(), PropertyList(1));
+    EXPECT_THAT(names(), SizeIs(1));
+  }
+}
+
+TEST_F(FormerRunTest, WhatAnotherProgramHasWrittenSinceIsNewer) {
+  leaveValue(2);
+  put(*writePropertyList(Dictionary{{"Key", 3}}));
+  EXPECT_EQ(valueOfNextRun(), PropertyList(3));
+  EXPECT_THAT(names(), SizeIs(1));
+}
+
+TEST_F(FormerRunTest, ADamagedFileIsNotReplacedByIt) {
+  putOld("damaged");
+  leaveValue(2);
+  Store(path_).set("Other", 1);
+  EXPECT_EQ(stored(), PropertyList(Dictionary{{"Other", 1}}));
+  EXPECT_EQ(bytesAt(path_.string() + ".damaged"), "damaged");
+}
+
 // Writes that fail
 
 TEST_F(DefaultsFileTest, AFailureIsLoggedOnceAndTriedAgain) {
@@ -676,6 +728,25 @@ TEST_F(DefaultsFileTest, NobodyWaitsForAnotherWriter) {
     EXPECT_TRUE(fs::exists(temporary_)) << "it is the other's";
   }
   file_.finish();
+  EXPECT_EQ(stored(), PropertyList(Dictionary{{"Key", 2}}));
+}
+
+TEST_F(FormerRunTest, AWriterThatLivesFinishesByItself) {
+  file_.set("Key", 1);
+  leaveValue(2);
+  const OtherWriter other(temporary_);
+  EXPECT_EQ(valueOfNextRun(), PropertyList(1));
+  EXPECT_TRUE(fs::exists(temporary_));
+}
+
+TEST_F(DefaultsFileTest, WhatWasReadBeforeOurOwnWriteIsNotComparedWithIt) {
+  DefaultsWriter writer(path_);
+  const int before = writer.writeCount();
+  ASSERT_TRUE(writer.set("Key", 1, PropertyList(), before));
+  writer.finish();
+  EXPECT_FALSE(writer.set("Key", 2, PropertyList(), before));
+  ASSERT_TRUE(writer.set("Key", 2, PropertyList(1), writer.writeCount()));
+  writer.finish();
   EXPECT_EQ(stored(), PropertyList(Dictionary{{"Key", 2}}));
 }
 
