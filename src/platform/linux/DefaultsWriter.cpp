@@ -5,6 +5,8 @@
 
 #include <cerrno>
 #include <csignal>
+#include <functional>
+#include <future>
 #include <utility>
 
 #include "platform/SystemLog.h"
@@ -75,6 +77,28 @@ struct Contents {
   std::string bytes;
   StoredSettings settings;
 };
+
+/// Returns when the bytes are on the disk. As long as that takes, `change` is asked from
+/// time to time whether it has changed them: so they are written at once, where the next
+/// run finds them should this one be killed meanwhile.
+std::error_code bringToDisk(FileReplacement& replacement, const std::string& bytes,
+                            const std::function<bool()>& change) {
+  constexpr milliseconds kPause{50};
+  if (const std::error_code failed = replacement.write(bytes)) return failed;
+  bool isOnDisk = false;
+  while (!isOnDisk) {
+    isOnDisk = true;
+    // In this thread where the system has no other left.
+    std::future<std::error_code> sync = std::async([&replacement] { return replacement.sync(); });
+    while (sync.wait_for(kPause) == std::future_status::timeout) {
+      if (!change()) continue;
+      isOnDisk = false;
+      if (const std::error_code failed = replacement.write(bytes)) return failed;
+    }
+    if (const std::error_code failed = sync.get()) return failed;
+  }
+  return {};
+}
 
 std::string messageOf(std::error_code error) {
   return error ? error.message() : std::string();
@@ -191,12 +215,7 @@ void DefaultsWriter::run() {
 }
 
 void DefaultsWriter::attempt(std::unique_lock<std::mutex>& lock) {
-  std::vector<Item> items;
-  for (auto& [key, change] : changes_) {
-    change.sent = change.value;
-    items.push_back({key, change});
-  }
-  isScheduled_ = false;
+  std::vector<Item> items = collect();
   isWriting_ = true;
   lock.unlock();
   const std::string failure = store(items);
@@ -217,6 +236,23 @@ void DefaultsWriter::attempt(std::unique_lock<std::mutex>& lock) {
   attempted_.notify_all();
 }
 
+std::vector<DefaultsWriter::Item> DefaultsWriter::collect() {
+  std::vector<Item> items;
+  for (auto& [key, change] : changes_) {
+    change.sent = change.value;
+    items.push_back({key, change});
+  }
+  isScheduled_ = false;
+  return items;
+}
+
+bool DefaultsWriter::collectLate(std::vector<Item>& items) {
+  const std::lock_guard lock(mutex_);
+  if (!isScheduled_ || !(isHurried() || Clock::now() >= due_)) return false;
+  items = collect();
+  return true;
+}
+
 void DefaultsWriter::settle(const Item& item) {
   const auto left = changes_.find(item.key);
   if (left == changes_.end()) return;
@@ -230,7 +266,7 @@ void DefaultsWriter::settle(const Item& item) {
   change.sent.reset();
 }
 
-std::string DefaultsWriter::store(std::vector<Item>& items) const {
+std::string DefaultsWriter::store(std::vector<Item>& items) {
   makeDirectories(path_.parent_path());
   // A link stays one: what it leads to is replaced.
   const std::filesystem::path file = followLinks(path_);
@@ -246,11 +282,20 @@ std::string DefaultsWriter::store(std::vector<Item>& items) const {
       continue;
     }
     const bool isDamaged = found.condition == Condition::Damaged;
-    std::string bytes =
+    const std::string bytes =
         found.condition == Condition::Whole ? std::move(contents.bytes) : std::string();
-    const std::string merged = mergedInto(bytes, isDamaged ? nullptr : &found.values, items);
+    const PropertyList::Dictionary* stored = isDamaged ? nullptr : &found.values;
+    std::string merged = mergedInto(bytes, stored, items);
     if (merged == bytes) return {};
-    if (const std::error_code failed = replacement.write(merged)) return failed.message();
+    const auto mergeLate = [&] {
+      if (!collectLate(items)) return false;
+      merged = mergedInto(bytes, stored, items);
+      return true;
+    };
+    if (const std::error_code failed = bringToDisk(replacement, merged, mergeLate)) {
+      return failed.message();
+    }
+    if (merged == bytes) return {};
     // Another program was faster than the disk.
     if (FileState::of(path_) != contents.state) continue;
     if (isDamaged) {

@@ -76,9 +76,13 @@ class DefaultsWriter {
   bool isHurried() const { return failureCount_ < hurriedFailures_; }
   /// Tries to write what there is. Lets go of the lock meanwhile.
   void attempt(std::unique_lock<std::mutex>& lock);
+  /// All that is to be written now.
+  std::vector<Item> collect();
   void settle(const Item& item);
   // Without the lock; empty, or why it failed.
-  std::string store(std::vector<Item>& items) const;
+  std::string store(std::vector<Item>& items);
+  /// Whether more has become due; then it is among the items.
+  bool collectLate(std::vector<Item>& items);
   std::string mergedInto(std::string bytes, const PropertyList::Dictionary* stored,
                          std::vector<Item>& items) const;
   void report(std::string_view failure, std::string_view reason) const;

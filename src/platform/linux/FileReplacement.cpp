@@ -99,11 +99,10 @@ std::error_code FileReplacement::write(std::string_view bytes) {
     if (written < 0) return lastError();
     bytes.remove_prefix(static_cast<std::size_t>(written));
   }
-  // Before the new name: a name must never lead to contents that are not there.
-  return sync();
+  return {};
 }
 
-std::error_code FileReplacement::sync() {
+std::error_code FileReplacement::sync() const {
   return ::fsync(descriptor_) == 0 ? std::error_code() : lastError();
 }
 

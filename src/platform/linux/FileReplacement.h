@@ -32,15 +32,15 @@ class FileReplacement {
   /// it for too long.
   [[nodiscard]] std::error_code error() const { return error_; }
 
-  /// Makes the bytes the new contents, on the disk, readable for the user alone; in
-  /// the place of those of an earlier call. The file is as before.
+  /// Makes the bytes the new contents, readable for the user alone; in the place of
+  /// those of an earlier call. The file is as before.
   std::error_code write(std::string_view bytes);
 
-  /// Brings what was written to the disk, as write() does.
-  std::error_code sync();
+  /// Returns when what was written is on the disk. Any thread, also during write().
+  std::error_code sync() const;
 
-  /// Puts what was written in the place of the file. At most once. On an error the file
-  /// is untouched.
+  /// Puts what was written in the place of the file. At most once, after sync(): a name
+  /// must never lead to contents that are not there. On an error the file is untouched.
   std::error_code commit();
 
  private:

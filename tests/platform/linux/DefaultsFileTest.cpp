@@ -6,8 +6,10 @@
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <chrono>
 #include <fstream>
 #include <iterator>
@@ -739,6 +741,60 @@ TEST_F(FormerRunTest, AWriterThatLivesFinishesByItself) {
   EXPECT_TRUE(fs::exists(temporary_));
 }
 
+/// Keeps all who wait for the disk waiting.
+class BusyDisk {
+ public:
+  BusyDisk() { isBusy() = true; }
+  ~BusyDisk() { isBusy() = false; }
+  BusyDisk(const BusyDisk&) = delete;
+  BusyDisk& operator=(const BusyDisk&) = delete;
+
+  static std::atomic<bool>& isBusy() {
+    static std::atomic<bool> busy = false;
+    return busy;
+  }
+};
+
+TEST_F(FormerRunTest, NoChangeWaitsForAnotherOnesDisk) {
+  const auto isWrittenSoon = [this](const PropertyList& expected) {
+    const auto deadline = Clock::now() + std::chrono::seconds(10);
+    while (Clock::now() < deadline) {
+      const auto read = readPropertyList(bytesAt(temporary_));
+      if (const auto* value = std::get_if<PropertyList>(&read); value && *value == expected) {
+        return true;
+      }
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return false;
+  };
+  {
+    const BusyDisk busy;
+    file_.setSoon("Key", 1);
+    EXPECT_TRUE(isWrittenSoon(Dictionary{{"Key", 1}}));
+    file_.setSoon("Other", 2);
+    EXPECT_TRUE(isWrittenSoon(Dictionary{{"Key", 1}, {"Other", 2}}));
+    file_.setSoon("Key", {});
+    EXPECT_TRUE(isWrittenSoon(Dictionary{{"Other", 2}}));
+    EXPECT_FALSE(fs::exists(path_));
+  }
+  file_.finish();
+  EXPECT_EQ(stored(), PropertyList(Dictionary{{"Other", 2}}));
+  EXPECT_THAT(names(), SizeIs(1));
+  EXPECT_THAT(lines(), IsEmpty());
+}
+
+TEST_F(FormerRunTest, WhatIsTakenBackBeforeItIsOnTheDiskMakesNoFile) {
+  {
+    const BusyDisk busy;
+    file_.setSoon("Key", 1);
+    std::this_thread::sleep_for(std::chrono::milliseconds(600));
+    file_.setSoon("Key", {});
+    std::this_thread::sleep_for(std::chrono::milliseconds(600));
+  }
+  file_.finish();
+  EXPECT_THAT(names(), IsEmpty());
+}
+
 TEST_F(DefaultsFileTest, WhatWasReadBeforeOurOwnWriteIsNotComparedWithIt) {
   DefaultsWriter writer(path_);
   const int before = writer.writeCount();
@@ -777,6 +833,12 @@ TEST_F(DefaultsFileTest, AWriteBetweenReadingAndWritingIsKept) {
 }
 
 }  // namespace
+
+// In the place of the system's.
+extern "C" int fsync(int descriptor) {
+  while (BusyDisk::isBusy()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  return static_cast<int>(::syscall(SYS_fsync, descriptor));
+}
 
 SystemLog& SystemLog::shared() {
   return RecordingLog::recording();
