@@ -1,9 +1,7 @@
 #include "platform/linux/DefaultsWriter.h"
 
 #include <pthread.h>
-#include <sys/stat.h>
 
-#include <cerrno>
 #include <csignal>
 #include <functional>
 #include <future>
@@ -27,56 +25,6 @@ constexpr seconds kRetryTime{5};
 /// For another program that writes the file.
 constexpr seconds kPatience{2};
 constexpr seconds kLongestFinish{5};
-
-/// What a path leads to in the end, also where that does not exist yet.
-std::filesystem::path followLinks(std::filesystem::path path) {
-  constexpr int kMostLinks = 40;
-  std::error_code error;
-  for (int i = 0; i < kMostLinks && std::filesystem::is_symlink(path, error); ++i) {
-    const std::filesystem::path target = std::filesystem::read_symlink(path, error);
-    if (error) break;
-    // An absolute target replaces all before it.
-    path = path.parent_path() / target;
-  }
-  return path;
-}
-
-/// Makes what is missing of a directory's path, for the user alone. Whether it
-/// worked shows when a file is made in it.
-void makeDirectories(const std::filesystem::path& directory) {
-  if (directory.empty() || ::mkdir(directory.c_str(), S_IRWXU) == 0 || errno != ENOENT) return;
-  if (directory.parent_path() == directory) return;
-  makeDirectories(directory.parent_path());
-  ::mkdir(directory.c_str(), S_IRWXU);
-}
-
-/// Gives what is in the way of a new file a name of its own.
-std::error_code keepAside(const std::filesystem::path& file) {
-  constexpr int kMostNames = 10000;
-  for (int i = 1; i < kMostNames; ++i) {
-    std::filesystem::path name = file;
-    name += i == 1 ? ".damaged" : ".damaged." + std::to_string(i);
-    struct stat status {};
-    if (::lstat(name.c_str(), &status) == 0) continue;
-    const bool isAside = errno == ENOENT && ::rename(file.c_str(), name.c_str()) == 0;
-    // Gone meanwhile is as good.
-    return isAside || errno == ENOENT ? std::error_code()
-                                      : std::error_code(errno, std::generic_category());
-  }
-  return std::make_error_code(std::errc::file_exists);
-}
-
-/// A file of settings as it is at the moment.
-struct Contents {
-  explicit Contents(const std::filesystem::path& path) : state(FileState::of(path)) {
-    const int error = state.error != 0 ? state.error : readStoredFile(path, state, bytes);
-    settings = error != 0 ? StoredSettings::ofError(error) : StoredSettings::ofBytes(bytes, state);
-  }
-
-  FileState state;
-  std::string bytes;
-  StoredSettings settings;
-};
 
 /// Returns when the bytes are on the disk. As long as that takes, `change` is asked from
 /// time to time whether it has changed them: so they are written at once, where the next
@@ -184,8 +132,8 @@ void DefaultsWriter::completeFormerWrite() const {
   // Nobody else is at it, and it goes where it is of no use.
   FileReplacement replacement(file, milliseconds(0));
   if (replacement.error()) return;
-  const Contents left(temporary);
-  const Contents held(file);
+  const StoredFile left(temporary);
+  const StoredFile held(file);
   // Cut off where the writer had not come to the end or the machine has died; the time
   // of the state's change is one that no program can set.
   const bool isNewer =
@@ -274,7 +222,7 @@ std::string DefaultsWriter::store(std::vector<Item>& items) {
   if (replacement.error()) return replacement.error().message();
   const Clock::time_point deadline = Clock::now() + kPatience;
   while (Clock::now() < deadline) {
-    Contents contents(path_);
+    StoredFile contents(path_);
     const StoredSettings& found = contents.settings;
     if (found.condition == Condition::OutOfReach) return found.problem;
     if (found.condition == Condition::Unfinished) {

@@ -117,4 +117,43 @@ StoredSettings StoredSettings::ofBytes(std::string_view bytes, const FileState& 
   return {isUnfinished ? Condition::Unfinished : Condition::Damaged, {}, "no property list"};
 }
 
+StoredFile::StoredFile(const std::filesystem::path& path) : state(FileState::of(path)) {
+  const int error = state.error != 0 ? state.error : readStoredFile(path, state, bytes);
+  settings = error != 0 ? StoredSettings::ofError(error) : StoredSettings::ofBytes(bytes, state);
+}
+
+std::filesystem::path followLinks(std::filesystem::path path) {
+  constexpr int kMostLinks = 40;
+  std::error_code error;
+  for (int i = 0; i < kMostLinks && std::filesystem::is_symlink(path, error); ++i) {
+    const std::filesystem::path target = std::filesystem::read_symlink(path, error);
+    if (error) break;
+    // An absolute target replaces all before it.
+    path = path.parent_path() / target;
+  }
+  return path;
+}
+
+void makeDirectories(const std::filesystem::path& directory) {
+  if (directory.empty() || ::mkdir(directory.c_str(), S_IRWXU) == 0 || errno != ENOENT) return;
+  if (directory.parent_path() == directory) return;
+  makeDirectories(directory.parent_path());
+  ::mkdir(directory.c_str(), S_IRWXU);
+}
+
+std::error_code keepAside(const std::filesystem::path& file) {
+  constexpr int kMostNames = 10000;
+  for (int i = 1; i < kMostNames; ++i) {
+    std::filesystem::path name = file;
+    name += i == 1 ? ".damaged" : ".damaged." + std::to_string(i);
+    struct stat status {};
+    if (::lstat(name.c_str(), &status) == 0) continue;
+    const bool isAside = errno == ENOENT && ::rename(file.c_str(), name.c_str()) == 0;
+    // Gone meanwhile is as good.
+    return isAside || errno == ENOENT ? std::error_code()
+                                      : std::error_code(errno, std::generic_category());
+  }
+  return std::make_error_code(std::errc::file_exists);
+}
+
 }  // namespace vembrix

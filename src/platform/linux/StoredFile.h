@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <string_view>
+#include <system_error>
 
 #include "platform/PropertyList.h"
 
@@ -54,5 +56,24 @@ struct StoredSettings {
   static StoredSettings ofError(int error);
   static StoredSettings ofBytes(std::string_view bytes, const FileState& state);
 };
+
+/// A file of settings as it is at the moment.
+struct StoredFile {
+  explicit StoredFile(const std::filesystem::path& path);
+
+  FileState state;
+  std::string bytes;
+  StoredSettings settings;
+};
+
+/// What a path leads to in the end, also where that does not exist yet.
+std::filesystem::path followLinks(std::filesystem::path path);
+
+/// Makes what is missing of a directory's path, for the user alone. Whether it
+/// worked shows when a file is made in it.
+void makeDirectories(const std::filesystem::path& directory);
+
+/// Gives what is in the way of a new file a name of its own.
+std::error_code keepAside(const std::filesystem::path& file);
 
 }  // namespace vembrix
