@@ -255,7 +255,7 @@ std::string DefaultsWriter::store(std::vector<Item>& items) {
 }
 
 std::string DefaultsWriter::mergedInto(std::string bytes, const PropertyList::Dictionary* stored,
-                                       std::vector<Item>& items) const {
+                                       std::vector<Item>& items) {
   const bool isNew = bytes.empty();
   const std::string start =
       isNew ? *writePropertyList(PropertyList::Dictionary()) : std::move(bytes);
@@ -272,10 +272,11 @@ std::string DefaultsWriter::mergedInto(std::string bytes, const PropertyList::Di
     item.isOverruled = change.isOverruledBy(held);
     if (item.isOverruled || held == change.value) continue;
     std::optional<std::string> with = changedPropertyList(merged, item.key, change.value);
-    if (!with || with->size() > kPropertyListLimit) {
-      report("cannot store " + item.key + " in", "too large");
-    } else {
+    if (with && with->size() <= kPropertyListLimit) {
       merged = *std::move(with);
+      refused_.erase(item.key);
+    } else if (refused_.insert(item.key).second) {
+      report("cannot store " + item.key + " in", "too large");
     }
   }
   return isNew && merged == start ? std::string() : merged;

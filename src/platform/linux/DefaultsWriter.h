@@ -6,6 +6,7 @@
 #include <map>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -84,7 +85,7 @@ class DefaultsWriter {
   /// Whether more has become due; then it is among the items.
   bool collectLate(std::vector<Item>& items);
   std::string mergedInto(std::string bytes, const PropertyList::Dictionary* stored,
-                         std::vector<Item>& items) const;
+                         std::vector<Item>& items);
   void report(std::string_view failure, std::string_view reason) const;
 
   const std::filesystem::path path_;
@@ -103,6 +104,8 @@ class DefaultsWriter {
   int failureCount_ = 0;
   int writeCount_ = 0;
   std::string lastFailure_;
+  /// The keys whose last values made the file too large.
+  std::set<std::string> refused_;
   std::thread thread_;
 };
 

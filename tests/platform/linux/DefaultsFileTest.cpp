@@ -393,8 +393,8 @@ TEST_F(DefaultsFileTest, NothingIsWrittenThatCouldNotBeReadAgain) {
   const std::string before = bytes();
   file_.set("Huge", std::string(kPropertyListLimit, 'x'));
   EXPECT_THAT(lines(), ElementsAre(HasSubstr("Huge")));
-  file_.set("Large", std::string(2000, 'x'));
-  EXPECT_THAT(lines(), ElementsAre(HasSubstr("Huge"), HasSubstr("Large")));
+  for (int i = 0; i < 3; ++i) file_.set("Large", std::string(2000, 'x'));
+  EXPECT_THAT(lines(), ElementsAre(HasSubstr("Huge"), HasSubstr("Large"))) << "each once";
   EXPECT_TRUE(bytes() == before);
   file_.set("Small", 1);
   EXPECT_EQ(file_.object("Small"), PropertyList(1));
