@@ -1,8 +1,10 @@
 """Stored settings and the desktop's appearance, as the status item shows them."""
 
+import time
 import unittest
 
 from desktop import Portal
+from dropdown import Dropdown
 from processes import wait_until
 from screen import rgb
 from vembrix import BLACK, BLUE, HALVED_PINK, PINK, DesktopTest, SharedRunTest
@@ -130,6 +132,33 @@ class StoredNamesTest(DesktopTest):
         wait_for_width(program, FIXED_WIDTH)
         x, _, width, _ = program.strip().frame()
         self.assertEqual(x + width, self.desktop.size[0])
+
+
+class KilledProgramTest(DesktopTest):
+    desktops = 1
+
+    def test_what_is_older_than_half_a_second_outlives_a_kill(self):
+        for name in ("Mail", "Work", "Play"):
+            with self.subTest(name=name):
+                program = self.launch()
+                self.rename(program, name)
+                time.sleep(1)
+                program.process.popen.kill()
+                program.process.wait()
+                next_run = self.launch()
+                next_run.wait_for_title(name)
+                self.assertEqual(self.defaults.read()["SpaceNames"], {"x11-desktop-1": name})
+                self.assertEqual(next_run.end(), 0)
+
+    @staticmethod
+    def rename(program, name):
+        menu = Dropdown(program)
+        menu.open()
+        menu.click_pencil(0)
+        menu.key("ctrl+a")
+        menu.type(name)
+        menu.key("Return")
+        program.wait_for_title(name)
 
 
 class MalformedSettingsTest(DesktopTest):
