@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <chrono>
 #include <cmath>
 #include <limits>
 #include <thread>
@@ -331,12 +330,10 @@ TEST(XmlPropertyListTest, WorkGrowsWithTheBytesOnly) {
       "<plist><string>" + repeated("<![CDATA[]]>", 150000) + "</string></plist>",
       repeated("<!--", 400000)};
   for (const std::string& bytes : hostile) {
-    const auto start = std::chrono::steady_clock::now();
+    // Milliseconds each; quadratic work outlasts the time that a test may take.
+    SCOPED_TRACE(bytes.substr(0, 40));
     readBytes(bytes);
     changedPropertyList(bytes, "Key", 1);
-    // Milliseconds; quadratic work takes minutes.
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20))
-        << bytes.substr(0, 40);
   }
 }
 

@@ -269,7 +269,7 @@ class ConcurrencyTest(DefaultsTest):
         for _ in range(self.KILLS):
             writer = self.start("write-pairs", number + 1)
             if chance.random() < 0.9:
-                writer.stdout.readline()
+                told += writer.stdout.readline() != b""
             time.sleep(chance.random() * 0.01)
             writer.send_signal(signal.SIGKILL)
             lines = re.findall(rb"(\d+)\n", writer.communicate()[0])
@@ -281,7 +281,7 @@ class ConcurrencyTest(DefaultsTest):
             self.assertLessEqual(number, stored, f"seed {seed}")
             self.assertLessEqual(set(self.names()), {self.file.name, self.temporary.name})
             number = stored
-        self.assertGreater(told, self.KILLS / 4, "the writers wrote")
+        self.assertGreater(told, self.KILLS / 2, "the writers wrote")
         output, _ = reader.communicate(b"end\n")
         self.assertEqual(reader.returncode, 0, f"seed {seed}: {output.decode()}")
         self.assertGreater(int(output), self.KILLS, "the reader read all the time")
