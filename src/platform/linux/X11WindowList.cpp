@@ -1,5 +1,7 @@
 #include "platform/linux/X11WindowList.h"
 
+#include <QGuiApplication>
+#include <QScreen>
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -27,6 +29,16 @@ template <typename Geometry>
 QRect outerRect(const Geometry& geometry) {
   return {geometry.x, geometry.y, geometry.width + 2 * geometry.border_width,
           geometry.height + 2 * geometry.border_width};
+}
+
+/// In pixels.
+QSize halfOfSmallestScreen() {
+  QSize smallest;
+  for (const QScreen* screen : QGuiApplication::screens()) {
+    const QSize size = nativeGeometry(*screen).size();
+    smallest = smallest.isValid() ? smallest.boundedTo(size) : size;
+  }
+  return smallest / 2;
 }
 
 }  // namespace
@@ -122,8 +134,9 @@ void X11WindowList::noteConfiguration(const xcb_configure_notify_event_t& event)
   if (window == windows_.end()) return;
   const QRect pixels = outerRect(event);
   if (window->pixels != pixels) {
+    forgetAnswers(*window);
     window->pixels = pixels;
-    answers_ = {};
+    forgetAnswers(*window);
   }
   restack(event.window, event.above_sibling);
 }
@@ -162,7 +175,7 @@ void X11WindowList::setMapped(xcb_window_t id, bool isMapped) {
   // Events tell what has changed of a window that was read once, also out of sight; but
   // one that told nothing then may have become something.
   if (isMapped && window->owner.empty()) window->isStale = true;
-  answers_ = {};
+  forgetAnswers(*window);
 }
 
 X11WindowList::Windows::iterator X11WindowList::find(xcb_window_t id) {
@@ -179,7 +192,7 @@ void X11WindowList::add(xcb_window_t id, const QRect& pixels) {
 void X11WindowList::remove(xcb_window_t id) {
   const auto window = find(id);
   if (window == windows_.end()) return;
-  if (window->isMapped) answers_ = {};
+  forgetAnswers(*window);
   windows_.erase(window);
 }
 
@@ -189,23 +202,34 @@ void X11WindowList::restack(xcb_window_t id, xcb_window_t sibling) {
   const bool isBottom = window == windows_.begin();
   const xcb_window_t below = isBottom ? xcb_window_t{XCB_WINDOW_NONE} : std::prev(window)->id;
   if (below == sibling) return;
+  forgetAnswers(*window);
   Window moved = std::move(*window);
   windows_.erase(window);
   const auto above = find(sibling);
   // A sibling that is not known (any more) says nothing: to the bottom as well.
   const auto place = above == windows_.end() ? windows_.begin() : std::next(above);
   windows_.insert(place, std::move(moved));
-  answers_ = {};
 }
 
 // What the windows are
 
 void X11WindowList::refresh() {
+  const QSize large = halfOfSmallestScreen();
+  if (std::exchange(large_, large) != large) answers_ = {};
   for (Window& window : windows_) {
-    if (!window.isMapped || !window.isStale) continue;
+    if (!window.isMapped || !window.isStale || !isLarge(window)) continue;
     read(window);
     answers_ = {};
   }
+}
+
+bool X11WindowList::isLarge(const Window& window) const {
+  return window.pixels.width() >= large_.width() && window.pixels.height() >= large_.height();
+}
+
+void X11WindowList::forgetAnswers(const Window& window) {
+  // Forgetting costs whoever asks next a list made anew.
+  if (isLarge(window)) answers_ = {};
 }
 
 void X11WindowList::read(Window& window) {
@@ -247,7 +271,8 @@ bool X11WindowList::isOnScreen(const Window& window) const {
 PropertyList X11WindowList::build(bool withDesktopElements) const {
   PropertyList::Array list;
   for (auto window = windows_.rbegin(); window != windows_.rend(); ++window) {
-    if (!isOnScreen(*window) || (window->isDesktopElement && !withDesktopElements)) continue;
+    if (!isLarge(*window) || !isOnScreen(*window)) continue;
+    if (window->isDesktopElement && !withDesktopElements) continue;
     const Rect bounds = windowBoundsOfPixels(window->pixels);
     PropertyList::Dictionary description{
         {"kCGWindowBounds", PropertyList::Dictionary{{"X", bounds.x},

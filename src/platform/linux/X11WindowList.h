@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QRect>
+#include <QSize>
 #include <array>
 #include <cstdint>
 #include <memory>
@@ -17,8 +18,8 @@ namespace vembrix {
 /// The windows on the screen as the window server's window list has them. A
 /// model of the root window's children that the X server's events keep up to
 /// date: asking for the list asks the server nothing, and costs nothing while
-/// nothing changes. Windows that are not shown are not looked at. Main thread;
-/// needs a Qt application.
+/// nothing changes. Windows that are not shown, or are smaller than half of every
+/// screen, are neither listed nor asked about. Main thread; needs a Qt application.
 class X11WindowList {
  public:
   /// Null: there are no windows to tell of.
@@ -64,6 +65,10 @@ class X11WindowList {
 
   void refresh();
   void read(Window& window);
+  /// Whether it may be what is looked for: something that covers a screen.
+  [[nodiscard]] bool isLarge(const Window& window) const;
+  /// To be called for each change of what is listed.
+  void forgetAnswers(const Window& window);
 
   [[nodiscard]] bool isOnScreen(const Window& window) const;
   [[nodiscard]] PropertyList build(bool withDesktopElements) const;
@@ -72,6 +77,8 @@ class X11WindowList {
   std::unique_ptr<X11EventReader> reader_;
   /// Back to front.
   Windows windows_;
+  /// Half of the smallest screen, in pixels.
+  QSize large_;
 
   /// With desktop elements, and without.
   std::array<std::optional<PropertyList>, 2> answers_;

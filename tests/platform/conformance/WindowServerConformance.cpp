@@ -220,19 +220,19 @@ TEST_F(WindowServerConformance, ThereMayBeHundredsOfSpaces) {
 
 TEST_F(WindowServerConformance, ListsWindowsWithOwnerAndBounds) {
   EXPECT_THAT(windowsOf("Editor"), SizeIs(0));
-  system_.showWindow("Editor", {600, 400});
+  system_.showWindow("Editor", {1000, 600});
   ASSERT_TRUE(runUntilWindowsOf("Editor", 1));
   const PropertyList bounds = windowsOf("Editor")[0]["kCGWindowBounds"];
-  EXPECT_EQ(bounds["Width"].number(), 600);
-  EXPECT_EQ(bounds["Height"].number(), 400);
+  EXPECT_EQ(bounds["Width"].number(), 1000);
+  EXPECT_EQ(bounds["Height"].number(), 600);
   EXPECT_EQ(bounds["X"].number(), 0);
   EXPECT_EQ(bounds["Y"].number(), 0);
 }
 
 TEST_F(WindowServerConformance, ListsWindowsFrontToBack) {
   windows();
-  system_.showWindow("Editor", {600, 400});
-  system_.showWindow("Browser", {500, 300});
+  system_.showWindow("Editor", {1000, 600});
+  system_.showWindow("Browser", {900, 500});
   ASSERT_TRUE(runUntilWindowsOf("Browser", 1));
   ASSERT_TRUE(runUntilWindowsOf("Editor", 1));
   const PropertyList all = windows();

@@ -296,5 +296,20 @@ TEST(PanelAreasTest, AThicknessIsAnAreaAtTheEdge) {
               ElementsAre(QRect(0, 0, 1440, 22), QRect(0, 870, 1440, 30)));
 }
 
+TEST(StripPlacementTest, ANarrowerStripIsServedByWhatIsKeptFree) {
+  const Strut kept{0, 0, 24, 0, 0, 0, 0, 0, 1300, 1439, 0, 0};
+  EXPECT_TRUE(servesAs(kept, kept));
+  EXPECT_TRUE(servesAs({0, 0, 24, 0, 0, 0, 0, 0, 1360, 1439, 0, 0}, kept));
+  EXPECT_FALSE(servesAs({0, 0, 24, 0, 0, 0, 0, 0, 1299, 1439, 0, 0}, kept)) << "wider";
+  EXPECT_FALSE(servesAs({0, 0, 24, 0, 0, 0, 0, 0, 1300, 1440, 0, 0}, kept)) << "elsewhere";
+  EXPECT_FALSE(servesAs({0, 0, 30, 0, 0, 0, 0, 0, 1300, 1439, 0, 0}, kept)) << "thicker";
+  EXPECT_FALSE(servesAs({0, 0, 0, 24, 0, 0, 0, 0, 0, 0, 1300, 1439}, kept)) << "another edge";
+  EXPECT_FALSE(servesAs({}, kept)) << "nothing any more";
+  EXPECT_TRUE(servesAs({}, {}));
+  EXPECT_FALSE(servesAs({0, 0, 24, 0, 0, 0, 0, 0, 1360, 1439, 0, 0},
+                        {0, 0, 24, 0, 0, 0, 0, 0, 0, 1439, 0, 0}))
+      << "much more than is wanted";
+}
+
 }  // namespace
 }  // namespace vembrix

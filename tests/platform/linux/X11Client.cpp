@@ -258,6 +258,13 @@ void X11Client::unmap(xcb_window_t window) {
   xcb_flush(ewmh_.connection);
 }
 
+void X11Client::resize(xcb_window_t window, std::uint16_t width, std::uint16_t height) {
+  const std::array<std::uint32_t, 2> size{width, height};
+  xcb_configure_window(ewmh_.connection, window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+                       size.data());
+  xcb_flush(ewmh_.connection);
+}
+
 void X11Client::raise(xcb_window_t window) {
   const std::uint32_t mode = XCB_STACK_MODE_ABOVE;
   xcb_configure_window(ewmh_.connection, window, XCB_CONFIG_WINDOW_STACK_MODE, &mode);

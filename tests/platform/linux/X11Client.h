@@ -57,6 +57,7 @@ class X11Client {
   void moveToDesktop(xcb_window_t window, std::uint32_t index);
   void unmap(xcb_window_t window);
   void raise(xcb_window_t window);
+  void resize(xcb_window_t window, std::uint16_t width, std::uint16_t height);
   void reparent(xcb_window_t window, xcb_window_t parent);
   void destroy(xcb_window_t window);
   /// Ends the connection that the window belongs to.

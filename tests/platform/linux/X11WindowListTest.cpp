@@ -52,25 +52,25 @@ class X11WindowListTest : public testing::Test {
 };
 
 TEST_F(X11WindowListTest, KnowsWindowsThatWereThereBefore) {
-  EXPECT_TRUE(client().showWindow("Editor", 600, 400));
-  EXPECT_TRUE(client().showWindow("Browser", 500, 300));
+  EXPECT_TRUE(client().showWindow("Editor", 1000, 600));
+  EXPECT_TRUE(client().showWindow("Browser", 900, 500));
   EXPECT_THAT(owners(), ElementsAre("Browser", "Editor"));
 }
 
 TEST_F(X11WindowListTest, FollowsWindowsThatComeAndGo) {
   EXPECT_THAT(owners(), IsEmpty());
-  EXPECT_TRUE(client().showWindow("Editor", 600, 400));
+  EXPECT_TRUE(client().showWindow("Editor", 1000, 600));
   EXPECT_TRUE(runUntilOwnersAre({"Editor"}));
   {
     X11Client other(display_.name());
-    EXPECT_TRUE(other.showWindow("Browser", 500, 300));
+    EXPECT_TRUE(other.showWindow("Browser", 900, 500));
     EXPECT_TRUE(runUntilOwnersAre({"Browser", "Editor"}));
   }
   EXPECT_TRUE(runUntilOwnersAre({"Editor"}));
 }
 
 TEST_F(X11WindowListTest, WindowsOfOtherDesktopsAreNotOnTheScreen) {
-  EXPECT_TRUE(client().showWindow("Editor", 600, 400));
+  EXPECT_TRUE(client().showWindow("Editor", 1000, 600));
   EXPECT_TRUE(runUntilOwnersAre({"Editor"}));
   EXPECT_TRUE(client().goToDesktop(1));
   EXPECT_TRUE(runUntilOwnersAre({}));
@@ -79,10 +79,20 @@ TEST_F(X11WindowListTest, WindowsOfOtherDesktopsAreNotOnTheScreen) {
 }
 
 TEST_F(X11WindowListTest, AnAnswerIsSharedWhileNothingChanges) {
-  EXPECT_TRUE(client().showWindow("Editor", 600, 400));
+  EXPECT_TRUE(client().showWindow("Editor", 1000, 600));
   EXPECT_TRUE(runUntilOwnersAre({"Editor"}));
   runFor(milliseconds(100));
   EXPECT_EQ(list().asArray(), list().asArray());
+}
+
+TEST_F(X11WindowListTest, WindowsSmallerThanHalfOfTheScreenAreLeftOut) {
+  EXPECT_TRUE(client().showWindow("Editor", 1000, 600));
+  X11Client other(display_.name());
+  EXPECT_TRUE(other.showWindow("Clock", 100, 50));
+  runFor(milliseconds(100));
+  EXPECT_THAT(owners(), ElementsAre("Editor"));
+  other.resize(other.focus(), 1000, 600);
+  EXPECT_TRUE(runUntilOwnersAre({"Clock", "Editor"}));
 }
 
 TEST_F(X11WindowListTest, ProgramsThatShowAllWindowsCountAsTheDock) {

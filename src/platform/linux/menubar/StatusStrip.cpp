@@ -189,7 +189,7 @@ void StatusStrip::moveTo(const QRect& target) {
 
 void StatusStrip::reserve() {
   const Strut strut = strutOf(position_, surroundings_.monitors);
-  if (strut == strut_) return;
+  if (strut_ && servesAs(strut, *strut_)) return;
   formerStrut_ = strut_.value_or(Strut{});
   strut_ = strut;
   setStrut(*windowHandle(), strut);

@@ -177,4 +177,18 @@ Strut strutOf(const StripPosition& position, const std::vector<QRect>& monitors)
   return strut;
 }
 
+bool servesAs(const Strut& wanted, const Strut& kept) {
+  // What titles differ by, in pixels.
+  constexpr std::uint32_t kSpare = 400;
+  for (std::size_t edge = 0; edge < 4; ++edge) {
+    const std::size_t begin = 4 + 2 * edge;
+    const std::size_t end = begin + 1;
+    if (wanted[edge] != kept[edge]) return false;
+    if (wanted[edge] == 0) continue;
+    if (kept[begin] > wanted[begin] || kept[end] < wanted[end]) return false;
+    if ((kept[end] - kept[begin]) - (wanted[end] - wanted[begin]) > kSpare) return false;
+  }
+  return true;
+}
+
 }  // namespace vembrix

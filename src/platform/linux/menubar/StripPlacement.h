@@ -63,4 +63,9 @@ std::optional<StripPlace> placeOfDrop(const StripSurroundings& surroundings, con
 /// strip and the edge of the X server's screen: it would be taken from that one.
 Strut strutOf(const StripPosition& position, const std::vector<QRect>& monitors);
 
+/// Whether what is kept free already serves: it reaches as far from the edge, and along it
+/// over all that is wanted and little more. Window managers lay out the whole screen anew
+/// for each change.
+bool servesAs(const Strut& wanted, const Strut& kept);
+
 }  // namespace vembrix
