@@ -58,7 +58,7 @@ void SpaceSignWindowController::observe() {
 
 void SpaceSignWindowController::startPrimeTimer() {
   constexpr std::chrono::milliseconds kInterval{500};
-  primeTimer_ = MainQueue::main().repeat(kInterval, kInterval, [weak = weak_from_this()] {
+  primeTimer_ = MainQueue::main().poll(kInterval, kInterval, [weak = weak_from_this()] {
     if (const auto controller = weak.lock()) controller->primeTimerFired();
   });
 }

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <utility>
 
 #include "platform/Token.h"
 
@@ -38,6 +39,14 @@ class MainQueue {
   /// drift. Beats that were missed (a busy thread, sleep) are one beat.
   [[nodiscard]] virtual TimerSource repeat(Duration delay, Duration interval,
                                            std::function<void()> block) = 0;
+
+  /// As repeat(), for a block that looks for changes. On a system that reports each of
+  /// them by an event, beats are left out while there is none: a program at rest is not
+  /// woken. After an event the next beat comes in the rhythm.
+  [[nodiscard]] virtual TimerSource poll(Duration delay, Duration interval,
+                                         std::function<void()> block) {
+    return repeat(delay, interval, std::move(block));
+  }
 };
 
 }  // namespace vembrix

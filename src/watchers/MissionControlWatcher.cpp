@@ -37,7 +37,7 @@ MissionControlWatcher& MissionControlWatcher::shared() {
 
 void MissionControlWatcher::start() {
   if (timer_) return;
-  timer_ = MainQueue::main().repeat(Duration::zero(), kPollInterval, [this] { poll(); });
+  timer_ = MainQueue::main().poll(Duration::zero(), kPollInterval, [this] { poll(); });
 }
 
 void MissionControlWatcher::poll() {

@@ -2,6 +2,7 @@
 // with: a dock window with the number of the current desktop. With --polls it also
 // looks every 0.3 s and every 0.5 s at which windows there are, one question each.
 
+#include <xcb/xcb.h>
 #include <QAbstractNativeEventFilter>
 #include <QApplication>
 #include <QPainter>
@@ -14,7 +15,6 @@
 #include <cstring>
 #include <memory>
 #include <string_view>
-#include <xcb/xcb.h>
 
 namespace {
 

@@ -11,6 +11,7 @@
 #include "platform/linux/ForgedEvents.h"
 #include "platform/linux/LinuxApplication.h"
 #include "platform/linux/LinuxUserDefaults.h"
+#include "platform/linux/LoopEvents.h"
 #include "platform/linux/QtMessages.h"
 #include "platform/linux/SingleInstance.h"
 #include "platform/linux/SleepWatcher.h"
@@ -66,6 +67,8 @@ class LinuxApplication::QtObject : public QApplication {
   void launchSoon() { postEvent(this, new QEvent(kLaunch), Qt::HighEventPriority); }
 
   bool notify(QObject* receiver, QEvent* event) override {
+    // Qt's own threads deliver events, too.
+    if (receiver->thread() == thread()) noteLoopEvent(receiver, *event);
     // Qt would close its popups, and learns 0.4 s late that another program has the focus:
     // a menu that was opened meanwhile would close under the user's hand.
     const bool isDeactivation = receiver == this && event->type() == QEvent::ApplicationDeactivate;

@@ -14,8 +14,16 @@
 #include <utility>
 #include <vector>
 
+#include "platform/linux/LoopEvents.h"
+
 namespace vembrix {
 namespace {
+
+/// From any thread. A function of its own, since the thread sanitizer does not see how Qt
+/// hands an event from one thread to another and leaves what is made here alone.
+void postWakeUp(QObject& receiver) {
+  QCoreApplication::postEvent(&receiver, new QEvent(QEvent::User));
+}
 
 /// The queue on Qt's event loop, nested loops (menus) included. Works before
 /// there is a Qt application: what is due then runs when its loop does.
@@ -47,6 +55,22 @@ class QtMainQueue : public QObject, public MainQueue {
     const auto entry = add(delay, std::max(interval, Duration(1)), std::move(block));
     arm();
     return tokenFor(entry);
+  }
+
+  TimerSource poll(Duration delay, Duration interval, std::function<void()> block) override {
+    const auto entry = add(delay, std::max(interval, Duration(1)), std::move(block));
+    entry->isPoll = true;
+    arm();
+    return tokenFor(entry);
+  }
+
+  void note(const QObject* receiver, const QEvent& event) {
+    if (receiver == this && event.type() == QEvent::Timer) {
+      const auto beat = beatOf(static_cast<const QTimerEvent&>(event).timerId());
+      if (beat != beating_.end() && (*beat)->isPoll) return;
+    }
+    events_ += 1;
+    if (!resting_.empty()) endRest();
   }
 
   bool event(QEvent* event) override {
@@ -81,6 +105,10 @@ class QtMainQueue : public QObject, public MainQueue {
     Key key;
     /// Its own; 0 while it is in the list. Main thread only.
     int timer = 0;
+    /// Rests while there are no events.
+    bool isPoll = false;
+    /// How many there had been at its last beat.
+    std::uint64_t seenEvents = 0;
   };
 
   static Duration now() { return std::chrono::steady_clock::now().time_since_epoch(); }
@@ -116,6 +144,15 @@ class QtMainQueue : public QObject, public MainQueue {
       const std::shared_ptr<Entry> beat = std::move(*found);
       beating_.erase(found);
       return;
+    }
+    if (entry.isPoll) {
+      const auto found =
+          std::ranges::find(resting_, &entry, [](const auto& other) { return other.get(); });
+      if (found != resting_.end()) {
+        const std::shared_ptr<Entry> rest = std::move(*found);
+        resting_.erase(found);
+        return;
+      }
     }
     decltype(entries_)::node_type ended;
     const std::lock_guard lock(mutex_);
@@ -167,9 +204,12 @@ class QtMainQueue : public QObject, public MainQueue {
     return true;
   }
 
+  std::vector<std::shared_ptr<Entry>>::iterator beatOf(int timer) {
+    return std::ranges::find(beating_, timer, [](const auto& entry) { return entry->timer; });
+  }
+
   void beat(int timer) {
-    const auto found =
-        std::ranges::find(beating_, timer, [](const auto& entry) { return entry->timer; });
+    const auto found = beatOf(timer);
     if (found == beating_.end()) return;
     const std::shared_ptr<Entry> entry = *found;
     const Duration time = now();
@@ -185,6 +225,31 @@ class QtMainQueue : public QObject, public MainQueue {
       arm(time);
     }
     entry->block();
+    if (entry->isPoll) restIfQuiet(entry);
+  }
+
+  /// After two beats without an event between them.
+  void restIfQuiet(const std::shared_ptr<Entry>& entry) {
+    if (std::exchange(entry->seenEvents, events_) != events_) return;
+    const auto found = std::ranges::find(beating_, entry);
+    // It has been ended, or has missed a beat.
+    if (found == beating_.end()) return;
+    killTimer(std::exchange(entry->timer, 0));
+    resting_.push_back(std::move(*found));
+    beating_.erase(found);
+  }
+
+  void endRest() {
+    const Duration time = now();
+    {
+      const std::lock_guard lock(mutex_);
+      for (const std::shared_ptr<Entry>& entry : resting_) {
+        const Duration due = entry->key.first;
+        insert(entry, due > time ? due : nextBeat(*entry, time));
+      }
+    }
+    resting_.clear();
+    arm(time);
   }
 
   /// Makes the event loop come by; from any thread.
@@ -193,7 +258,7 @@ class QtMainQueue : public QObject, public MainQueue {
       const std::lock_guard lock(mutex_);
       if (std::exchange(isWaking_, true)) return;
     }
-    QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    postWakeUp(*this);
   }
 
   void arm() { arm(now()); }
@@ -237,14 +302,26 @@ class QtMainQueue : public QObject, public MainQueue {
   Duration timerDue_{};
   /// Those that have a timer of their own; the key tells when the next beat is due.
   std::vector<std::shared_ptr<Entry>> beating_;
+  /// Polls whose next beat waits for an event.
+  std::vector<std::shared_ptr<Entry>> resting_;
+  /// Those of the loop, but for the beats of polls.
+  std::uint64_t events_ = 0;
 };
+
+QtMainQueue& qtQueue() {
+  // Never destroyed: tokens and other threads may reach it until the very end.
+  static auto& queue = *new QtMainQueue;
+  return queue;
+}
 
 }  // namespace
 
 MainQueue& MainQueue::main() {
-  // Never destroyed: tokens and other threads may reach it until the very end.
-  static auto& queue = *new QtMainQueue;
-  return queue;
+  return qtQueue();
+}
+
+void noteLoopEvent(const QObject* receiver, const QEvent& event) {
+  qtQueue().note(receiver, event);
 }
 
 }  // namespace vembrix

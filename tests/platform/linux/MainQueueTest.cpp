@@ -36,10 +36,10 @@ class MainQueueTest : public testing::Test {
 
 TEST_F(MainQueueTest, KeepsWhatIsGivenBeforeThereIsAnApplication) {
   queue_.async(note("async"));
-  queue_.after(milliseconds(30), note("after"));
-  const auto item = queue_.schedule(milliseconds(20), note("scheduled"));
-  auto cancelled = queue_.schedule(milliseconds(20), note("cancelled"));
-  const auto timer = queue_.repeat(milliseconds(10), std::chrono::hours(1), note("repeated"));
+  queue_.after(milliseconds(400), note("after"));
+  const auto item = queue_.schedule(milliseconds(300), note("scheduled"));
+  auto cancelled = queue_.schedule(milliseconds(300), note("cancelled"));
+  const auto timer = queue_.repeat(milliseconds(200), std::chrono::hours(1), note("repeated"));
   std::thread([&] { queue_.async(note("of a thread")); }).join();
   cancelled.reset();
 
@@ -78,6 +78,61 @@ TEST_F(RunningMainQueueTest, ARepeatingTimerGoesOnInANestedLoop) {
     EXPECT_GE(beats, 3);
   });
   EXPECT_TRUE(runUntil([&] { return beats > 4; }));
+}
+
+TEST_F(RunningMainQueueTest, APollRestsWhileThereAreNoEvents) {
+  int beats = 0;
+  const auto poll = queue_.poll(milliseconds(0), milliseconds(5), [&] { ++beats; });
+  runFor(milliseconds(300));
+  EXPECT_GE(beats, 1);
+  EXPECT_LE(beats, 10) << "sixty would fit";
+}
+
+TEST_F(RunningMainQueueTest, AnEventEndsTheRestOfAPoll) {
+  int beats = 0;
+  const auto poll = queue_.poll(milliseconds(0), milliseconds(5), [&] { ++beats; });
+  for (int i = 0; i < 3; ++i) {
+    runFor(milliseconds(100));
+    const int before = beats;
+    // The loop of runFor() itself was ended by an event.
+    EXPECT_TRUE(runUntil([&] { return beats > before; }));
+  }
+}
+
+TEST_F(RunningMainQueueTest, APollGoesOnWhileThereAreEvents) {
+  int beats = 0;
+  const auto poll = queue_.poll(milliseconds(0), milliseconds(5), [&] { ++beats; });
+  const auto events = queue_.repeat(milliseconds(0), milliseconds(2), [] {});
+  EXPECT_TRUE(runUntil([&] { return beats > 20; }));
+}
+
+TEST_F(RunningMainQueueTest, TwoPollsLetEachOtherRest) {
+  int beats = 0;
+  const auto one = queue_.poll(milliseconds(0), milliseconds(5), [&] { ++beats; });
+  const auto other = queue_.poll(milliseconds(3), milliseconds(7), [&] { ++beats; });
+  runFor(milliseconds(400));
+  EXPECT_LE(beats, 24) << "more than a hundred would fit";
+}
+
+TEST_F(RunningMainQueueTest, APollMayBeEndedWhileItRests) {
+  int beats = 0;
+  auto poll = queue_.poll(milliseconds(0), milliseconds(5), [&] { ++beats; });
+  runFor(milliseconds(100));
+  poll.reset();
+  const int before = beats;
+  runFor(milliseconds(50));
+  EXPECT_EQ(beats, before);
+}
+
+TEST_F(RunningMainQueueTest, APollMayEndItself) {
+  int beats = 0;
+  TimerSource poll;
+  poll = queue_.poll(milliseconds(0), milliseconds(5), [&] {
+    if (++beats == 3) poll.reset();
+  });
+  const auto events = queue_.repeat(milliseconds(0), milliseconds(2), [] {});
+  runFor(milliseconds(100));
+  EXPECT_EQ(beats, 3);
 }
 
 TEST_F(RunningMainQueueTest, IsOnTime) {

@@ -1,0 +1,12 @@
+#pragma once
+
+class QEvent;
+class QObject;
+
+namespace vembrix {
+
+/// To be called for every event that Qt's application delivers, before its receiver gets
+/// it: the main queue's polls rest while there is none. Main thread.
+void noteLoopEvent(const QObject* receiver, const QEvent& event);
+
+}  // namespace vembrix
