@@ -87,6 +87,30 @@ packages_demo=(
   xterm
 )
 
+# The window managers of script/matrix, with what belongs to their sessions.
+packages_matrix=(
+  awesome
+  bspwm
+  dbus-bin
+  fluxbox
+  fvwm3
+  herbstluftwm
+  i3-wm
+  icewm
+  jwm
+  kwin-x11
+  marco
+  mate-panel
+  metacity
+  mutter
+  pekwm
+  x11-xserver-utils
+  xfce4-panel
+  xfce4-settings
+  xfconf
+  xfwm4
+)
+
 # To draw the icon.
 packages_icon=(
   cmake

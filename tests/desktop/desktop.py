@@ -220,10 +220,13 @@ class Desktop:
         self.server.send(signal_number)
         self.server.wait()
 
+    def bus_config(self):
+        return BUS_CONFIG
+
     def _start_bus(self):
         config = self.path("bus.conf")
         with open(config, "w", encoding="utf-8") as file:
-            file.write(BUS_CONFIG.format(socket=self.path("bus", "socket")))
+            file.write(self.bus_config().format(socket=self.path("bus", "socket")))
         bus = self.start(
             ["dbus-daemon", f"--config-file={config}", "--nofork", "--nopidfile",
              "--print-address=1"],
