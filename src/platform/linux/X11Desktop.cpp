@@ -21,6 +21,8 @@ constexpr std::uint32_t kMaxNamesLength = 64 * 1024;
 /// How long a window manager that has come, or that has changed the number of its
 /// desktops, may take to name them.
 constexpr std::chrono::seconds kSettlingTime{2};
+/// How long one that names its desktops may take to tell the names for a new number.
+constexpr std::chrono::milliseconds kNamesDelay{500};
 /// How long a new name is held back, for what a restarting window manager says late.
 constexpr std::chrono::milliseconds kRenameDelay{500};
 
@@ -108,7 +110,7 @@ bool X11Desktop::waitForSpaces(std::chrono::milliseconds limit) {
 }
 
 X11Desktop::SpaceID X11Desktop::activeSpace() const {
-  return current_ && *current_ < spaces_.size() ? spaces_[*current_].id : 0;
+  return active_ && *active_ < spaces_.size() ? spaces_[*active_].id : 0;
 }
 
 bool X11Desktop::activate(SpaceID space) {
@@ -236,7 +238,9 @@ void X11Desktop::note(const xcb_generic_event_t& event) {
 
 void X11Desktop::notePropertyChange(const xcb_property_notify_event_t& event) {
   const xcb_ewmh_connection_t& atoms = *connection_->ewmh();
-  if (event.atom == atoms._NET_SUPPORTING_WM_CHECK) {
+  const bool isOfCheckWindow = event.window == checkWindow_ && event.window != XCB_WINDOW_NONE;
+  if (event.atom == atoms._NET_SUPPORTING_WM_CHECK ||
+      (isOfCheckWindow && event.atom == atoms._NET_WM_NAME)) {
     stale_.windowManager = true;
   } else if (event.window != connection_->root()) {
     return;
@@ -277,8 +281,9 @@ void X11Desktop::refresh() {
   if (stale.names) read = readNames(names);
   if (stale.windowManager) refreshWindowManager();
   if (stale.windowManager || count_ != countBefore) settledAt_ = Clock::now() + kSettlingTime;
+  if (count_ != countBefore) namesBy_ = Clock::now() + kNamesDelay;
   if (read) takeNames(std::move(*read));
-  if (stale.windowManager || stale.count || stale.names) rebuildSpaces();
+  rebuildSpaces();
 }
 
 void X11Desktop::refreshWindowManager() {
@@ -367,7 +372,22 @@ X11Desktop::SpaceID X11Desktop::idOfName(const std::string& name) {
   return idsOfNames_.try_emplace(name, next).first->second;
 }
 
+bool X11Desktop::awaitsNames() const {
+  const bool areOfAnotherList = names_.all().size() != spaceCount().value_or(0);
+  return isKnownByNames_ && !spaces_.empty() && areOfAnotherList && Clock::now() < namesBy_;
+}
+
 void X11Desktop::rebuildSpaces() {
+  if (awaitsNames()) {
+    // A Space that is there for a moment only would be remembered for good.
+    namesDue_ = MainQueue::main().schedule(kNamesDelay, [this] {
+      rebuildSpaces();
+      handleEvents();
+    });
+    return;
+  }
+  namesDue_ = {};
+  active_ = current_;
   const std::uint32_t count = spaceCount().value_or(0);
   const std::vector<std::string>& names = names_.all();
   std::vector<Space> spaces;

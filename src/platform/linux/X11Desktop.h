@@ -130,7 +130,10 @@ class X11Desktop {
   /// Takes those that were read last and not taken yet.
   void takePendingNames();
   void writeNames();
+  /// Brings the Spaces up to date with what the server has, unless its names are those of
+  /// another list of desktops and others may come.
   void rebuildSpaces();
+  [[nodiscard]] bool awaitsNames() const;
   void rebuildAnswer();
   [[nodiscard]] Shown shown() const;
   /// The place in the list.
@@ -145,6 +148,8 @@ class X11Desktop {
   // As the server has it; nothing: absent or malformed.
   std::optional<std::uint32_t> count_;
   std::optional<std::uint32_t> current_;
+  /// In `spaces_`.
+  std::optional<std::uint32_t> active_;
   DesktopNames names_;
   bool hasWindowManager_ = false;
   /// Desktops are known by their names, which the window manager keeps.
@@ -168,6 +173,10 @@ class X11Desktop {
   /// or after it says that it is there.
   std::optional<std::vector<std::string>> pendingNames_;
   WorkItem pendingNamesDue_;
+  /// Until then a window manager that keeps its names has told the number of its desktops
+  /// but maybe not their names.
+  Clock::time_point namesBy_;
+  WorkItem namesDue_;
   /// Until then the names that change are the window manager's own.
   Clock::time_point settledAt_;
 

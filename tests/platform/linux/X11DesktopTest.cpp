@@ -13,6 +13,7 @@
 
 #include "platform/Application.h"
 #include "platform/NotificationCenter.h"
+#include "platform/linux/DesktopNames.h"
 #include "platform/linux/PrivateDisplay.h"
 #include "platform/linux/SentLines.h"
 #include "platform/linux/TestSession.h"
@@ -193,6 +194,67 @@ TEST_F(EmptyX11DesktopTest, AWindowManagerMayComeLater) {
   EXPECT_TRUE(runUntilCount(4));
   EXPECT_TRUE(runUntilActive(1));
   EXPECT_GE(changes_, 1);
+}
+
+/// One that names its desktops by its configuration, played by this test.
+class NamingWindowManagerTest : public EmptyX11DesktopTest {
+ protected:
+  NamingWindowManagerTest() {
+    setCount(2);
+    setRoot("_NET_CURRENT_DESKTOP", {"CARDINAL", 32, cardinals({0})});
+    setNames({"web", "mail"});
+    client().setProperty(window_, "_NET_SUPPORTING_WM_CHECK", {"WINDOW", 32, cardinals({window_})});
+    setRoot("_NET_SUPPORTING_WM_CHECK", {"WINDOW", 32, cardinals({window_})});
+  }
+
+  void setCount(std::uint32_t count) {
+    setRoot("_NET_NUMBER_OF_DESKTOPS", {"CARDINAL", 32, cardinals({count})});
+  }
+  void setNames(const std::vector<std::string>& names) {
+    setRoot("_NET_DESKTOP_NAMES", {"UTF8_STRING", 8, desktopNamesProperty(names)});
+  }
+  void sayName() { client().setProperty(window_, "_NET_WM_NAME", {"UTF8_STRING", 8, "i3"}); }
+
+  [[nodiscard]] std::vector<std::string> identifiers() const {
+    std::vector<std::string> found;
+    const PropertyList answer = desktop_->managedDisplaySpaces();
+    if (answer.isNull()) return found;
+    for (const PropertyList& space : *(*answer.asArray())[0]["Spaces"].asArray()) {
+      found.push_back(*space["uuid"].asString());
+    }
+    return found;
+  }
+
+  const std::uint32_t window_ = client().showDock({0, 0, 10, 10});
+};
+
+TEST_F(NamingWindowManagerTest, IsKnownAsSuchAlsoWhenItSaysItsNameLater) {
+  ASSERT_TRUE(runUntil([this] { return identifiers().size() == 2; }));
+  EXPECT_THAT(identifiers(), ElementsAre("x11-desktop-1", "x11-desktop-2"));
+  sayName();
+  EXPECT_TRUE(runUntil([this] { return identifiers()[0] == "x11-name-web"; }));
+}
+
+TEST_F(NamingWindowManagerTest, ANewDesktopIsThereOnceItHasItsName) {
+  sayName();
+  ASSERT_TRUE(runUntil([this] { return identifiers().size() == 2; }));
+  std::vector<std::vector<std::string>> lists;
+  const Observation observation = NotificationCenter::workspace().addObserver(
+      notification::kActiveSpaceDidChange, [&] { lists.push_back(identifiers()); });
+  setCount(3);
+  setRoot("_NET_CURRENT_DESKTOP", {"CARDINAL", 32, cardinals({2})});
+  runFor(milliseconds(50));
+  setNames({"web", "mail", "music"});
+  ASSERT_TRUE(runUntil([this] { return identifiers().size() == 3; }));
+  EXPECT_THAT(lists, ElementsAre(ElementsAre("x11-name-web", "x11-name-mail", "x11-name-music")));
+}
+
+TEST_F(NamingWindowManagerTest, ADesktopThatGetsNoNameIsKnownByItsNumberAfterAWhile) {
+  sayName();
+  ASSERT_TRUE(runUntil([this] { return identifiers().size() == 2; }));
+  setCount(3);
+  ASSERT_TRUE(runUntil([this] { return identifiers().size() == 3; }));
+  EXPECT_THAT(identifiers(), ElementsAre("x11-name-web", "x11-name-mail", "x11-desktop-3"));
 }
 
 TEST_F(EmptyX11DesktopTest, WaitsForSpacesNoLongerThanTold) {
