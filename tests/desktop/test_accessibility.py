@@ -66,6 +66,8 @@ class AccessibilityTest(DesktopTest):
         self.open_menu()
         self.press("menu item", "Preferences…")
         self.program.wait_for_settings()
+        (window,) = self.nodes("dialog")
+        self.assertEqual(window["name"], "Vembrix Settings")
         (popup,) = self.nodes("combo box")
         self.assertEqual((popup["name"], popup["description"]), ("Heat Colors", "Ember"))
 

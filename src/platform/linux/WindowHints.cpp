@@ -2,6 +2,7 @@
 
 #include <QPoint>
 #include <QWindow>
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <span>
@@ -20,6 +21,30 @@ void setCardinals(const xcb_ewmh_connection_t& ewmh, xcb_window_t window, xcb_at
                   std::span<const std::uint32_t> values) {
   xcb_change_property(ewmh.connection, XCB_PROP_MODE_REPLACE, window, name, XCB_ATOM_CARDINAL, 32,
                       static_cast<std::uint32_t>(values.size()), values.data());
+}
+
+/// The lowest of the root window's children that the window manager lists; none where it
+/// lists `window`, or where that is no child of the root window.
+xcb_window_t lowestClientBeside(xcb_ewmh_connection_t& ewmh, xcb_window_t window) {
+  const auto listed = xcb_ewmh_get_client_list_unchecked(&ewmh, 0);
+  const auto asked = xcb_query_tree_unchecked(ewmh.connection, ewmh.screens[0]->root);
+  const XcbPtr<xcb_query_tree_reply_t> tree{xcb_query_tree_reply(ewmh.connection, asked, nullptr)};
+  xcb_ewmh_get_windows_reply_t reply{};
+  const bool isListed = xcb_ewmh_get_client_list_reply(&ewmh, listed, &reply, nullptr) != 0;
+  if (!isListed) return XCB_WINDOW_NONE;
+  const std::span clients(reply.windows, reply.windows_len);
+  const auto isClient = [clients](xcb_window_t child) {
+    return std::ranges::find(clients, child) != clients.end();
+  };
+  xcb_window_t lowest = XCB_WINDOW_NONE;
+  if (tree && !isClient(window)) {
+    const std::span children(xcb_query_tree_children(tree.get()), tree->children_len);
+    const auto found = std::ranges::find_if(children, isClient);
+    const bool isBeside = std::ranges::find(children, window) != children.end();
+    if (isBeside && found != children.end()) lowest = *found;
+  }
+  xcb_ewmh_get_windows_reply_wipe(&reply);
+  return lowest;
 }
 
 }  // namespace
@@ -54,6 +79,14 @@ void restoreDock(QWindow& window) {
   }
 }
 
+void makeDialog(QWindow& window) {
+  auto* ewmh = ewmhOfQt();
+  if (!ewmh) return;
+  // Not by Qt's flag, which makes it a transient of a window that is never shown.
+  std::array types = {ewmh->_NET_WM_WINDOW_TYPE_DIALOG, ewmh->_NET_WM_WINDOW_TYPE_NORMAL};
+  xcb_ewmh_set_wm_window_type(ewmh, nativeId(window), types.size(), types.data());
+}
+
 void hideFromTaskLists(QWindow& window) {
   auto* ewmh = ewmhOfQt();
   if (!ewmh) return;
@@ -70,6 +103,16 @@ QPoint originInPixels(QWindow& window) {
   const XcbPtr<xcb_translate_coordinates_reply_t> corner{
       xcb_translate_coordinates_reply(ewmh->connection, cookie, nullptr)};
   return corner ? QPoint(corner->dst_x, corner->dst_y) : QPoint();
+}
+
+void stepBehindClients(QWindow& window) {
+  auto* ewmh = ewmhOfQt();
+  if (!ewmh) return;
+  const xcb_window_t client = lowestClientBeside(*ewmh, nativeId(window));
+  if (client == XCB_WINDOW_NONE) return;
+  const std::array<std::uint32_t, 2> place{client, XCB_STACK_MODE_BELOW};
+  xcb_configure_window(ewmh->connection, nativeId(window),
+                       XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE, place.data());
 }
 
 void setStrut(QWindow& window, const Strut& strut) {

@@ -28,12 +28,21 @@ void makeDock(QWindow& window);
 /// Tells it again of a window that is shown, where somebody has taken it away.
 void restoreDock(QWindow& window);
 
+/// The window keeps its size, as a dialog: window managers that tile leave it afloat.
+/// Before it is shown.
+void makeDialog(QWindow& window);
+
 /// The window is listed in no task bar and no pager. Before it is shown.
 void hideFromTaskLists(QWindow& window);
 
 /// The top left corner on the X server's screen, in pixels, by the X server's own word.
 /// Asks it and waits. The origin where it does not answer.
 QPoint originInPixels(QWindow& window);
+
+/// Puts a window that the window manager leaves to itself behind all that it manages, so
+/// that full-screen windows cover it. Nothing where the window manager sees to that: it
+/// lists the window or has framed it. Asks the X server and waits.
+void stepBehindClients(QWindow& window);
 
 /// What windows keep clear of.
 void setStrut(QWindow& window, const Strut& strut);

@@ -70,6 +70,7 @@ void StatusStrip::makeWindow() {
   const auto id = static_cast<xcb_window_t>(winId());
   makeDock(*windowHandle());
   strut_.reset();
+  mayCoverOthers_ = true;
   if (guard_) guard_->watch(id);
   if (panels_) panels_->leaveOut(id);
   updateName();
@@ -91,26 +92,32 @@ void StatusStrip::closeEvent(QCloseEvent* event) {
 
 void StatusStrip::followPanels() {
   if (!ewmhOfQt()) return;
-  guard_ =
-      std::make_unique<StripGuard>(StripGuard::Handlers{.repair =
-                                                            [this] {
-                                                              restoreDock(*windowHandle());
-                                                              strut_.reset();
-                                                              reserve();
-                                                            },
-                                                        .remake = [this] { remakeWindow(); },
-                                                        .settled = [this] { returnToPlace(); }});
+  guard_ = std::make_unique<StripGuard>(StripGuard::Handlers{.repair =
+                                                                 [this] {
+                                                                   restoreDock(*windowHandle());
+                                                                   strut_.reset();
+                                                                   reserve();
+                                                                 },
+                                                             .remake = [this] { remakeWindow(); },
+                                                             .settled =
+                                                                 [this] {
+                                                                   returnToPlace();
+                                                                   stepBack();
+                                                                 }});
   std::unique_ptr<X11Connection> connection = X11Connection::open();
   if (!connection) return;
   panels_ = std::make_unique<X11Panels>(
-      std::move(connection),
-      X11Panels::Handlers{.changed =
-                              [this] {
-                                updateSurroundings();
-                                arrange();
-                              },
-                          .restacked = [this] { raiseOverPanel(); },
-                          .windowManagerChanged = [this] { guard_->checkSoon(); }});
+      std::move(connection), X11Panels::Handlers{.changed =
+                                                     [this] {
+                                                       updateSurroundings();
+                                                       arrange();
+                                                     },
+                                                 .restacked = [this] { raiseOverPanel(); },
+                                                 .windowManagerChanged =
+                                                     [this] {
+                                                       mayCoverOthers_ = true;
+                                                       guard_->checkSoon();
+                                                     }});
 }
 
 void StatusStrip::followScreens() {
@@ -194,6 +201,11 @@ void StatusStrip::reserve() {
   strut_ = strut;
   setStrut(*windowHandle(), strut);
   if (guard_) guard_->expectStrut(strut);
+}
+
+void StatusStrip::stepBack() {
+  if (!isVisible() || !std::exchange(mayCoverOthers_, false)) return;
+  if (!position_.isOnPanel) stepBehindClients(*windowHandle());
 }
 
 void StatusStrip::raiseOverPanel() {

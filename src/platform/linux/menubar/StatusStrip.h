@@ -55,6 +55,8 @@ class StatusStrip : public QWidget {
   void updateStretch();
   void returnToPlace();
   void raiseOverPanel();
+  /// Once for each window: full-screen windows are to cover it.
+  void stepBack();
 
   void drag(const QPoint& corner);
   void drop();
@@ -76,6 +78,8 @@ class StatusStrip : public QWidget {
   int returns_ = 0;
   /// The window manager has made it longer than it was to be.
   bool isStretched_ = false;
+  /// It may stand before what the window manager leaves to itself.
+  bool mayCoverOthers_ = true;
   /// Of the window that is; as Qt counts.
   int leftEnd_ = 0;
   std::optional<Strut> strut_;

@@ -146,6 +146,11 @@ QAccessibleInterface* describe(const QString& /*className*/, QObject* object) {
   if (auto* tab = qobject_cast<TabButtonView*>(object)) return new AccessibleTab(tab);
   if (auto* popup = dynamic_cast<PopupButton*>(object)) return new AccessiblePopup(popup);
   if (auto* well = qobject_cast<ColorWell*>(object)) return new AccessibleColorWell(well);
+  // Qt knows its own classes of windows alone.
+  auto* widget = qobject_cast<QWidget*>(object);
+  if (widget && widget->windowRole() == QLatin1String("settings")) {
+    return new QAccessibleWidget(widget, QAccessible::Dialog);
+  }
   return nullptr;
 }
 

@@ -102,6 +102,7 @@ class QtSettingsWindow : public SettingsWindow {
   void show() override {
     // Makes the native window, so that its hints are there before it is shown.
     window_.winId();
+    if (!window_.isVisible()) makeDialog(*window_.windowHandle());
     const auto policy = LinuxApplication::shared().activationPolicy();
     if (policy == Application::ActivationPolicy::Accessory && !window_.isVisible()) {
       hideFromTaskLists(*window_.windowHandle());
