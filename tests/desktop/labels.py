@@ -19,6 +19,8 @@ SWIPE_ALPHA = 0.78
 OPACITY = "_NET_WM_WINDOW_OPACITY"
 OPAQUE = 0xFFFFFFFF
 
+OWN_CLASS = '"vembrix", "Vembrix"'
+
 
 def opacity_of(text):
     """0 to 1, from the property's value as xprop writes it; None is no property."""
@@ -71,9 +73,9 @@ class Showing:
 
 
 class Showings:
-    """Writes down, with the time, which windows that no window manager manages come up
-    and go, as the X server tells it. To be made before the program is started, which
-    leaves it time to begin."""
+    """Writes down, with the time, which of the program's windows that no window manager
+    manages come up and go, as the X server tells it. To be made before the program is
+    started, which leaves it time to begin."""
 
     def __init__(self, desktop):
         self._desktop = desktop
@@ -102,10 +104,15 @@ class Showings:
                 if showing.identifier == identifier and not showing.end:
                     showing.end = time.monotonic()
         elif "override YES" in line:
+            begin = time.monotonic()
             # Once: the other thread may take it back in between.
             if frozen := self._frozen:
                 os.kill(frozen, signal.SIGSTOP)
-            self._showings.append(Showing(identifier, time.monotonic()))
+            if Window(self._desktop, identifier).read("WM_CLASS") == OWN_CLASS:
+                self._showings.append(Showing(identifier, begin))
+            elif frozen:
+                # Some window managers have windows of this kind themselves.
+                os.kill(frozen, signal.SIGCONT)
 
     def since(self, begin):
         """The showings that began after that moment of time.monotonic()."""

@@ -43,8 +43,7 @@ class Session:
         # Once more: a window manager may say something else on the way back.
         self.focus = {}
         for index in (0, 2, 3, HOME):
-            desktop.go_to(index)
-            wait_until(lambda index=index: desktop.current == index, f"desktop {index + 1}")
+            desktop.reach(index)
             self.focus[index] = self.settled(desktop.focused_name)
 
     def point_aside(self):
@@ -93,16 +92,23 @@ class Session:
         """Another program's, with what any panel says of itself."""
         desktop = self.desktop
         x, y, width, height = frame
-        desktop.start(["xev", "-name", "Panel", "-geometry", f"{width}x{height}+{x}+{y}"])
+        desktop.start(["xev", "-bw", "0", "-name", "Panel", "-geometry", f"{width}x{height}+{x}+{y}"])
         panel = wait_until(lambda: self._named_panel(), "the panel")
         desktop.run("xdotool", "windowunmap", "--sync", panel)
+        # It wants to be larger.
+        desktop.run("xprop", "-id", panel, "-remove", "WM_NORMAL_HINTS")
         for name, kind, value in (
             ("_NET_WM_WINDOW_TYPE", "32a", "_NET_WM_WINDOW_TYPE_DOCK"),
             ("_NET_WM_STRUT_PARTIAL", "32c", strut),
             ("_NET_WM_STRUT", "32c", ", ".join(strut.split(", ")[:4])),
         ):
             desktop.run("xprop", "-id", panel, "-f", name, kind, "-set", name, value)
-        desktop.run("xdotool", "windowmap", "--sync", panel, "windowmove", panel, str(x), str(y))
+        # A window manager may have framed it, or made it a tile.
+        place = [*map(str, frame)]
+        desktop.run(
+            "xdotool", "windowsize", panel, *place[2:], "windowmove", panel, *place[:2],
+            "windowmap", "--sync", panel, "windowmove", panel, *place[:2],
+        )  # fmt: skip
         self.settled(lambda: desktop.root_property("_NET_WORKAREA"))
 
     def _named_panel(self):
@@ -138,9 +144,15 @@ class Trial(Session):
         self.labels = Labels(self.program, self.showings)
 
     def visit(self, index):
-        self.desktop.go_to(index)
-        wait_until(lambda: self.desktop.current == index, f"desktop {index + 1}")
-        self.program.wait_for_title(self.names[index])
+        self.desktop.reach(index)
+        wanted = [self.names[index]]
+        # A workspace that is not the one of its number in the list shows that number.
+        if self.desktop.kind.on_demand and wanted[0] == f"Desktop {index + 1}":
+            wanted.append(str(index + 1))
+        wait_until(
+            lambda: self.program.title() in wanted,
+            lambda: f"the title {wanted}; it is {self.program.title()!r}",
+        )
         self.labels.wait_for_rest()
 
     def places_without_it(self):

@@ -1,6 +1,7 @@
 """What has to hold on every window manager. A check raises AssertionError where it does
 not."""
 
+import os
 import re
 import time
 
@@ -116,9 +117,8 @@ def label(trial):
             off = max(abs(2 * (x - left) + w - width), abs(2 * (y - top) + h - height))
             expect(off <= 4, f"the label is not in the middle: {shown.frame()}")
             trial.keep("label", only_once=True)
-    trial.desktop.go_to(0)
-    trial.program.wait_for_title(trial.names[0])
-    time.sleep(1.5)
+    trial.visit(0)
+    time.sleep(1)
     begin = time.monotonic()
     trial.desktop.go_to(HOME)
     trial.program.wait_for_title(trial.names[HOME])
@@ -134,33 +134,29 @@ def clicks(trial):
     """They reach the window below the label."""
     desktop = trial.desktop
     trial.visit(HOME)
-    left, top, width, height = desktop.primary()
-    script = r'printf "\033[?1000h"; stty raw -echo; head -c 1 >"$0"; exec sleep 100000'
+    script = r'printf "\033[?1000h"; stty raw -echo; : >"$0"; head -c 1 >"$0"; exec sleep 100000'
     path = desktop.path("clicked")
     # Large: the window manager may put it anywhere.
     window = trial.open(
         "Clicked", "-geometry", "200x70", "-fs", "8", "-e", "sh", "-c", script, path
     )
-    desktop.run("wmctrl", "-r", "Clicked", "-b", "add,maximized_vert,maximized_horz")
-    wait_until(lambda: _is_file(path), "the window to be ready")
+    wait_until(lambda: os.path.exists(path), "the window to be ready")
     try:
-        with trial.labels.arrival(HOME):
-            desktop.run(
-                "xdotool", "mousemove", str(left + width // 2), str(top + height // 2),
-                "click", "1",
-            )  # fmt: skip
-            wait_until(lambda: _is_file(path, 1), "the click below the label")
+        with trial.labels.arrival(HOME) as shown:
+            point = middle_of_both(shown.frame(), window.frame())
+            desktop.run("xdotool", "mousemove", *map(str, point), "click", "1")
+            wait_until(lambda: os.path.getsize(path), "the click below the label")
     finally:
         trial.point_aside()
         trial.close(window)
 
 
-def _is_file(path, size=0):
-    try:
-        with open(path, "rb") as file:
-            return len(file.read()) >= size
-    except FileNotFoundError:
-        return False
+def middle_of_both(a, b):
+    """Of what the two frames have in common."""
+    expect(overlap(a, b), f"{a} and {b} have nothing in common")
+    return [
+        (max(a[i], b[i]) + min(a[i] + a[i + 2], b[i] + b[i + 2])) // 2 for i in (0, 1)
+    ]  # fmt: skip
 
 
 def focus(trial):
@@ -260,6 +256,7 @@ def killed(trial):
     program.wait_for_title("Desktops")
     desktop.start_window_manager()
     wait_until(lambda: program.title() != "Desktops", "it to follow the window manager")
+    trial.visit(HOME)
     strip = program.wait_for_strip()
     wait_until(lambda: strip.frame() == place, lambda: f"{strip.frame()} in place of {place}")
     expect(strip.read("_NET_WM_WINDOW_TYPE") == "_NET_WM_WINDOW_TYPE_DOCK", "the strip is no dock")

@@ -52,9 +52,10 @@ def _bspwm_config(desktops):
 
 
 def _herbstluftwm_config(desktops):
-    lines = ["#!/bin/sh", "herbstclient rename default 1"]
-    lines += [f"herbstclient add {number}" for number in range(2, desktops + 1)]
-    return "\n".join([*lines, "herbstclient unlock", ""])
+    with open("/etc/xdg/herbstluftwm/autostart", encoding="utf-8") as file:
+        text = file.read()
+    assert "{1..9}" in text
+    return text.replace("{1..9}", f"{{1..{desktops}}}")
 
 
 def _i3_config(_):
@@ -126,14 +127,18 @@ def _tell_i3(desktop, command):
 
 def _use_i3_workspaces(desktop, count):
     """There are as many as are in use: what is on the others goes to the first."""
-    for number in range(count + 1, desktop.count + 1):
-        _tell_i3(desktop, f'[workspace="^{number}$"] move container to workspace 1')
-    for number in range(desktop.count + 1, count + 1):
-        _tell_i3(desktop, f"workspace {number}")
-        desktop.start(["xterm", "-title", f"Window {number}"])
-        wait_until(lambda number=number: str(number) in (desktop.names() or ()), "a workspace")
-        wait_until(lambda: desktop.active_name() == f"Window {number}", "its window")
-    _tell_i3(desktop, "workspace 1")
+    desktop.reach(0)
+    for name in desktop.names():
+        if int(name) > count:
+            _tell_i3(desktop, f'[workspace="^{name}$"] move container to workspace 1')
+    for index in range(1, count):
+        if str(index + 1) not in desktop.names():
+            desktop.reach(index)
+            desktop.start(["xterm", "-title", f"Window {index + 1}"])
+            wait_until(
+                lambda index=index: desktop.active_name() == f"Window {index + 1}", "its window"
+            )
+    desktop.reach(0)
 
 
 @dataclass(frozen=True)
@@ -291,9 +296,13 @@ class MatrixDesktop(Desktop):
         """Goes to the desktop, which comes into being where desktops do so."""
         if self.kind.on_demand:
             _tell_i3(self, f"workspace {index + 1}")
+            wait_until(
+                lambda: self.names()[self.current :][:1] == [str(index + 1)],
+                f"workspace {index + 1}",
+            )
         else:
             self.go_to(index)
-        wait_until(lambda: self.current == index, f"desktop {index + 1}")
+            wait_until(lambda: self.current == index, f"desktop {index + 1}")
 
     def change_count(self, count):
         self.kind.change_count(self, count)
