@@ -21,7 +21,7 @@ constexpr std::uint32_t kMaxNamesLength = 64 * 1024;
 /// How long a window manager that has come, or that has changed the number of its
 /// desktops, may take to name them.
 constexpr std::chrono::seconds kSettlingTime{2};
-/// How long one that names its desktops may take to tell the names for a new number.
+/// How long one that names its desktops may take to tell a new number and the names.
 constexpr std::chrono::milliseconds kNamesDelay{500};
 /// How long a new name is held back, for what a restarting window manager says late.
 constexpr std::chrono::milliseconds kRenameDelay{500};
@@ -176,7 +176,7 @@ std::vector<X11Desktop::SpaceID> X11Desktop::spaceIDs() const {
 }
 
 X11Desktop::Shown X11Desktop::shown() const {
-  return {.known = spaceCount().has_value(), .list = listCount_, .active = activeSpace()};
+  return {.known = !answer_.isNull(), .list = listCount_, .active = activeSpace()};
 }
 
 // Events
@@ -281,7 +281,9 @@ void X11Desktop::refresh() {
   if (stale.names) read = readNames(names);
   if (stale.windowManager) refreshWindowManager();
   if (stale.windowManager || count_ != countBefore) settledAt_ = Clock::now() + kSettlingTime;
-  if (count_ != countBefore) namesBy_ = Clock::now() + kNamesDelay;
+  const bool isAnotherList = stale.windowManager || count_ != countBefore;
+  // Without an event loop, nothing would come of waiting.
+  if (isAnotherList && notifier_) namesBy_ = Clock::now() + kNamesDelay;
   if (read) takeNames(std::move(*read));
   rebuildSpaces();
 }
@@ -300,7 +302,9 @@ void X11Desktop::refreshWindowManager() {
   // The root's word outlives a window manager that was killed; the window that
   // it names does not, and says the same of itself.
   hasWindowManager_ = window != XCB_WINDOW_NONE && claimed(window) == window;
-  isKnownByNames_ = hasWindowManager_ && ownsDesktopNames(nameOf(*connection_, window));
+  const std::string name = hasWindowManager_ ? nameOf(*connection_, window) : std::string();
+  hasName_ = !name.empty();
+  isKnownByNames_ = ownsDesktopNames(name);
   names_.setWindowManager(isKnownByNames_);
 }
 
@@ -373,8 +377,11 @@ X11Desktop::SpaceID X11Desktop::idOfName(const std::string& name) {
 }
 
 bool X11Desktop::awaitsNames() const {
-  const bool areOfAnotherList = names_.all().size() != spaceCount().value_or(0);
-  return isKnownByNames_ && !spaces_.empty() && areOfAnotherList && Clock::now() < namesBy_;
+  if (!spaceCount() || Clock::now() >= namesBy_) return false;
+  // Its first desktops may be others than those of its configuration.
+  const bool hasJustCome = spaces_.empty();
+  if (hasJustCome) return isKnownByNames_ || !hasName_;
+  return isKnownByNames_ && names_.all().size() != *spaceCount();
 }
 
 void X11Desktop::rebuildSpaces() {

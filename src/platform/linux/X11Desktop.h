@@ -152,6 +152,7 @@ class X11Desktop {
   std::optional<std::uint32_t> active_;
   DesktopNames names_;
   bool hasWindowManager_ = false;
+  bool hasName_ = false;
   /// Desktops are known by their names, which the window manager keeps.
   bool isKnownByNames_ = false;
   /// The window whose existence proves that the window manager runs.
@@ -173,8 +174,8 @@ class X11Desktop {
   /// or after it says that it is there.
   std::optional<std::vector<std::string>> pendingNames_;
   WorkItem pendingNamesDue_;
-  /// Until then a window manager that keeps its names has told the number of its desktops
-  /// but maybe not their names.
+  /// Until then a window manager that has come, or has another number of desktops, may
+  /// not have told what they are called.
   Clock::time_point namesBy_;
   WorkItem namesDue_;
   /// Until then the names that change are the window manager's own.

@@ -249,6 +249,20 @@ TEST_F(NamingWindowManagerTest, ANewDesktopIsThereOnceItHasItsName) {
   EXPECT_THAT(lists, ElementsAre(ElementsAre("x11-name-web", "x11-name-mail", "x11-name-music")));
 }
 
+TEST_F(NamingWindowManagerTest, TheDesktopsBeforeItsConfigurationIsReadAreNone) {
+  sayName();
+  setCount(1);
+  setNames({"Desktop"});
+  std::vector<std::vector<std::string>> lists;
+  const Observation observation = NotificationCenter::workspace().addObserver(
+      notification::kActiveSpaceDidChange, [&] { lists.push_back(identifiers()); });
+  runFor(milliseconds(50));
+  setCount(2);
+  setNames({"I", "II"});
+  ASSERT_TRUE(runUntil([this] { return identifiers().size() == 2; }));
+  EXPECT_THAT(lists, ElementsAre(ElementsAre("x11-name-I", "x11-name-II")));
+}
+
 TEST_F(NamingWindowManagerTest, ADesktopThatGetsNoNameIsKnownByItsNumberAfterAWhile) {
   sayName();
   ASSERT_TRUE(runUntil([this] { return identifiers().size() == 2; }));
