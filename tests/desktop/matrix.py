@@ -14,7 +14,7 @@ import time
 
 from desktop import Window
 from dropdown import Dropdown
-from furniture import NOTES, open_note, open_window
+from furniture import NOTES, hang_wallpaper, open_note, open_window
 from labels import Labels, Showings
 from matrix_checks import CHECKS, HOME
 from processes import WindowGone, wait_until
@@ -36,6 +36,7 @@ class Session:
     def __init__(self, desktop):
         self.desktop = desktop
         self.point_aside()
+        hang_wallpaper(desktop)
         for index in range(4):
             desktop.reach(index)
             open_note(desktop, index, "60x16+140+160", 11)
@@ -183,7 +184,7 @@ class Trial(Session):
     def open_menu(self, menu):
         x, y, width, height = self.program.strip().frame()
         # At its right end, where its button is when it is stretched.
-        menu.point_at(x + width - 20, y + height // 2)
+        menu.point_at(x + width - 10, y + height // 2)
         self.desktop.run("xdotool", "click", "1")
         wait_until(menu.window, "the open menu")
         wait_until(lambda: menu.picture().nearest((0, 0, 0))[1] < 120, "the painted menu")

@@ -176,7 +176,9 @@ def places(trial):
     trial.visit(HOME)
     found = trial.open_three()
     wanted = trial.places_without_it()
-    expect(found == wanted, f"{found} in place of {wanted}")
+    # A pixel: the border that awesome draws around panels, too.
+    off = max(abs(a - b) for pair in zip(found, wanted) for a, b in zip(*pair))
+    expect(off <= 1, f"{found} in place of {wanted}")
 
 
 def clients(trial):
@@ -277,8 +279,9 @@ def four_two_six(trial):
         wait_until(program_sees, lambda: f"{count} rows; there are {trial.row_count()}")
         for index in {0, NAMED, count - 1}:
             trial.visit(index)
+    # Those of the most desktops that there were, and none that was there for a moment.
     known = Defaults(desktop).read().get("KnownSpaceUUIDs", [])
-    expect(len(known) in (4, 6), f"known are {known}")
+    expect(len(known) == 6, f"known are {known}")
 
 
 CHECKS = {

@@ -67,7 +67,7 @@ class AccessibilityTest(DesktopTest):
         self.press("menu item", "Preferences…")
         self.program.wait_for_settings()
         (window,) = self.nodes("dialog")
-        self.assertEqual(window["name"], "Vembrix Settings")
+        self.assertEqual(window["name"], "Vembrix Preferences")
         (popup,) = self.nodes("combo box")
         self.assertEqual((popup["name"], popup["description"]), ("Heat Colors", "Ember"))
 

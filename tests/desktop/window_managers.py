@@ -94,6 +94,7 @@ def _tell_bspwm(desktop, count):
 
 
 def _tell_herbstluftwm(desktop, count):
+    desktop.reach(0)
     for number in range(desktop.count, count, -1):
         desktop.run("herbstclient", "merge_tag", str(number), "1")
     for number in range(desktop.count + 1, count + 1):
@@ -266,6 +267,8 @@ class MatrixDesktop(Desktop):
         self.window_manager = self.start(commands[0], environment)
         wait_until(self._window_manager_answers, f"{commands[0][0]} to manage the screen")
         if not self.kind.on_demand:
+            # Some make them one by one.
+            wait_until(lambda: self.count == self._desktops, "its desktops")
             self._wait_until_it_obeys()
         if not self._session:
             self._session = [self.start(command, environment) for command in commands[1:]]
