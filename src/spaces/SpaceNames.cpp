@@ -18,11 +18,13 @@ std::string defaultName(int number) {
 }
 
 /// Whether a name says no more than the number does: a word at the most, and the number
-/// ("Desktop 3", "Workspace 3", "3").
+/// ("Desktop 3", "Workspace 3", "3", "03").
 bool isOnlyNumbered(std::string_view name, int number) {
   const std::string digits = std::to_string(number);
   if (!name.ends_with(digits)) return false;
-  const std::string_view word = trimWhitespace(name.substr(0, name.size() - digits.size()));
+  name.remove_suffix(digits.size());
+  while (name.ends_with('0')) name.remove_suffix(1);
+  const std::string_view word = trimWhitespace(name);
   return word.find_first_of(" \t0123456789") == std::string_view::npos;
 }
 

@@ -181,6 +181,13 @@ class Trial(Session):
         numbers = re.findall(r'"window":(\d+)', text) + re.findall(r"0x[0-9a-fA-F]+", text)
         return [hex(int(number, 0)) for number in numbers]
 
+    def add_state(self, window, states):
+        wait_until(
+            lambda: window.identifier in [client.identifier for client in self.desktop.clients()],
+            "the window to be listed",
+        )
+        self.desktop.run("wmctrl", "-i", "-r", window.identifier, "-b", f"add,{states}")
+
     def open_menu(self, menu):
         x, y, width, height = self.program.strip().frame()
         # At its right end, where its button is when it is stretched.

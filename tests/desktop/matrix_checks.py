@@ -81,7 +81,7 @@ def panels(trial):
 def maximised(trial):
     desktop = trial.desktop
     window = trial.open("Wide")
-    desktop.run("wmctrl", "-r", "Wide", "-b", "add,maximized_vert,maximized_horz")
+    trial.add_state(window, "maximized_vert,maximized_horz")
     if not desktop.kind.tiles:
         least = desktop.primary()[2] * 0.8
         wait_until(lambda: window.frame()[2] > least, lambda: f"maximising; {window.frame()}")
@@ -94,7 +94,7 @@ def maximised(trial):
 def full_screen(trial):
     desktop = trial.desktop
     window = trial.open("All", "-bg", "#102030")
-    desktop.run("wmctrl", "-r", "All", "-b", "add,fullscreen")
+    trial.add_state(window, "fullscreen")
     x, y, width, height = trial.program.strip().frame()
     point = (x + width - 3, y + height // 2)
     try:

@@ -76,8 +76,17 @@ def _awesome_config(desktops):
 
 
 def _ask(desktop, count):
+    desktop.set_count(count)
+
+
+def _ask_fvwm(desktop, count):
+    """Its desktops stay as long as there is a window on them or behind them."""
+    for window in desktop.windows_of_class("xterm"):
+        if int(window.read("_NET_WM_DESKTOP") or 0) >= count:
+            desktop.run("wmctrl", "-i", "-r", window.identifier, "-t", "0")
+
     def has_as_many():
-        # fvwm3 does what it is asked when it is asked the next time.
+        # It does what it is asked when it is asked the next time.
         desktop.set_count(count)
         return desktop.count == count
 
@@ -202,6 +211,7 @@ WINDOW_MANAGERS = {
     "fvwm3": WindowManager(
         (("fvwm3", "-f", "{home}/.fvwm/config"),),
         {".fvwm/config": FVWM_CONFIG},
+        change_count=_ask_fvwm,
         names=("Main", "Desk1", "Desk2", "Desk3", "Desktop 5", "Desktop 6"),
     ),
     "i3": WindowManager(
@@ -304,8 +314,8 @@ class MatrixDesktop(Desktop):
                 f"workspace {index + 1}",
             )
         else:
-            self.go_to(index)
-            wait_until(lambda: self.current == index, f"desktop {index + 1}")
+            # Again where it has begun anew meanwhile.
+            wait_until(lambda: self._obeys(index), f"desktop {index + 1}")
 
     def change_count(self, count):
         self.kind.change_count(self, count)

@@ -160,7 +160,8 @@ TEST_F(SpaceNamesTest, AnUnnamedSpaceShowsTheDesktopsOwnName) {
 
 TEST_F(SpaceNamesTest, AnOwnNameThatIsOnlyAWordAndItsNumberIsNone) {
   const SpaceInfo third = space(2);
-  for (const char* name : {"3", "Desktop 3", "Workspace 3", "desktop3", "Arbeitsfläche 3", " 3 "}) {
+  for (const char* name : {"3", "Desktop 3", "Workspace 3", "desktop3", "Arbeitsfläche 3", " 3 ",
+                           "03", "Desktop 003"}) {
     desktop_.setOwnName(third.spaceID, name);
     EXPECT_EQ(manager().displayName(third), "Desktop 3") << name;
   }
