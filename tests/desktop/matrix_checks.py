@@ -144,6 +144,8 @@ def clicks(trial):
         "Clicked", "-geometry", "200x70", "-fs", "8", "-e", "sh", "-c", script, path
     )
     wait_until(lambda: os.path.exists(path), "the window to be ready")
+    # In front of the desktop's other window.
+    desktop.run("wmctrl", "-i", "-a", window.identifier)
     try:
         with trial.labels.arrival(HOME) as shown:
             point = middle_of_both(shown.frame(), window.frame())

@@ -80,7 +80,8 @@ def _ask(desktop, count):
 
 
 def _ask_fvwm(desktop, count):
-    """Its desktops stay as long as there is a window on them or behind them."""
+    """Its desktops stay as long as they are in use, or one behind them is."""
+    desktop.reach(0)
     for window in desktop.windows_of_class("xterm"):
         if int(window.read("_NET_WM_DESKTOP") or 0) >= count:
             desktop.run("wmctrl", "-i", "-r", window.identifier, "-t", "0")
@@ -94,6 +95,8 @@ def _ask_fvwm(desktop, count):
 
 
 def _configure_jwm(desktop, count):
+    # It would stay on a desktop that is none any more.
+    desktop.reach(0)
     desktop.write_configuration(count)
     desktop.run("jwm", "-restart")
 
@@ -254,7 +257,7 @@ class MatrixDesktop(Desktop):
     def __init__(self, name, desktops=4):
         self.kind = WINDOW_MANAGERS[name]
         super().__init__(name, desktops, self.kind.with_picom, self.kind.size)
-        self._session = []
+        self._is_begun = False
 
     def _make_folders(self):
         super()._make_folders()
@@ -266,7 +269,7 @@ class MatrixDesktop(Desktop):
 
     def start_window_manager(self, name=None):
         """Starts it, and at first what belongs to its session."""
-        if not self._session:
+        if not self._is_begun:
             self._add_monitors()
             self.write_configuration(self._desktops)
         environment = {**LASTING_WORDS, **self.kind.environment}
@@ -280,8 +283,10 @@ class MatrixDesktop(Desktop):
             # Some make them one by one.
             wait_until(lambda: self.count == self._desktops, "its desktops")
             self._wait_until_it_obeys()
-        if not self._session:
-            self._session = [self.start(command, environment) for command in commands[1:]]
+        if not self._is_begun:
+            for command in commands[1:]:
+                self.start(command, environment)
+            self._is_begun = True
         return self.window_manager
 
     def write_configuration(self, desktops):
