@@ -72,8 +72,9 @@ class LinuxApplication::QtObject : public QApplication {
     // Qt would close its popups, and learns 0.4 s late that another program has the focus:
     // a menu that was opened meanwhile would close under the user's hand.
     const bool isDeactivation = receiver == this && event->type() == QEvent::ApplicationDeactivate;
-    return isDeactivation ? QGuiApplication::notify(receiver, event)
-                          : QApplication::notify(receiver, event);
+    if (!isDeactivation) return QApplication::notify(receiver, event);
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): it is QApplication's part that is left out.
+    return QGuiApplication::notify(receiver, event);
   }
 
   bool event(QEvent* event) override {
