@@ -66,7 +66,8 @@ Rect SpaceSignWindowController::signFrame(std::string_view text) {
 
 void SpaceSignWindowController::ensureSignForActiveSpace() {
   const SpaceInfo* space = SpaceManager::shared().activeSpace();
-  if (!space) return;
+  // A full-screen Space has none: it would fade over the program there at every return.
+  if (!space || !space->isDesktop()) return;
   if (Sign* sign = activeSign()) {
     sign->setText(SpaceManager::shared().displayName(*space));
     return;

@@ -17,11 +17,11 @@
 
 namespace vembrix {
 
-/// Keeps a label in every desktop and decides when it is seen. Labels are there from
-/// the first time that their desktop becomes active, or is about to, until it vanishes;
-/// only their alpha value tells whether they are seen. At rest those of the other
-/// desktops are faintly there, drawn before a swipe or Mission Control shows them, and
-/// the active desktop's is not.
+/// Keeps a label in every ordinary desktop and decides when it is seen; full-screen Spaces
+/// have none. Labels are there from the first time that their desktop becomes active, or
+/// is about to, until it vanishes; only their alpha value tells whether they are seen. At
+/// rest those of the other desktops are faintly there, drawn before a swipe or Mission
+/// Control shows them, and the active desktop's is not.
 ///
 /// Made after launch, lives as long as the process. Main thread.
 class SpaceSignWindowController : public std::enable_shared_from_this<SpaceSignWindowController> {
@@ -45,6 +45,7 @@ class SpaceSignWindowController : public std::enable_shared_from_this<SpaceSignW
 
   // Labels and their places
 
+  /// Unless the active Space is no ordinary desktop.
   void ensureSignForActiveSpace();
   /// A new label, in the active Space, in front of the others.
   Sign& makeSign(const SpaceInfo& space, IncludingActive includingActive, double alpha);

@@ -133,7 +133,6 @@ SignModel::Label& SignModel::make(const model::Space& space, double heat, double
   set(label, alpha);
   // Born where the user is.
   if (desktop().activeSpace() != 0) label.spaces = {desktop().activeSpace()};
-  if (space.type != 0) census_.fullScreenLabels += 1;
   census_.mostLabels = std::max(census_.mostLabels, labels_.size());
   return label;
 }
@@ -141,6 +140,10 @@ SignModel::Label& SignModel::make(const model::Space& space, double heat, double
 void SignModel::ensureLabelOfActiveSpace() {
   const model::Space* space = active();
   if (!space) return;
+  if (space->type != 0) {
+    census_.fullScreenVisits += 1;
+    return;
+  }
   const auto label = labels_.find(active_);
   if (label != labels_.end()) {
     label->second.text = nameOf(*space);

@@ -67,7 +67,7 @@ class SignModel {
     int arrivalFades = 0;
     int wavedAway = 0;
     int neighborsMade = 0;
-    int fullScreenLabels = 0;
+    int fullScreenVisits = 0;
     int labelsDropped = 0;
     int putBack = 0;
     int toursBegun = 0;

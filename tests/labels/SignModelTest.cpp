@@ -86,7 +86,7 @@ void expectToHaveSeenAll(const SignModel::Census& census, bool watchesSwipes) {
   EXPECT_GT(census.arrivalFades, 0);
   EXPECT_GT(census.wavedAway, 0);
   EXPECT_GT(census.neighborsMade, watchesSwipes ? 0 : -1);
-  EXPECT_GT(census.fullScreenLabels, 0);
+  EXPECT_GT(census.fullScreenVisits, 0);
   EXPECT_GT(census.labelsDropped, 0);
   EXPECT_GT(census.putBack, 0);
   EXPECT_GT(census.toursBegun, 0);

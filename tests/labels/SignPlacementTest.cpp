@@ -291,18 +291,47 @@ TEST_F(SignPlacementTest, ReorderedDesktopsKeepTheirLabelsWithTheirNewNames) {
   EXPECT_EQ(labelCount(), 4U);
 }
 
-TEST_F(SignPlacementTest, AFullScreenSpaceHasALabelFromItsActivationToTheNextChangeOfTheList) {
+TEST_F(SignPlacementTest, AFullScreenSpaceNeverHasALabel) {
   begin(2);
   const auto full = desktop_.addSpace("Main", EmbeddedDesktop::SpaceType::FullScreen);
+  watchCalls();
   desktop_.activate(full);
-  EXPECT_EQ(labelIn(full).view().text(), "Desktop");
-  EXPECT_EQ(labelIn(full).alphaValue(), 0);
-  EXPECT_EQ(alpha(0), 0.78);
-  desktop_.addSpace("Main");
+  turn();
+  EXPECT_FALSE(hasLabel(full));
+  EXPECT_EQ(labelCount(), 1U);
+  EXPECT_EQ(alpha(0), 0.78) << "the desktop's own is there for the way back";
+  EXPECT_EQ(count(Kind::Add), 0);
+  desktop_.activate(full);
   manager_.reload();
-  EXPECT_FALSE(hasLabel(full));
-  advance(1000);
-  EXPECT_FALSE(hasLabel(full));
+  queue_.advance(seconds(6));
+  EXPECT_EQ(labelCount(), 1U);
+}
+
+TEST_F(SignPlacementTest, StartedInAFullScreenSpaceTheProgramMakesItsFirstLabelInADesktop) {
+  desktop_.setSpaceCount(2);
+  desktop_.activate(desktop_.addSpace("Main", EmbeddedDesktop::SpaceType::FullScreen));
+  beginHere();
+  EXPECT_EQ(labelCount(), 0U);
+  goTo(1);
+  EXPECT_EQ(labelCount(), 1U);
+  EXPECT_EQ(label(1).view().text(), "Desktop 2");
+}
+
+TEST_F(SignPlacementTest, BackFromAFullScreenSpaceTheDesktopsOwnLabelIsShown) {
+  beginWithAllLabels(2);
+  const RecordingSignWindow& own = label(0);
+  const auto full = desktop_.addSpace("Main", EmbeddedDesktop::SpaceType::FullScreen);
+  desktop_.activate(full);
+  turn();
+  goTo(0);
+  EXPECT_EQ(&label(0), &own);
+  EXPECT_EQ(alpha(0), 0.78);
+  turn();
+  EXPECT_TRUE(label(0).isAnimating());
+  advance(500);
+  EXPECT_EQ(alpha(0), 0);
+  EXPECT_THAT(spacesOf(label(0)), ElementsAre(space(0)));
+  EXPECT_EQ(labelCount(), 2U);
 }
 
 TEST_F(SignPlacementTest, FromAFullScreenSpaceASwipeMakesNoLabel) {
@@ -311,8 +340,22 @@ TEST_F(SignPlacementTest, FromAFullScreenSpaceASwipeMakesNoLabel) {
   desktop_.activate(full);
   controller_->handleSwipeBegan(false);
   controller_->handleSwipeBegan(true);
-  EXPECT_EQ(labelCount(), 2U);
+  EXPECT_EQ(labelCount(), 1U);
   EXPECT_FALSE(hasLabel(space(1)));
+}
+
+TEST_F(SignPlacementTest, InAFullScreenSpaceTheHotCornerAndMissionControlShowTheDesktopsLabels) {
+  beginWithAllLabels(2);
+  desktop_.activate(desktop_.addSpace("Main", EmbeddedDesktop::SpaceType::FullScreen));
+  controller_->showAll();
+  advance(500);
+  EXPECT_THAT(alphas(2), ElementsAre(1, 1));
+  goTo(1);
+  goTo(0);
+  desktop_.activate(desktop_.spaceIDs().back());
+  setMissionControl(true);
+  EXPECT_THAT(alphas(2), ElementsAre(1, 1));
+  EXPECT_EQ(labelCount(), 2U);
 }
 
 TEST_F(SignPlacementTest, TheDesktopsOfTwoDisplaysEachHaveOneLabel) {
