@@ -68,8 +68,9 @@ class WindowServer {
   /// One dictionary per window, front to back, as the window server gives it:
   /// "kCGWindowOwnerName", and "kCGWindowBounds", a dictionary with "X", "Y",
   /// "Width" and "Height" in points. The program that shows Mission Control is called
-  /// "Dock", whichever it is and in every language. Windows smaller than half of a screen
-  /// may be left out. Null where it gives none.
+  /// "Dock", whichever it is and in every language; a window that it is known to have for
+  /// other purposes has no owner name. Windows smaller than half of a screen may be left
+  /// out. Null where it gives none.
   [[nodiscard]] virtual PropertyList CGWindowListCopyWindowInfo(std::uint32_t options) = 0;
 };
 

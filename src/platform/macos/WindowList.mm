@@ -16,80 +16,110 @@ bool isSame(id a, id b) {
   return a == b || (a && b && CFEqual((__bridge CFTypeRef)a, (__bridge CFTypeRef)b));
 }
 
-bool isInLayer(NSDictionary* window, int layer) {
-  id value = window[(__bridge NSString*)kCGWindowLayer];
-  return [value isKindOfClass:[NSNumber class]] && [value intValue] == layer;
+std::optional<std::int64_t> integerFrom(id value) {
+  if (![value isKindOfClass:[NSNumber class]]) return std::nullopt;
+  return [value longLongValue];
+}
+
+/// By its identifier: names are translated.
+std::optional<OverviewProgram> programOf(std::int64_t process) {
+  NSRunningApplication* application =
+      [NSRunningApplication runningApplicationWithProcessIdentifier:static_cast<pid_t>(process)];
+  if (!application) return std::nullopt;
+  NSString* identifier = application.bundleIdentifier;
+  if ([identifier isEqualToString:@"com.apple.dock"]) return OverviewProgram::Dock;
+  if ([identifier isEqualToString:@"com.apple.WindowManager"]) {
+    return OverviewProgram::WindowManager;
+  }
+  return OverviewProgram::Other;
+}
+
+MissionControlWindows::ShownBy shownBy() {
+  return isAtLeast(SystemRelease::GoldenGate) ? MissionControlWindows::ShownBy::DockOrWindowManager
+                                              : MissionControlWindows::ShownBy::Dock;
 }
 
 }  // namespace
 
-bool MissionControlOwners::owns(NSDictionary* window) {
-  /// One below the Dock's own; in other layers WindowManager has windows at any time.
-  constexpr int kMissionControlLayer = 19;
-  id process = window[(__bridge NSString*)kCGWindowOwnerPID];
-  if (![process isKindOfClass:[NSNumber class]]) return false;
-  switch (programOf([process intValue])) {
-    case Program::Dock:
-      return true;
-    case Program::WindowManager:
-      return isAtLeast(SystemRelease::GoldenGate) && isInLayer(window, kMissionControlLayer);
-    case Program::Other:
-      break;
-  }
-  return false;
-}
-
-MissionControlOwners::Program MissionControlOwners::programOf(pid_t process) {
-  // The numbers of processes that have ended are given to others, now and then.
-  constexpr std::size_t kMostProcesses = 256;
-  if (programs_.size() >= kMostProcesses) programs_.clear();
-  const auto [entry, isNew] = programs_.try_emplace(process, Program::Other);
-  if (isNew) entry->second = find(process);
-  return entry->second;
-}
-
-MissionControlOwners::Program MissionControlOwners::find(pid_t process) {
-  NSString* identifier =
-      [NSRunningApplication runningApplicationWithProcessIdentifier:process].bundleIdentifier;
-  if ([identifier isEqualToString:@"com.apple.dock"]) return Program::Dock;
-  if ([identifier isEqualToString:@"com.apple.WindowManager"]) return Program::WindowManager;
-  return Program::Other;
-}
-
-bool ListedWindow::update(id window, MissionControlOwners& missionControl) {
+void ListedWindow::update(id window) {
   if (![window isKindOfClass:[NSDictionary class]]) {
+    if (isSame(oddity_, window)) return;
     *this = {};
-    value_ = propertyListFrom(window);
-    return true;
+    oddity_ = window;
+    return;
   }
   NSDictionary* entries = window;
   id number = entries[(__bridge NSString*)kCGWindowNumber];
   id owner = entries[(__bridge NSString*)kCGWindowOwnerName];
   id bounds = entries[(__bridge NSString*)kCGWindowBounds];
-  if (value_.asDictionary() && isSame(number, number_) && isSame(owner, owner_) &&
+  if (ownerName_ && !oddity_ && isSame(number, number_) && isSame(owner, owner_) &&
       isSame(bounds, bounds_)) {
-    return false;
+    return;
   }
+  oddity_ = nil;
   number_ = number;
   owner_ = owner;
   bounds_ = bounds;
-  PropertyList::Dictionary value;
-  if (missionControl.owns(entries)) {
-    value.emplace("kCGWindowOwnerName", "Dock");
-  } else if (owner) {
-    value.emplace("kCGWindowOwnerName", propertyListFrom(owner));
+  ownerName_.reset();
+  process_ = integerFrom(entries[(__bridge NSString*)kCGWindowOwnerPID]);
+  CGRect rect = CGRectZero;
+  if ([bounds isKindOfClass:[NSDictionary class]]) {
+    CGRectMakeWithDictionaryRepresentation((__bridge CFDictionaryRef)bounds, &rect);
   }
-  if (bounds) value.emplace("kCGWindowBounds", propertyListFrom(bounds));
+  overview_ = {.number = integerFrom(number).value_or(0),
+               .layer = integerFrom(entries[(__bridge NSString*)kCGWindowLayer]).value_or(0),
+               .size = {rect.size.width, rect.size.height}};
+}
+
+std::optional<MissionControlWindows::Window> ListedWindow::overview(
+    OverviewPrograms& programs) const {
+  if (!process_) return std::nullopt;
+  MissionControlWindows::Window overview = overview_;
+  overview.program = programs.of(*process_);
+  return overview;
+}
+
+bool ListedWindow::describe(OwnerName ownerName) {
+  if (ownerName_ == ownerName) return false;
+  ownerName_ = ownerName;
+  if (oddity_) {
+    value_ = propertyListFrom(oddity_);
+    return true;
+  }
+  PropertyList::Dictionary value;
+  if (ownerName == OwnerName::Dock) {
+    value.emplace("kCGWindowOwnerName", "Dock");
+  } else if (ownerName == OwnerName::Own && owner_) {
+    value.emplace("kCGWindowOwnerName", propertyListFrom(owner_));
+  }
+  if (bounds_) value.emplace("kCGWindowBounds", propertyListFrom(bounds_));
   value_ = PropertyList(std::move(value));
   return true;
 }
 
+WindowList::WindowList()
+    : programs_(programOf),
+      missionControl_(shownBy()),
+      activeSpace_(NotificationCenter::workspace().addObserver(
+          notification::kActiveSpaceDidChange,
+          [this] { missionControl_.activeSpaceDidChange(); })) {}
+
 PropertyList WindowList::read(NSArray* windows) {
+  programs_.beginReading();
   bool isChanged = windows.count != windows_.size();
   windows_.resize(windows.count);
+  overviews_.clear();
+  candidates_.clear();
   std::size_t place = 0;
   for (id window in windows) {
-    isChanged |= windows_[place++].update(window, missionControl_);
+    ListedWindow& listed = windows_[place++];
+    listed.update(window);
+    const auto& overview = overviews_.emplace_back(listed.overview(programs_));
+    if (overview && overview->program != OverviewProgram::Other) candidates_.push_back(*overview);
+  }
+  missionControl_.read(candidates_);
+  for (place = 0; place < windows_.size(); ++place) {
+    isChanged |= windows_[place].describe(ownerNameOf(overviews_[place]));
   }
   if (isChanged) {
     PropertyList::Array values;
@@ -98,6 +128,14 @@ PropertyList WindowList::read(NSArray* windows) {
     values_ = PropertyList(std::move(values));
   }
   return values_;
+}
+
+ListedWindow::OwnerName WindowList::ownerNameOf(
+    const std::optional<MissionControlWindows::Window>& window) const {
+  if (!window) return ListedWindow::OwnerName::Own;
+  if (missionControl_.contain(*window)) return ListedWindow::OwnerName::Dock;
+  return window->program == OverviewProgram::Dock ? ListedWindow::OwnerName::None
+                                                  : ListedWindow::OwnerName::Own;
 }
 
 }  // namespace vembrix
