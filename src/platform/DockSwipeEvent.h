@@ -10,7 +10,8 @@ namespace vembrix {
 namespace dockswipe {
 
 enum Field : int {
-  /// Integer: the process that posted the event; 0 for a device.
+  /// Integer: the process that posted the event; 0 for a device. Where the system names
+  /// a process for devices, too, 0 for all events but this program's own.
   SourceProcess = 41,
   /// Integer: kDockControl.
   EventType = 55,

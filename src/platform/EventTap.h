@@ -29,9 +29,9 @@ class EventTap {
   using Handler = std::function<void(std::uint32_t type, const TappedEvent& event)>;
 
   /// A tap at the head of the session's event stream, for all types of events,
-  /// not yet enabled. Null where the system gives none, as without the permission
-  /// for Accessibility. The handler is called on the main thread, for every event
-  /// of the session; it may drop the tap.
+  /// not yet enabled. Null where the system gives none, and without the permission for
+  /// Accessibility: then none is tried, lest the system ask the user. The handler is called on the
+  /// main thread, for every event of the session; it may drop the tap.
   static std::unique_ptr<EventTap> create(Handler handler);
 
   virtual ~EventTap() = default;

@@ -15,6 +15,9 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+constexpr const char* kNoTap =
+    "[Vembrix] SwipeWatcher: failed to create event tap (need Accessibility)";
+
 class SwipeWatcherTest : public testing::Test {
  protected:
   void start() {
@@ -133,12 +136,27 @@ TEST_F(SwipeWatcherTest, ADisabledTapIsEnabledAgain) {
 TEST_F(SwipeWatcherTest, WithoutThePermissionOneLineIsLoggedAndNothingReported) {
   desktop_.setTrusted(false);
   start();
-  EXPECT_THAT(
-      EmbeddedLog::shared().lines(),
-      ElementsAre("[Vembrix] SwipeWatcher: failed to create event tap (need Accessibility)"));
+  EXPECT_THAT(EmbeddedLog::shared().lines(), ElementsAre(kNoTap));
   desktop_.setTrusted(true);
   send(event(1, 1, 0));
+  queue_.advance(std::chrono::minutes(10));
+  send(event(1, 1, 0));
   EXPECT_THAT(swipes_, IsEmpty());
+  EXPECT_EQ(EmbeddedLog::shared().lines().size(), 1U) << "nothing is tried again";
+}
+
+TEST_F(SwipeWatcherTest, WithoutThePermissionTheUserIsNotAskedOnceMore) {
+  desktop_.setTrusted(false);
+  start();
+  EXPECT_EQ(desktop_.promptCount(), 0);
+}
+
+TEST_F(SwipeWatcherTest, WhereTheSystemGivesNoTapThatIsLoggedToo) {
+  desktop_.refuseTaps();
+  start();
+  send(event(1, 1, 0));
+  EXPECT_THAT(swipes_, IsEmpty());
+  EXPECT_THAT(EmbeddedLog::shared().lines(), ElementsAre(kNoTap));
 }
 
 TEST_F(SwipeWatcherTest, ASecondStartChangesNothing) {

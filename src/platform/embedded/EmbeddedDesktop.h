@@ -116,6 +116,8 @@ class EmbeddedDesktop {
   void swipe(Dock::Direction direction);
   /// Gives no event for that many of the next swipe events that this process asks for.
   void refuseSwipeEvents(int count) { eventsToRefuse_ = count; }
+  /// Gives no tap, permission or not.
+  void refuseTaps() { refusesTaps_ = true; }
   /// How long Spaces slide after a swipe has ended; 200 ms at first.
   void setTransitionTime(Duration time) { transitionTime_ = time; }
   /// The Dock does not notice that many of the next swipes.
@@ -252,6 +254,7 @@ class EmbeddedDesktop {
   EmbeddedInput input_;
   Duration transitionTime_ = std::chrono::milliseconds(200);
   int eventsToRefuse_ = 0;
+  bool refusesTaps_ = false;
   int swipesToLose_ = 0;
   int completedSwipes_ = 0;
   /// Held while Spaces slide.

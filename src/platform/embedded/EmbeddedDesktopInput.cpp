@@ -45,7 +45,7 @@ std::unique_ptr<DockSwipeEvent> EmbeddedDesktop::makeSwipeEvent() {
 }
 
 std::unique_ptr<EventTap> EmbeddedDesktop::makeTap(EventTap::Handler handler) {
-  return trusted_ ? events_.makeTap(std::move(handler)) : nullptr;
+  return trusted_ && !refusesTaps_ ? events_.makeTap(std::move(handler)) : nullptr;
 }
 
 void EmbeddedDesktop::swipe(Dock::Direction direction) {

@@ -15,6 +15,7 @@
 #include "platform/MainQueue.h"
 #import "platform/macos/Arc.h"
 #import "platform/macos/CFOwned.h"
+#include "platform/macos/SwipeConventions.h"
 #import "platform/macos/SystemVersion.h"
 #import "platform/macos/TrackpadReport.h"
 
@@ -44,7 +45,7 @@ class ReportedSwipes {
 
   void post(CGEventRef event) {
     const std::int64_t phase = CGEventGetIntegerValueField(event, fieldOf(dockswipe::GesturePhase));
-    if (phase == dockswipe::Begin) sign_ = isScrollingNatural() ? -1 : 1;
+    if (phase == dockswipe::Begin) sign_ = reportSign(isScrollingNatural());
     auto reported = reportedCopy(event, phase);
     if (reported) postInTurn(std::move(reported));
   }
@@ -55,8 +56,7 @@ class ReportedSwipes {
   /// Fields that a trackpad's own events have.
   enum TrackpadField : int { FingerPosition = 125, PhaseAgain = 134, Flavor = 138, Time = 169 };
 
-  /// The Dock takes the direction of the fingers from the report, and turns it round
-  /// when the user scrolls naturally, as is the default.
+  /// As is the default.
   static bool isScrollingNatural() {
     @autoreleasepool {
       id value =
@@ -81,7 +81,9 @@ class ReportedSwipes {
     auto copy = CFOwned<CGEventRef>::adopt(CGEventCreateCopy(event));
     if (!copy) return {};
     setFields(copy.get(), swipe);
-    return withReport(copy.get(), swipe);
+    auto reported = withReport(copy.get(), swipe);
+    if (reported) markAsOwn(reported.get());
+    return reported;
   }
 
   static void setFields(CGEventRef event, const TrackpadSwipe& swipe) {
@@ -91,8 +93,6 @@ class ReportedSwipes {
     const auto setDouble = [event](int field, double value) {
       CGEventSetDoubleValueField(event, fieldOf(field), value);
     };
-    // What the tap knows this program's own swipes by.
-    setInteger(dockswipe::SourceProcess, getpid());
     setInteger(PhaseAgain, swipe.phase);
     setDouble(Flavor, TrackpadSwipe::flavor);
     setDouble(Time, static_cast<double>(swipe.timestamp));
@@ -112,9 +112,16 @@ class ReportedSwipes {
     if (reported.empty()) return CFOwned<CGEventRef>::retain(event);
     const auto reportedData = CFOwned<CFDataRef>::adopt(
         CFDataCreate(kCFAllocatorDefault, reported.data(), static_cast<CFIndex>(reported.size())));
+    if (!reportedData) return CFOwned<CGEventRef>::retain(event);
     auto made =
         CFOwned<CGEventRef>::adopt(CGEventCreateFromData(kCFAllocatorDefault, reportedData.get()));
     return made ? std::move(made) : CFOwned<CGEventRef>::retain(event);
+  }
+
+  /// What the tap knows this program's own swipes by. An event that was serialised may
+  /// have lost it.
+  static void markAsOwn(CGEventRef event) {
+    CGEventSetIntegerValueField(event, fieldOf(dockswipe::SourceProcess), getpid());
   }
 
   /// The Dock misses what comes less than a few milliseconds after the last.

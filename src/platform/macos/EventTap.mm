@@ -1,15 +1,19 @@
 #import "platform/EventTap.h"
 
 #import <AppKit/AppKit.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <utility>
 
+#include "platform/DockSwipeEvent.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
 #import "platform/macos/Arc.h"
 #import "platform/macos/CFOwned.h"
 #import "platform/macos/Conversions.h"
+#include "platform/macos/SwipeConventions.h"
+#import "platform/macos/SystemVersion.h"
 #import "platform/macos/TrustObserver.h"
 
 namespace vembrix {
@@ -25,7 +29,10 @@ class SystemTappedEvent final : public TappedEvent {
   explicit SystemTappedEvent(CGEventRef event) : event_(event) {}
 
   std::int64_t integerField(int field) const override {
-    return event_ ? CGEventGetIntegerValueField(event_, static_cast<CGEventField>(field)) : 0;
+    if (!event_) return 0;
+    const std::int64_t value =
+        CGEventGetIntegerValueField(event_, static_cast<CGEventField>(field));
+    return field == dockswipe::SourceProcess ? processFrom(value) : value;
   }
 
   double doubleField(int field) const override {
@@ -33,6 +40,14 @@ class SystemTappedEvent final : public TappedEvent {
   }
 
  private:
+  static std::int64_t processFrom(std::int64_t named) {
+    static const DeviceEvents devices = isAtLeast(SystemRelease::GoldenGate)
+                                            ? DeviceEvents::MayNameAProcess
+                                            : DeviceEvents::NameNoProcess;
+    static const std::int64_t own = getpid();
+    return postingProcess(devices, named, own);
+  }
+
   CGEventRef const event_;
 };
 
@@ -74,6 +89,10 @@ class SystemEventTap : public EventTap {
   SystemEventTap(const SystemEventTap&) = delete;
   SystemEventTap& operator=(const SystemEventTap&) = delete;
 
+  /// Either permission will do for a tap that only listens. The system asks the user
+  /// nothing for this.
+  static bool isAllowed() { return AXIsProcessTrusted() || CGPreflightListenEventAccess(); }
+
   [[nodiscard]] bool isOpen() const { return static_cast<bool>(source_); }
 
   void enable() override {
@@ -92,9 +111,6 @@ class SystemEventTap : public EventTap {
 
  private:
   using Clock = std::chrono::steady_clock;
-
-  /// Either permission will do for a tap that only listens.
-  static bool isAllowed() { return AXIsProcessTrusted() || CGPreflightListenEventAccess(); }
 
   void enableNow() {
     enabledAt_ = Clock::now();
@@ -159,6 +175,9 @@ class SystemEventTap : public EventTap {
 }  // namespace
 
 std::unique_ptr<EventTap> EventTap::create(Handler handler) {
+  // An attempt without the permission makes the system ask for one of its own, as if
+  // Vembrix were to read what is typed.
+  if (!SystemEventTap::isAllowed()) return nullptr;
   auto tap = std::make_unique<SystemEventTap>(std::move(handler));
   if (!tap->isOpen()) return nullptr;
   return tap;

@@ -4,8 +4,8 @@ namespace vembrix {
 
 /// The systems from which on something is different for this program.
 enum class SystemRelease {
-  /// macOS 27: the Dock believes only swipes that come with a trackpad's report, and
-  /// Mission Control is WindowManager's.
+  /// macOS 27: the Dock believes only swipes that come with a trackpad's report, the
+  /// user's own may name a process, and Mission Control is WindowManager's.
   GoldenGate,
 };
 
