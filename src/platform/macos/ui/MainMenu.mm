@@ -3,6 +3,7 @@
 #import <AppKit/AppKit.h>
 
 #import "platform/macos/Arc.h"
+#import "platform/macos/EnglishText.h"
 
 namespace vembrix {
 namespace {
@@ -20,26 +21,26 @@ void addSubmenu(NSMenu* menu, NSMenu* submenu) {
 
 NSMenu* applicationMenu() {
   auto* menu = [[NSMenu alloc] initWithTitle:NSProcessInfo.processInfo.processName];
-  addCommand(menu, @"Quit", @selector(terminate:), @"q");
+  addCommand(menu, englishText(@"Quit"), @selector(terminate:), @"q");
   return menu;
 }
 
 NSMenu* fileMenu() {
-  auto* menu = [[NSMenu alloc] initWithTitle:@"File"];
-  addCommand(menu, @"Close", @selector(performClose:), @"w");
+  auto* menu = [[NSMenu alloc] initWithTitle:englishText(@"File")];
+  addCommand(menu, englishText(@"Close"), @selector(performClose:), @"w");
   return menu;
 }
 
 NSMenu* editMenu() {
-  auto* menu = [[NSMenu alloc] initWithTitle:@"Edit"];
+  auto* menu = [[NSMenu alloc] initWithTitle:englishText(@"Edit")];
   // No class declares these two: they are found by name along the responders.
-  addCommand(menu, @"Undo", NSSelectorFromString(@"undo:"), @"z");
-  addCommand(menu, @"Redo", NSSelectorFromString(@"redo:"), @"Z");
+  addCommand(menu, englishText(@"Undo"), NSSelectorFromString(@"undo:"), @"z");
+  addCommand(menu, englishText(@"Redo"), NSSelectorFromString(@"redo:"), @"Z");
   [menu addItem:[NSMenuItem separatorItem]];
-  addCommand(menu, @"Cut", @selector(cut:), @"x");
-  addCommand(menu, @"Copy", @selector(copy:), @"c");
-  addCommand(menu, @"Paste", @selector(paste:), @"v");
-  addCommand(menu, @"Select All", @selector(selectAll:), @"a");
+  addCommand(menu, englishText(@"Cut"), @selector(cut:), @"x");
+  addCommand(menu, englishText(@"Copy"), @selector(copy:), @"c");
+  addCommand(menu, englishText(@"Paste"), @selector(paste:), @"v");
+  addCommand(menu, englishText(@"Select All"), @selector(selectAll:), @"a");
   return menu;
 }
 
