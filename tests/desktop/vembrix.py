@@ -153,8 +153,23 @@ class Vembrix:
         )
 
     def story(self):
-        state = "it runs" if self.process.running else f"it ended: {self.process.popen.returncode}"
-        return f"{state}; its output: {self.process.output()!r}"
+        """For failures: what became of the program and of its window manager."""
+        story = f"{_state(self.process)}; its output: {self.process.output()!r}"
+        manager = self.desktop.window_manager
+        if manager:
+            windows = [
+                f"{window.read('WM_WINDOW_ROLE')} {'seen' if window.visible else 'not seen'}"
+                for window in self.desktop.windows_of_class("vembrix")
+            ]
+            story += (
+                f"; its windows: {', '.join(windows) or 'none'}; of {manager.name}: "
+                f"{_state(manager)}, {manager.output()!r}"
+            )
+        return story
+
+
+def _state(process):
+    return "it runs" if process.running else f"it ended: {process.popen.returncode}"
 
 
 # Of the windows that are there as long as the program runs.
