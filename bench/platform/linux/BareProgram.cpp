@@ -117,10 +117,13 @@ int main(int argc, char** argv) {
     timer->setTimerType(Qt::PreciseTimer);
     QObject::connect(timer, &QTimer::timeout, [&root] { root.lookAtClients(); });
   }
+  QTimer launch;
+  launch.setSingleShot(true);
+  QObject::connect(&launch, &QTimer::timeout, [&priming] { priming.start(milliseconds(500)); });
   if (polls) {
     watching.start(milliseconds(300));
     // Begun apart, as a launch does, so that no beat of one falls on one of the other.
-    QTimer::singleShot(milliseconds(25), [&priming] { priming.start(milliseconds(500)); });
+    launch.start(milliseconds(25));
   }
   return QApplication::exec();
 }
