@@ -138,7 +138,7 @@ def drive(desktop, count, period, desktops=4):
 
 
 def requests_of_a_switch(log, desktop, count, period):
-    """How many requests of each kind a switch takes."""
+    """How many requests of each kind a switch takes, the most frequent first."""
     log.wait_until_quiet()
     begin = time.monotonic()
     drive(desktop, count, period)

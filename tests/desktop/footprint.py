@@ -8,13 +8,12 @@ Status 1 where a ratio is above its limit.
 import os
 import signal
 import sys
-from collections import Counter
 
 import costs
 from desktop import Desktop
 from x11_requests import RequestLog
 
-# What the program cost when these were written, as a multiple of the bare program.
+# What the program is to cost at most, as a multiple of the bare program.
 FIGURES = {
     "start": 1.3,
     "memory, 4 desktops": 1.25,
@@ -83,7 +82,7 @@ def print_requests():
             costs.start_program(desktop, None, settings, log.environment)
             costs.drive(desktop, 8, costs.LABEL_PERIOD)
             asked = costs.requests_of_a_switch(log, desktop, 8, costs.LABEL_PERIOD)
-        kinds = ", ".join(f"{number:.4g} {kind}" for kind, number in Counter(asked).most_common())
+        kinds = ", ".join(f"{number:.4g} {kind}" for kind, number in asked.items())
         print(f"requests, {name}: {sum(asked.values()):.4g} a switch: {kinds}", flush=True)
 
 

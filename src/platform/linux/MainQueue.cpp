@@ -136,27 +136,29 @@ class QtMainQueue : public QObject, public MainQueue {
 
   /// What the block holds goes now, not when it would have been due.
   void end(const Entry& entry) {
+    // What it holds may reach here when it goes.
+    std::shared_ptr<Entry> gone;
     if (entry.timer != 0) {
       killTimer(entry.timer);
-      const auto found =
-          std::ranges::find(beating_, &entry, [](const auto& other) { return other.get(); });
-      // What it holds may reach here when it goes.
-      const std::shared_ptr<Entry> beat = std::move(*found);
-      beating_.erase(found);
+      gone = takeFrom(beating_, entry);
       return;
     }
-    if (entry.isPoll) {
-      const auto found =
-          std::ranges::find(resting_, &entry, [](const auto& other) { return other.get(); });
-      if (found != resting_.end()) {
-        const std::shared_ptr<Entry> rest = std::move(*found);
-        resting_.erase(found);
-        return;
-      }
-    }
+    if (entry.isPoll) gone = takeFrom(resting_, entry);
+    if (gone) return;
     decltype(entries_)::node_type ended;
     const std::lock_guard lock(mutex_);
     ended = entries_.extract(entry.key);
+  }
+
+  /// Null where it is not there.
+  static std::shared_ptr<Entry> takeFrom(std::vector<std::shared_ptr<Entry>>& list,
+                                         const Entry& entry) {
+    const auto found =
+        std::ranges::find(list, &entry, [](const auto& other) { return other.get(); });
+    if (found == list.end()) return nullptr;
+    std::shared_ptr<Entry> taken = std::move(*found);
+    list.erase(found);
+    return taken;
   }
 
   void runDue() {
@@ -231,12 +233,10 @@ class QtMainQueue : public QObject, public MainQueue {
   /// After two beats without an event between them.
   void restIfQuiet(const std::shared_ptr<Entry>& entry) {
     if (std::exchange(entry->seenEvents, events_) != events_) return;
-    const auto found = std::ranges::find(beating_, entry);
     // It has been ended, or has missed a beat.
-    if (found == beating_.end()) return;
+    if (!takeFrom(beating_, *entry)) return;
     killTimer(std::exchange(entry->timer, 0));
-    resting_.push_back(std::move(*found));
-    beating_.erase(found);
+    resting_.push_back(entry);
   }
 
   void endRest() {
