@@ -147,6 +147,7 @@ class Desktop:
                 self._make_folders()
             self._reset_desktops()
         else:
+            self._tell_what_ended()
             self.end()
             self.__enter__()
 
@@ -154,6 +155,15 @@ class Desktop:
         if self.window_manager and self.window_manager not in self._lasting:
             return False
         return all(process.running for process in self._lasting)
+
+    def _tell_what_ended(self):
+        """What of the desktop has ended by itself."""
+        for process in self._lasting:
+            if not process.running and process.popen.returncode != -signal.SIGKILL:
+                print(
+                    f"{process.name} ended with {process.popen.returncode}: {process.output()}",
+                    file=sys.stderr,
+                )
 
     def _reset_desktops(self):
         self.run("xdotool", "mousemove", *(str(length // 2) for length in self.size))

@@ -54,7 +54,7 @@ class Preferences:
             lambda: self._number(self.desktop.root_property("_NET_ACTIVE_WINDOW"))
             == self._number(self.window().identifier),
             lambda: "the keyboard in the settings window; it is in "
-            + str(self.desktop.root_property("_NET_ACTIVE_WINDOW")),
+            + f"{self.desktop.root_property('_NET_ACTIVE_WINDOW')}; {self.program.story()}",
         )
 
     def wait_until_closed(self):

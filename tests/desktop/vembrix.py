@@ -220,6 +220,8 @@ class SharedRunTest(DesktopTest):
         self.defaults = Defaults(self.desktop)
         if self._may_go_on():
             self.desktop.tidy(lasting=[cls.program.process])
+        # The desktop may have begun anew, and ended the program.
+        if self._may_go_on():
             self._rest()
         else:
             super().setUp()
