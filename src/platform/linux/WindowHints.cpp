@@ -23,28 +23,14 @@ void setCardinals(const xcb_ewmh_connection_t& ewmh, xcb_window_t window, xcb_at
                       static_cast<std::uint32_t>(values.size()), values.data());
 }
 
-/// The lowest of the root window's children that the window manager lists; none where it
-/// lists `window`, or where that is no child of the root window.
-xcb_window_t lowestClientBeside(xcb_ewmh_connection_t& ewmh, xcb_window_t window) {
-  const auto listed = xcb_ewmh_get_client_list_unchecked(&ewmh, 0);
-  const auto asked = xcb_query_tree_unchecked(ewmh.connection, ewmh.screens[0]->root);
-  const XcbPtr<xcb_query_tree_reply_t> tree{xcb_query_tree_reply(ewmh.connection, asked, nullptr)};
+/// Whether the window manager lists it.
+bool isListed(xcb_ewmh_connection_t& ewmh, xcb_get_property_cookie_t cookie, xcb_window_t window) {
   xcb_ewmh_get_windows_reply_t reply{};
-  const bool isListed = xcb_ewmh_get_client_list_reply(&ewmh, listed, &reply, nullptr) != 0;
-  if (!isListed) return XCB_WINDOW_NONE;
+  if (xcb_ewmh_get_client_list_reply(&ewmh, cookie, &reply, nullptr) == 0) return false;
   const std::span clients(reply.windows, reply.windows_len);
-  const auto isClient = [clients](xcb_window_t child) {
-    return std::ranges::find(clients, child) != clients.end();
-  };
-  xcb_window_t lowest = XCB_WINDOW_NONE;
-  if (tree && !isClient(window)) {
-    const std::span children(xcb_query_tree_children(tree.get()), tree->children_len);
-    const auto found = std::ranges::find_if(children, isClient);
-    const bool isBeside = std::ranges::find(children, window) != children.end();
-    if (isBeside && found != children.end()) lowest = *found;
-  }
+  const bool found = std::ranges::find(clients, window) != clients.end();
   xcb_ewmh_get_windows_reply_wipe(&reply);
-  return lowest;
+  return found;
 }
 
 }  // namespace
@@ -105,14 +91,23 @@ QPoint originInPixels(QWindow& window) {
   return corner ? QPoint(corner->dst_x, corner->dst_y) : QPoint();
 }
 
-void stepBehindClients(QWindow& window) {
+bool isManaged(QWindow& window) {
+  auto* ewmh = ewmhOfQt();
+  if (!ewmh) return false;
+  const auto listed = xcb_ewmh_get_client_list_unchecked(ewmh, 0);
+  const auto asked = xcb_query_tree_unchecked(ewmh->connection, nativeId(window));
+  const XcbPtr<xcb_query_tree_reply_t> tree{xcb_query_tree_reply(ewmh->connection, asked, nullptr)};
+  const bool isFramed = tree && tree->parent != tree->root;
+  return isListed(*ewmh, listed, nativeId(window)) || isFramed;
+}
+
+void tellTime(QWindow& window) {
   auto* ewmh = ewmhOfQt();
   if (!ewmh) return;
-  const xcb_window_t client = lowestClientBeside(*ewmh, nativeId(window));
-  if (client == XCB_WINDOW_NONE) return;
-  const std::array<std::uint32_t, 2> place{client, XCB_STACK_MODE_BELOW};
-  xcb_configure_window(ewmh->connection, nativeId(window),
-                       XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE, place.data());
+  // Each change of a property is an event that has the server's time, also this one.
+  xcb_change_property(ewmh->connection, XCB_PROP_MODE_APPEND, nativeId(window), ewmh->_NET_WM_PID,
+                      XCB_ATOM_CARDINAL, 32, 0, nullptr);
+  xcb_flush(ewmh->connection);
 }
 
 void setStrut(QWindow& window, const Strut& strut) {

@@ -39,10 +39,14 @@ void hideFromTaskLists(QWindow& window);
 /// Asks it and waits. The origin where it does not answer.
 QPoint originInPixels(QWindow& window);
 
-/// Puts a window that the window manager leaves to itself behind all that it manages, so
-/// that full-screen windows cover it. Nothing where the window manager sees to that: it
-/// lists the window or has framed it. Asks the X server and waits.
-void stepBehindClients(QWindow& window);
+/// Whether the window manager lists the window or has framed it, and so decides what it
+/// covers. Asks the X server and waits.
+bool isManaged(QWindow& window);
+
+/// Gives window managers that keep the time of the last event a later one than that of
+/// any request so far: what they do next, as giving a window the keyboard, is not refused
+/// as outdated. The window must be one that they manage.
+void tellTime(QWindow& window);
 
 /// What windows keep clear of.
 void setStrut(QWindow& window, const Strut& strut);

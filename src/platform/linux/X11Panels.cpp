@@ -14,6 +14,7 @@ namespace {
 /// In 32-bit units. More windows than anybody opens.
 constexpr std::uint32_t kMaxList = 4096;
 constexpr std::uint32_t kMaxTypes = 16;
+constexpr std::uint32_t kMaxStates = 32;
 
 template <typename Reply>
 const Reply& as(const void* reply) {
@@ -51,11 +52,19 @@ X11Panels::X11Panels(std::unique_ptr<X11Connection> connection, Handlers handler
 void X11Panels::leaveOut(xcb_window_t window) {
   own_ = window;
   windows_.erase(window);
+  announcedFullScreen_.reset();
 }
 
 void X11Panels::refresh() {
   stale_.windows = true;
   stale_.workArea = true;
+  reader_->readSoon();
+}
+
+void X11Panels::followFullScreen(bool follow) {
+  followsFullScreen_ = follow;
+  if (!follow || announcedFullScreen_) return;
+  stale_.fullScreen = true;
   reader_->readSoon();
 }
 
@@ -80,7 +89,10 @@ bool X11Panels::isBelowPanel(const QRect& area) const {
 void X11Panels::note(const xcb_generic_event_t& event) {
   // All of these begin with the window that they were selected for.
   const auto window = reinterpret_cast<const xcb_configure_notify_event_t&>(event).event;
-  switch (eventType(event)) {
+  const int type = eventType(event);
+  const bool isGone = type == XCB_UNMAP_NOTIFY || type == XCB_DESTROY_NOTIFY;
+  if (isGone && window == fullScreen_) fullScreen_ = XCB_WINDOW_NONE;
+  switch (type) {
     case XCB_PROPERTY_NOTIFY:
       noteProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event));
       break;
@@ -88,7 +100,7 @@ void X11Panels::note(const xcb_generic_event_t& event) {
     case XCB_MAP_NOTIFY:
     case XCB_UNMAP_NOTIFY:
     case XCB_REPARENT_NOTIFY:
-      if (Window* dock = find(window)) dock->isSettled = false;
+      if (Window* panel = findPanel(window)) panel->isSettled = false;
       break;
     case XCB_DESTROY_NOTIFY:
       windows_.erase(window);
@@ -105,8 +117,10 @@ void X11Panels::noteProperty(const xcb_property_notify_event_t& event) {
     const bool matters = event.atom == atoms._NET_WM_STRUT_PARTIAL ||
                          event.atom == atoms._NET_WM_STRUT ||
                          event.atom == atoms._NET_WM_WINDOW_TYPE;
-    Window* dock = matters ? find(event.window) : nullptr;
-    if (dock) dock->isSettled = false;
+    Window* panel = matters ? findPanel(event.window) : nullptr;
+    if (panel) panel->isSettled = false;
+    const bool isOfCovering = event.window == active_ || event.window == fullScreen_;
+    if (isOfCovering && event.atom == atoms._NET_WM_STATE) stale_.fullScreen = followsFullScreen_;
   } else if (event.atom == atoms._NET_CLIENT_LIST) {
     stale_.windows = true;
   } else if (event.atom == atoms._NET_WORKAREA) {
@@ -115,6 +129,8 @@ void X11Panels::noteProperty(const xcb_property_notify_event_t& event) {
     stale_.windows = true;
   } else if (event.atom == atoms._NET_CLIENT_LIST_STACKING) {
     stale_.stacking = followsStacking_;
+  } else if (event.atom == atoms._NET_ACTIVE_WINDOW) {
+    stale_.fullScreen = followsFullScreen_;
   } else if (event.atom == atoms._NET_SUPPORTING_WM_CHECK) {
     stale_.windows = true;
     if (handlers_.windowManagerChanged) handlers_.windowManagerChanged();
@@ -155,6 +171,7 @@ void X11Panels::askWhatIsStale() {
   const Stale stale = std::exchange(stale_, {});
   if (stale.workArea) askForWorkArea();
   if (stale.stacking) askForStacking();
+  if (stale.fullScreen) askForFullScreen();
   if (stale.windows) askForWindows();
   for (auto& [id, window] : windows_) {
     if (!window.isSettled) ask(id);
@@ -181,6 +198,31 @@ void X11Panels::askForStacking() {
            const auto list = unitsOf(reply);
            stacking_.assign(list.begin(), list.end());
            isRestacked_ = true;
+         });
+}
+
+void X11Panels::askForFullScreen() {
+  X11Connection& connection = reader_->connection();
+  expect(property(connection.xcb(), connection.root(), connection.ewmh()->_NET_ACTIVE_WINDOW, 1),
+         [this](const void* reply) {
+           const auto active = unitsOf(reply);
+           active_ = active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active.front();
+           if (fullScreen_ != XCB_WINDOW_NONE && fullScreen_ != active_) askForState(fullScreen_);
+           if (active_ == XCB_WINDOW_NONE) return;
+           select(active_);
+           askForState(active_);
+         });
+}
+
+void X11Panels::askForState(xcb_window_t id) {
+  X11Connection& connection = reader_->connection();
+  expect(property(connection.xcb(), id, connection.ewmh()->_NET_WM_STATE, kMaxStates),
+         [this, id](const void* reply) {
+           const auto states = unitsOf(reply);
+           const xcb_atom_t atom = reader_->connection().ewmh()->_NET_WM_STATE_FULLSCREEN;
+           const bool isFullScreen = std::ranges::find(states, atom) != states.end();
+           if (isFullScreen && id == active_) fullScreen_ = id;
+           if (!isFullScreen && id == fullScreen_) fullScreen_ = XCB_WINDOW_NONE;
          });
 }
 
@@ -279,10 +321,14 @@ void X11Panels::askForPlace(xcb_window_t id) {
   });
 }
 
-void X11Panels::follow(xcb_window_t id, Window& window) {
-  window.isFollowed = true;
+void X11Panels::select(xcb_window_t id) {
   const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
   xcb_change_window_attributes(reader_->connection().xcb(), id, XCB_CW_EVENT_MASK, &events);
+}
+
+void X11Panels::follow(xcb_window_t id, Window& window) {
+  window.isFollowed = true;
+  select(id);
   // It may have changed just before.
   window.isSettled = false;
 }
@@ -304,11 +350,21 @@ void X11Panels::announce() {
   announcedWorkArea_ = workArea_;
   if (!std::exchange(isKnown_, true) || isNews) handlers_.changed();
   if (std::exchange(isRestacked_, false) && followsStacking_) handlers_.restacked();
+  const bool isFullScreen = fullScreen_ != XCB_WINDOW_NONE;
+  if (followsFullScreen_ && announcedFullScreen_ != isFullScreen) {
+    announcedFullScreen_ = isFullScreen;
+    handlers_.fullScreenChanged(isFullScreen);
+  }
 }
 
 X11Panels::Window* X11Panels::find(xcb_window_t id) {
   const auto found = windows_.find(id);
   return found == windows_.end() ? nullptr : &found->second;
+}
+
+X11Panels::Window* X11Panels::findPanel(xcb_window_t id) {
+  Window* window = find(id);
+  return window && window->isFollowed ? window : nullptr;
 }
 
 }  // namespace vembrix

@@ -25,6 +25,9 @@ class X11Panels {
     std::function<void()> changed;
     /// The order of the windows has changed; told after followStacking() only.
     std::function<void()> restacked;
+    /// Whether a full-screen window is to cover the one that is left out; told after
+    /// followFullScreen() only, at first and then when it changes.
+    std::function<void(bool isFullScreen)> fullScreenChanged;
     /// Another window manager has come.
     std::function<void()> windowManagerChanged;
   };
@@ -44,6 +47,8 @@ class X11Panels {
 
   /// Asks for everything anew, for changes of which no window tells.
   void refresh();
+
+  void followFullScreen(bool follow);
 
   void followStacking(bool follow);
   /// Whether a panel that overlaps `area` is above the window that is left out, as far
@@ -66,6 +71,7 @@ class X11Panels {
     bool windows = false;
     bool workArea = false;
     bool stacking = false;
+    bool fullScreen = false;
   };
   /// Takes the answer to a request in; null where the server refused.
   using Taker = std::function<void(const void* reply)>;
@@ -83,11 +89,14 @@ class X11Panels {
   void askForWindows();
   void askForWorkArea();
   void askForStacking();
+  void askForFullScreen();
+  void askForState(xcb_window_t id);
   void listWindows(const xcb_window_t* windows, std::size_t count);
   void ask(xcb_window_t id);
   void askForType(xcb_window_t id);
   void askForStrut(xcb_window_t id, xcb_atom_t property, std::uint32_t length);
   void askForPlace(xcb_window_t id);
+  void select(xcb_window_t id);
   void follow(xcb_window_t id, Window& window);
   void forgetUnseen();
   void announce();
@@ -95,18 +104,25 @@ class X11Panels {
   template <typename Cookie>
   void expect(Cookie cookie, Taker take);
   Window* find(xcb_window_t id);
+  /// Null where it is not followed.
+  Window* findPanel(xcb_window_t id);
 
   Handlers handlers_;
   std::unique_ptr<X11EventReader> reader_;
   std::deque<Question> questions_;
   std::unordered_map<xcb_window_t, Window> windows_;
   std::uint32_t listNumber_ = 0;
-  Stale stale_{true, true, false};
+  Stale stale_{.windows = true, .workArea = true};
   xcb_window_t own_ = XCB_WINDOW_NONE;
   bool followsStacking_ = false;
   /// Bottom to top.
   std::vector<xcb_window_t> stacking_;
   bool isRestacked_ = false;
+  bool followsFullScreen_ = false;
+  xcb_window_t active_ = XCB_WINDOW_NONE;
+  /// The last active one that was full-screen, for as long as it is and is shown.
+  xcb_window_t fullScreen_ = XCB_WINDOW_NONE;
+  std::optional<bool> announcedFullScreen_;
 
   bool isKnown_ = false;
   std::vector<DockFacts> docks_;

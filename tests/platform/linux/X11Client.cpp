@@ -399,6 +399,18 @@ void X11Client::setProperty(xcb_window_t window, std::string_view name, const Pr
   xcb_flush(ewmh_.connection);
 }
 
+void X11Client::setAtom(xcb_window_t window, std::string_view name, std::string_view value) {
+  const xcb_atom_t atomOfValue = atom(value);
+  setProperty(
+      window, name,
+      {"ATOM", 32, std::string(reinterpret_cast<const char*>(&atomOfValue), sizeof atomOfValue)});
+}
+
+void X11Client::setWindow(xcb_window_t window, std::string_view name, xcb_window_t value) {
+  setProperty(window, name,
+              {"WINDOW", 32, std::string(reinterpret_cast<const char*>(&value), sizeof value)});
+}
+
 void X11Client::deleteProperty(xcb_window_t window, std::string_view name) {
   xcb_delete_property(ewmh_.connection, window, atom(name));
   xcb_flush(ewmh_.connection);

@@ -101,6 +101,8 @@ class X11Client {
   /// The names of the atoms that the property holds.
   [[nodiscard]] std::vector<std::string> atoms(xcb_window_t window, std::string_view name);
   void setProperty(xcb_window_t window, std::string_view name, const Property& property);
+  void setAtom(xcb_window_t window, std::string_view name, std::string_view value);
+  void setWindow(xcb_window_t window, std::string_view name, xcb_window_t value);
   void deleteProperty(xcb_window_t window, std::string_view name);
   /// _NET_DESKTOP_NAMES.
   [[nodiscard]] std::vector<std::string> desktopNames();

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/Application.h"
+#include "platform/linux/WindowHints.h"
 #include "platform/linux/menubar/MenuBarAccessibility.h"
 #include "platform/linux/menubar/NativeMenu.h"
 #include "platform/linux/menubar/StatusStrip.h"
@@ -21,7 +22,11 @@ class QtStatusItem : public StatusItem {
     StatusButton& button = strip_.button();
     if (menu_) button.removeAction(widget().menuAction());
     menu_ = std::move(menu);
-    if (menu_) button.addAction(widget().menuAction());
+    if (!menu_) return;
+    button.addAction(widget().menuAction());
+    // The window manager knows nothing of the menu and of the keyboard that it has had.
+    QObject::connect(&widget(), &QMenu::aboutToHide, &strip_,
+                     [this] { tellTime(*strip_.windowHandle()); });
   }
 
   DropdownMenu* menu() const override { return menu_.get(); }

@@ -70,7 +70,6 @@ void StatusStrip::makeWindow() {
   const auto id = static_cast<xcb_window_t>(winId());
   makeDock(*windowHandle());
   strut_.reset();
-  mayCoverOthers_ = true;
   if (guard_) guard_->watch(id);
   if (panels_) panels_->leaveOut(id);
   updateName();
@@ -102,22 +101,21 @@ void StatusStrip::followPanels() {
                                                              .settled =
                                                                  [this] {
                                                                    returnToPlace();
-                                                                   stepBack();
+                                                                   giveWay();
                                                                  }});
   std::unique_ptr<X11Connection> connection = X11Connection::open();
   if (!connection) return;
   panels_ = std::make_unique<X11Panels>(
-      std::move(connection), X11Panels::Handlers{.changed =
-                                                     [this] {
-                                                       updateSurroundings();
-                                                       arrange();
-                                                     },
-                                                 .restacked = [this] { raiseOverPanel(); },
-                                                 .windowManagerChanged =
-                                                     [this] {
-                                                       mayCoverOthers_ = true;
-                                                       guard_->checkSoon();
-                                                     }});
+      std::move(connection),
+      X11Panels::Handlers{
+          .changed =
+              [this] {
+                updateSurroundings();
+                arrange();
+              },
+          .restacked = [this] { raiseOverPanel(); },
+          .fullScreenChanged = [this](bool isFullScreen) { isFullScreen ? lower() : raise(); },
+          .windowManagerChanged = [this] { guard_->checkSoon(); }});
 }
 
 void StatusStrip::followScreens() {
@@ -203,9 +201,8 @@ void StatusStrip::reserve() {
   if (guard_) guard_->expectStrut(strut);
 }
 
-void StatusStrip::stepBack() {
-  if (!isVisible() || !std::exchange(mayCoverOthers_, false)) return;
-  if (!position_.isOnPanel) stepBehindClients(*windowHandle());
+void StatusStrip::giveWay() {
+  if (panels_) panels_->followFullScreen(!isManaged(*windowHandle()));
 }
 
 void StatusStrip::raiseOverPanel() {

@@ -55,8 +55,8 @@ class StatusStrip : public QWidget {
   void updateStretch();
   void returnToPlace();
   void raiseOverPanel();
-  /// Once for each window: full-screen windows are to cover it.
-  void stepBack();
+  /// To full-screen windows, where no window manager sees to that.
+  void giveWay();
 
   void drag(const QPoint& corner);
   void drop();
@@ -78,8 +78,6 @@ class StatusStrip : public QWidget {
   int returns_ = 0;
   /// The window manager has made it longer than it was to be.
   bool isStretched_ = false;
-  /// It may stand before what the window manager leaves to itself.
-  bool mayCoverOthers_ = true;
   /// Of the window that is; as Qt counts.
   int leftEnd_ = 0;
   std::optional<Strut> strut_;
