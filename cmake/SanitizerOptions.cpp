@@ -45,8 +45,10 @@ const char* __tsan_default_suppressions() {
       // Takes an event in a thread of Qt's, which hands it over without the sanitizer's
       // knowledge.
       "race:libxcb.so.1\n"
-      // An event of the main queue's own, which Qt hands over.
+      // An event of the main queue's own, which Qt hands over: where it is made, and where
+      // it arrives.
       "race:postWakeUp\n"
+      "race:vembrix::noteLoopEvent\n"
       // What Qt's thread for D-Bus does with objects of the main thread, under Qt's locks.
       "race:QObject::disconnect\n"
       "deadlock:libdbus-1.so.3\n";

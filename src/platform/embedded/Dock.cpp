@@ -1,5 +1,6 @@
 #include "platform/embedded/Dock.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -24,16 +25,17 @@ void Dock::handle(const TappedEvent& event) {
   if (event.integerField(dockswipe::GestureKind) != dockswipe::kDockSwipe) return;
   switch (event.integerField(dockswipe::GesturePhase)) {
     case dockswipe::Begin:
-      swiping_ = true;
+      begun_ += 1;
       if (onBegin_) onBegin_();
       break;
     case dockswipe::End:
-      if (std::exchange(swiping_, false)) {
+      if (begun_ > 0) {
+        begun_ -= 1;
         end(event.doubleField(dockswipe::Progress), event.doubleField(dockswipe::VelocityX));
       }
       break;
     case dockswipe::Cancel:
-      swiping_ = false;
+      begun_ = std::max(begun_ - 1, 0);
       break;
     default:
       break;

@@ -33,7 +33,9 @@ class Dock {
 
   Mover mover_;
   std::function<void()> onBegin_;
-  bool swiping_ = false;
+  /// Swipes that have begun and not ended: on a busy machine the next may begin before
+  /// the last one's end.
+  int begun_ = 0;
 };
 
 }  // namespace vembrix

@@ -98,6 +98,16 @@ TEST_F(DockTest, ACancelledSwipeMovesNowhere) {
   EXPECT_THAT(moves_, IsEmpty());
 }
 
+TEST_F(DockTest, ASwipeThatBeginsBeforeTheEndOfTheLastMovesAsWell) {
+  dock_.handle(event(dockswipe::Begin, 0, 0));
+  dock_.handle(event(dockswipe::Change, 0.9, 1.5));
+  dock_.handle(event(dockswipe::Begin, 0, 0));
+  dock_.handle(event(dockswipe::End, 1, 1.5));
+  dock_.handle(event(dockswipe::End, 1, 1.5));
+  dock_.handle(event(dockswipe::End, 1, 1.5));
+  EXPECT_THAT(moves_, ElementsAre(Pair(Right, AfterTransition), Pair(Right, AfterTransition)));
+}
+
 TEST_F(DockTest, AnEndWithoutABeginningIsNothing) {
   dock_.handle(event(dockswipe::End, 1, 1.5));
   EXPECT_THAT(moves_, IsEmpty());
