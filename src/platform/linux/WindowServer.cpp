@@ -63,9 +63,9 @@ class X11WindowServer : public WindowServer {
 
   PropertyList CGWindowListCopyWindowInfo(std::uint32_t options) override {
     if (!windows_) {
-      // Its connection needs the application's event loop.
+      // It follows them in the application's event loop.
       Application::shared();
-      windows_.emplace(X11Connection::open(), desktop_);
+      windows_.emplace(desktop_);
     }
     return windows_->list(options);
   }

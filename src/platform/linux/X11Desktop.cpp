@@ -3,14 +3,12 @@
 #include <poll.h>
 #include <xcb/randr.h>
 
-#include <QSocketNotifier>
 #include <algorithm>
 #include <span>
 #include <utility>
 
 #include "platform/NotificationCenter.h"
 #include "platform/linux/DesktopNames.h"
-#include "platform/linux/ForgedEvents.h"
 #include "platform/linux/ProgramEnd.h"
 
 namespace vembrix {
@@ -25,10 +23,6 @@ constexpr std::chrono::seconds kSettlingTime{2};
 constexpr std::chrono::milliseconds kNamesDelay{500};
 /// How long a new name is held back, for what a restarting window manager says late.
 constexpr std::chrono::milliseconds kRenameDelay{500};
-
-void selectEvents(X11Connection& connection, xcb_window_t window, std::uint32_t events) {
-  xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &events);
-}
 
 /// The window's own name, or empty.
 std::string nameOf(X11Connection& connection, xcb_window_t window) {
@@ -66,9 +60,11 @@ std::vector<std::string> outputNames(const X11Connection& connection) {
 }  // namespace
 
 X11Desktop::X11Desktop(std::unique_ptr<X11Connection> connection)
-    : connection_(std::move(connection)) {
+    : events_(std::move(connection)),
+      listening_(events_.listen({.event = [this](const auto& event) { note(event); },
+                                 .batchEnd = [this] { finishBatch(); }})) {
   // Selected before the first reading, so that no change falls in between.
-  selectEvents(*connection_, connection_->root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
+  events_.select(connection_.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
   refresh();
   announced_ = shown();
 }
@@ -76,22 +72,19 @@ X11Desktop::X11Desktop(std::unique_ptr<X11Connection> connection)
 X11Desktop::~X11Desktop() = default;
 
 void X11Desktop::follow() {
-  notifier_ = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(connection_->xcb()),
-                                                QSocketNotifier::Read);
-  QObject::connect(notifier_.get(), &QSocketNotifier::activated, [this] { handleEvents(); });
-  // What xcb has read from the socket already does not wake the notifier.
-  handleEvents();
+  isFollowing_ = true;
+  events_.begin();
 }
 
 bool X11Desktop::isXwayland() const {
   // Its extension came with 23.1; before, its outputs told.
-  xcb_connection_t* xcb = connection_->xcb();
+  xcb_connection_t* xcb = connection_.xcb();
   const std::string_view extension = "XWAYLAND";
   const auto asked = xcb_query_extension_unchecked(
       xcb, static_cast<std::uint16_t>(extension.size()), extension.data());
   const XcbPtr<xcb_query_extension_reply_t> reply{xcb_query_extension_reply(xcb, asked, nullptr)};
   if (reply && reply->present != 0) return true;
-  return std::ranges::any_of(outputNames(*connection_),
+  return std::ranges::any_of(outputNames(connection_),
                              [](const std::string& name) { return name.starts_with("XWAYLAND"); });
 }
 
@@ -99,12 +92,12 @@ bool X11Desktop::waitForSpaces(std::chrono::milliseconds limit) {
   using Clock = std::chrono::steady_clock;
   const auto end = Clock::now() + limit;
   for (;;) {
-    const Reading reading = readEvents();
+    const bool isMore = events_.read();
     if (spaceCount()) return true;
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
     if (left <= std::chrono::milliseconds::zero()) return false;
-    if (reading == Reading::More) continue;
-    pollfd socket{xcb_get_file_descriptor(connection_->xcb()), POLLIN, 0};
+    if (isMore) continue;
+    pollfd socket{xcb_get_file_descriptor(connection_.xcb()), POLLIN, 0};
     poll(&socket, 1, static_cast<int>(left.count()));
   }
 }
@@ -116,9 +109,9 @@ X11Desktop::SpaceID X11Desktop::activeSpace() const {
 bool X11Desktop::activate(SpaceID space) {
   const std::optional<std::uint32_t> index = indexOf(space);
   if (!index) return false;
-  xcb_ewmh_request_change_current_desktop(connection_->ewmh(), connection_->screen(), *index,
+  xcb_ewmh_request_change_current_desktop(connection_.ewmh(), connection_.screen(), *index,
                                           XCB_CURRENT_TIME);
-  flush();
+  events_.flush();
   return true;
 }
 
@@ -149,9 +142,9 @@ std::string_view X11Desktop::ownName(SpaceID space) const {
 
 void X11Desktop::writeNames() {
   const std::string joined = desktopNamesProperty(names_.all());
-  xcb_ewmh_set_desktop_names(connection_->ewmh(), connection_->screen(),
+  xcb_ewmh_set_desktop_names(connection_.ewmh(), connection_.screen(),
                              static_cast<std::uint32_t>(joined.size()), joined.data());
-  flush();
+  events_.flush();
 }
 
 std::optional<std::uint32_t> X11Desktop::spaceCount() const {
@@ -181,46 +174,20 @@ X11Desktop::Shown X11Desktop::shown() const {
 
 // Events
 
-void X11Desktop::handleEvents() {
-  if (readEvents() == Reading::Done) return;
-  furtherReading_ = MainQueue::main().schedule(Duration::zero(), [this] { handleEvents(); });
-}
-
-X11Desktop::Reading X11Desktop::readEvents() {
-  while (const XcbPtr<xcb_generic_event_t> event{xcb_poll_for_event(connection_->xcb())}) {
-    note(*event);
-  }
+void X11Desktop::finishBatch() {
   if (stale_.any()) refresh();
-  if (connection_->isBroken()) endProgram("the X server went away");
+  if (connection_.isBroken()) endProgram("the X server went away");
   const Shown now = shown();
-  if (now != announced_) {
-    announced_ = now;
-    // A window manager that is only away takes no desktops with it.
-    if (now.known) {
-      windows_.removeSpaces([this](SpaceID space) { return !isKnown(space); }, now.active);
-    }
-    NotificationCenter::workspace().post(notification::kActiveSpaceDidChange);
+  if (now == announced_) return;
+  announced_ = now;
+  // A window manager that is only away takes no desktops with it.
+  if (now.known) {
+    windows_.removeSpaces([this](SpaceID space) { return !isKnown(space); }, now.active);
   }
-  noteQueuedEvents();
-  return stale_.any() ? Reading::More : Reading::Done;
-}
-
-void X11Desktop::noteQueuedEvents() {
-  while (const XcbPtr<xcb_generic_event_t> event{xcb_poll_for_queued_event(connection_->xcb())}) {
-    note(*event);
-  }
-}
-
-void X11Desktop::flush() {
-  xcb_flush(connection_->xcb());
-  // A full pipe makes xcb read while it writes.
-  noteQueuedEvents();
-  if (!stale_.any()) return;
-  furtherReading_ = MainQueue::main().schedule(Duration::zero(), [this] { handleEvents(); });
+  NotificationCenter::workspace().post(notification::kActiveSpaceDidChange);
 }
 
 void X11Desktop::note(const xcb_generic_event_t& event) {
-  if (isForged(event)) return;
   switch (eventType(event)) {
     case XCB_PROPERTY_NOTIFY:
       notePropertyChange(reinterpret_cast<const xcb_property_notify_event_t&>(event));
@@ -237,12 +204,12 @@ void X11Desktop::note(const xcb_generic_event_t& event) {
 }
 
 void X11Desktop::notePropertyChange(const xcb_property_notify_event_t& event) {
-  const xcb_ewmh_connection_t& atoms = *connection_->ewmh();
+  const xcb_ewmh_connection_t& atoms = *connection_.ewmh();
   const bool isOfCheckWindow = event.window == checkWindow_ && event.window != XCB_WINDOW_NONE;
   if (event.atom == atoms._NET_SUPPORTING_WM_CHECK ||
       (isOfCheckWindow && event.atom == atoms._NET_WM_NAME)) {
     stale_.windowManager = true;
-  } else if (event.window != connection_->root()) {
+  } else if (event.window != connection_.root()) {
     return;
   } else if (event.atom == atoms._NET_NUMBER_OF_DESKTOPS) {
     stale_.count = true;
@@ -256,8 +223,8 @@ void X11Desktop::notePropertyChange(const xcb_property_notify_event_t& event) {
 // The model
 
 void X11Desktop::refresh() {
-  xcb_ewmh_connection_t* ewmh = connection_->ewmh();
-  const int screen = connection_->screen();
+  xcb_ewmh_connection_t* ewmh = connection_.ewmh();
+  const int screen = connection_.screen();
   const Stale stale = std::exchange(stale_, {});
   // All questions, then all answers: one round trip.
   xcb_get_property_cookie_t count{};
@@ -283,53 +250,49 @@ void X11Desktop::refresh() {
   if (stale.windowManager || count_ != countBefore) settledAt_ = Clock::now() + kSettlingTime;
   const bool isAnotherList = stale.windowManager || count_ != countBefore;
   // Without an event loop, nothing would come of waiting.
-  if (isAnotherList && notifier_) namesBy_ = Clock::now() + kNamesDelay;
+  if (isAnotherList && isFollowing_) namesBy_ = Clock::now() + kNamesDelay;
   if (read) takeNames(std::move(*read));
   rebuildSpaces();
 }
 
 void X11Desktop::refreshWindowManager() {
-  xcb_ewmh_connection_t* ewmh = connection_->ewmh();
+  xcb_ewmh_connection_t* ewmh = connection_.ewmh();
   const auto claimed = [ewmh](xcb_window_t window) {
     xcb_window_t claim = XCB_WINDOW_NONE;
     const auto cookie = xcb_ewmh_get_supporting_wm_check_unchecked(ewmh, window);
     xcb_ewmh_get_supporting_wm_check_reply(ewmh, cookie, &claim, nullptr);
     return claim;
   };
-  xcb_window_t window = claimed(connection_->root());
-  if (window == connection_->root()) window = XCB_WINDOW_NONE;
+  xcb_window_t window = claimed(connection_.root());
+  if (window == connection_.root()) window = XCB_WINDOW_NONE;
   followCheckWindow(window);
   // The root's word outlives a window manager that was killed; the window that
   // it names does not, and says the same of itself.
   hasWindowManager_ = window != XCB_WINDOW_NONE && claimed(window) == window;
-  const std::string name = hasWindowManager_ ? nameOf(*connection_, window) : std::string();
+  const std::string name = hasWindowManager_ ? nameOf(connection_, window) : std::string();
   hasName_ = !name.empty();
   isKnownByNames_ = ownsDesktopNames(name);
   names_.setWindowManager(isKnownByNames_);
 }
 
 void X11Desktop::followCheckWindow(xcb_window_t window) {
-  if (checkWindow_ != XCB_WINDOW_NONE && checkWindow_ != window) {
-    selectEvents(*connection_, checkWindow_, XCB_EVENT_MASK_NO_EVENT);
-  }
   checkWindow_ = window;
   if (window == XCB_WINDOW_NONE) return;
   // Its property too: some set it after the root's.
-  selectEvents(*connection_, window,
-               XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
+  events_.select(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
 }
 
 xcb_get_property_cookie_t X11Desktop::requestNames() {
-  const xcb_ewmh_connection_t& atoms = *connection_->ewmh();
-  return xcb_get_property_unchecked(connection_->xcb(), 0, connection_->root(),
+  const xcb_ewmh_connection_t& atoms = *connection_.ewmh();
+  return xcb_get_property_unchecked(connection_.xcb(), 0, connection_.root(),
                                     atoms._NET_DESKTOP_NAMES, atoms.UTF8_STRING, 0,
                                     kMaxNamesLength);
 }
 
 std::vector<std::string> X11Desktop::readNames(xcb_get_property_cookie_t cookie) {
   const XcbPtr<xcb_get_property_reply_t> reply{
-      xcb_get_property_reply(connection_->xcb(), cookie, nullptr)};
-  if (!reply || reply->type != connection_->ewmh()->UTF8_STRING || reply->format != 8 ||
+      xcb_get_property_reply(connection_.xcb(), cookie, nullptr)};
+  if (!reply || reply->type != connection_.ewmh()->UTF8_STRING || reply->format != 8 ||
       reply->bytes_after != 0) {
     return {};
   }
@@ -389,7 +352,7 @@ void X11Desktop::rebuildSpaces() {
     // A Space that is there for a moment only would be remembered for good.
     namesDue_ = MainQueue::main().schedule(kNamesDelay, [this] {
       rebuildSpaces();
-      handleEvents();
+      finishBatch();
     });
     return;
   }

@@ -16,9 +16,7 @@
 #include "platform/WindowServer.h"
 #include "platform/embedded/SpaceWindows.h"
 #include "platform/linux/DesktopNames.h"
-#include "platform/linux/X11Connection.h"
-
-class QSocketNotifier;
+#include "platform/linux/X11EventReader.h"
 
 namespace vembrix {
 
@@ -52,6 +50,8 @@ class X11Desktop {
 
   /// Follows the desktop from now on; needs a Qt application.
   void follow();
+  /// What happens on the display, for others to listen to as well.
+  [[nodiscard]] X11EventReader& events() { return events_; }
 
   /// Waits, without an event loop, until there are Spaces, at most for `limit`.
   /// Whether there are.
@@ -108,18 +108,12 @@ class X11Desktop {
     bool names = false;
     [[nodiscard]] bool any() const { return windowManager || count || current || names; }
   };
-  enum class Reading { Done, More };
   using Clock = std::chrono::steady_clock;
 
-  void handleEvents();
-  /// One round: reads what came in, brings the model up to date and announces
-  /// the change. More: events came in meanwhile that no longer wake anybody.
-  Reading readEvents();
   void note(const xcb_generic_event_t& event);
   void notePropertyChange(const xcb_property_notify_event_t& event);
-  void noteQueuedEvents();
-  /// Sends what was asked for.
-  void flush();
+  /// Brings the model up to date and announces the change.
+  void finishBatch();
 
   void refresh();
   void refreshWindowManager();
@@ -141,9 +135,10 @@ class X11Desktop {
   /// The id that the desktop of that name has and keeps.
   SpaceID idOfName(const std::string& name);
 
-  std::unique_ptr<X11Connection> connection_;
-  std::unique_ptr<QSocketNotifier> notifier_;
-  WorkItem furtherReading_;
+  X11EventReader events_;
+  X11Connection& connection_ = events_.connection();
+  Token listening_;
+  bool isFollowing_ = false;
 
   // As the server has it; nothing: absent or malformed.
   std::optional<std::uint32_t> count_;

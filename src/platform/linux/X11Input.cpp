@@ -70,10 +70,10 @@ X11Input& X11Input::shared() {
 
 X11Input::X11Input(std::unique_ptr<X11Connection> connection) : monitors_([this] { select(); }) {
   if (!connection) return;
-  reader_ = std::make_unique<X11EventReader>(
-      std::move(connection),
-      X11EventReader::Handlers{[this](const xcb_generic_event_t& event) { note(event); },
-                               [this] { batchEnd(); }});
+  reader_ = std::make_unique<X11EventReader>(std::move(connection));
+  listening_ = reader_->listen(
+      {.event = [this](const auto& event) { note(event); }, .batchEnd = [this] { batchEnd(); }});
+  reader_->begin();
   findExtension();
   if (extension_ != 0) ownWindows_.emplace(*reader_);
 }

@@ -51,6 +51,7 @@ class X11Input : public InputMonitor {
   GlobalMonitors monitors_;
   std::optional<TouchpadSwipe> swipe_;
   std::unique_ptr<X11EventReader> reader_;
+  Token listening_;
   std::optional<OwnWindows> ownWindows_;
 
   /// The extension's number; 0 where the server has none.

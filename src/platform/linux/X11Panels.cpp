@@ -16,6 +16,10 @@ constexpr std::uint32_t kMaxList = 4096;
 constexpr std::uint32_t kMaxTypes = 16;
 constexpr std::uint32_t kMaxStates = 32;
 
+/// Of windows that matter.
+constexpr std::uint32_t kFollowed =
+    XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+
 template <typename Reply>
 const Reply& as(const void* reply) {
   return *static_cast<const Reply*>(reply);
@@ -36,17 +40,22 @@ xcb_get_property_cookie_t property(xcb_connection_t* xcb, xcb_window_t window, x
 
 }  // namespace
 
-X11Panels::X11Panels(std::unique_ptr<X11Connection> connection, Handlers handlers)
-    : handlers_(std::move(handlers)) {
-  reader_ = std::make_unique<X11EventReader>(
-      std::move(connection),
-      X11EventReader::Handlers{.event = [this](const auto& event) { note(event); },
-                               .batchEnd = [this] { finishBatch(); }});
-  X11Connection& opened = reader_->connection();
+X11Panels::X11Panels(X11EventReader& events, Handlers handlers)
+    : handlers_(std::move(handlers)),
+      events_(events),
+      connection_(events.connection()),
+      atoms_(*connection_.ewmh()),
+      listening_(events.listen({.event = [this](const auto& event) { note(event); },
+                                .answers = [this] { finishBatch(); }})) {
   // Selected before the first question, so that no change falls in between.
-  const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-  xcb_change_window_attributes(opened.xcb(), opened.root(), XCB_CW_EVENT_MASK, &events);
-  reader_->readSoon();
+  events_.select(connection_.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
+  events_.readSoon();
+}
+
+X11Panels::~X11Panels() {
+  for (const Question& question : questions_) {
+    xcb_discard_reply(connection_.xcb(), question.sequence);
+  }
 }
 
 void X11Panels::leaveOut(xcb_window_t window) {
@@ -58,20 +67,20 @@ void X11Panels::leaveOut(xcb_window_t window) {
 void X11Panels::refresh() {
   stale_.windows = true;
   stale_.workArea = true;
-  reader_->readSoon();
+  events_.readSoon();
 }
 
 void X11Panels::followFullScreen(bool follow) {
   followsFullScreen_ = follow;
   if (!follow || announcedFullScreen_) return;
   stale_.fullScreen = true;
-  reader_->readSoon();
+  events_.readSoon();
 }
 
 void X11Panels::followStacking(bool follow) {
   if (std::exchange(followsStacking_, follow) == follow || !follow) return;
   stale_.stacking = true;
-  reader_->readSoon();
+  events_.readSoon();
 }
 
 bool X11Panels::isBelowPanel(const QRect& area) const {
@@ -87,23 +96,29 @@ bool X11Panels::isBelowPanel(const QRect& area) const {
 // Events
 
 void X11Panels::note(const xcb_generic_event_t& event) {
-  // All of these begin with the window that they were selected for.
-  const auto window = reinterpret_cast<const xcb_configure_notify_event_t&>(event).event;
   const int type = eventType(event);
+  if (type == XCB_PROPERTY_NOTIFY) {
+    noteProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event));
+    return;
+  }
+  // All of the others begin alike. The parent's share is not for here.
+  const auto& structure = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+  const xcb_window_t window = structure.window;
+  if (structure.event != window) return;
   const bool isGone = type == XCB_UNMAP_NOTIFY || type == XCB_DESTROY_NOTIFY;
-  if (isGone && window == fullScreen_) fullScreen_ = XCB_WINDOW_NONE;
+  if (isGone && window == fullScreen_) {
+    fullScreen_ = XCB_WINDOW_NONE;
+    isNews_ = true;
+  }
   switch (type) {
-    case XCB_PROPERTY_NOTIFY:
-      noteProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event));
-      break;
     case XCB_CONFIGURE_NOTIFY:
     case XCB_MAP_NOTIFY:
     case XCB_UNMAP_NOTIFY:
     case XCB_REPARENT_NOTIFY:
-      if (Window* panel = findPanel(window)) panel->isSettled = false;
+      unsettlePanel(window);
       break;
     case XCB_DESTROY_NOTIFY:
-      windows_.erase(window);
+      if (windows_.erase(window) != 0) isNews_ = true;
       break;
     default:
       // Errors among them: a window may go at any time.
@@ -112,26 +127,24 @@ void X11Panels::note(const xcb_generic_event_t& event) {
 }
 
 void X11Panels::noteProperty(const xcb_property_notify_event_t& event) {
-  const xcb_ewmh_connection_t& atoms = *reader_->connection().ewmh();
-  if (event.window != reader_->connection().root()) {
-    const bool matters = event.atom == atoms._NET_WM_STRUT_PARTIAL ||
-                         event.atom == atoms._NET_WM_STRUT ||
-                         event.atom == atoms._NET_WM_WINDOW_TYPE;
-    Window* panel = matters ? findPanel(event.window) : nullptr;
-    if (panel) panel->isSettled = false;
+  if (event.window != connection_.root()) {
+    const bool matters = event.atom == atoms_._NET_WM_STRUT_PARTIAL ||
+                         event.atom == atoms_._NET_WM_STRUT ||
+                         event.atom == atoms_._NET_WM_WINDOW_TYPE;
+    if (matters) unsettlePanel(event.window);
     const bool isOfCovering = event.window == active_ || event.window == fullScreen_;
-    if (isOfCovering && event.atom == atoms._NET_WM_STATE) stale_.fullScreen = followsFullScreen_;
-  } else if (event.atom == atoms._NET_CLIENT_LIST) {
+    if (isOfCovering && event.atom == atoms_._NET_WM_STATE) stale_.fullScreen = followsFullScreen_;
+  } else if (event.atom == atoms_._NET_CLIENT_LIST) {
     stale_.windows = true;
-  } else if (event.atom == atoms._NET_WORKAREA) {
+  } else if (event.atom == atoms_._NET_WORKAREA) {
     // Also the sign of a window manager's own panel that comes or goes.
     stale_.workArea = true;
     stale_.windows = true;
-  } else if (event.atom == atoms._NET_CLIENT_LIST_STACKING) {
+  } else if (event.atom == atoms_._NET_CLIENT_LIST_STACKING) {
     stale_.stacking = followsStacking_;
-  } else if (event.atom == atoms._NET_ACTIVE_WINDOW) {
+  } else if (event.atom == atoms_._NET_ACTIVE_WINDOW) {
     stale_.fullScreen = followsFullScreen_;
-  } else if (event.atom == atoms._NET_SUPPORTING_WM_CHECK) {
+  } else if (event.atom == atoms_._NET_SUPPORTING_WM_CHECK) {
     stale_.windows = true;
     if (handlers_.windowManagerChanged) handlers_.windowManagerChanged();
   }
@@ -140,8 +153,7 @@ void X11Panels::noteProperty(const xcb_property_notify_event_t& event) {
 void X11Panels::finishBatch() {
   if (!takeAnswers()) return;
   askWhatIsStale();
-  xcb_flush(reader_->connection().xcb());
-  if (questions_.empty()) announce();
+  if (questions_.empty() && std::exchange(isNews_, false)) announce();
 }
 
 // Questions and answers
@@ -152,7 +164,7 @@ void X11Panels::expect(Cookie cookie, Taker take) {
 }
 
 bool X11Panels::takeAnswers() {
-  xcb_connection_t* xcb = reader_->connection().xcb();
+  xcb_connection_t* xcb = connection_.xcb();
   while (!questions_.empty()) {
     void* answer = nullptr;
     xcb_generic_error_t* refusal = nullptr;
@@ -163,6 +175,7 @@ bool X11Panels::takeAnswers() {
     const Taker take = std::move(questions_.front().take);
     questions_.pop_front();
     take(reply.get());
+    isNews_ = true;
   }
   return true;
 }
@@ -173,14 +186,13 @@ void X11Panels::askWhatIsStale() {
   if (stale.stacking) askForStacking();
   if (stale.fullScreen) askForFullScreen();
   if (stale.windows) askForWindows();
-  for (auto& [id, window] : windows_) {
-    if (!window.isSettled) ask(id);
+  for (const xcb_window_t id : std::exchange(unsettled_, {})) {
+    if (find(id)) ask(id);
   }
 }
 
 void X11Panels::askForWorkArea() {
-  X11Connection& connection = reader_->connection();
-  expect(property(connection.xcb(), connection.root(), connection.ewmh()->_NET_WORKAREA, 4),
+  expect(property(connection_.xcb(), connection_.root(), atoms_._NET_WORKAREA, 4),
          [this](const void* reply) {
            const auto area = unitsOf(reply);
            workArea_.reset();
@@ -191,35 +203,32 @@ void X11Panels::askForWorkArea() {
 }
 
 void X11Panels::askForStacking() {
-  X11Connection& connection = reader_->connection();
-  expect(property(connection.xcb(), connection.root(), connection.ewmh()->_NET_CLIENT_LIST_STACKING,
-                  kMaxList),
-         [this](const void* reply) {
-           const auto list = unitsOf(reply);
-           stacking_.assign(list.begin(), list.end());
-           isRestacked_ = true;
-         });
+  expect(
+      property(connection_.xcb(), connection_.root(), atoms_._NET_CLIENT_LIST_STACKING, kMaxList),
+      [this](const void* reply) {
+        const auto list = unitsOf(reply);
+        stacking_.assign(list.begin(), list.end());
+        isRestacked_ = true;
+      });
 }
 
 void X11Panels::askForFullScreen() {
-  X11Connection& connection = reader_->connection();
-  expect(property(connection.xcb(), connection.root(), connection.ewmh()->_NET_ACTIVE_WINDOW, 1),
+  expect(property(connection_.xcb(), connection_.root(), atoms_._NET_ACTIVE_WINDOW, 1),
          [this](const void* reply) {
            const auto active = unitsOf(reply);
            active_ = active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active.front();
            if (fullScreen_ != XCB_WINDOW_NONE && fullScreen_ != active_) askForState(fullScreen_);
            if (active_ == XCB_WINDOW_NONE) return;
-           select(active_);
+           events_.select(active_, kFollowed);
            askForState(active_);
          });
 }
 
 void X11Panels::askForState(xcb_window_t id) {
-  X11Connection& connection = reader_->connection();
-  expect(property(connection.xcb(), id, connection.ewmh()->_NET_WM_STATE, kMaxStates),
+  expect(property(connection_.xcb(), id, atoms_._NET_WM_STATE, kMaxStates),
          [this, id](const void* reply) {
            const auto states = unitsOf(reply);
-           const xcb_atom_t atom = reader_->connection().ewmh()->_NET_WM_STATE_FULLSCREEN;
+           const xcb_atom_t atom = atoms_._NET_WM_STATE_FULLSCREEN;
            const bool isFullScreen = std::ranges::find(states, atom) != states.end();
            if (isFullScreen && id == active_) fullScreen_ = id;
            if (!isFullScreen && id == fullScreen_) fullScreen_ = XCB_WINDOW_NONE;
@@ -227,28 +236,30 @@ void X11Panels::askForState(xcb_window_t id) {
 }
 
 void X11Panels::askForWindows() {
-  X11Connection& connection = reader_->connection();
   listNumber_ += 1;
-  expect(
-      property(connection.xcb(), connection.root(), connection.ewmh()->_NET_CLIENT_LIST, kMaxList),
-      [this](const void* reply) {
-        const auto list = unitsOf(reply);
-        listWindows(list.data(), list.size());
-      });
+  expect(property(connection_.xcb(), connection_.root(), atoms_._NET_CLIENT_LIST, kMaxList),
+         [this](const void* reply) {
+           const auto list = unitsOf(reply);
+           listWindows(list.data(), list.size());
+         });
   // Some window managers list no panels, least of all their own.
-  expect(xcb_query_tree_unchecked(connection.xcb(), connection.root()), [this](const void* reply) {
-    if (reply) {
-      const auto& tree = as<xcb_query_tree_reply_t>(reply);
-      listWindows(xcb_query_tree_children(&tree),
-                  static_cast<std::size_t>(xcb_query_tree_children_length(&tree)));
-    }
-    forgetUnseen();
-  });
+  expect(xcb_query_tree_unchecked(connection_.xcb(), connection_.root()),
+         [this](const void* reply) {
+           if (reply) {
+             const auto& tree = as<xcb_query_tree_reply_t>(reply);
+             listWindows(xcb_query_tree_children(&tree),
+                         static_cast<std::size_t>(xcb_query_tree_children_length(&tree)));
+           }
+           forgetUnseen();
+         });
 }
 
 void X11Panels::listWindows(const xcb_window_t* windows, std::size_t count) {
   for (const xcb_window_t id : std::span(windows, count)) {
-    if (id != own_) windows_[id].lastSeen = listNumber_;
+    if (id == own_) continue;
+    const auto [entry, isNew] = windows_.try_emplace(id);
+    entry->second.lastSeen = listNumber_;
+    if (isNew) unsettled_.push_back(id);
   }
 }
 
@@ -258,54 +269,49 @@ void X11Panels::forgetUnseen() {
 }
 
 void X11Panels::ask(xcb_window_t id) {
-  const xcb_ewmh_connection_t& atoms = *reader_->connection().ewmh();
   Window& window = windows_[id];
-  window.isSettled = true;
   askForType(id);
   // The older property first: the newer one takes its place.
-  askForStrut(id, atoms._NET_WM_STRUT, 4);
-  askForStrut(id, atoms._NET_WM_STRUT_PARTIAL, 12);
+  askForStrut(id, atoms_._NET_WM_STRUT, 4);
+  askForStrut(id, atoms_._NET_WM_STRUT_PARTIAL, 12);
   if (window.isFollowed) askForPlace(id);
 }
 
 void X11Panels::askForType(xcb_window_t id) {
-  X11Connection& connection = reader_->connection();
-  expect(property(connection.xcb(), id, connection.ewmh()->_NET_WM_WINDOW_TYPE, kMaxTypes),
+  expect(property(connection_.xcb(), id, atoms_._NET_WM_WINDOW_TYPE, kMaxTypes),
          [this, id](const void* reply) {
            Window* window = find(id);
            if (!window) return;
            const auto types = unitsOf(reply);
-           const xcb_atom_t dock = reader_->connection().ewmh()->_NET_WM_WINDOW_TYPE_DOCK;
+           const xcb_atom_t dock = atoms_._NET_WM_WINDOW_TYPE_DOCK;
            window->isDock = std::ranges::find(types, dock) != types.end();
            window->facts.strut.reset();
          });
 }
 
 void X11Panels::askForStrut(xcb_window_t id, xcb_atom_t name, std::uint32_t length) {
-  expect(property(reader_->connection().xcb(), id, name, length),
-         [this, id, length](const void* reply) {
-           Window* window = find(id);
-           if (!window) return;
-           const auto units = unitsOf(reply);
-           Strut strut{};
-           std::copy_n(units.begin(), std::min<std::size_t>(units.size(), length), strut.begin());
-           const bool isAny = std::any_of(strut.begin(), strut.begin() + 4,
-                                          [](std::uint32_t thickness) { return thickness != 0; });
-           if (isAny) window->facts.strut = strut;
-           if (window->isPanel() && !window->isFollowed) follow(id, *window);
-         });
+  expect(property(connection_.xcb(), id, name, length), [this, id, length](const void* reply) {
+    Window* window = find(id);
+    if (!window) return;
+    const auto units = unitsOf(reply);
+    Strut strut{};
+    std::copy_n(units.begin(), std::min<std::size_t>(units.size(), length), strut.begin());
+    const bool isAny = std::any_of(strut.begin(), strut.begin() + 4,
+                                   [](std::uint32_t thickness) { return thickness != 0; });
+    if (isAny) window->facts.strut = strut;
+    if (window->isPanel() && !window->isFollowed) follow(id, *window);
+  });
 }
 
 void X11Panels::askForPlace(xcb_window_t id) {
-  X11Connection& connection = reader_->connection();
-  xcb_connection_t* xcb = connection.xcb();
+  xcb_connection_t* xcb = connection_.xcb();
   expect(xcb_get_geometry_unchecked(xcb, id), [this, id](const void* reply) {
     Window* window = find(id);
     if (!window || !reply) return;
     const auto& size = as<xcb_get_geometry_reply_t>(reply);
     window->facts.geometry.setSize({size.width, size.height});
   });
-  expect(xcb_translate_coordinates_unchecked(xcb, id, connection.root(), 0, 0),
+  expect(xcb_translate_coordinates_unchecked(xcb, id, connection_.root(), 0, 0),
          [this, id](const void* reply) {
            Window* window = find(id);
            if (!window || !reply) return;
@@ -321,16 +327,11 @@ void X11Panels::askForPlace(xcb_window_t id) {
   });
 }
 
-void X11Panels::select(xcb_window_t id) {
-  const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-  xcb_change_window_attributes(reader_->connection().xcb(), id, XCB_CW_EVENT_MASK, &events);
-}
-
 void X11Panels::follow(xcb_window_t id, Window& window) {
   window.isFollowed = true;
-  select(id);
+  events_.select(id, kFollowed);
   // It may have changed just before.
-  window.isSettled = false;
+  unsettlePanel(id);
 }
 
 void X11Panels::announce() {
@@ -362,9 +363,10 @@ X11Panels::Window* X11Panels::find(xcb_window_t id) {
   return found == windows_.end() ? nullptr : &found->second;
 }
 
-X11Panels::Window* X11Panels::findPanel(xcb_window_t id) {
-  Window* window = find(id);
-  return window && window->isFollowed ? window : nullptr;
+void X11Panels::unsettlePanel(xcb_window_t id) {
+  const Window* window = find(id);
+  const bool isPanel = window && window->isFollowed;
+  if (isPanel && std::ranges::find(unsettled_, id) == unsettled_.end()) unsettled_.push_back(id);
 }
 
 }  // namespace vembrix

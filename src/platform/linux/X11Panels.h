@@ -32,7 +32,9 @@ class X11Panels {
     std::function<void()> windowManagerChanged;
   };
 
-  X11Panels(std::unique_ptr<X11Connection> connection, Handlers handlers);
+  /// The reader must outlive it.
+  X11Panels(X11EventReader& events, Handlers handlers);
+  ~X11Panels();
   X11Panels(const X11Panels&) = delete;
   X11Panels& operator=(const X11Panels&) = delete;
 
@@ -61,8 +63,6 @@ class X11Panels {
     bool isDock = false;
     [[nodiscard]] bool isPanel() const { return isDock || facts.strut; }
     bool isFollowed = false;
-    /// Whether it has been asked since it last changed.
-    bool isSettled = false;
     /// Numbers the lists of windows.
     std::uint32_t lastSeen = 0;
   };
@@ -96,22 +96,28 @@ class X11Panels {
   void askForType(xcb_window_t id);
   void askForStrut(xcb_window_t id, xcb_atom_t property, std::uint32_t length);
   void askForPlace(xcb_window_t id);
-  void select(xcb_window_t id);
   void follow(xcb_window_t id, Window& window);
+  /// Has it asked again, where it is followed.
+  void unsettlePanel(xcb_window_t id);
   void forgetUnseen();
   void announce();
 
   template <typename Cookie>
   void expect(Cookie cookie, Taker take);
   Window* find(xcb_window_t id);
-  /// Null where it is not followed.
-  Window* findPanel(xcb_window_t id);
 
   Handlers handlers_;
-  std::unique_ptr<X11EventReader> reader_;
+  X11EventReader& events_;
+  X11Connection& connection_;
+  const xcb_ewmh_connection_t& atoms_;
+  Token listening_;
   std::deque<Question> questions_;
   std::unordered_map<xcb_window_t, Window> windows_;
   std::uint32_t listNumber_ = 0;
+  /// Not asked since they came or changed.
+  std::vector<xcb_window_t> unsettled_;
+  /// Something may be other than it was announced.
+  bool isNews_ = false;
   Stale stale_{.windows = true, .workArea = true};
   xcb_window_t own_ = XCB_WINDOW_NONE;
   bool followsStacking_ = false;

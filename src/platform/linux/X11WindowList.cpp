@@ -20,10 +20,6 @@ const Event& as(const xcb_generic_event_t& event) {
   return reinterpret_cast<const Event&>(event);
 }
 
-void select(X11Connection& connection, xcb_window_t window, std::uint32_t events) {
-  xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &events);
-}
-
 /// The place of a window with its border.
 template <typename Geometry>
 QRect outerRect(const Geometry& geometry) {
@@ -43,23 +39,21 @@ QSize halfOfSmallestScreen() {
 
 }  // namespace
 
-X11WindowList::X11WindowList(std::unique_ptr<X11Connection> connection, const X11Desktop& desktop)
-    : desktop_(desktop) {
-  if (!connection) return;
-  reader_ = std::make_unique<X11EventReader>(
-      std::move(connection),
-      X11EventReader::Handlers{[this](const xcb_generic_event_t& event) { note(event); },
-                               [this] { refresh(); }});
+X11WindowList::X11WindowList(X11Desktop& desktop)
+    : desktop_(desktop),
+      events_(desktop.events()),
+      connection_(events_.connection()),
+      listening_(events_.listen({.event = [this](const auto& event) { note(event); },
+                                 .batchEnd = [this] { refresh(); }})) {
   readAll();
 }
 
 void X11WindowList::readAll() {
-  X11Connection& connection = reader_->connection();
-  xcb_connection_t* xcb = connection.xcb();
+  xcb_connection_t* xcb = connection_.xcb();
   // Selected first, so that no change falls in between.
-  select(connection, connection.root(), XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+  events_.select(connection_.root(), XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
   const XcbPtr<xcb_query_tree_reply_t> tree{
-      xcb_query_tree_reply(xcb, xcb_query_tree_unchecked(xcb, connection.root()), nullptr)};
+      xcb_query_tree_reply(xcb, xcb_query_tree_unchecked(xcb, connection_.root()), nullptr)};
   if (!tree) return;
   const xcb_window_t* children = xcb_query_tree_children(tree.get());
   const int count = xcb_query_tree_children_length(tree.get());
@@ -81,13 +75,13 @@ void X11WindowList::readAll() {
     setMapped(children[i], attributes->map_state != XCB_MAP_STATE_UNMAPPED);
   }
   refresh();
-  reader_->readSoon();
+  events_.readSoon();
 }
 
 // Events
 
 void X11WindowList::note(const xcb_generic_event_t& event) {
-  const xcb_window_t root = reader_->connection().root();
+  const xcb_window_t root = connection_.root();
   switch (eventType(event)) {
     case XCB_CREATE_NOTIFY: {
       const auto& created = as<xcb_create_notify_event_t>(event);
@@ -142,12 +136,12 @@ void X11WindowList::noteConfiguration(const xcb_configure_notify_event_t& event)
 }
 
 void X11WindowList::noteReparenting(const xcb_reparent_notify_event_t& event) {
-  const xcb_window_t root = reader_->connection().root();
+  const xcb_window_t root = connection_.root();
   if (event.event == root) {
     remove(event.window);
     if (event.parent == root) {
       // Its size is told by no event of its coming; it is not mapped yet.
-      xcb_connection_t* xcb = reader_->connection().xcb();
+      xcb_connection_t* xcb = connection_.xcb();
       const XcbPtr<xcb_get_geometry_reply_t> geometry{
           xcb_get_geometry_reply(xcb, xcb_get_geometry_unchecked(xcb, event.window), nullptr)};
       if (geometry) add(event.window, outerRect(*geometry));
@@ -158,7 +152,7 @@ void X11WindowList::noteReparenting(const xcb_reparent_notify_event_t& event) {
 }
 
 void X11WindowList::noteProperty(const xcb_property_notify_event_t& event) {
-  const xcb_ewmh_connection_t& atoms = *reader_->connection().ewmh();
+  const xcb_ewmh_connection_t& atoms = *connection_.ewmh();
   const bool matters = event.atom == XCB_ATOM_WM_CLASS || event.atom == atoms._NET_WM_DESKTOP ||
                        event.atom == atoms._NET_WM_WINDOW_TYPE || event.atom == atoms._NET_WM_PID;
   if (!matters) return;
@@ -233,16 +227,12 @@ void X11WindowList::forgetAnswers(const Window& window) {
 }
 
 void X11WindowList::read(Window& window) {
-  X11Connection& connection = reader_->connection();
   window.isStale = false;
   // Frames may get their window after they are shown.
-  select(connection, window.id,
-         XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
-  window.client = clientWithin(connection, window.id);
-  if (window.client != window.id) {
-    select(connection, window.client, XCB_EVENT_MASK_PROPERTY_CHANGE);
-  }
-  WindowFacts facts = readWindowFacts(connection, window.client);
+  events_.select(window.id, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
+  window.client = clientWithin(connection_, window.id);
+  if (window.client != window.id) events_.select(window.client, XCB_EVENT_MASK_PROPERTY_CHANGE);
+  WindowFacts facts = readWindowFacts(connection_, window.client);
   window.owner = std::move(facts.owner);
   window.isDesktopElement = facts.isDesktopElement;
   window.isInvisible = facts.isInvisible;

@@ -22,8 +22,7 @@ namespace vembrix {
 /// screen, are neither listed nor asked about. Main thread; needs a Qt application.
 class X11WindowList {
  public:
-  /// Null: there are no windows to tell of.
-  X11WindowList(std::unique_ptr<X11Connection> connection, const X11Desktop& desktop);
+  explicit X11WindowList(X11Desktop& desktop);
   X11WindowList(const X11WindowList&) = delete;
   X11WindowList& operator=(const X11WindowList&) = delete;
 
@@ -74,7 +73,9 @@ class X11WindowList {
   [[nodiscard]] PropertyList build(bool withDesktopElements) const;
 
   const X11Desktop& desktop_;
-  std::unique_ptr<X11EventReader> reader_;
+  X11EventReader& events_;
+  X11Connection& connection_;
+  Token listening_;
   /// Back to front.
   Windows windows_;
   /// Half of the smallest screen, in pixels.

@@ -9,10 +9,12 @@
 #include <utility>
 
 #include "platform/Application.h"
+#include "platform/linux/ChosenDesktop.h"
 #include "platform/linux/NativeColor.h"
 #include "platform/linux/QtEwmh.h"
 #include "platform/linux/ScreenCoordinates.h"
 #include "platform/linux/WindowHints.h"
+#include "platform/linux/X11Desktop.h"
 #include "platform/linux/menubar/StripPlaces.h"
 
 namespace vembrix {
@@ -90,6 +92,7 @@ void StatusStrip::closeEvent(QCloseEvent* event) {
 }
 
 void StatusStrip::followPanels() {
+  X11Desktop* desktop = chosenDesktop().x11;
   if (!ewmhOfQt()) return;
   guard_ = std::make_unique<StripGuard>(StripGuard::Handlers{.repair =
                                                                  [this] {
@@ -103,10 +106,9 @@ void StatusStrip::followPanels() {
                                                                    returnToPlace();
                                                                    giveWay();
                                                                  }});
-  std::unique_ptr<X11Connection> connection = X11Connection::open();
-  if (!connection) return;
+  if (!desktop) return;
   panels_ = std::make_unique<X11Panels>(
-      std::move(connection),
+      desktop->events(),
       X11Panels::Handlers{
           .changed =
               [this] {
