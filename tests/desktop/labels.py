@@ -109,6 +109,8 @@ class Showings:
             if frozen := self._frozen:
                 os.kill(frozen, signal.SIGSTOP)
             if Window(self._desktop, identifier).read("WM_CLASS") == OWN_CLASS:
+                # Others that come up later let the program stay as it is.
+                self._frozen = None
                 self._showings.append(Showing(identifier, begin))
             elif frozen:
                 # Some window managers have windows of this kind themselves.
@@ -130,12 +132,13 @@ class Showings:
     @contextlib.contextmanager
     def freezing(self, program):
         """The next that comes up stays: the program is stopped in that moment."""
-        self._frozen = program.process.popen.pid
+        pid = program.process.popen.pid
+        self._frozen = pid
         try:
             yield
         finally:
-            os.kill(self._frozen, signal.SIGCONT)
             self._frozen = None
+            os.kill(pid, signal.SIGCONT)
 
 
 class Labels:

@@ -4,6 +4,9 @@
 #include <csignal>
 #include <string>
 #include <vector>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 #include "platform/MainQueue.h"
 #include "platform/SystemLog.h"
@@ -39,6 +42,15 @@ struct QtArguments {
   std::vector<char*> pointers;
   int count = 0;
 };
+
+/// Gives large pieces of memory back at once, as pictures are that live for a moment.
+/// Left alone, the C library keeps them when it has seen a few come and go.
+void returnFreedMemory() {
+#ifdef __GLIBC__
+  mallopt(M_MMAP_THRESHOLD, 128 * 1024);
+  mallopt(M_TRIM_THRESHOLD, 64 * 1024);
+#endif
+}
 
 QtArguments& qtArguments() {
   static auto& arguments = *new QtArguments(chosenDesktop().qtPlatform);
@@ -105,6 +117,7 @@ Application& Application::shared() {
 }
 
 LinuxApplication::LinuxApplication() {
+  returnFreedMemory();
   // Writing to a server that has just gone is an error to be handled.
   std::signal(SIGPIPE, SIG_IGN);
   handleQtMessages();
