@@ -1,9 +1,9 @@
 """Takes the pictures of the README on private desktops: the strip and the dropdown
-at double scale, and a film of the main job.
+at double scale, a label, and a film of the main job.
 
 Usage: gallery.py PROGRAM FOLDER
 
-Leaves strip-1.png to strip-4.png and dropdown.png in the folder, and the film as
+Leaves strip-1.png to strip-4.png, dropdown.png and label.png in the folder, and the film as
 one picture for each change on the screen in film/, with film/frames.txt: a line
 for each frame in its order, with how long it is shown, in hundredths of a second,
 and its file.
@@ -18,6 +18,7 @@ import time
 from desktop import Desktop, Portal
 from dropdown import INSET, NAME_X, ROW_HEIGHT, Dropdown
 from furniture import NOTES, hang_wallpaper, open_note
+from labels import Labels
 from processes import wait_until
 from screen import Picture
 from vembrix import Defaults, Vembrix
@@ -181,9 +182,13 @@ class Stills:
         self._program = start(desktop, {"QT_SCALE_FACTOR": str(self.SCALE)})
 
     def shoot(self, folder):
+        last = None
         for index, (title, _) in NOTES.items():
             self._desktop.go_to(index)
             self._program.wait_for_title(title)
+            # Painted after its window has that name.
+            wait_until(lambda: self._program.fill() != last, f"the colour of {title}")
+            last = self._program.fill()
             self._keep(os.path.join(folder, f"strip-{index + 1}.png"), self.CORNER)
         menu = Dropdown(self._program, self.SCALE)
         menu.open()
@@ -197,6 +202,29 @@ class Stills:
         width, height = (self.SCALE * length for length in size)
         left = self._desktop.size[0] - width
         self._desktop.still_picture().crop(left, 0, width, height).save_png(path)
+
+
+def shoot_label(desktop, path):
+    """On arrival at a desktop where one has just worked."""
+    defaults = Defaults(desktop)
+    defaults.write({"SpaceNames": {"x11-desktop-2": NOTES[1][0]}})
+    furnish(desktop, "60x16+140+160", 11)
+    program = start(desktop)
+    desktop.go_to(1)
+    program.wait_for_title(NOTES[1][0])
+    desktop.run("xdotool", "mousemove", "400", "600", "click", "1")
+    is_noticed = lambda: defaults.read().get("SpaceHeatRecency", [""])[0] == "x11-desktop-2"  # noqa: E731
+    wait_until(is_noticed, "the click to be noticed")
+    desktop.go_to(0)
+    program.wait_for_title("Desktop 1")
+    Labels(program).wait_for_rest()
+    with desktop.pixels() as pixels:
+        place = (desktop.size[0] - 3, 12)
+        fill = pixels.at(*place)
+        desktop.go_to(1)
+        wait_until(lambda: pixels.at(*place) != fill, "the strip of the other desktop")
+        desktop.picture().save_png(path)
+    end(program)
 
 
 def furnish(desktop, geometry, font_size):
@@ -230,6 +258,8 @@ def main():
     try:
         with Desktop(compositor=True) as desktop:
             Stills(desktop).shoot(folder)
+        with Desktop(compositor=True) as desktop:
+            shoot_label(desktop, os.path.join(folder, "label.png"))
         with Desktop(compositor=True, size=Film.SIZE) as desktop:
             Film(desktop).shoot(os.path.join(folder, "film"))
     except AssertionError as failure:
