@@ -3,11 +3,6 @@
 namespace vembrix {
 namespace {
 
-// Of keys, not of characters: the same in every keyboard layout.
-constexpr unsigned short kReturnKey = 36;
-constexpr unsigned short kEscapeKey = 53;
-constexpr unsigned short kKeypadEnterKey = 76;
-
 constexpr NSEventModifierFlags kShortcutModifiers =
     NSEventModifierFlagCommand | NSEventModifierFlagOption | NSEventModifierFlagControl |
     NSEventModifierFlagShift;
@@ -35,21 +30,6 @@ bool performCommandKey(unichar character, NSTextView* editor) {
 }
 
 }  // namespace
-
-RowKey rowKey(NSEvent* event, NSTextView* editor) {
-  // Return takes the word that the input method proposes, Escape drops it.
-  if (editor.hasMarkedText) return RowKey::Other;
-  switch (event.keyCode) {
-    case kReturnKey:
-      return RowKey::Return;
-    case kKeypadEnterKey:
-      return RowKey::KeypadEnter;
-    case kEscapeKey:
-      return RowKey::Escape;
-    default:
-      return RowKey::Other;
-  }
-}
 
 bool performEditCommand(NSEvent* event, NSTextView* editor) {
   const NSEventModifierFlags modifiers = event.modifierFlags & kShortcutModifiers;

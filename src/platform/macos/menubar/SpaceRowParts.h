@@ -21,4 +21,7 @@ struct SpaceRowParts {
 SpaceRowParts addSpaceRowParts(NSView* row, const SpaceRowContent& content,
                                const std::string& label);
 
+/// A field to edit a name in, as a row has it.
+NSTextField* makeNameField(NSFont* font, NSString* accessibilityLabel);
+
 }  // namespace vembrix

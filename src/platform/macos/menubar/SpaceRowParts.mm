@@ -51,19 +51,9 @@ NSTextField* makeLabel(const SpaceRowContent& content, const std::string& text) 
 }
 
 NSTextField* makeEditField(const SpaceRowContent& content, const std::string& text) {
-  auto* field = [[NSTextField alloc] initWithFrame:NSZeroRect];
+  NSTextField* field = makeNameField(nativeFont(content.font), nativeString(content.renameTitle));
   field.stringValue = nativeString(text);
-  field.font = nativeFont(content.font);
-  field.editable = YES;
-  field.bordered = YES;
-  field.bezelStyle = NSTextFieldSquareBezel;
-  field.drawsBackground = YES;
-  field.focusRingType = NSFocusRingTypeDefault;
-  // A name longer than the field scrolls in it, on one line.
-  field.usesSingleLineMode = YES;
-  field.cell.scrollable = YES;
   field.hidden = YES;
-  field.accessibilityLabel = nativeString(content.renameTitle);
   return field;
 }
 
@@ -123,6 +113,21 @@ NSArray<NSLayoutConstraint*>* constraints(NSView* row, NSView* dot, const SpaceR
 }
 
 }  // namespace
+
+NSTextField* makeNameField(NSFont* font, NSString* accessibilityLabel) {
+  auto* field = [[NSTextField alloc] initWithFrame:NSZeroRect];
+  field.font = font;
+  field.editable = YES;
+  field.bordered = YES;
+  field.bezelStyle = NSTextFieldSquareBezel;
+  field.drawsBackground = YES;
+  field.focusRingType = NSFocusRingTypeDefault;
+  // A name longer than the field scrolls in it, on one line.
+  field.usesSingleLineMode = YES;
+  field.cell.scrollable = YES;
+  field.accessibilityLabel = accessibilityLabel;
+  return field;
+}
 
 SpaceRowParts addSpaceRowParts(NSView* row, const SpaceRowContent& content,
                                const std::string& label) {

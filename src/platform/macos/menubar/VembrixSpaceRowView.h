@@ -5,10 +5,10 @@
 #include "platform/SpaceRowView.h"
 #include "platform/macos/Arc.h"
 
-/// Shows what it is told, and tells the handler what the user does. Owns its parts,
-/// its timer and its event monitor, which both hold it weakly; SystemSpaceRowView owns
-/// it and the handler.
-@interface VembrixSpaceRowView : NSView <NSTextFieldDelegate>
+/// Shows what it is told, and tells the handler what the user does. Owns its parts, its
+/// timer and its name editor, which both hold it weakly; SystemSpaceRowView owns it and
+/// the handler.
+@interface VembrixSpaceRowView : NSView
 
 /// The handler stays the caller's, who invalidates the row before the handler
 /// goes.

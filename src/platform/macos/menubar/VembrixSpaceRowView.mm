@@ -5,15 +5,16 @@
 #include <utility>
 
 #import "platform/macos/Conversions.h"
-#import "platform/macos/menubar/EditingKeys.h"
+#import "platform/macos/menubar/MenuTracking.h"
 #import "platform/macos/menubar/SpaceRowParts.h"
+#import "platform/macos/menubar/VembrixNameEditor.h"
 
 using namespace vembrix;
 
 @implementation VembrixSpaceRowView {
   SpaceRowParts _parts;
+  VembrixNameEditor* _nameEditor;
   NSTrackingArea* _trackingArea;
-  id _eventMonitor;
   NSTimer* _hoverTimer;
   /// Null when nobody is to be told any more.
   SpaceRowHandler* _handler;
@@ -39,7 +40,7 @@ using namespace vembrix;
   // All that show: leaves out what equals a fresh state.
   _state.label = state.label;
   _parts = addSpaceRowParts(self, content, state.label);
-  _parts.editField.delegate = self;
+  _nameEditor = [[VembrixNameEditor alloc] initWithField:_parts.editField row:self handler:handler];
   _parts.renameButton.target = self;
   _parts.renameButton.action = @selector(renameClicked);
   [self describeWithContent:content];
@@ -48,21 +49,15 @@ using namespace vembrix;
 }
 
 - (void)dealloc {
-  [self stop];
+  [self stopHoverTracking];
 }
 
 - (void)invalidate {
   _handler = nullptr;
-  [self stop];
-  [self endEditing];
-  _parts.editField.delegate = nil;
-  _parts.renameButton.target = nil;
-}
-
-/// What would call the row from outside its window.
-- (void)stop {
   [self stopHoverTracking];
-  [self removeMonitor];
+  [_nameEditor invalidate];
+  _parts.label.hidden = NO;
+  _parts.renameButton.target = nil;
 }
 
 #pragma mark What is shown
@@ -70,7 +65,7 @@ using namespace vembrix;
 - (void)show:(const SpaceRowState&)state {
   if (_state == state) return;
   const SpaceRowState old = std::exchange(_state, state);
-  if (old.isEditing && !state.isEditing) [self endEditing];
+  if (old.isEditing && !state.isEditing) [_nameEditor end];
   if (old.label != state.label) {
     _parts.label.stringValue = nativeString(state.label);
     self.accessibilityLabel = _parts.label.stringValue;
@@ -79,9 +74,8 @@ using namespace vembrix;
   _parts.renameButton.hidden = !state.showsRenameButton;
   if (old.background != state.background) [self showBackground];
   if (!old.isEditing && state.isEditing) {
-    _parts.editField.stringValue = nativeString(state.label);
-    _parts.editField.hidden = NO;
-    [self takeKeyboard];
+    [self cancelEditingOfOthers];
+    [_nameEditor beginWithText:nativeString(state.label)];
   }
 }
 
@@ -108,8 +102,7 @@ using namespace vembrix;
 
 - (void)viewWillMoveToWindow:(NSWindow*)newWindow {
   [super viewWillMoveToWindow:newWindow];
-  // The field editor belongs to the window that the row leaves.
-  if (self.window && self.window != newWindow) [self dropFieldEditor];
+  if (self.window && self.window != newWindow) [_nameEditor rowWillLeaveWindow];
 }
 
 - (void)viewDidMoveToWindow {
@@ -117,10 +110,13 @@ using namespace vembrix;
   if (self.window) {
     _ignoresActivation = NO;
     if (_handler) _handler->setShown(true);
-    if (_state.isEditing) [self takeKeyboard];
+    if (_state.isEditing) {
+      [self cancelEditingOfOthers];
+      [_nameEditor rowDidEnterWindow];
+    }
     [self startHoverTracking];
   } else {
-    [self stop];
+    [self stopHoverTracking];
     if (_state.isEditing) _ignoresActivation = YES;
     if (_handler) _handler->setShown(false);
   }
@@ -154,19 +150,9 @@ using namespace vembrix;
   [self stopHoverTracking];
   if (!_handler) return;
   __weak VembrixSpaceRowView* weakSelf = self;
-  _hoverTimer = [NSTimer timerWithTimeInterval:row_metrics::kHoverInterval
-                                       repeats:YES
-                                         block:^(NSTimer*) {
-                                           // The event that opened the menu, and its
-                                           // pool, last as long as the menu is open.
-                                           @autoreleasepool {
-                                             [weakSelf hoverTick];
-                                           }
-                                         }];
-  // An open menu runs the loop in the first mode; the common ones, of which it is
-  // usually one, hold also while it opens and closes.
-  [NSRunLoop.currentRunLoop addTimer:_hoverTimer forMode:NSEventTrackingRunLoopMode];
-  [NSRunLoop.currentRunLoop addTimer:_hoverTimer forMode:NSRunLoopCommonModes];
+  _hoverTimer = startMenuTimer(row_metrics::kHoverInterval, ^{
+    [weakSelf hoverTick];
+  });
   [self hoverTick];
 }
 
@@ -176,8 +162,12 @@ using namespace vembrix;
 }
 
 - (void)hoverTick {
+  if (_state.isEditing) {
+    [_nameEditor look];
+    return;
+  }
   NSWindow* window = self.window;
-  if (_state.isEditing || !window || !_handler) return;
+  if (!window || !_handler) return;
   [self setHighlighted:self.enclosingMenuItem.highlighted];
   const NSPoint inWindow = [window convertPointFromScreen:NSEvent.mouseLocation];
   const NSPoint point = [self convertPoint:inWindow fromView:nil];
@@ -229,29 +219,11 @@ using namespace vembrix;
 }
 
 - (NSString*)editedText {
-  return _parts.editField.stringValue;
+  return _nameEditor.text;
 }
 
 - (void)renameClicked {
   if (_handler) _handler->renameClicked();
-}
-
-/// Nil while the field is not the window's first responder.
-- (NSTextView*)fieldEditor {
-  NSText* editor = _parts.editField.currentEditor;
-  return [editor isKindOfClass:[NSTextView class]] ? static_cast<NSTextView*>(editor) : nil;
-}
-
-- (void)takeKeyboard {
-  NSWindow* window = self.window;
-  if (!window) return;
-  [self cancelEditingOfOthers];
-  // The caret and input methods go with the key window. A menu's may be it or may
-  // not, which is the system's to say.
-  if (!window.keyWindow && window.canBecomeKeyWindow) [window makeKeyWindow];
-  [window makeFirstResponder:_parts.editField];
-  [_parts.editField.currentEditor selectAll:nil];
-  [self installMonitor];
 }
 
 /// A window has one first responder: a row that lost it would go on waiting for
@@ -269,77 +241,9 @@ using namespace vembrix;
   if (_handler) _handler->cancel();
 }
 
-- (void)endEditing {
-  [self removeMonitor];
-  [self dropFieldEditor];
-  _parts.editField.hidden = YES;
-  _parts.label.hidden = NO;
-}
-
-/// Gives the field editor back to the window and the keyboard to the menu. Does
-/// nothing when the field does not have them.
-- (void)dropFieldEditor {
-  NSTextView* editor = [self fieldEditor];
-  if (!editor) return;
-  if (editor.hasMarkedText) [editor.inputContext discardMarkedText];
-  [_parts.editField abortEditing];
-  [self.window makeFirstResponder:nil];
-}
-
-- (void)installMonitor {
-  [self removeMonitor];
-  __weak VembrixSpaceRowView* weakSelf = self;
-  _eventMonitor = [NSEvent addLocalMonitorForEventsMatchingMask:NSEventMaskKeyDown
-                                                        handler:^NSEvent*(NSEvent* event) {
-                                                          VembrixSpaceRowView* row = weakSelf;
-                                                          if (!row) return event;
-                                                          return [row eventAfterKeyDown:event];
-                                                        }];
-}
-
-- (void)removeMonitor {
-  if (!_eventMonitor) return;
-  [NSEvent removeMonitor:_eventMonitor];
-  _eventMonitor = nil;
-}
-
-/// Nil when the event is done with.
-- (NSEvent*)eventAfterKeyDown:(NSEvent*)event {
-  if (!_handler || !_state.isEditing) return event;
-  NSTextView* editor = [self fieldEditor];
-  switch (_handler->keyDown(rowKey(event, editor))) {
-    case KeyHandling::Passed:
-      return event;
-    case KeyHandling::Swallowed:
-      return nil;
-    case KeyHandling::Interpreted:
-      if (!editor) return event;
-      if (!performEditCommand(event, editor)) [editor interpretKeyEvents:@[ event ]];
-      return nil;
-  }
-}
-
-/// The field's own path, for systems on which an open menu hands key presses to
-/// its window and no monitor sees them. The program has no Edit menu.
+/// The program has no Edit menu.
 - (BOOL)performKeyEquivalent:(NSEvent*)event {
-  NSTextView* editor = _state.isEditing ? [self fieldEditor] : nil;
-  if (editor && performEditCommand(event, editor)) return YES;
-  return [super performKeyEquivalent:event];
-}
-
-- (BOOL)control:(NSControl*)control
-               textView:(NSTextView*)textView
-    doCommandBySelector:(SEL)commandSelector {
-  if (!_handler) return NO;
-  if (commandSelector == @selector(insertNewline:)) {
-    _handler->commit();
-    return YES;
-  }
-  if (commandSelector == @selector(cancelOperation:)) {
-    _handler->cancel();
-    return YES;
-  }
-  return NO;
+  return [_nameEditor performEditCommand:event] || [super performKeyEquivalent:event];
 }
 
 #pragma mark Accessibility
