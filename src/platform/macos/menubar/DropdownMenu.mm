@@ -14,6 +14,8 @@
 /// Nil when the selection is on no item.
 @property(nonatomic, copy) void (^willHighlight)(NSMenuItem* item);
 @property(nonatomic, readonly) BOOL isOpen;
+/// How often it has been.
+@property(nonatomic, readonly) int openings;
 /// Nothing is told any more.
 - (void)invalidate;
 @end
@@ -36,6 +38,7 @@
 
 - (void)menuWillOpen:(NSMenu*)menu {
   _isOpen = YES;
+  _openings += 1;
 }
 
 - (void)menuDidClose:(NSMenu*)menu {
@@ -102,6 +105,7 @@ class SystemDropdownMenu : public NativeDropdownMenu {
 
   NSMenu* nativeMenu() const override { return menu_; }
   bool isOpen() const override { return delegate_.isOpen; }
+  int openings() const override { return delegate_.openings; }
 
   void setNeedsUpdateHandler(std::function<void()> handler) override {
     needsUpdateHandler_ = std::move(handler);

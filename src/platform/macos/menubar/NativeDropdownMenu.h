@@ -14,6 +14,8 @@ class NativeDropdownMenu : public DropdownMenu {
   /// Owned by this object.
   [[nodiscard]] virtual NSMenu* nativeMenu() const = 0;
   [[nodiscard]] virtual bool isOpen() const = 0;
+  /// How often the menu has opened so far.
+  [[nodiscard]] virtual int openings() const = 0;
 };
 
 }  // namespace vembrix

@@ -3,14 +3,20 @@
 #import <AppKit/AppKit.h>
 #import <QuartzCore/QuartzCore.h>
 
+#include <optional>
 #include <utility>
+#include <vector>
 
 #import "platform/macos/AppearanceObserver.h"
 #import "platform/macos/Conversions.h"
+#include "platform/macos/menubar/ItemSight.h"
 #import "platform/macos/menubar/NativeDropdownMenu.h"
 
 namespace vembrix {
 namespace {
+
+/// From a click on the item to a menu that has opened, at most, in seconds.
+constexpr double kPatience = 0.3;
 
 NSImage* makeImage(const TemplateImage& given) {
   // The block's own copy, which clang-tidy takes for needless: it draws whenever the
@@ -32,6 +38,22 @@ NSImage* makeImage(const TemplateImage& given) {
   return image;
 }
 
+std::optional<ItemWindow> itemWindow(NSWindow* window) {
+  if (!window) return {};
+  return ItemWindow{rectFrom(window.frame),
+                    (window.occlusionState & NSWindowOcclusionStateVisible) != 0};
+}
+
+std::vector<MenuBarScreen> menuBarScreens() {
+  std::vector<MenuBarScreen> screens;
+  for (NSScreen* screen in NSScreen.screens) {
+    const Rect frame = rectFrom(screen.frame);
+    screens.push_back({frame, notchBetween(frame, rectFrom(screen.auxiliaryTopLeftArea),
+                                           rectFrom(screen.auxiliaryTopRightArea))});
+  }
+  return screens;
+}
+
 /// Owns the native item and the menu; the system keeps the item in the menu bar
 /// until it is removed. The observer of the button's appearance leads back here,
 /// and is invalidated first.
@@ -50,6 +72,7 @@ class SystemStatusItem : public StatusItem {
 
   ~SystemStatusItem() override {
     [appearance_ invalidate];
+    [lookAgain_ invalidate];
     item_.menu = nil;
     [NSStatusBar.systemStatusBar removeStatusItem:item_];
   }
@@ -72,33 +95,59 @@ class SystemStatusItem : public StatusItem {
   }
 
   void setMenu(std::unique_ptr<DropdownMenu> menu) override {
-    // Every menu comes from DropdownMenu::create().
-    const auto* native = static_cast<const NativeDropdownMenu*>(menu.get());
-    item_.menu = native ? native->nativeMenu() : nil;
-    menu_ = std::move(menu);
+    // The old one lives until the item has let go of it.
+    std::swap(menu_, menu);
+    item_.menu = nativeMenu() ? nativeMenu()->nativeMenu() : nil;
   }
 
   DropdownMenu* menu() const override { return menu_.get(); }
 
   void openMenu() override {
-    // Every menu comes from DropdownMenu::create().
-    const auto* native = static_cast<const NativeDropdownMenu*>(menu_.get());
+    const NativeDropdownMenu* native = nativeMenu();
     if (!native || native->isOpen()) return;
     NSStatusBarButton* button = item_.button;
-    const bool isSeen = (button.window.occlusionState & NSWindowOcclusionStateVisible) != 0;
-    if (isSeen) {
-      [button performClick:nil];
+    if (!isItemSeen(itemWindow(button.window), menuBarScreens())) {
+      openMenuAtCorner();
       return;
     }
-    // The item is behind the notch, did not fit, or the menu bar is hidden: the menu
-    // opens where the menu bar's items end. AppKit moves it onto the screen.
-    const NSRect area = NSScreen.mainScreen.visibleFrame;
-    [native->nativeMenu() popUpMenuPositioningItem:nil
-                                        atLocation:NSMakePoint(NSMaxX(area), NSMaxY(area))
-                                            inView:nil];
+    const int openings = native->openings();
+    [button performClick:nil];
+    // The click has usually lasted as long as the menu was open. Beside a full-screen
+    // program on another display it is reported to do nothing.
+    if (native->openings() == openings) lookAgain(openings);
   }
 
  private:
+  /// Null for none.
+  const NativeDropdownMenu* nativeMenu() const {
+    // Every menu comes from DropdownMenu::create().
+    return static_cast<const NativeDropdownMenu*>(menu_.get());
+  }
+
+  /// Not by the main queue, which would wait for as long as the menu is open.
+  void lookAgain(int openings) {
+    [lookAgain_ invalidate];
+    lookAgain_ = [NSTimer timerWithTimeInterval:kPatience
+                                        repeats:NO
+                                          block:^(NSTimer*) {
+                                            const NativeDropdownMenu* menu = nativeMenu();
+                                            if (menu && menu->openings() == openings) {
+                                              openMenuAtCorner();
+                                            }
+                                          }];
+    [NSRunLoop.mainRunLoop addTimer:lookAgain_ forMode:NSRunLoopCommonModes];
+  }
+
+  /// Opens the menu where the menu bar's items end. AppKit moves it onto the screen.
+  void openMenuAtCorner() const {
+    NSScreen* screen = NSScreen.mainScreen;
+    if (!screen) return;
+    const NSRect area = screen.visibleFrame;
+    [nativeMenu()->nativeMenu() popUpMenuPositioningItem:nil
+                                              atLocation:NSMakePoint(NSMaxX(area), NSMaxY(area))
+                                                  inView:nil];
+  }
+
   static void showLabel(NSStatusBarButton* button, const StatusItemContent::PlainTitle& title) {
     button.image = nil;
     button.title = nativeString(title.text);
@@ -146,6 +195,8 @@ class SystemStatusItem : public StatusItem {
       [NSStatusBar.systemStatusBar statusItemWithLength:NSVariableStatusItemLength];
   VembrixAppearanceObserver* appearance_ = nil;
   std::unique_ptr<DropdownMenu> menu_;
+  /// Whether a click has opened the menu.
+  NSTimer* lookAgain_ = nil;
   /// What is shown; nothing before the first content.
   std::optional<StatusItemContent> content_;
 };
