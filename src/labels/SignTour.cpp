@@ -1,5 +1,6 @@
 // The labels during the tour after launch, and the overlay that covers it.
 
+#include "labels/FadeTime.h"
 #include "labels/SignScreen.h"
 #include "labels/SpaceSignWindowController.h"
 
@@ -43,12 +44,12 @@ void SpaceSignWindowController::tourDidEnd() {
 void SpaceSignWindowController::showTourOverlay() {
   if (tourOverlayWindow_) return;
   tourOverlayWindow_ = TourOverlay::create(overlayContent());
-  tourOverlayWindow_->show(kFadeIn);
+  tourOverlayWindow_->show(fadeTime(kFadeIn));
 }
 
 void SpaceSignWindowController::hideTourOverlay() {
   if (!tourOverlayWindow_) return;
-  tourOverlayWindow_->hide(kFadeOut);
+  tourOverlayWindow_->hide(fadeTime(kFadeOut));
   tourOverlayWindow_.reset();
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <vector>
 
+#include "labels/FadeTime.h"
 #include "labels/SpaceSignWindowController.h"
 #include "platform/InputMonitor.h"
 #include "settings/PreferencesStore.h"
@@ -76,7 +77,7 @@ void SpaceSignWindowController::hideAll() {
   flashWorkItem_.reset();
   for (auto& [space, sign] : windows_) {
     sign.window().setCollectionBehavior(kSignBehavior);
-    sign.window().animateAlphaValue(0, kHideFade);
+    sign.window().animateAlphaValue(0, fadeTime(kHideFade));
   }
 }
 
@@ -101,6 +102,7 @@ void SpaceSignWindowController::handleSwipeBegan(bool isRight) {
 void SpaceSignWindowController::activeChanged() {
   const bool wasShowing = isShowing_;
   hideAll();
+  vanishWorkItem_.reset();
   dismissedSpaceIDs_.clear();
   const bool isNew = activeSign() == nullptr || !SpaceManager::shared().activeSpace();
   ensureSignForActiveSpace();
@@ -121,13 +123,25 @@ void SpaceSignWindowController::flashActiveSign() {
   const SpaceID active = SpaceManager::shared().activeSpaceID();
   flashWorkItem_ = MainQueue::main().schedule(Duration::zero(), [weak = weak_from_this(), active] {
     const auto controller = weak.lock();
-    if (!controller) return;
-    // The label may have gone with its desktop.
-    const auto found = controller->windows_.find(active);
-    if (found != controller->windows_.end()) {
-      found->second.window().animateAlphaValue(0, kArrivalFade);
-    }
+    if (controller) controller->endArrival(active);
   });
+}
+
+void SpaceSignWindowController::endArrival(SpaceID space) {
+  // The label may have gone with its desktop.
+  const auto fade = [weak = weak_from_this(), space](Duration duration) {
+    const auto controller = weak.lock();
+    if (!controller) return;
+    const auto found = controller->windows_.find(space);
+    if (found == controller->windows_.end()) return;
+    found->second.window().animateAlphaValue(0, duration);
+  };
+  if (fadeTime(kArrivalFade) > Duration::zero()) {
+    fade(kArrivalFade);
+    return;
+  }
+  // Seen for as long as with the fade, then gone at once.
+  vanishWorkItem_ = MainQueue::main().schedule(kArrivalFade, [fade] { fade(Duration::zero()); });
 }
 
 void SpaceSignWindowController::missionControlChanged() {
@@ -161,7 +175,7 @@ void SpaceSignWindowController::mouseMoved() {
   if (!sign || sign->window().alphaValue() <= kFaintest) return;
   if (!contains(sign->window().frame(), InputMonitor::shared().mouseLocation())) return;
   dismissedSpaceIDs_.insert(SpaceManager::shared().activeSpaceID());
-  sign->window().animateAlphaValue(0, kWaveAwayFade);
+  sign->window().animateAlphaValue(0, fadeTime(kWaveAwayFade));
 }
 
 Sign* SpaceSignWindowController::activeSign() {

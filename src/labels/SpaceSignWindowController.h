@@ -68,6 +68,8 @@ class SpaceSignWindowController : public std::enable_shared_from_this<SpaceSignW
 
   void hideAll();
   void flashActiveSign();
+  /// The label of the Space in which the user has arrived goes.
+  void endArrival(SpaceID space);
   void activeChanged();
   void missionControlChanged();
   void refreshHeat();
@@ -86,6 +88,8 @@ class SpaceSignWindowController : public std::enable_shared_from_this<SpaceSignW
   std::unordered_map<SpaceID, Sign> windows_;
   WorkItem hideWorkItem_;
   WorkItem flashWorkItem_;
+  /// Of the active label, where it does not fade.
+  WorkItem vanishWorkItem_;
   Token mouseMonitor_;
   /// Whether all labels are shown on purpose.
   bool isShowing_ = false;

@@ -64,6 +64,10 @@ class Application {
   /// The better match of light and dark for what the application looks like
   /// now; nothing when the system does not tell.
   [[nodiscard]] virtual std::optional<Appearance> effectiveAppearance() const = 0;
+
+  /// Whether the user wants less motion on the screen, now. False when the system does
+  /// not tell.
+  [[nodiscard]] virtual bool reducesMotion() const = 0;
 };
 
 }  // namespace vembrix

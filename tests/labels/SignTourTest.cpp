@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "platform/embedded/EmbeddedApplication.h"
 #include "platform/embedded/RecordingTourOverlay.h"
 #include "support/SignTest.h"
 
@@ -83,6 +84,16 @@ TEST_F(SignTourTest, TheOverlayFadesOutOver250msAndIsOrderedOut) {
   advance(124);
   EXPECT_TRUE(overlay().isOrderedIn());
   advance(1);
+  EXPECT_THAT(overlays(), IsEmpty());
+}
+
+TEST_F(SignTourTest, TheOverlayComesAndGoesAtOnceWhereTheUserWantsLessMotion) {
+  EmbeddedApplication::shared().setReducesMotion(true);
+  begin();
+  startTour();
+  EXPECT_EQ(overlay().alphaValue(), 1);
+  endTour();
+  turn();
   EXPECT_THAT(overlays(), IsEmpty());
 }
 

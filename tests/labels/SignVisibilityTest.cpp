@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "app/AppDelegate.h"
+#include "platform/embedded/EmbeddedApplication.h"
 #include "platform/embedded/RecordingTourOverlay.h"
 #include "support/SignTest.h"
 
@@ -243,6 +244,79 @@ TEST_F(SignVisibilityTest, WithSwipeModeOffAShowLastsUntilTheNextTick) {
   EXPECT_THAT(alphas(), all(0, 1));
   advance(1);
   EXPECT_THAT(alphas(), Each(0));
+}
+
+// Less motion
+
+class CalmSignVisibilityTest : public SignVisibilityTest {
+ protected:
+  CalmSignVisibilityTest() { EmbeddedApplication::shared().setReducesMotion(true); }
+};
+
+TEST_F(CalmSignVisibilityTest, AnArrivalsLabelIsSeenForAsLongAndThenGoesAtOnce) {
+  beginWithAllLabels();
+  goTo(1);
+  turn();
+  advance(499);
+  EXPECT_DOUBLE_EQ(alpha(1), 0.78);
+  EXPECT_FALSE(label(1).isAnimating());
+  advance(1);
+  EXPECT_EQ(alpha(1), 0);
+}
+
+TEST_F(CalmSignVisibilityTest, ALabelThatIsLeftBeforeItGoesIsAtRest) {
+  beginWithAllLabels();
+  goTo(1);
+  turn();
+  advance(250);
+  goTo(2);
+  advance(249);
+  EXPECT_THAT(alphas(),
+              ElementsAre(DoubleEq(0.78), DoubleEq(0.78), DoubleEq(0.78), DoubleEq(0.78)));
+  advance(252);
+  EXPECT_THAT(alphas(), ElementsAre(DoubleEq(0.78), DoubleEq(0.78), 0, DoubleEq(0.78)));
+}
+
+TEST_F(CalmSignVisibilityTest, ASwipeThatIsGivenUpLeavesNoLabelBehind) {
+  beginWithAllLabels();
+  goTo(1);
+  turn();
+  advance(100);
+  controller_->handleSwipeBegan(true);
+  advance(400);
+  EXPECT_EQ(alpha(1), 0);
+}
+
+TEST_F(CalmSignVisibilityTest, ADesktopMayVanishBeforeItsLabelGoes) {
+  beginWithAllLabels();
+  goTo(3);
+  turn();
+  desktop_.removeSpace(space(3));
+  advance(1000);
+  EXPECT_EQ(labelCount(), 3U);
+}
+
+TEST_F(CalmSignVisibilityTest, AShowEndsAtOnce) {
+  show();
+  touchLabels();
+  EXPECT_THAT(alphas(), all(0, 0));
+  EXPECT_FALSE(label(1).isAnimating());
+}
+
+TEST_F(CalmSignVisibilityTest, ALabelThatIsWavedAwayGoesAtOnce) {
+  beginWithAllLabels();
+  label(0).setAlphaValue(0.5);
+  touchLabels();
+  EXPECT_EQ(alpha(0), 0);
+  EXPECT_FALSE(label(0).isAnimating());
+}
+
+TEST_F(CalmSignVisibilityTest, TheSettingCountsFromTheNextFadeOn) {
+  beginWithAllLabels();
+  EmbeddedApplication::shared().setReducesMotion(false);
+  goTo(1);
+  turn();
+  EXPECT_TRUE(label(1).isAnimating());
 }
 
 // Swipes and arrivals

@@ -25,6 +25,7 @@ class EmbeddedApplication : public Application {
   void activate() override { activationCount_ += 1; }
   Token beginActivity(std::uint64_t options, std::string_view reason) override;
   std::optional<Appearance> effectiveAppearance() const override;
+  bool reducesMotion() const override { return reducesMotion_; }
 
   ActivationPolicy activationPolicy() const { return policy_; }
   ApplicationDelegate* delegate() const { return delegate_; }
@@ -32,6 +33,8 @@ class EmbeddedApplication : public Application {
   void reopen() {
     if (delegate_) delegate_->applicationDidReopen();
   }
+  /// What the user has set; false at first.
+  void setReducesMotion(bool reducesMotion) { reducesMotion_ = reducesMotion; }
   /// Whether it was told to end since it began to run.
   bool isTerminated() const { return terminated_; }
   int activationCount() const { return activationCount_; }
@@ -43,6 +46,7 @@ class EmbeddedApplication : public Application {
   ActivationPolicy policy_ = ActivationPolicy::Regular;
   ApplicationDelegate* delegate_ = nullptr;
   bool terminated_ = false;
+  bool reducesMotion_ = false;
   int activationCount_ = 0;
   std::map<int, Activity> activities_;
   int activityCount_ = 0;

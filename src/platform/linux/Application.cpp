@@ -170,4 +170,8 @@ std::optional<Appearance> LinuxApplication::effectiveAppearance() const {
   return appearance_->value();
 }
 
+bool LinuxApplication::reducesMotion() const {
+  return appearance_->reducesMotion();
+}
+
 }  // namespace vembrix

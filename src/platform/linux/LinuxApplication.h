@@ -41,6 +41,7 @@ class LinuxApplication : public Application {
     return {};
   }
   std::optional<Appearance> effectiveAppearance() const override;
+  bool reducesMotion() const override;
 
   /// An accessory's windows stay out of task lists.
   [[nodiscard]] ActivationPolicy activationPolicy() const { return policy_; }

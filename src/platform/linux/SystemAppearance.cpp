@@ -8,7 +8,6 @@
 #include <QDBusVariant>
 #include <QGuiApplication>
 #include <QPalette>
-#include <QVariant>
 
 #include "platform/NotificationCenter.h"
 #include "platform/linux/SessionBus.h"
@@ -21,6 +20,7 @@ const QString kPortalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString kSettings = QStringLiteral("org.freedesktop.portal.Settings");
 const QString kNamespace = QStringLiteral("org.freedesktop.appearance");
 const QString kColorScheme = QStringLiteral("color-scheme");
+const QString kReducedMotion = QStringLiteral("reduced-motion");
 const QString kReadOne = QStringLiteral("ReadOne");
 /// What portals had before ReadOne.
 const QString kUnknownMethod = QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod");
@@ -34,8 +34,8 @@ QVariant unwrapped(QVariant value) {
   return value;
 }
 
-std::optional<Appearance> preferenceIn(const QVariant& value) {
-  switch (unwrapped(value).toUInt()) {
+std::optional<Appearance> preferenceIn(unsigned value) {
+  switch (value) {
     case 1:
       return Appearance::Dark;
     case 2:
@@ -67,42 +67,52 @@ void SystemAppearance::followPortal(QDBusConnection bus) {
   // A portal that leaves takes nothing back: the user's preference stands.
   QObject::connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
                    [this](const QString&, const QString&, const QString& owner) {
-                     if (!owner.isEmpty()) readPortal(kReadOne);
+                     if (!owner.isEmpty()) readPortal();
                    });
-  readPortal(kReadOne);
+  readPortal();
 }
 
-void SystemAppearance::readPortal(const QString& method) {
+void SystemAppearance::readPortal() {
+  for (const QString& key : {kColorScheme, kReducedMotion}) read(key, kReadOne);
+}
+
+void SystemAppearance::read(const QString& key, const QString& method) {
   auto bus = sessionBus();
   if (!bus) return;
   QDBusMessage call = QDBusMessage::createMethodCall(kPortal, kPortalPath, kSettings, method);
-  call << kNamespace << kColorScheme;
+  call << kNamespace << key;
   auto* watcher = new QDBusPendingCallWatcher(bus->asyncCall(call), this);
   QObject::connect(watcher, &QDBusPendingCallWatcher::finished, this,
-                   [this, method](QDBusPendingCallWatcher* finished) {
-                     readReply(finished->reply(), method);
+                   [this, key, method](QDBusPendingCallWatcher* finished) {
+                     readReply(finished->reply(), key, method);
                      finished->deleteLater();
                    });
 }
 
-void SystemAppearance::readReply(const QDBusMessage& reply, const QString& method) {
+void SystemAppearance::readReply(const QDBusMessage& reply, const QString& key,
+                                 const QString& method) {
   if (reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty()) {
-    setPreference(preferenceIn(reply.arguments().constFirst()));
+    take(key, reply.arguments().constFirst());
   } else if (method == kReadOne && reply.errorName() == kUnknownMethod) {
-    readPortal(kRead);
+    read(key, kRead);
   }
 }
 
 void SystemAppearance::settingChanged(const QDBusMessage& signal) {
   const QList<QVariant> arguments = signal.arguments();
-  const bool isColorScheme =
-      arguments.size() == 3 && arguments[0] == kNamespace && arguments[1] == kColorScheme;
-  if (isColorScheme) setPreference(preferenceIn(arguments[2]));
+  if (arguments.size() != 3 || arguments[0] != kNamespace) return;
+  take(arguments[1].toString(), arguments[2]);
 }
 
-void SystemAppearance::setPreference(std::optional<Appearance> preference) {
-  preference_ = preference;
-  update();
+/// Other settings are left out; values that the portal does not define are no preference.
+void SystemAppearance::take(const QString& key, const QVariant& value) {
+  const unsigned number = unwrapped(value).toUInt();
+  if (key == kColorScheme) {
+    preference_ = preferenceIn(number);
+    update();
+  } else if (key == kReducedMotion) {
+    reducesMotion_ = number == 1;
+  }
 }
 
 void SystemAppearance::update() {

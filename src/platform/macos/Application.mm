@@ -90,6 +90,10 @@ class SystemApplication : public Application {
     return appearanceFrom(app_.effectiveAppearance);
   }
 
+  bool reducesMotion() const override {
+    return NSWorkspace.sharedWorkspace.accessibilityDisplayShouldReduceMotion;
+  }
+
  private:
   NSApplication* const app_ = [NSApplication sharedApplication];
   VembrixApplicationDelegate* const delegate_ = [[VembrixApplicationDelegate alloc] init];

@@ -69,6 +69,11 @@ void FakePortal::setPreference(unsigned preference) {
   announce("color-scheme", preference);
 }
 
+void FakePortal::setReducedMotion(unsigned value) {
+  reducedMotion_ = value;
+  announce("reduced-motion", value);
+}
+
 void FakePortal::announceOtherSetting(unsigned value) {
   announce("contrast", value);
 }
@@ -80,9 +85,12 @@ void FakePortal::announce(const QString& key, unsigned value) {
 }
 
 bool FakePortal::handleMessage(const QDBusMessage& message, const QDBusConnection& bus) {
-  const QList<QVariant> arguments{"org.freedesktop.appearance", "color-scheme"};
-  const QVariant once = wrapped(preference_);
-  const bool isAsked = message.interface() == kSettings && message.arguments() == arguments;
+  const QList<QVariant> colorScheme{"org.freedesktop.appearance", "color-scheme"};
+  const QList<QVariant> reducedMotion{"org.freedesktop.appearance", "reduced-motion"};
+  const bool isAboutMotion = message.arguments() == reducedMotion;
+  const QVariant once = wrapped(isAboutMotion ? reducedMotion_ : preference_);
+  const bool isAsked =
+      message.interface() == kSettings && (isAboutMotion || message.arguments() == colorScheme);
   if (isAsked && message.member() == "ReadOne" && age_ == Age::Current) {
     return bus.send(message.createReply(once));
   }

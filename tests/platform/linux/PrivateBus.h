@@ -43,6 +43,8 @@ class FakePortal : public QDBusVirtualObject {
   void setPreference(unsigned preference);
   /// The same without telling anybody.
   void presetPreference(unsigned preference) { preference_ = preference; }
+  /// Whether the user wants less motion; 0 or 1. Told to all.
+  void setReducedMotion(unsigned value);
   /// A change of another setting of the same number.
   void announceOtherSetting(unsigned value);
 
@@ -55,6 +57,7 @@ class FakePortal : public QDBusVirtualObject {
   QDBusConnection bus_;
   Age age_;
   unsigned preference_ = 0;
+  unsigned reducedMotion_ = 0;
 };
 
 }  // namespace vembrix

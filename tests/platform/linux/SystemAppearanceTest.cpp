@@ -151,6 +151,25 @@ TEST_F(PortalTest, WithoutAPreferenceTheWidgetsTell) {
   EXPECT_TRUE(runUntilAppearance(Appearance::Dark));
 }
 
+TEST_F(PortalTest, TellsWhetherTheUserWantsLessMotion) {
+  const auto isReduced = [] { return Application::shared().reducesMotion(); };
+  EXPECT_FALSE(isReduced());
+  for (const Age age : {Age::Current, Age::Old}) {
+    FakePortal portal(bus_.connect("portal"), age);
+    portal.setReducedMotion(1);
+    EXPECT_TRUE(runUntil(isReduced));
+    portal.setReducedMotion(0);
+    EXPECT_TRUE(runUntil([&] { return !isReduced(); }));
+  }
+  EXPECT_EQ(changes_, 0) << "of light and dark";
+}
+
+TEST_F(PortalTest, IsAskedAboutMotionAtTheStart) {
+  FakePortal portal(bus_.connect("portal"), Age::Current);
+  portal.setReducedMotion(1);
+  EXPECT_TRUE(runUntil([] { return Application::shared().reducesMotion(); }));
+}
+
 TEST_F(PortalTest, OtherSettingsAndNonsenseAreNoPreference) {
   FakePortal portal(bus_.connect("portal"), Age::Current);
   EXPECT_EQ(appearance(), Appearance::Light);
