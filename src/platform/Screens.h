@@ -26,7 +26,8 @@ class Screens {
   virtual ~Screens() = default;
 
   /// All screens, the primary one (whose bottom left corner is the origin)
-  /// first. Empty where there is none. Valid until the next event.
+  /// first. Empty where there is none, unless the last one has only gone for a time.
+  /// Valid until the next event.
   [[nodiscard]] virtual const std::vector<Screen>& all() const = 0;
 
   /// The main screen, or null: the one with the focused window, and the primary one

@@ -45,8 +45,12 @@ class SystemScreens : public Screens {
 
   void read() const {
     @autoreleasepool {
+      NSArray<NSScreen*>* present = NSScreen.screens;
+      // On the way from one display to the next, and in sleep, there may be none. What
+      // there was stands until there is one again.
+      if (present.count == 0) return;
       screens_.clear();
-      for (NSScreen* screen in NSScreen.screens) {
+      for (NSScreen* screen in present) {
         screens_.push_back(
             {rectFrom(screen.frame), rectFrom(screen.visibleFrame), screen.backingScaleFactor});
       }

@@ -72,7 +72,13 @@
 - (void)perform:(id)sender {
   // A copy: it may set new items, and this target ends with the old ones.
   const std::function<void()> handler = _handler;
-  if (handler) handler();
+  if (!handler) return;
+  // Not while AppKit is closing the menu: windows that are shown meanwhile are reported
+  // to leave the menu's own behind, unseen, in the way of clicks.
+  [NSRunLoop.mainRunLoop performInModes:@[ NSDefaultRunLoopMode ]
+                                  block:^{
+                                    handler();
+                                  }];
 }
 
 @end
@@ -112,9 +118,10 @@ class SystemDropdownMenu : public NativeDropdownMenu {
   }
 
   void setAppearance(std::optional<Appearance> appearance) override {
-    if (appearance_ == appearance) return;
-    appearance_ = appearance;
-    menu_.appearance = nativeAppearance(appearance);
+    // Without one of its own a menu is reported to look as the menu bar does, which a
+    // dark desktop picture makes dark in a light system.
+    NSAppearance* native = appearance ? nativeAppearance(appearance) : NSApp.effectiveAppearance;
+    if (menu_.appearance != native) menu_.appearance = native;
   }
 
   void setItems(std::vector<MenuItem> items) override {
@@ -188,8 +195,6 @@ class SystemDropdownMenu : public NativeDropdownMenu {
   NSMutableArray<VembrixMenuCommandTarget*>* const targets_ = [[NSMutableArray alloc] init];
   std::vector<std::unique_ptr<NativeSpaceRowView>> rows_;
   std::function<void()> needsUpdateHandler_;
-  /// A new menu follows the system.
-  std::optional<Appearance> appearance_;
 };
 
 }  // namespace
