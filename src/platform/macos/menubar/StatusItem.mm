@@ -35,6 +35,8 @@ NSImage* makeImage(const TemplateImage& given) {
                              return YES;
                            }];
   [image setTemplate:YES];
+  // By which VoiceOver calls a button without a title.
+  image.accessibilityDescription = NSProcessInfo.processInfo.processName;
   return image;
 }
 
