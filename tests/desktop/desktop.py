@@ -410,13 +410,14 @@ class Window:
 
 
 class Portal:
-    """The desktop's settings portal, as far as light and dark go."""
+    """The desktop's settings portal, as far as light and dark and motion go."""
 
     LIGHT, DARK = 2, 1
 
-    def __init__(self, desktop, color_scheme):
+    def __init__(self, desktop, color_scheme, reduced_motion=False):
+        portal = os.path.join(HERE, "portal.py")
         self._process = desktop.start(
-            [SYSTEM_PYTHON, "-B", os.path.join(HERE, "portal.py"), str(color_scheme)],
+            [SYSTEM_PYTHON, "-B", portal, str(color_scheme), str(int(reduced_motion))],
             stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True,
         )  # fmt: skip
         self._expect("ready")

@@ -3,7 +3,7 @@
 import time
 import unittest
 
-from desktop import Desktop
+from desktop import Desktop, Portal
 from dropdown import Dropdown
 from labels import SWIPE_ALPHA, Hand, Labels, OpacitySpy, Showings, keep
 from preferences import Preferences
@@ -288,6 +288,25 @@ class ChangesTest(DesktopTest):
         self.showings.wait_for_one(begin)
         spy.end()
         return spy.since(begin)
+
+    def test_with_less_motion_is_seen_for_as_long_and_goes_without_fading(self):
+        self.assertGreater(len(set(self.opacities_on_arrival(2))), 4, "it fades at first")
+        Portal(self.desktop, Portal.LIGHT, reduced_motion=True)
+
+        def opacities():
+            self.desktop.go_to(0)
+            time.sleep(SETTLED)
+            return set(self.opacities_on_arrival(2))
+
+        # The program hears of a new portal, and asks it, in its own time.
+        wait_until(lambda: len(opacities()) <= 1, "no fade any more", 30.0)
+        self.desktop.go_to(0)
+        time.sleep(SETTLED)
+        begin = time.monotonic()
+        self.desktop.go_to(2)
+        showing = self.showings.wait_for_one(begin)
+        self.assertGreater(showing.duration, ARRIVAL / 2)
+        self.assertLess(showing.duration, ARRIVAL + LATE)
 
     def check_no_label_on(self, index):
         begin = time.monotonic()
