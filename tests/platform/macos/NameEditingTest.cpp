@@ -269,6 +269,10 @@ TEST_F(NameEditingTest, ARowThatGoesInTheMiddleIsToldNothing) {
   editInPanel();
   editing_.invalidate();
   EXPECT_FALSE(menu_.panelIsShown());
+  const std::size_t requests = menu_.requests().size();
+  editing_.begin();
+  menu_.lookOften(100);
+  EXPECT_EQ(menu_.requests().size(), requests);
   EXPECT_EQ(editing_.keyDown(kReturn), KeyHandling::Passed);
   EXPECT_FALSE(editing_.perform(Command::InsertNewline));
   EXPECT_THAT(menu_.names(), IsEmpty());

@@ -4,6 +4,7 @@ namespace vembrix {
 
 void NameEditing::begin() {
   end();
+  if (!handler_) return;
   isEditing_ = true;
   hadKeyboard_ = false;
   requests_ = 0;
@@ -50,12 +51,12 @@ void NameEditing::invalidate() {
 }
 
 KeyHandling NameEditing::keyDown(unsigned short keyCode) {
-  if (!handler_ || !isEditing_) return KeyHandling::Passed;
+  if (!isEditing_) return KeyHandling::Passed;
   return handler_->keyDown(rowKey(keyCode, field_.hasMarkedText()));
 }
 
 bool NameEditing::perform(Command command) {
-  if (!handler_ || !isEditing_ || field_.hasMarkedText()) return false;
+  if (!isEditing_ || field_.hasMarkedText()) return false;
   switch (command) {
     case Command::InsertNewline:
       handler_->commit();

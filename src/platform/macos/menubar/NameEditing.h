@@ -87,7 +87,7 @@ class NameEditing {
   void look();
   /// The row is not edited any more, or its menu has closed. Closes the panel.
   void end();
-  /// The handler is told nothing any more.
+  /// Ends the editing; no other begins. The handler is told nothing any more.
   void invalidate();
 
   [[nodiscard]] bool isEditing() const { return isEditing_; }
@@ -104,7 +104,7 @@ class NameEditing {
   void closePanel();
 
   NameField& field_;
-  /// Null once nobody is to be told.
+  /// Null once nobody is to be told; never while the row is edited.
   SpaceRowHandler* handler_;
   bool isEditing_ = false;
   bool panelIsOpen_ = false;
