@@ -103,6 +103,8 @@ class ChangedSettingsTest(SharedRunTest):
         self.assertGreater(self.program.picture().nearest(PINK)[1], 24, "no fill is left")
 
     def test_the_icon_comes_and_goes_while_it_runs(self):
+        # The test before may have ended on another desktop.
+        self.program.wait_for_title("Desktop 1")
         named = self.program.strip().frame()[2]
         self.defaults.update({"ShowSpaceNameInMenuBar": False})
         self.desktop.go_to(1)
