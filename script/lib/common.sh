@@ -20,6 +20,13 @@ processors() {
 # How many jobs run at once; CMake's own variable has the last word.
 jobs_at_once() { printf '%s\n' "${CMAKE_BUILD_PARALLEL_LEVEL:-$(processors)}"; }
 
+# installed_version PACKAGE: of a Debian system; empty where it is not installed.
+installed_version() {
+  local answer
+  answer=$(dpkg-query -W -f '${db:Status-Status} ${Version}' "$1" 2>/dev/null) || true
+  [[ $answer != "installed "* ]] || printf '%s\n' "${answer#* }"
+}
+
 # need LIST...: sees to it that the packages of packages_LIST are installed. A
 # machine that has them makes no call but dpkg-query.
 need() {
@@ -34,8 +41,7 @@ need() {
     return
   fi
   for name in "${wanted[@]}"; do
-    [[ $(dpkg-query -W -f '${db:Status-Status}' "$name" 2>/dev/null) == installed ]] ||
-      missing+=("$name")
+    [[ -n $(installed_version "$name") ]] || missing+=("$name")
   done
   ((${#missing[@]} == 0)) || install_packages "${missing[@]}"
 }

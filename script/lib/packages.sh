@@ -111,6 +111,31 @@ packages_matrix=(
   xfwm4
 )
 
+# To make a Debian package and have it looked at.
+packages_package=(
+  dpkg-dev
+  lintian
+)
+
+# The tools of the formats of what is installed beside the program.
+packages_validate=(
+  appstream
+  desktop-file-utils
+  man-db
+  mandoc
+)
+
+# What script/check-package tries an installed package with, beside a private desktop.
+packages_check_package=(
+  desktop-file-utils
+  man-db
+  x11-xserver-utils
+  xfce4-panel
+  xfce4-session
+  xfce4-settings
+  xfwm4
+)
+
 # To draw the icon.
 packages_icon=(
   cmake

@@ -1,0 +1,34 @@
+"""The version that the About page shows, which is the one that it was built as."""
+
+import os
+import unittest
+
+from preferences import Preferences
+from processes import wait_until
+from vembrix import DesktopTest
+
+
+def shown_version(program):
+    """What the About page lets one copy, in a theme with a sidebar."""
+    preferences = Preferences(program)
+    preferences.open()
+    preferences.show_tab("About")
+    preferences.focus(0)
+
+    def copied():
+        preferences.key("ctrl+a", "ctrl+c")
+        try:
+            return program.desktop.run("xclip", "-selection", "clipboard", "-out")
+        except AssertionError:
+            return None
+
+    return wait_until(copied, "a text of the About page")
+
+
+class VersionTest(DesktopTest):
+    def test_the_about_page_shows_the_version_that_was_built(self):
+        self.assertEqual(shown_version(self.launch()), os.environ["VEMBRIX_VERSION"])
+
+
+if __name__ == "__main__":
+    unittest.main()
