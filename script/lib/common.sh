@@ -12,6 +12,7 @@ die() {
 }
 
 on_macos() { [[ $(uname -s) == Darwin ]]; }
+on_fedora() { grep -Eqs '^ID(_LIKE)?=.*\<fedora\>' /etc/os-release; }
 
 processors() {
   if on_macos; then sysctl -n hw.ncpu; else nproc; fi
@@ -31,6 +32,10 @@ installed_version() {
 # machine that has them makes no call but dpkg-query.
 need() {
   local list name wanted=() missing=()
+  if on_fedora; then
+    need_on_fedora "$@"
+    return
+  fi
   for list in "$@"; do
     local -n packages="packages_$list"
     wanted+=("${packages[@]}")
@@ -44,6 +49,24 @@ need() {
     [[ -n $(installed_version "$name") ]] || missing+=("$name")
   done
   ((${#missing[@]} == 0)) || install_packages "${missing[@]}"
+}
+
+# The same by the packages of packages_fedora_LIST, which the user is asked to install.
+# Lists without one are for developers, who find out what Fedora calls the packages.
+need_on_fedora() {
+  local list name missing=()
+  for list in "$@"; do
+    if ! declare -p "packages_fedora_$list" >/dev/null 2>&1; then
+      local -n packages="packages_$list"
+      say "the counterparts of these packages of Debian must be there: ${packages[*]}"
+      continue
+    fi
+    local -n packages="packages_fedora_$list"
+    for name in "${packages[@]}"; do
+      rpm --query --whatprovides "$name" >/dev/null 2>&1 || missing+=("$name")
+    done
+  done
+  ((${#missing[@]} == 0)) || die "please install what is missing: sudo dnf install ${missing[*]}"
 }
 
 install_packages() {
@@ -77,6 +100,10 @@ need_cmake() {
     command -v cmake >/dev/null || PATH=$PATH:$folder/CMake.app/Contents/bin
   done
   command -v cmake >/dev/null || install_by_brew cmake "3.25 or newer; cmake.org/download has it"
+}
+
+# An older one reads no presets, and says so in a way that helps nobody.
+require_new_cmake() {
   local version
   version=$(cmake --version | sed -n '1s/[^0-9]*\([0-9]*\.[0-9]*\).*/\1/p')
   ((${version%.*} * 1000 + ${version#*.} >= 3025)) ||
@@ -109,6 +136,7 @@ build_preset() {
     shift
   done
   [[ ${1:-} != -- ]] || shift
+  require_new_cmake
   (
     cd "$root" || exit
     if [[ -z ${CMAKE_GENERATOR:-} ]] && command -v ninja >/dev/null; then

@@ -1,5 +1,6 @@
 # shellcheck shell=bash disable=SC2034
-# What a Debian 12 machine needs, by need. The only list of packages.
+# What a machine with Debian 12 or Ubuntu 24.04 needs, by need, and what one with Fedora
+# needs to build and run the program. The only list of packages.
 
 packages_build=(
   cmake
@@ -16,6 +17,18 @@ packages_build=(
   nlohmann-json3-dev
   # The text of the strip.
   fonts-inter
+)
+
+packages_fedora_build=(
+  cmake
+  gcc-c++
+  ninja-build
+  pkgconf-pkg-config
+  qt6-qtbase-devel
+  libxcb-devel
+  xcb-util-wm-devel
+  json-devel
+  rsms-inter-fonts
 )
 
 # The product's tests on the desktop in the process.
@@ -37,6 +50,9 @@ packages_clang=(
 # To ask whether a display answers.
 packages_display=(
   x11-utils
+)
+packages_fedora_display=(
+  xprop
 )
 
 # A private desktop, and what drives and reads it.
