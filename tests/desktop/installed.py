@@ -8,7 +8,6 @@ tried on any installation:
 """
 
 import os
-import shutil
 import subprocess
 import time
 import unittest
@@ -121,10 +120,12 @@ class AutostartTest(unittest.TestCase):
         self.desktop = SessionDesktop(clients)
         self.desktop.__enter__()
         self.addCleanup(self.desktop.end)
-        folder = self.desktop.path("config", "autostart")
-        os.makedirs(folder)
         prefix = os.path.dirname(os.path.dirname(program_path()))
-        shutil.copy(f"{prefix}/share/applications/com.vembrix.app.desktop", folder)
+        # As the documentation has it.
+        self.desktop.run(
+            "install", "-Dm644", "-t", self.desktop.path("config", "autostart"),
+            f"{prefix}/share/applications/com.vembrix.app.desktop",
+        )  # fmt: skip
         Defaults(self.desktop).write({"SpaceNames": NAMES})
         program = StartedBySession(self.desktop, self.desktop.begin_session())
         program.wait_for_strip()
