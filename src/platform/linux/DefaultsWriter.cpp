@@ -22,9 +22,11 @@ using std::chrono::seconds;
 /// With the writing, half a second.
 constexpr milliseconds kGatheringTime{400};
 constexpr seconds kRetryTime{5};
-/// For another program that writes the file.
-constexpr seconds kPatience{2};
+/// At the end of the program.
 constexpr seconds kLongestFinish{5};
+/// For another program that writes the file: nearly as long, since then there is no later
+/// attempt.
+constexpr seconds kPatience{4};
 
 /// Returns when the bytes are on the disk. As long as that takes, `change` is asked from
 /// time to time whether it has changed them: so they are written at once, where the next

@@ -352,5 +352,25 @@ TEST_F(UnmanagedStripTest, AWindowThatFillsTheScreenCoversItAlsoWithoutTheFocusU
   EXPECT_TRUE(runUntilCovered(false));
 }
 
+TEST(StripOfABusyStartTest, ComesUpThoughTheWindowManagerHasMissedIt) {
+  TestSession session;
+  PrivateDisplay display;
+  TestSession::setVariable("VEMBRIX_DESKTOP", "x11");
+  X11Client& client = display.client();
+  client.ignoreRequests(true);
+  // Asks the server, which has heard of the other by then.
+  ASSERT_EQ(client.windowsOfRole("status-item").size(), 0U);
+  const std::unique_ptr<StatusItem> item = StatusItem::create();
+  item->setContent(titled(" Desktop 1 "));
+  const auto isSeen = [&] {
+    const auto strips = client.windowsOfRole("status-item");
+    return strips.size() == 1 && client.isViewable(strips[0]);
+  };
+  runFor(milliseconds(1000));
+  ASSERT_FALSE(isSeen());
+  client.ignoreRequests(false);
+  EXPECT_TRUE(runUntil(isSeen));
+}
+
 }  // namespace
 }  // namespace vembrix

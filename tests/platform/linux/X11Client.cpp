@@ -253,6 +253,13 @@ void X11Client::moveToDesktop(xcb_window_t window, std::uint32_t index) {
   xcb_flush(ewmh_.connection);
 }
 
+void X11Client::ignoreRequests(bool ignore) {
+  const std::uint32_t events =
+      ignore ? XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT : XCB_EVENT_MASK_NO_EVENT;
+  xcb_change_window_attributes(ewmh_.connection, root(), XCB_CW_EVENT_MASK, &events);
+  xcb_flush(ewmh_.connection);
+}
+
 void X11Client::unmap(xcb_window_t window) {
   xcb_unmap_window(ewmh_.connection, window);
   xcb_flush(ewmh_.connection);

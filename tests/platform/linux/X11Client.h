@@ -55,6 +55,8 @@ class X11Client {
   /// The first two through the window manager, as a pager does.
   void close(xcb_window_t window);
   void moveToDesktop(xcb_window_t window, std::uint32_t index);
+  /// From windows that are to come up; as a window manager does that misses them.
+  void ignoreRequests(bool ignore);
   void unmap(xcb_window_t window);
   void raise(xcb_window_t window);
   void resize(xcb_window_t window, std::uint16_t width, std::uint16_t height);

@@ -178,7 +178,10 @@ void StatusStrip::arrange(const std::optional<StripPlace>& place) {
   moveTo(target);
   if (!isDragged_) reserve();
   if (panels_) panels_->followStacking(position_.isOnPanel);
-  if (!isVisible()) show();
+  if (!isVisible()) {
+    show();
+    if (guard_) guard_->expectMapping();
+  }
   if (position_.isOnPanel) raise();
 }
 

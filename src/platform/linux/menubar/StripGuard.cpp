@@ -17,6 +17,8 @@ using std::chrono::seconds;
 
 /// So long a window manager takes, at the most, to do what a window has asked for.
 constexpr milliseconds kSettlingTime{400};
+/// And to show one.
+constexpr seconds kMappingTime{3};
 /// As many attempts are made in quick succession; then one each time this has passed.
 constexpr int kQuickAttempts = 4;
 constexpr seconds kPatience{30};
@@ -65,6 +67,16 @@ void StripGuard::watch(xcb_window_t window) {
   wasMapped_ = false;
   wasReparented_ = false;
   ownStrutEvents_ = 0;
+  mapping_.reset();
+}
+
+void StripGuard::expectMapping() {
+  const Duration delay = attempts_ < kQuickAttempts ? Duration(kMappingTime) : kPatience;
+  mapping_ = MainQueue::main().schedule(delay, [this] {
+    if (wasMapped_) return;
+    attempts_ += 1;
+    handlers_.remake();
+  });
 }
 
 void StripGuard::expectStrut(const Strut& strut) {
@@ -94,6 +106,7 @@ bool StripGuard::nativeEventFilter(const QByteArray& /*eventType*/, void* messag
     case XCB_MAP_NOTIFY:
       if (reinterpret_cast<const xcb_map_notify_event_t&>(event).window == window_) {
         wasMapped_ = true;
+        mapping_.reset();
         checkSoon();
       }
       break;

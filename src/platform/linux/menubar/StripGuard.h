@@ -37,6 +37,9 @@ class StripGuard : public QAbstractNativeEventFilter {
   /// A window that has all its hints and is about to be shown; in place of the one
   /// before.
   void watch(xcb_window_t window);
+  /// The window is to come up from now on. A window manager that is just starting may
+  /// have missed that.
+  void expectMapping();
   /// What the window keeps free has been told anew, once.
   void expectStrut(const Strut& strut);
   /// Looks whether all is well, in a moment.
@@ -69,12 +72,12 @@ class StripGuard : public QAbstractNativeEventFilter {
   Strut strut_{};
   /// Events to come of the program's own changes.
   int ownStrutEvents_ = 0;
-  /// Before it has been, it is the window manager's turn, however slow.
   bool wasMapped_ = false;
   bool wasReparented_ = false;
   /// In a row, without success.
   int attempts_ = 0;
   WorkItem checking_;
+  WorkItem mapping_;
 };
 
 }  // namespace vembrix

@@ -108,7 +108,9 @@ class QtSettingsWindow : public SettingsWindow {
       hideFromTaskLists(*window_.windowHandle());
     }
     if (!window_.isVisible()) fitToScreen();
-    window_.setWindowState(window_.windowState() & ~Qt::WindowMinimized);
+    // Of a window that Qt takes for active it would ask for the focus as well: a window
+    // manager that has it on another desktop then lets it flash.
+    if (window_.isMinimized()) window_.setWindowState(Qt::WindowNoState);
     window_.show();
     bringToFront(*window_.windowHandle());
   }
