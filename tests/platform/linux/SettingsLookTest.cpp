@@ -26,6 +26,7 @@
 #include "platform/embedded/EmbeddedDesktop.h"
 #include "platform/linux/TestSession.h"
 #include "platform/linux/ui/ColorWell.h"
+#include "platform/linux/ui/FocusRing.h"
 #include "platform/linux/ui/SettingsContentView.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
@@ -173,6 +174,18 @@ TEST_P(SettingsLookTest, NothingIsCutOff) {
     const QRect page(QPoint(), widget->parentWidget()->size());
     EXPECT_TRUE(page.contains(widget->geometry())) << textOf(*widget);
     expectRoomForText(*widget);
+  }
+}
+
+TEST_P(SettingsLookTest, NoFocusRingIsCutOff) {
+  for (QWidget* widget : shown()) {
+    if (widget->focusPolicy() == Qt::NoFocus) continue;
+    widget->setFocus();
+    ASSERT_TRUE(widget->hasFocus()) << textOf(*widget);
+    for (const FocusRing* ring : view_->findChildren<FocusRing*>()) {
+      if (!ring->isVisible()) continue;
+      EXPECT_TRUE(ring->parentWidget()->rect().contains(ring->geometry())) << textOf(*widget);
+    }
   }
 }
 

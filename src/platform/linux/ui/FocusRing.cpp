@@ -5,8 +5,10 @@
 #include <QCheckBox>
 #include <QEvent>
 #include <QPainter>
+#include <QScrollArea>
 #include <QStyleOptionButton>
 #include <cmath>
+#include <utility>
 
 #include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/ControlPainting.h"
@@ -66,7 +68,9 @@ FocusRing::FocusRing(QWidget* area) : QWidget(area), area_(*area) {
 FocusRing::~FocusRing() = default;
 
 void FocusRing::follow(QWidget* control) {
-  if (control_) control_->removeEventFilter(this);
+  for (const QPointer<QWidget>& widget : std::exchange(watched_, {})) {
+    if (widget) widget->removeEventFilter(this);
+  }
   const bool isOurs = control && control != &area_ && area_.isAncestorOf(control) &&
                       !shapeOf(*control).rect.isEmpty();
   control_ = isOurs ? control : nullptr;
@@ -76,32 +80,49 @@ void FocusRing::follow(QWidget* control) {
     hide();
     return;
   }
-  control_->installEventFilter(this);
-  setParent(control_->parentWidget());
+  QWidget* stage = stageOf(*control_);
+  for (QWidget* widget = control_; widget != stage; widget = widget->parentWidget()) {
+    widget->installEventFilter(this);
+    watched_.emplace_back(widget);
+  }
+  setParent(stage);
   place();
   show();
   raise();
 }
 
+QWidget* FocusRing::stageOf(const QWidget& control) const {
+  QWidget* stage = control.parentWidget();
+  while (stage != &area_) {
+    const QWidget* viewport = stage->parentWidget();
+    const auto* scrolling = qobject_cast<const QScrollArea*>(viewport->parentWidget());
+    if (scrolling && scrolling->widget() == stage) break;
+    stage = stage->parentWidget();
+  }
+  return stage;
+}
+
 void FocusRing::place() {
   const int margin = outset();
-  setGeometry(control_->geometry().adjusted(-margin, -margin, margin, margin));
+  const QRect control(control_->mapTo(parentWidget(), QPoint()), control_->size());
+  setGeometry(control.adjusted(-margin, -margin, margin, margin));
   update();
 }
 
 bool FocusRing::eventFilter(QObject* object, QEvent* event) {
+  const bool isControl = object == control_;
   switch (event->type()) {
     case QEvent::Move:
     case QEvent::Resize:
-      place();
+      if (control_) place();
       break;
     // A slider's knob has moved.
     case QEvent::Paint:
-      update();
+      if (isControl) update();
       break;
     case QEvent::Hide:
     case QEvent::Destroy:
-      follow(nullptr);
+      if (isControl) follow(nullptr);
       break;
     default:
       break;

@@ -2,11 +2,13 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <vector>
 
 namespace vembrix {
 
 /// The ring around the control within `area` that has the keyboard. Lies over
-/// the control's own parent, so that it scrolls along. Main thread.
+/// the whole area, or the page that scrolls in it, so that no edge of what holds the
+/// control cuts it off and it scrolls along. Main thread.
 class FocusRing : public QWidget {
   Q_OBJECT
 
@@ -23,9 +25,13 @@ class FocusRing : public QWidget {
  private:
   void follow(QWidget* control);
   void place();
+  /// What it lies over.
+  [[nodiscard]] QWidget* stageOf(const QWidget& control) const;
 
   QWidget& area_;
   QPointer<QWidget> control_;
+  /// The control and what it moves with.
+  std::vector<QPointer<QWidget>> watched_;
 };
 
 }  // namespace vembrix
