@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <QtTest/qtestspontaneevent.h>
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
@@ -289,6 +290,22 @@ TEST_F(SettingsWindowTest, APopupShowsItsItemAndReportsEveryChoice) {
   button.showPopup();
   QTest::keyClick(QApplication::activePopupWidget()->focusWidget(), Qt::Key_Return);
   EXPECT_THAT(choices, ElementsAre("2Moss", "2Moss"));
+}
+
+TEST_F(SettingsWindowTest, TheChosenItemOfAnOpenPopupLiesOverItsButton) {
+  Popup popup = popupOf("P");
+  popup.items = {"Ember", "Ice", "Moss"};
+  show({row(boxOf("Box")), row(boxOf("Another")), row(boxOf("Third")), row(popup)});
+  auto& button = control<QComboBox>("P");
+  for (int index = 0; index < button.count(); ++index) {
+    button.setCurrentIndex(index);
+    button.showPopup();
+    const QAbstractItemView& items = *button.view();
+    const QRect item = items.visualRect(items.currentIndex());
+    const int middle = items.viewport()->mapToGlobal(item.center()).y();
+    EXPECT_EQ(middle, button.mapToGlobal(button.rect().center()).y()) << index;
+    button.hidePopup();
+  }
 }
 
 TEST_F(SettingsWindowTest, APopupMayShowNoItem) {

@@ -34,10 +34,13 @@ bool isBordered(const QStyleOption& field) {
   return frame && frame->lineWidth > 0;
 }
 
-/// The menu of a pop-up button reaches so far out at its leading edge that its
-/// texts stand over the button's.
-int menuShift() {
-  return kMenuTextLeading + 1 - kPopupTextLeading;
+/// How far the menu of a pop-up button reaches out at its leading edge, and at the top if
+/// its first item is chosen: so far that the chosen item's text stands over the button's.
+QPoint menuShift(const QStyleOption& button) {
+  constexpr int kEdge = 1;
+  const int row = std::max(kMenuRowHeight, button.fontMetrics.height());
+  return {kMenuTextLeading + kEdge - kPopupTextLeading,
+          kMenuPadding + kEdge + (row - button.rect.height()) / 2};
 }
 
 /// The part of a check box beside which the first line of its title stands.
@@ -220,7 +223,7 @@ QSize ControlStyle::sizeFromContents(ContentsType type, const QStyleOption* opti
       const auto* row = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
       const QSize text = row ? QFontMetrics(row->font).size(Qt::TextSingleLine, row->text) : size;
       // At least as wide as its button.
-      const int button = widget ? widget->width() + menuShift() - 2 : 0;
+      const int button = widget ? widget->width() + menuShift(*option).x() - 2 : 0;
       return {std::max(text.width() + 2 * kMenuTextLeading, button),
               std::max(kMenuRowHeight, text.height())};
     }
@@ -266,10 +269,9 @@ QRect ControlStyle::subControlRect(ComplexControl control, const QStyleOptionCom
   }
   if (control == CC_ComboBox) {
     if (part == SC_ComboBoxEditField) return popupTextRect(option->rect);
-    // The menu's rows stand a little further in than the button's title.
     if (part == SC_ComboBoxListBoxPopup) {
-      const int shift = menuShift();
-      return option->rect.adjusted(-shift, 0, 0, 0);
+      const QPoint shift = menuShift(*option);
+      return option->rect.adjusted(-shift.x(), -shift.y(), 0, -shift.y());
     }
     return option->rect;
   }
