@@ -95,6 +95,21 @@ TEST_F(SpaceRowWidgetTest, ThePointerBringsTheButtonAndATintAndTakesThemWithIt) 
   EXPECT_EQ(pictureOf(row, Qt::white).pixelColor(ground), idle);
 }
 
+TEST_F(SpaceRowWidgetTest, TheButtonIsBackUnderAPointerThatRestsWhenEditingEnds) {
+  SpaceRowWidget& row = edit();
+  user_.key(Qt::Key_Return);
+  EXPECT_FALSE(row.state().isEditing);
+  EXPECT_TRUE(runUntil([&] { return row.renameButton().isVisible(); }));
+}
+
+TEST_F(SpaceRowWidgetTest, NoButtonComesBackWhereThePointerHasLeftDuringEditing) {
+  SpaceRowWidget& row = edit();
+  user_.pointAt(user_.row(1));
+  user_.key(Qt::Key_Return);
+  runFor(std::chrono::milliseconds(100));
+  EXPECT_FALSE(row.renameButton().isVisible());
+}
+
 TEST_F(SpaceRowWidgetTest, ClosingTheMenuTakesTheTintAway) {
   SpaceRowWidget& row = open();
   user_.pointAt(row);

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
+#include <chrono>
 
 #include "platform/linux/NativeColor.h"
 #include "platform/linux/NativeFont.h"
@@ -114,10 +115,16 @@ void SpaceRowWidget::setAppearance(Appearance appearance) {
 
 void SpaceRowWidget::setState(const SpaceRowState& state) {
   if (state == state_) return;
-  const bool begins = state.isEditing && !state_.isEditing;
+  const bool wasEditing = state_.isEditing;
   state_ = state;
   applyState();
-  if (begins) beginEditing();
+  if (state_.isEditing && !wasEditing) beginEditing();
+  // Editing that ends under a pointer at rest ends without an event of the pointer.
+  if (wasEditing && !state_.isEditing) {
+    looking_ = MainQueue::main().schedule(
+        std::chrono::duration_cast<Duration>(std::chrono::duration<double>(kHoverInterval)),
+        [this] { handler_.setHovered(underMouse()); });
+  }
 }
 
 void SpaceRowWidget::applyState() {
@@ -184,7 +191,6 @@ void SpaceRowWidget::mousePressEvent(QMouseEvent* event) {
 }
 
 void SpaceRowWidget::mouseMoveEvent(QMouseEvent* event) {
-  // Editing that ends under the pointer ends without a sign of where it is.
   handler_.setHovered(rect().contains(event->position().toPoint()));
   event->accept();
 }

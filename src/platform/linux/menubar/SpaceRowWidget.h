@@ -5,6 +5,7 @@
 #include <functional>
 #include <utility>
 
+#include "platform/MainQueue.h"
 #include "platform/SpaceRowView.h"
 #include "platform/linux/menubar/RowEditField.h"
 
@@ -74,6 +75,7 @@ class SpaceRowWidget : public QWidget {
   // Children.
   RenameButton* renameButton_;
   RowEditField* editField_ = nullptr;
+  WorkItem looking_;
 };
 
 }  // namespace vembrix
