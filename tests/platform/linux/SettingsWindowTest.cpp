@@ -445,6 +445,21 @@ TEST_F(ColorWellTest, OtherContentClosesTheDialog) {
   EXPECT_TRUE(dialog.isNull());
 }
 
+TEST_F(ColorWellTest, ALongNameHasTheRoomThatTheOtherColumnLeaves) {
+  const std::string name = "The desktop with a name that is not short at all";
+  const std::vector<ColorGrid::Well> shortAndLong{{"A", kRed}, {name, kRed}};
+  const std::vector<ColorGrid::Well> longAndShort{{name, kRed}, {"A", kRed}};
+  for (const auto& wells : {shortAndLong, longAndShort}) {
+    show({full(ColorGrid{wells, {}, {}})});
+    clearRetired();
+    std::vector<std::string> shown;
+    for (const QLabel* label : control<ColorWell>().parentWidget()->findChildren<QLabel*>()) {
+      shown.push_back(label->text().toStdString());
+    }
+    EXPECT_THAT(shown, ElementsAre(wells[0].name, wells[1].name));
+  }
+}
+
 TEST_F(ColorWellTest, StandsInPairsOfColumns) {
   showWells(3);
   const auto place = [](const char* name) { return control<ColorWell>(name).geometry(); };

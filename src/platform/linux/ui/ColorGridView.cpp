@@ -2,7 +2,6 @@
 
 #include <QFontMetricsF>
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <utility>
 
@@ -51,8 +50,8 @@ QSize ColorGridView::sizeHint() const {
   if (pairs == 0) return {0, 0};
   const int rows = (pairs + kPairsPerRow - 1) / kPairsPerRow;
   const int spacing = static_cast<int>(kWellRowSpacing);
-  const int names = nameWidth(0, QWIDGETSIZE_MAX) + nameWidth(1, QWIDGETSIZE_MAX);
-  return {kAllButNames + names, rows * rowHeight_ + (rows - 1) * spacing};
+  return {kAllButNames + wholeNameWidth(0) + wholeNameWidth(1),
+          rows * rowHeight_ + (rows - 1) * spacing};
 }
 
 void ColorGridView::resizeEvent(QResizeEvent* /*event*/) {
@@ -60,10 +59,9 @@ void ColorGridView::resizeEvent(QResizeEvent* /*event*/) {
 }
 
 void ColorGridView::layOut() {
-  const int limit = std::max((width() - kAllButNames) / kPairsPerRow, 0);
   const QSize wellSize(static_cast<int>(kWellSize.width), static_cast<int>(kWellSize.height));
   const int spacing = static_cast<int>(kWellColumnSpacing);
-  const std::array<int, kPairsPerRow> names{nameWidth(0, limit), nameWidth(1, limit)};
+  const std::array<int, kPairsPerRow> names = nameWidths(std::max(width() - kAllButNames, 0));
   for (std::size_t i = 0; i < cells_.size(); ++i) {
     const auto [row, column] = std::div(static_cast<int>(i), kPairsPerRow);
     const auto& [label, well, wholeWidth] = cells_[i];
@@ -87,12 +85,20 @@ void ColorGridView::layOut() {
   }
 }
 
-int ColorGridView::nameWidth(int column, int limit) const {
+std::array<int, kPairsPerRow> ColorGridView::nameWidths(int room) const {
+  const std::array<int, kPairsPerRow> whole{wholeNameWidth(0), wholeNameWidth(1)};
+  const int half = room / kPairsPerRow;
+  // What the shorter names leave is for the longer ones.
+  return {std::min(whole[0], std::max(half, room - whole[1])),
+          std::min(whole[1], std::max(half, room - whole[0]))};
+}
+
+int ColorGridView::wholeNameWidth(int column) const {
   int width = 0;
   for (std::size_t i = static_cast<std::size_t>(column); i < cells_.size(); i += kPairsPerRow) {
     width = std::max(width, cells_[i].width);
   }
-  return std::min(width, limit);
+  return width;
 }
 
 }  // namespace vembrix

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <array>
 #include <vector>
 
 #include "platform/SettingsForm.h"
@@ -33,8 +34,10 @@ class ColorGridView : public QWidget {
 
   void addCell(int index, const ColorGrid::Well& well);
   void layOut();
-  /// Of the names in the first or second column of pairs, at most `limit`.
-  [[nodiscard]] int nameWidth(int column, int limit) const;
+  /// How wide the names in each column of pairs are to be where they have so much room.
+  [[nodiscard]] std::array<int, form_metrics::kPairsPerRow> nameWidths(int room) const;
+  /// Of the widest name in the first or second column of pairs.
+  [[nodiscard]] int wholeNameWidth(int column) const;
 
   ColorGrid grid_;
   /// That of the highest name or well.
