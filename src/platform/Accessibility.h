@@ -11,8 +11,8 @@ class Accessibility {
 
   virtual ~Accessibility() = default;
 
-  /// Whether the user has given it, now. With Prompt::Yes the system asks the
-  /// user if not; the call does not wait for the answer.
+  /// Returns whether the user has granted the permission, as of now. With Prompt::Yes the system
+  /// asks for it where it is missing; the call does not wait for the answer.
   virtual bool isProcessTrusted(Prompt prompt) = 0;
 };
 

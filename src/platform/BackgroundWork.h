@@ -10,8 +10,8 @@
 
 namespace vembrix {
 
-/// Threads for work that the user waits for and that would keep the main thread
-/// busy. Main thread, but for the blocks.
+/// Runs work that the user waits for off the main thread. Called on the main thread; the blocks run
+/// on others.
 class BackgroundWork {
  public:
   static BackgroundWork& shared();

@@ -6,15 +6,14 @@
 
 namespace vembrix {
 
-/// What the program's bundle says of itself.
+/// The information dictionary of the program's bundle.
 class Bundle {
  public:
   static const Bundle& main();
 
   virtual ~Bundle() = default;
 
-  /// The value of the information dictionary under the key, untouched; null
-  /// when it has none, or when there is no dictionary. Known keys:
+  /// Returns the value under the key, unconverted; null when there is none. Known keys:
   /// "CFBundleShortVersionString" and "VembrixBuildDate".
   [[nodiscard]] virtual PropertyList infoValue(std::string_view key) const = 0;
 };

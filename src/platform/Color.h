@@ -39,11 +39,11 @@ class Color {
   constexpr explicit Color(SystemColor name, double alpha = 1)
       : name_(name), components_{0, 0, 0, alpha} {}
 
-  /// The components, or nothing for a colour that only the system knows.
+  /// The components; empty for a colour of the system.
   [[nodiscard]] constexpr std::optional<Srgb> srgb() const {
     return name_ ? std::nullopt : std::optional(components_);
   }
-  /// The name, or nothing for a colour of fixed components.
+  /// The name; empty for a colour of fixed components.
   [[nodiscard]] constexpr std::optional<SystemColor> systemColor() const { return name_; }
   [[nodiscard]] constexpr double alpha() const { return components_.alpha; }
 
@@ -54,8 +54,7 @@ class Color {
   Srgb components_;
 };
 
-/// How light the colour looks, from 0 to 1: luma of the components as they stand,
-/// alpha left aside.
+/// Returns the luma of the components, from 0 to 1; alpha is ignored.
 constexpr double luminance(const Srgb& color) {
   return 0.299 * color.red + 0.587 * color.green + 0.114 * color.blue;
 }

@@ -5,13 +5,13 @@
 
 namespace vembrix {
 
-/// The fields of the gesture event that moves between Spaces, by the numbers
-/// under which the system's events carry them.
+/// The fields of the gesture event that moves between Spaces, by their numbers in the system's
+/// events.
 namespace dockswipe {
 
 enum Field : int {
-  /// Integer: the process that posted the event; 0 for a device. Where the system names
-  /// a process for devices, too, 0 for all events but this program's own.
+  /// Integer: the process that posted the event; 0 for a device. Where the system names a process
+  /// for devices, too, 0 for every event that this program did not post.
   SourceProcess = 41,
   /// Integer: kDockControl.
   EventType = 55,
@@ -19,9 +19,9 @@ enum Field : int {
   GestureKind = 110,
   /// Integer: kHorizontal.
   Motion = 123,
-  /// Double: Spaces crossed so far, to the right.
+  /// Double: Spaces crossed so far; positive to the right.
   Progress = 124,
-  /// Double: to the right.
+  /// Double: positive to the right.
   VelocityX = 129,
   VelocityY = 130,
   /// Integer: a Phase.
@@ -36,11 +36,11 @@ inline constexpr std::int64_t kHorizontal = 1;
 
 }  // namespace dockswipe
 
-/// A synthetic event of the user's input. Main thread. Without the permission
-/// for Accessibility a posted event has no effect.
+/// A synthetic gesture event. Main thread. A posted event has no effect without the permission for
+/// Accessibility.
 class DockSwipeEvent {
  public:
-  /// An event without source and fields; null when the system gives none.
+  /// Creates an event without source and fields; null when the system refuses.
   static std::unique_ptr<DockSwipeEvent> create();
 
   virtual ~DockSwipeEvent() = default;

@@ -15,11 +15,11 @@ namespace vembrix {
 
 /// An item that does something when it is chosen.
 struct MenuCommand {
-  /// What the system does by itself.
+  /// An action that the system performs by itself.
   enum class Standard { Terminate };
 
   std::string title;
-  /// Nothing for the menu's own font.
+  /// Empty for the menu's own font.
   std::optional<Font> font;
   /// Pressed with the command key (Control where there is none); one character.
   std::string keyEquivalent;
@@ -29,7 +29,7 @@ struct MenuCommand {
 
 struct MenuSeparator {};
 
-/// A row is as wide as it comes, or as the menu where that is wider.
+/// A row has its own width, or the menu's where that is larger.
 using MenuItem = std::variant<MenuSeparator, MenuCommand, std::unique_ptr<SpaceRowView>>;
 
 /// Face: the menu that a status item drops down. Main thread.
@@ -39,15 +39,14 @@ class DropdownMenu {
 
   virtual ~DropdownMenu() = default;
 
-  /// Called each time the menu is about to open, before it is laid out. It may
-  /// set the items. Null for none.
+  /// Sets what is called each time the menu is about to open, before its layout; null for none. The
+  /// handler may set the items.
   virtual void setNeedsUpdateHandler(std::function<void()> handler) = 0;
 
-  /// Nothing follows the system.
+  /// Sets a fixed appearance; empty to follow the system.
   virtual void setAppearance(std::optional<Appearance> appearance) = 0;
 
-  /// In place of all that were there, which end here. Not to be called while the
-  /// menu is open.
+  /// Replaces and destroys all items. Must not be called while the menu is open.
   virtual void setItems(std::vector<MenuItem> items) = 0;
 };
 

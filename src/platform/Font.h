@@ -11,8 +11,7 @@ struct Font {
 
   Design design = Design::System;
   Weight weight = Weight::Regular;
-  /// In points; nothing for the size that the system gives to menus and
-  /// controls.
+  /// In points; empty for the system's size for menus and controls.
   std::optional<double> size;
 
   bool operator==(const Font&) const = default;

@@ -25,7 +25,7 @@ struct Rect {
   bool operator==(const Rect&) const = default;
 };
 
-/// The left and the bottom edge belong to the rectangle, the others do not.
+/// Returns whether the point is inside; the left and bottom edges belong to the rectangle.
 constexpr bool contains(const Rect& rect, const Point& point) {
   return point.x >= rect.x && point.x < rect.x + rect.width && point.y >= rect.y &&
          point.y < rect.y + rect.height;

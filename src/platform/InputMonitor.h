@@ -17,21 +17,21 @@ enum EventMask : std::uint64_t {
   OtherMouseDown = 1U << 25U,
 };
 
-/// The user's input. Main thread.
+/// Observes the user's input. Main thread.
 class InputMonitor {
  public:
   static InputMonitor& shared();
 
   virtual ~InputMonitor() = default;
 
-  /// Calls the handler, on the main thread, for every event of the masked types
-  /// that goes to another program, until the token is dropped. What is typed or
-  /// clicked is not told. An empty token where the system gives no monitor; key
-  /// presses need the permission for Accessibility.
+  /// Calls the handler, on the main thread, for every event of the masked types that goes to
+  /// another program, until the token is dropped. The handler does not learn what is typed or
+  /// clicked. Key presses need the permission for Accessibility. The token is empty where the
+  /// system gives no monitor.
   [[nodiscard]] virtual Token addGlobalMonitor(std::uint64_t mask,
                                                std::function<void()> handler) = 0;
 
-  /// The pointer's place, in points, global coordinates.
+  /// The pointer's position in points, global coordinates.
   [[nodiscard]] virtual Point mouseLocation() const = 0;
 };
 

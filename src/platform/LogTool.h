@@ -6,12 +6,12 @@
 
 namespace vembrix {
 
-/// How this program's recent log lines are had from the system.
+/// The command that prints this program's recent log lines.
 struct LogCommand {
-  /// A path, or a name to be looked for where the user's programs are.
+  /// A path, or a name to look up in the user's search path.
   std::string executable;
   std::vector<std::string> arguments;
-  /// The same for a user to type into a terminal.
+  /// The same command for a terminal.
   std::string shellText;
 
   bool operator==(const LogCommand&) const = default;
@@ -20,12 +20,12 @@ struct LogCommand {
 /// The system's tool that shows its log.
 class LogTool {
  public:
-  /// All bytes of its standard output and standard error, as they came.
+  /// All bytes of the tool's standard output and standard error, interleaved as written.
   struct Output {
     std::string bytes;
     bool operator==(const Output&) const = default;
   };
-  /// It could not be started; the error in the user's words (UTF-8).
+  /// The tool could not be started; the system's localised description of the error (UTF-8).
   struct LaunchFailure {
     std::string description;
     bool operator==(const LaunchFailure&) const = default;
@@ -36,11 +36,10 @@ class LogTool {
 
   virtual ~LogTool() = default;
 
-  /// The same as long as the process lives. Any thread.
+  /// Constant for the life of the process. Any thread.
   [[nodiscard]] virtual const LogCommand& command() const = 0;
 
-  /// Runs it with one pipe for both outputs, reads that to its end and waits for
-  /// the tool to exit, however long that takes; its exit status does not count.
+  /// Runs the tool and blocks until it has exited, without a time-out; its exit status is ignored.
   /// Any thread but the main one.
   [[nodiscard]] virtual Result run() const = 0;
 };

@@ -25,24 +25,23 @@ class MainQueue {
 
   virtual ~MainQueue() = default;
 
-  /// Runs the block after the current event. The only call that any thread may
-  /// make.
+  /// Runs the block after the current event. Any thread; all other calls are for the main thread.
   virtual void async(std::function<void()> block) = 0;
 
-  /// Runs the block once, `delay` from now; it cannot be cancelled.
+  /// Runs the block once, `delay` from now. Cannot be cancelled.
   virtual void after(Duration delay, std::function<void()> block) = 0;
 
   /// Runs the block once, `delay` from now, unless the token ends before.
   [[nodiscard]] virtual WorkItem schedule(Duration delay, std::function<void()> block) = 0;
 
-  /// Runs the block first at `delay` from now and then every `interval`, without
-  /// drift. Beats that were missed (a busy thread, sleep) are one beat.
+  /// Runs the block first `delay` from now and then every `interval`, without drift. Missed beats
+  /// (a busy thread, sleep) are made up for by a single one.
   [[nodiscard]] virtual TimerSource repeat(Duration delay, Duration interval,
                                            std::function<void()> block) = 0;
 
-  /// As repeat(), for a block that looks for changes. On a system that reports each of
-  /// them by an event, beats are left out while there is none: a program at rest is not
-  /// woken. After an event the next beat comes in the rhythm.
+  /// As repeat(), for a block that looks for changes. A system that reports each change by an event
+  /// skips beats while there is none, so that a program at rest is not woken; the next beat after
+  /// an event keeps the rhythm.
   [[nodiscard]] virtual TimerSource poll(Duration delay, Duration interval,
                                          std::function<void()> block) {
     return repeat(delay, interval, std::move(block));

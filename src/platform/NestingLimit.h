@@ -2,9 +2,8 @@
 
 namespace vembrix {
 
-/// How deep arrays and dictionaries may be nested where they are read or
-/// written. Values of the program nest a few levels; text of unknown origin
-/// must not be able to use up the stack.
+/// The greatest depth of nested arrays and dictionaries that is read or written, so that text of
+/// unknown origin cannot exhaust the stack.
 constexpr int kNestingLimit = 512;
 
 }  // namespace vembrix

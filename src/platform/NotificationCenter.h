@@ -29,9 +29,9 @@ class NotificationCenter {
  public:
   /// The process's own center.
   static NotificationCenter& defaultCenter();
-  /// The shared workspace's: what the desktop tells.
+  /// The shared workspace's: notifications of the desktop.
   static NotificationCenter& workspace();
-  /// What other processes of the session tell. Delivered on the main queue.
+  /// Notifications of other processes in the session. Delivered on the main queue.
   static NotificationCenter& distributed();
 
   virtual ~NotificationCenter() = default;

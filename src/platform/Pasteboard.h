@@ -12,8 +12,8 @@ class Pasteboard {
 
   virtual ~Pasteboard() = default;
 
-  /// Puts the text (UTF-8) there as plain text, in the place of all that is there in any
-  /// representation. Whether it is there now.
+  /// Replaces the contents, in every representation, with the text (UTF-8). Returns whether that
+  /// succeeded.
   [[nodiscard]] virtual bool setString(std::string_view text) = 0;
 };
 

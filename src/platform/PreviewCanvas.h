@@ -13,10 +13,10 @@
 
 namespace vembrix {
 
-/// A picture of the dropdown. Points, origin at the picture's bottom left.
+/// A picture of the dropdown, in points, origin at its bottom left.
 struct MenuMock {
   struct Row {
-    /// Stands for itself: it is drawn as it is.
+    /// Drawn in its present state.
     std::unique_ptr<SpaceRowView> view;
     Rect frame;
   };
@@ -35,9 +35,9 @@ struct MenuMock {
 
   Size size;
   Srgb background;
-  /// Of the background; outside there is nothing.
+  /// The background's; the picture is transparent outside of it.
   double cornerRadius = 0;
-  /// In which the rows are drawn.
+  /// The appearance of the rows.
   Appearance appearance = Appearance::Light;
   /// From the top to the bottom.
   std::vector<Row> rows;
@@ -45,20 +45,19 @@ struct MenuMock {
   std::vector<Label> labels;
 };
 
-/// Face: draws what Vembrix shows into pictures, off the screen. The pictures are as
-/// large as the content, in pixels of the main screen's scale; the same content gives
-/// the same bytes. Main thread.
+/// Face: draws what Vembrix shows into pictures, off the screen. A picture has the content's size
+/// at the main screen's scale; equal content gives equal bytes. Main thread.
 class PreviewCanvas {
  public:
   static PreviewCanvas& shared();
 
   virtual ~PreviewCanvas() = default;
 
-  /// The settings window's content, without its title bar, as a PNG file's bytes;
-  /// nothing when it cannot be drawn. Content of full size is drawn whole.
+  /// Draws the settings window's content without the title bar, or the whole content where it has
+  /// full size. Returns the bytes of a PNG file; empty when drawing fails.
   [[nodiscard]] virtual std::optional<std::string> draw(SettingsContent content) = 0;
 
-  /// The same for the dropdown.
+  /// Draws the dropdown; returns as above.
   [[nodiscard]] virtual std::optional<std::string> draw(MenuMock mock) = 0;
 };
 

@@ -11,12 +11,11 @@
 
 namespace vembrix {
 
-/// An untyped value of the system: a stored setting, an answer of the window
-/// server, decoded JSON. Immutable; a copy shares its contents and never
-/// allocates. Equality is deep. Usable from any thread.
+/// An untyped value: a stored setting, an answer of the window server, decoded JSON. Immutable; a
+/// copy shares its contents and never allocates. Equality is deep. Usable from any thread.
 ///
-/// The default value is null: "there is none". Null also stands for JSON's
-/// null; it has no property-list form.
+/// The default value is null, which stands for a missing value and for JSON's null; it has no
+/// property-list form.
 class PropertyList {
  public:
   using Data = std::vector<std::uint8_t>;
@@ -54,20 +53,19 @@ class PropertyList {
   [[nodiscard]] const Array* asArray() const;
   [[nodiscard]] const Dictionary* asDictionary() const;
 
-  /// The array when it holds dictionaries only: one entry of another kind spoils
-  /// it. Likewise of strings.
+  /// The array where all entries are dictionaries (strings), else null.
   [[nodiscard]] const Array* asArrayOfDictionaries() const;
   [[nodiscard]] const Array* asArrayOfStrings() const;
 
-  // Readings that follow how stored numbers are understood.
+  // Lenient readings for stored settings; empty for a value of another kind.
 
   /// A Boolean, or a number that is exactly 0 or 1.
   [[nodiscard]] std::optional<bool> boolean() const;
-  /// An integer, or a real of a whole value that fits. A Boolean is no number.
+  /// An integer, or a real of a whole value that fits; not a Boolean.
   [[nodiscard]] std::optional<std::int64_t> integer() const;
-  /// An integer or a real. A Boolean is no number.
+  /// An integer or a real; not a Boolean.
   [[nodiscard]] std::optional<double> number() const;
-  /// The entry of a dictionary; null when there is none or this is no dictionary.
+  /// The entry of a dictionary; null when there is none or this is not a dictionary.
   [[nodiscard]] const PropertyList& operator[](std::string_view key) const;
 
   friend bool operator==(const PropertyList& a, const PropertyList& b);

@@ -17,21 +17,21 @@ struct Screen {
   bool operator==(const Screen&) const = default;
 };
 
-/// The screens of the desktop. Main thread. Changes are told by
-/// notification::kScreenParametersDidChange on the default center.
+/// The screens of the desktop. Main thread. notification::kScreenParametersDidChange on the default
+/// center reports changes.
 class Screens {
  public:
   static const Screens& shared();
 
   virtual ~Screens() = default;
 
-  /// All screens, the primary one (whose bottom left corner is the origin)
-  /// first. Empty where there is none, unless the last one has only gone for a time.
-  /// Valid until the next event.
+  /// Returns all screens, first the primary one, whose bottom left corner is the origin. Keeps the
+  /// last known screens while the system has none for a moment, else empty. Valid until the next
+  /// event.
   [[nodiscard]] virtual const std::vector<Screen>& all() const = 0;
 
-  /// The main screen, or null: the one with the focused window, and the primary one
-  /// where the system has no such notion.
+  /// Returns the screen with the focused window, or the primary one where the system does not
+  /// report that; null without screens.
   [[nodiscard]] virtual const Screen* mainScreen() const = 0;
 };
 

@@ -21,31 +21,29 @@ namespace vembrix {
 
 /// How a page is laid out, in points; the same on every system.
 namespace form_metrics {
-/// Of the page's two columns (labels, at their trailing edge; controls, at
-/// their leading edge) and its rows.
+/// Gaps between the page's two columns (labels at their trailing edge, controls at their leading
+/// edge) and between its rows.
 inline constexpr double kColumnSpacing = 12;
 inline constexpr double kRowSpacing = 12;
-/// Around the grid, on all four sides, inside what scrolls.
+/// The margin on all four sides of the grid, inside the scrolling area.
 inline constexpr double kMargin = 20;
-/// Of a colour well.
 inline constexpr Size kWellSize{44, 24};
-/// Of the colour grid's four columns (name, well, name, well), and its rows.
+/// Gaps between the colour grid's four columns (name, well, name, well) and between its rows.
 inline constexpr double kWellColumnSpacing = 12;
 inline constexpr double kWellRowSpacing = 12;
-/// Before the third column, in addition to the spacing.
+/// Extra gap before the third column.
 inline constexpr double kSecondPairPadding = 28;
 /// Desktops in a row of the colour grid.
 inline constexpr int kPairsPerRow = 2;
-/// How strongly a text that wraps or truncates holds on to the width of its one
-/// line: less than the window to its size.
+/// The compression resistance of a text that wraps or truncates: weaker than the window's hold on
+/// its size.
 inline constexpr double kWeakCompressionResistance = 250;
 }  // namespace form_metrics
 
-/// Names a control that the program changes while it is shown. Unique in a
-/// content.
+/// Identifies a control that the program changes while it is shown; unique within a
+/// SettingsContent.
 using ControlID = std::string;
 
-/// How a text looks.
 struct TextStyle {
   Font font;
   Color color = Color(SystemColor::Label);
@@ -53,8 +51,7 @@ struct TextStyle {
   bool operator==(const TextStyle&) const = default;
 };
 
-/// Reports every change while the knob is dragged. A value outside the range
-/// shows the nearer end.
+/// Reports every change while the knob is dragged. A value outside the range is clamped.
 struct Slider {
   double minimum = 0;
   double maximum = 1;
@@ -63,7 +60,6 @@ struct Slider {
   std::string accessibleName;
 };
 
-/// A box with its title.
 struct Checkbox {
   std::string title;
   bool isOn = false;
@@ -74,7 +70,7 @@ struct Checkbox {
 /// A pop-up button (not a pull-down one).
 struct Popup {
   std::vector<std::string> items;
-  /// The place of the item shown, from 0; nothing shows none.
+  /// Index of the item shown; empty for none.
   std::optional<int> selected;
   /// Called when the user has chosen an item, the one shown before included.
   std::function<void(int index, const std::string& title)> onSelect;
@@ -82,14 +78,14 @@ struct Popup {
   std::string accessibleName;
 };
 
-/// A text of as many lines as it needs in the width that the page gives it.
+/// A text that wraps at the page's width.
 struct WrappingLabel {
   std::string text;
   TextStyle style;
   double compressionResistance = form_metrics::kWeakCompressionResistance;
 };
 
-/// One line above a group of rows.
+/// The heading of a group of rows, on one line.
 struct Header {
   std::string text;
   TextStyle style;
@@ -108,8 +104,8 @@ struct ColorGrid {
   };
 
   std::vector<Well> wells;
-  /// The place of the well, from 0, and its new colour: of sRGB components, or
-  /// by name when it cannot be expressed in them. Reports every change.
+  /// Called on every change with the well's index and its new colour: in sRGB components, or by
+  /// name where it cannot be expressed in them.
   std::function<void(int index, const Color& color)> onChange;
   TextStyle nameStyle;
 };
@@ -126,7 +122,7 @@ struct PushButton {
   Bezel bezel = Bezel::Rounded;
   TextStyle style;
   bool isEnabled = true;
-  /// May be empty for a button that never changes.
+  /// Empty for a button that the program never changes.
   ControlID id;
 };
 
@@ -146,8 +142,8 @@ struct CommandField {
   std::string accessibleName;
 };
 
-/// One line that the program changes while it is shown; a change is told to
-/// assistive programs. Takes its line's height when empty, too.
+/// One line that the program changes while it is shown. Changes are announced to assistive
+/// programs. An empty line keeps its height.
 struct StatusLabel {
   std::string text;
   TextStyle style;
@@ -157,7 +153,7 @@ struct StatusLabel {
 using FormControl = std::variant<Slider, Checkbox, Popup, WrappingLabel, Header, ColorGrid,
                                  PushButton, SelectableText, CommandField, StatusLabel>;
 
-/// How the cells of a row stand to each other.
+/// The vertical alignment of the cells in a row.
 enum class RowAlignment { FirstBaseline, Centered };
 
 /// A label and a control, one in each column.
@@ -165,7 +161,7 @@ struct ControlRow {
   std::string label;
   TextStyle labelStyle;
   FormControl control;
-  /// In points; nothing for the control's own.
+  /// In points; empty for the control's own width.
   std::optional<double> controlWidth;
   RowAlignment alignment = RowAlignment::FirstBaseline;
 };
@@ -173,17 +169,16 @@ struct ControlRow {
 /// A control over both columns, at the leading edge.
 struct FullRow {
   FormControl control;
-  /// In addition to the row spacing, in points.
+  /// Extra gap above the row, in points.
   double topPadding = 0;
 };
 
 using FormRow = std::variant<ControlRow, FullRow>;
 
-/// A page. It fills the width that it is given, starts at the top, and scrolls
-/// vertically when it is higher than what shows it: with a scroller that hides
-/// itself, without ground and border.
+/// A page. Fills the available width, starts at the top, and scrolls vertically where it is too
+/// high, with a scroller that hides itself, without background and border.
 struct SettingsForm {
-  /// From the top. Also the order in which the Tab key visits the controls.
+  /// From the top, which is also the order of the Tab key.
   std::vector<FormRow> rows;
 };
 

@@ -16,9 +16,9 @@
 
 namespace vembrix {
 
-/// What the system puts around the content.
+/// The window's frame around the content.
 struct WindowChrome {
-  /// Nothing follows the system.
+  /// Empty to follow the system.
   std::optional<Appearance> appearance;
   /// The content reaches up under the title bar.
   bool hasFullSizeContent = false;
@@ -30,11 +30,11 @@ struct WindowChrome {
   bool operator==(const WindowChrome&) const = default;
 };
 
-/// The system's translucent grounds. Always as in an active window, mixed with
-/// what is behind the window; a system that has none shows groundOf() instead.
+/// The system's translucent materials, blended with what is behind the window and always drawn as
+/// in an active one. A system without them shows groundOf() instead.
 enum class Material { Sidebar };
 
-/// What a material looks like on average.
+/// Returns the average colour of a material.
 constexpr Srgb groundOf(Material material, Appearance appearance) {
   switch (material) {
     case Material::Sidebar:
@@ -43,44 +43,43 @@ constexpr Srgb groundOf(Material material, Appearance appearance) {
   return appearance == Appearance::Dark ? Srgb{0.16, 0.16, 0.17} : Srgb{0.93, 0.93, 0.94};
 }
 
-/// A linear wash from the top to the bottom; may be empty.
+/// A linear gradient from the top to the bottom; may have no colours.
 struct GradientBackdrop {
   std::vector<Color> colors;
   bool operator==(const GradientBackdrop&) const = default;
 };
 
-/// Over the whole root, behind everything else; monostate for none.
+/// The background of the whole root; monostate for none.
 using Backdrop = std::variant<std::monostate, Color, GradientBackdrop, Material>;
 
-/// Of all themed tab buttons, in points.
+/// Dimensions of themed tab buttons, in points.
 namespace tab_button_metrics {
-/// A button is this much wider than a system button of the same text, where its
-/// layout states no width.
+/// Added to the width of a system button of the same text where the layout states no width.
 inline constexpr double kExtraWidth = 20;
 inline constexpr double kHeight = 26;
-/// The underline: at that distance from both sides, over the bottom edge.
+/// The underline's distances from both sides and from the bottom edge.
 inline constexpr double kUnderlineInset = 10;
 inline constexpr double kUnderlineBottom = 1;
 inline constexpr double kUnderlineHeight = 2;
 }  // namespace tab_button_metrics
 
-/// A themed tab button as it looks now.
+/// The look of a themed tab button.
 struct TabButton {
   enum class Alignment { Leading, Center };
 
   std::string text;
   TextStyle style;
   Alignment alignment = Alignment::Center;
-  /// From the button's leading edge to a leading text.
+  /// The distance from the leading edge to a text with leading alignment.
   double indent = 0;
-  /// Behind the text, over the whole button; nothing for none.
+  /// The colour of the whole button behind the text; empty for none.
   std::optional<Color> background;
-  /// Of the background.
+  /// The background's.
   double cornerRadius = 0;
-  /// The colour of the line under the text; nothing for none. It is as wide as
-  /// the button's own width less kUnderlineInset on both sides.
+  /// The colour of the line under the text; empty for none. The line keeps kUnderlineInset from
+  /// both sides of the button's own width.
   std::optional<Color> underline;
-  /// Also told to assistive programs.
+  /// Reported to assistive programs, too.
   bool isSelected = false;
 
   bool operator==(const TabButton&) const = default;
@@ -96,8 +95,7 @@ struct Insets {
   bool operator==(const Insets&) const = default;
 };
 
-/// Where the tab buttons and the page stand in the root. Points; distances from
-/// the root's top and leading edges.
+/// The layout of tab buttons and page in the root, in points from its top and leading edges.
 struct NavigationLayout {
   enum class Axis { Horizontal, Vertical };
   struct Separator {
@@ -107,37 +105,36 @@ struct NavigationLayout {
     bool operator==(const Separator&) const = default;
   };
 
-  /// The way in which the buttons follow each other.
+  /// The direction of the row of buttons.
   Axis axis = Axis::Horizontal;
-  /// Between two buttons.
+  /// The gap between two buttons.
   double spacing = 0;
   double top = 0;
-  /// Nothing: the row of buttons is centred in the root.
+  /// Empty to centre the buttons in the root.
   std::optional<double> leading;
-  /// Of every button; nothing for each one's own.
+  /// The width of every button; empty for each button's own.
   std::optional<double> buttonWidth;
   /// A line over the root's whole height.
   std::optional<Separator> separator;
-  /// Of the box that holds the page, or its card.
+  /// The insets of the page or its card.
   Insets content;
 
   bool operator==(const NavigationLayout&) const = default;
 };
 
-/// A rounded ground under a page, which fills it to the edges and is clipped
-/// by it.
+/// A rounded background that a page fills and is clipped to.
 struct Card {
   static constexpr double strokeWidth = 1;
 
   std::optional<Color> fill;
-  /// Inside the edge, over the fill.
+  /// The colour of a line inside the edge, over the fill.
   std::optional<Color> stroke;
   double cornerRadius = 0;
 
   bool operator==(const Card&) const = default;
 };
 
-/// A page and what the system's own tab view calls it.
+/// A page and its tab in the system's own tab view.
 struct SettingsTab {
   std::string identifier;
   std::string label;
@@ -147,10 +144,10 @@ struct SettingsTab {
 /// The system's own tab view over the window's own background.
 struct PlainContent {
   Size size;
-  /// From the content's edges to the tab view, on all sides, in points.
+  /// The margin of the tab view on all sides, in points.
   double inset = 0;
   std::vector<SettingsTab> tabs;
-  /// A place in `tabs`.
+  /// An index into `tabs`.
   std::size_t selected = 0;
 };
 
@@ -163,11 +160,11 @@ struct ThemedPage {
 
 /// Tabs in a look of the program's own.
 struct ThemedContent {
-  /// Of the root before the window lays it out.
+  /// The root's size before the window lays it out.
   Size rootSize;
   Backdrop backdrop;
   NavigationLayout navigation;
-  /// Nothing: the page stands there without.
+  /// Empty for a page without a card.
   std::optional<Card> card;
   ThemedPage page;
 };
@@ -178,42 +175,38 @@ struct SettingsContent {
   std::variant<PlainContent, ThemedContent> body;
 };
 
-/// Face: the settings window. Not on the screen before show(); the user closes
-/// it with its close button, with Escape, or with the system's key for closing a
-/// window, and it can be shown again. All controls are reached with the Tab key
-/// (where the system has it so) and have accessible names: the stated one, else
-/// their title. Main thread.
+/// Face: the settings window. Not on the screen before show(); the user closes it with its close
+/// button, with Escape, or with the system's key for closing a window, and it can be shown again.
+/// Every control has an accessible name (the stated one, else its title) and is reachable with the
+/// Tab key where the system's settings allow it. Main thread.
 class SettingsWindow {
  public:
-  /// A window with a title bar that can be closed, but neither resized nor
-  /// minimised, in the middle of the screen. `contentSize` is without the title
-  /// bar, in points.
+  /// Creates a window in the middle of the screen that can be closed, but neither resized nor
+  /// minimised. `contentSize` is in points and excludes the title bar.
   static std::unique_ptr<SettingsWindow> create(Size contentSize, std::string_view title);
 
   virtual ~SettingsWindow() = default;
 
-  /// Called with the place, from 0, of a themed tab button that was clicked, the
-  /// selected one included. It may set the content.
+  /// Sets what is called with the index of a clicked themed tab button, the selected one included.
+  /// The handler may set the content.
   virtual void setTabClickHandler(std::function<void(int index)> handler) = 0;
 
-  /// In place of all that was there. May be called from within a closure of the
-  /// content that it replaces: the control that called, and its closure, live
-  /// until that has returned.
+  /// Replaces the content. May be called from a closure of the old content: the calling control and
+  /// its closure live until the closure returns.
   virtual void setContent(SettingsContent content) = 0;
 
-  /// Another page in place of the one shown, and the buttons as they look now;
-  /// all else stays, the keyboard focus on a button included. Only with themed
-  /// content of as many buttons. May be called from within the tab click
-  /// handler.
+  /// Replaces the page and the look of the buttons; keeps all else, the keyboard focus on a button
+  /// included. Needs themed content with the same number of buttons. May be called from the tab
+  /// click handler.
   virtual void setPage(ThemedPage page) = 0;
 
-  /// Changes the status label of that id; without one nothing happens.
+  /// Changes the text of a status label; an unknown id is ignored.
   virtual void setStatus(const ControlID& id, std::string_view text) = 0;
-  /// Enables or disables the button of that id; without one nothing happens.
+  /// Enables or disables a button; an unknown id is ignored.
   virtual void setEnabled(const ControlID& id, bool isEnabled) = 0;
 
-  /// Shows it in front of the program's other windows, with the keyboard. Does
-  /// not activate the application.
+  /// Shows the window in front of the program's others and gives it the keyboard. Does not activate
+  /// the application.
   virtual void show() = 0;
 };
 

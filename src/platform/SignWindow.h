@@ -18,34 +18,33 @@ struct SignLook {
   Srgb fill;
   Srgb textColor;
   Srgb rim;
-  /// Of the rim, in points, inside the label's edge; 0 for none.
+  /// The rim's width in points, inside the label's edge; 0 for none.
   double borderWidth = 0;
 
   bool operator==(const SignLook&) const = default;
 };
 
-/// Face: what a label window holds, a panel with round corners and the text in its
-/// middle, on one line, cut off with an ellipsis at its end where it is too wide.
-/// Fills the window. Lives as long as the window. Main thread. What is set to what
-/// it is already costs nothing.
+/// Face: the content of a label window, a panel with round corners and one centred line of text,
+/// truncated at its end with an ellipsis. Fills the window and lives as long. Setting an unchanged
+/// value costs nothing. Main thread.
 class SignView {
  public:
   virtual ~SignView() = default;
 
-  /// UTF-8; what is not is replaced.
+  /// Takes UTF-8; ill-formed parts are replaced.
   virtual void setText(std::string_view text) = 0;
   virtual void setFont(const Font& font) = 0;
   virtual void setLook(const SignLook& look) = 0;
 
-  /// Draws anew soon, whatever has changed.
+  /// Requests a redraw.
   virtual void setNeedsDisplay() = 0;
 };
 
-/// Face: the window of a label. It has no border but a shadow, is translucent where
-/// its view is, lets clicks through to what lies below, is never key, and is in no
-/// list of windows that a user sees. Out of sight until orderFront(). Main thread.
+/// Face: the window of a label. It has a shadow but no border, is translucent where its view is,
+/// lets clicks through, is never key, and appears in no list of windows. Hidden until orderFront().
+/// Main thread.
 ///
-/// A window is born in the active Space; WindowServer moves it to others.
+/// A new window is in the active Space; WindowServer moves it to others.
 class SignWindow {
  public:
   struct Options {
@@ -54,40 +53,40 @@ class SignWindow {
     WindowLevel level = WindowLevel::Floating;
     /// Bits of CollectionBehavior.
     std::uint64_t collectionBehavior = 0;
-    /// Of the view, in points.
+    /// The view's, in points.
     double cornerRadius = 0;
-    /// What the text keeps free on the left and on the right, in points.
+    /// The margin of the text on the left and on the right, in points.
     double padding = 0;
   };
 
   static std::unique_ptr<SignWindow> create(const Options& options);
 
-  /// Orders the window out, in the middle of an animation too.
+  /// Orders the window out, also during an animation.
   virtual ~SignWindow() = default;
 
-  /// By which WindowServer knows the window.
+  /// Identifies the window to WindowServer.
   [[nodiscard]] virtual WindowServer::WindowNumber windowNumber() const = 0;
 
   /// Owned by the window.
   [[nodiscard]] virtual SignView& view() = 0;
 
-  /// Where the window is: points, global coordinates.
+  /// In points, global coordinates.
   [[nodiscard]] virtual Rect frame() const = 0;
-  /// Shown at once, the view with it; the same frame costs nothing.
+  /// Takes effect at once, for the view too; an equal frame costs nothing.
   virtual void setFrame(const Rect& frame) = 0;
 
   virtual void setCollectionBehavior(std::uint64_t behavior) = 0;
 
-  /// From 0 (nothing is seen) to 1: in the middle of an animation what it has come
-  /// to, otherwise exactly the value that was set or animated to. 1 at first.
+  /// From 0 (invisible) to 1; initially 1. During an animation the present value, else exactly the
+  /// value last set or animated to.
   [[nodiscard]] virtual double alphaValue() const = 0;
-  /// At once; ends an animation.
+  /// Takes effect at once and ends an animation.
   virtual void setAlphaValue(double alpha) = 0;
-  /// From what it is now to the value, in that time; takes the place of an animation
-  /// that runs. Returns at once. No time: as setAlphaValue().
+  /// Starts an animation from the present value and returns; replaces a running one. A duration of
+  /// zero acts as setAlphaValue().
   virtual void animateAlphaValue(double alpha, Duration duration) = 0;
 
-  /// Shows the window before the others of its level. The focus stays.
+  /// Shows the window in front of the others of its level. Does not take the focus.
   virtual void orderFront() = 0;
 };
 

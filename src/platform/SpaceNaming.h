@@ -13,13 +13,13 @@ class SpaceNaming {
  public:
   using SpaceID = WindowServer::SpaceID;
 
-  /// What others do to the names; either may be empty. Called from the event loop.
+  /// Called from the event loop when others change names; either may be empty.
   struct Handlers {
-    /// The user has given that one Space another name elsewhere, in the desktop's own
-    /// settings or a pager. Empty where the name was taken away.
+    /// The user renamed the Space elsewhere, in the desktop's settings or a pager. An empty name
+    /// means that it was removed.
     std::function<void(SpaceID space, std::string_view name)> renamed;
-    /// The desktop's own names are others than before, or names that were set are gone
-    /// with the window manager that kept them.
+    /// The desktop's own names changed, or names that were set are gone with the window manager
+    /// that kept them.
     std::function<void()> ownNamesChanged;
   };
 
@@ -30,17 +30,15 @@ class SpaceNaming {
 
   virtual void setHandlers(Handlers handlers) = 0;
 
-  /// What the desktop itself calls the Space, whatever the user calls it here; empty
-  /// where it has no name, is unknown, or nobody knows. Valid until the next event.
+  /// Returns the desktop's own name of the Space, regardless of the user's; empty where it has none
+  /// or the name or the Space is unknown. Valid until the next event.
   [[nodiscard]] virtual std::string_view ownName(SpaceID space) const = 0;
 
-  /// Shows the user's name in place of the desktop's own. An unknown Space is ignored,
-  /// and so is every name where the desktop takes none; a name that it has already costs
-  /// nothing.
+  /// Shows the user's name in place of the desktop's own. Does nothing for an unknown Space, on a
+  /// desktop that takes no names, or where the name is set already.
   virtual void setName(SpaceID space, std::string_view name) = 0;
 
-  /// Ends setName(): brings the desktop's own name back, or `fallback` where that is
-  /// unknown.
+  /// Undoes setName(): restores the desktop's own name, or `fallback` where that is unknown.
   virtual void clearName(SpaceID space, std::string_view fallback) = 0;
 };
 

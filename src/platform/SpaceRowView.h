@@ -17,9 +17,9 @@ struct DotImage {
     /// Origin at the image's bottom left.
     Rect rect;
     std::optional<Color> fill;
-    /// Painted over the fill, half of it on either side of the oval's edge.
+    /// Painted over the fill, centred on the oval's edge.
     std::optional<Color> stroke;
-    /// In points; counts with a stroke only.
+    /// In points; ignored without a stroke.
     double lineWidth = 0;
     bool operator==(const Oval&) const = default;
   };
@@ -30,38 +30,37 @@ struct DotImage {
   bool operator==(const DotImage&) const = default;
 };
 
-/// Where the parts of a row stand, in points; the same on every system. The
-/// parts are centred over the height.
+/// The layout of a row, in points; the same on every system. The parts are centred vertically.
 namespace row_metrics {
 inline constexpr Size kSize{220, 24};
-/// Of the tint behind a row.
+/// The corner radius of the tint behind a row.
 inline constexpr double kCornerRadius = 4;
-/// Of the dot, a square.
+/// Width and height.
 inline constexpr double kDotSize = 14;
-/// From the row's leading edge to the dot, and from there to the text.
+/// The distances from the row's leading edge to the dot, and from the dot to the text.
 inline constexpr double kDotInset = 14;
 inline constexpr double kTextGap = 10;
-/// From the edit field and the rename button to the row's trailing edge.
+/// The distance from the edit field and the rename button to the row's trailing edge.
 inline constexpr double kTrailingInset = 10;
-/// Between the label and the rename button, at least.
+/// The least distance between the label and the rename button.
 inline constexpr double kLabelGap = 8;
 inline constexpr double kEditFieldHeight = 20;
-/// Of the rename button, a square, and of the symbol in it.
+/// Width and height of the rename button and of the symbol in it.
 inline constexpr double kRenameButtonSize = 22;
 inline constexpr double kRenameSymbolSize = 16;
-/// How often an open menu looks whether the pointer is over a row, in seconds,
-/// where the system does not tell.
+/// Seconds between two checks whether the pointer is over a row of the open menu, where the system
+/// does not report it.
 inline constexpr double kHoverInterval = 0.05;
 }  // namespace row_metrics
 
-/// What a row shows as long as it lives.
+/// The constant part of a row.
 struct SpaceRowContent {
   DotImage dot;
-  /// What the dot means, for those who do not see it; may be empty.
+  /// The dot's accessible description; may be empty.
   std::string dotDescription;
-  /// Whether it is the row of the active Space, for those who do not see it.
+  /// Whether assistive programs present the row as that of the active Space.
   bool isActive = false;
-  /// Of the label and the edit field.
+  /// The font of the label and the edit field.
   Font font;
   /// Tool tip and accessible name of the rename button.
   std::string renameTitle;
@@ -69,29 +68,28 @@ struct SpaceRowContent {
   bool operator==(const SpaceRowContent&) const = default;
 };
 
-/// What changes in a row.
+/// The changing part of a row.
 struct SpaceRowState {
-  /// Text of the label.
   std::string label;
-  /// The edit field stands in place of the label.
+  /// Whether the edit field replaces the label.
   bool isEditing = false;
   bool showsRenameButton = false;
-  /// Behind the row, with rounded corners; nothing for none.
+  /// The tint behind the row, with rounded corners; empty for none.
   std::optional<Color> background;
 
   bool operator==(const SpaceRowState&) const = default;
 };
 
-/// Keys that mean something to a row that is being edited.
+/// Keys, as an edited row distinguishes them.
 enum class RowKey { Return, KeypadEnter, Escape, Other };
 
-/// What becomes of a key press while a row is there.
+/// What happens to a key press while the edit field is in use.
 enum class KeyHandling {
-  /// It goes where it would have gone.
+  /// Handled as without the row.
   Passed,
-  /// It is done with and goes nowhere.
+  /// Consumed.
   Swallowed,
-  /// It goes to the text of the edit field and nowhere else.
+  /// Delivered to the edit field's text only.
   Interpreted,
 };
 
@@ -99,9 +97,8 @@ enum class RowPart { None, Row, EditField, RenameButton };
 
 class SpaceRowView;
 
-/// What a row does, as its face sees it. Owned by the view, which calls it on
-/// the main thread. Points are in the row's coordinates, origin at the bottom
-/// left; `bounds` is the row's present size.
+/// Handles the user's input in a row. Owned by the view, which calls it on the main thread. Points
+/// are in the row's coordinates, origin at the bottom left; `bounds` is the row's present size.
 class SpaceRowHandler {
  public:
   virtual ~SpaceRowHandler() = default;
@@ -110,26 +107,24 @@ class SpaceRowHandler {
   /// lives longer than the handler.
   virtual void attach(SpaceRowView& view) = 0;
 
-  /// The pointer is over the row, or is not; told at every change, may be told
-  /// more often.
+  /// Reports whether the pointer is over the row: at every change, possibly more often.
   virtual void setHovered(bool isHovered) = 0;
-  /// The menu's keyboard selection is on the row, or is not.
+  /// Reports whether the menu's keyboard selection is on the row.
   virtual void setHighlighted(bool isHighlighted) = 0;
-  /// The menu that shows the row opened, or closed.
+  /// Reports whether the menu that shows the row is open.
   virtual void setShown(bool isShown) = 0;
 
-  /// Which part takes a click there.
+  /// Returns the part that takes a click at the point.
   [[nodiscard]] virtual RowPart hitTest(Point point, Size bounds) const = 0;
-  /// A button of the mouse that went down on the row was released there.
+  /// A mouse button pressed on the row was released at the point.
   virtual void mouseUp(Point point, Size bounds) = 0;
   /// The row was chosen with the keyboard or by an assistive program.
   virtual void activate() = 0;
 
   virtual void renameClicked() = 0;
-  /// Any key pressed while the menu is open and the edit field is in use.
+  /// A key was pressed while the menu is open and the edit field is in use.
   virtual KeyHandling keyDown(RowKey key) = 0;
-  /// The edit field's own commands, by whatever keys they come: to insert a new
-  /// line, and to cancel.
+  /// The edit field's own commands, whatever their keys: insert a new line, and cancel.
   virtual void commit() = 0;
   virtual void cancel() = 0;
 };
@@ -143,12 +138,11 @@ class SpaceRowView {
 
   virtual ~SpaceRowView() = default;
 
-  /// Shows the state in place of what was shown; equal states cost nothing.
-  /// When editing begins, the field takes the keyboard, shows `label`, all of it
-  /// selected, and key presses go to the handler; both end with the editing. The
-  /// editing of another row of the same menu is cancelled before.
+  /// Shows the state; an equal state costs nothing. When editing begins, the editing of another row
+  /// of the same menu is cancelled first; then the field shows `label`, fully selected, and takes
+  /// the keyboard, and key presses go to the handler until editing ends.
   virtual void setState(const SpaceRowState& state) = 0;
-  /// The edit field's text as it stands.
+  /// The edit field's present text.
   [[nodiscard]] virtual std::string editedText() const = 0;
   /// Closes the menu that shows the row.
   virtual void closeMenu() = 0;

@@ -13,8 +13,7 @@ namespace vembrix {
 
 class DropdownMenu;
 
-/// A black drawing on transparent ground, of which the system takes the shape
-/// only and colours it to suit the menu bar.
+/// A black drawing on transparent ground, which the system recolours to suit the menu bar.
 struct TemplateImage {
   struct RoundedRect {
     Rect rect;
@@ -29,12 +28,11 @@ struct TemplateImage {
   bool operator==(const TemplateImage&) const = default;
 };
 
-/// How wide a status item is, in points; the first two as the system counts
-/// them.
+/// The width of a status item in points; the negative values are the system's own codes.
 struct StatusItemLength {
   double points = -1;
 
-  /// As wide as what it shows.
+  /// As wide as the content.
   static constexpr StatusItemLength variable() { return {-1}; }
   /// As wide as the menu bar is high.
   static constexpr StatusItemLength square() { return {-2}; }
@@ -59,38 +57,37 @@ struct StatusItemContent {
   };
 
   std::variant<PlainTitle, AttributedTitle, TemplateImage> label;
-  /// Behind the label, over the whole item; nothing for none.
+  /// The colour of the whole item behind the label; empty for none.
   std::optional<Color> fill;
-  /// Of the fill, in points.
+  /// The fill's, in points.
   double cornerRadius = 0;
   StatusItemLength length;
 
   bool operator==(const StatusItemContent&) const = default;
 };
 
-/// Face: the program's item in the menu bar. There from creation to
-/// destruction. Main thread.
+/// Face: the program's item in the menu bar, shown for as long as the object lives. Main thread.
 class StatusItem {
  public:
   static std::unique_ptr<StatusItem> create();
 
   virtual ~StatusItem() = default;
 
-  /// Whether the system gave the item a button to show things on. Without one
-  /// only the length of the content counts.
+  /// Returns whether the system gave the item a button. Without one only the content's length has
+  /// an effect.
   [[nodiscard]] virtual bool hasButton() const = 0;
 
-  /// Shows the content in place of what was shown; equal content costs nothing.
+  /// Shows the content; equal content costs nothing.
   virtual void setContent(const StatusItemContent& content) = 0;
 
-  /// Opens on a click. The item owns it; null for none.
+  /// Sets the menu that a click opens; null for none.
   virtual void setMenu(std::unique_ptr<DropdownMenu> menu) = 0;
-  /// Null for none. Owned by the item.
+  /// The menu, owned by the item; null for none.
   [[nodiscard]] virtual DropdownMenu* menu() const = 0;
 
-  /// Opens the menu as a click does, with the keyboard ready to walk through it,
-  /// also where the menu bar has no room to show the item. Does nothing while the
-  /// menu is open, and without a menu. The menu may open after this returns.
+  /// Opens the menu as a click does, for use with the keyboard, also where the menu bar has no room
+  /// for the item. Does nothing without a menu or while it is open. May return before the menu
+  /// opens.
   virtual void openMenu() = 0;
 };
 

@@ -4,7 +4,7 @@
 
 namespace vembrix {
 
-/// The system's log. Any thread; never fails towards the caller.
+/// The system's log. Any thread; reports no errors.
 class SystemLog {
  public:
   static SystemLog& shared();
@@ -18,8 +18,7 @@ class SystemLog {
 /// Writes "[Vembrix] " and the message as one line of the system's log.
 void logLine(std::string_view message);
 
-/// A broken promise inside the program: logs the message and ends the process
-/// abnormally, so that the cause is on record.
+/// Logs the message and aborts the process: for a violated invariant of the program.
 [[noreturn]] void programmingError(std::string_view message);
 
 }  // namespace vembrix

@@ -7,8 +7,8 @@
 
 namespace vembrix {
 
-/// How large the text is on one line, in points: as wide as it runs, as high as a
-/// line of the font. The text is UTF-8; what is not is replaced. Main thread.
+/// Returns the size of the text on one line, in points: its width, and the height of a line of the
+/// font. The text is UTF-8; ill-formed parts are replaced. Main thread.
 Size textSize(std::string_view text, const Font& font);
 
 }  // namespace vembrix

@@ -5,13 +5,12 @@
 
 namespace vembrix {
 
-/// Something that goes on until the token is dropped: an observation, a timer,
-/// a delayed block. A value that can be moved but not copied; ends what it
-/// stands for once, on destruction, reset() or assignment. Main thread.
+/// Owns something that lasts until the token is dropped: an observation, a timer, a delayed block.
+/// Move-only; ends it once, on destruction, reset() or assignment. Main thread.
 class Token {
  public:
   Token() = default;
-  /// `end` is called once and may run after the service that made the token.
+  /// `end` is called once, possibly after the service that made the token is gone.
   explicit Token(std::function<void()> end) : end_(std::move(end)) {}
   ~Token() { reset(); }
 
@@ -26,11 +25,11 @@ class Token {
   Token(const Token&) = delete;
   Token& operator=(const Token&) = delete;
 
-  /// Whether a token is held; a one-time block that has run is still held.
+  /// Whether the token owns something; a one-time block counts even after it has run.
   explicit operator bool() const { return end_ != nullptr; }
 
   void reset() {
-    // Emptied first: the end may reach back here.
+    // Emptied first: `end` may use this token.
     if (auto end = std::exchange(end_, nullptr)) end();
   }
 

@@ -12,8 +12,8 @@
 
 namespace vembrix {
 
-/// All that the overlay of the tour shows: a panel with a spinner and, right of it,
-/// a text, both in its middle. Lengths in points.
+/// The content of the tour's overlay: a panel with a spinner and, to its right, a text, centred
+/// together. Lengths in points.
 struct TourOverlayContent {
   /// Global coordinates.
   Rect frame;
@@ -21,39 +21,38 @@ struct TourOverlayContent {
   /// Bits of CollectionBehavior.
   std::uint64_t collectionBehavior = 0;
 
-  /// Of the panel, translucent.
+  /// The panel's; translucent.
   Srgb fill;
   double cornerRadius = 0;
 
-  /// The width and the height of the spinner, which looks as it does in the dark.
+  /// Width and height of the spinner, which has the dark appearance.
   double spinnerSize = 0;
   std::string text;
   Font font;
   Srgb textColor;
-  /// Between the spinner and the text.
+  /// The gap between the spinner and the text.
   double spacing = 0;
-  /// What both keep free on the left and on the right.
+  /// The margin of both on the left and on the right.
   double padding = 0;
 
   bool operator==(const TourOverlayContent&) const = default;
 };
 
-/// Face: the window that covers the tour, with its TourOverlayView. It has no border
-/// but a shadow, lets clicks through, is never key, and is in no list of windows that
-/// a user sees. Main thread.
+/// Face: the window that covers the tour, with its TourOverlayView. It has a shadow but no border,
+/// lets clicks through, is never key, and appears in no list of windows. Main thread.
 class TourOverlay {
  public:
-  /// Out of sight until show().
+  /// Hidden until show().
   static std::unique_ptr<TourOverlay> create(const TourOverlayContent& content);
 
-  /// Orders the window out at once, unless it fades out: then at the end of that.
+  /// Orders the window out at once, or at the end of a fade that runs.
   virtual ~TourOverlay() = default;
 
-  /// Orders the window to the front, invisible, and fades it in. The focus stays.
+  /// Orders the invisible window to the front and fades it in. Does not take the focus.
   virtual void show(Duration fade) = 0;
 
-  /// Fades the window out from what it has come to, and orders it out at the end;
-  /// that goes on when this object goes. Returns at once.
+  /// Starts to fade the window out from its present alpha, orders it out at the end, and returns at
+  /// once. The fade continues when this object is destroyed.
   virtual void hide(Duration fade) = 0;
 };
 

@@ -7,38 +7,34 @@
 
 namespace vembrix {
 
-/// The user's stored settings of this application, and, for reading only, those
-/// of other applications. Main thread. Nothing is reported: a store that cannot
-/// be read is empty, a value that has no form is logged once and lost, and what the disk
-/// does not take is tried again.
+/// The user's stored settings of this application and, read-only, those of others. Main thread.
+/// Reports no errors: an unreadable store is empty, a value that cannot be stored is logged once
+/// and dropped, and a failed write is tried again.
 class UserDefaults {
  public:
-  /// The one store of the process; lives as long as it.
+  /// The process's only store; lives as long as the process.
   static UserDefaults& standard();
 
   virtual ~UserDefaults() = default;
 
-  /// The value under the key, or null. Always what is stored now: a value that
-  /// another program has written since is seen. Reading a value that has not
-  /// changed since the last read allocates nothing where the system allows it.
+  /// Returns the value under the key as it is stored now, also by another program; null where there
+  /// is none. Reading an unchanged value again allocates nothing where the system allows it.
   [[nodiscard]] virtual PropertyList object(std::string_view key) const = 0;
 
-  /// For those who read several values, or one many times: while the token lives, what
-  /// another program writes may stay unseen, so that each reading need not ask the
-  /// system. Within one event only. Empty where reading asks nobody.
+  /// Makes several readings within one event cheaper: while the token lives, changes by other
+  /// programs may stay unseen. Empty where reading is cheap anyhow.
   [[nodiscard]] virtual Token beginReading() { return {}; }
 
-  /// Stores the value; null removes the key. It counts at once for readers of this
-  /// process. On the disk it may follow up to half a second later, at the latest when the
-  /// process ends; a process that is killed may lose that half second, all of it or the
-  /// end of it.
+  /// Stores the value; null removes the key. Takes effect at once in this process and reaches the
+  /// disk within half a second, at the latest when the process ends. A killed process may lose the
+  /// stores of its last half second.
   virtual void set(std::string_view key, const PropertyList& value) = 0;
 
-  /// The keys of another application's domain, for the current user and any
-  /// host: an array of strings where the domain exists, else null. Untouched.
+  /// Returns the keys of another application's domain, for the current user and any host: an array
+  /// of strings, or null where there is no such domain.
   [[nodiscard]] virtual PropertyList keyList(std::string_view domain) const = 0;
 
-  /// One value of another application's domain, or null.
+  /// Returns a value of another application's domain; null where there is none.
   [[nodiscard]] virtual PropertyList object(std::string_view key,
                                             std::string_view domain) const = 0;
 };

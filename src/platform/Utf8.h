@@ -9,11 +9,11 @@ namespace vembrix {
 
 // Text as UTF-8. Any thread.
 
-/// The character at the front of a text, or what stands there instead.
+/// The character at the front of a text, or the ill-formed part there.
 struct Utf8Character {
   char32_t value = 0;
-  /// Bytes taken: of the character, or of the part to be replaced by one U+FFFD.
-  /// Zero only at the end of the text.
+  /// Bytes of the character, or of the part to be replaced by one U+FFFD. Zero only at the end of
+  /// the text.
   std::size_t length = 0;
   bool valid = false;
 };
@@ -23,8 +23,8 @@ Utf8Character firstCharacter(std::string_view text);
 
 bool isUtf8(std::string_view text);
 
-/// The text with every ill-formed part as one U+FFFD (a truncated sequence is
-/// one part, a stray byte another); nothing when the text is UTF-8 as it is.
+/// Returns the text with each ill-formed part (a truncated sequence, a stray byte) replaced by one
+/// U+FFFD; empty when the text is valid UTF-8.
 std::optional<std::string> repairedUtf8(std::string_view text);
 
 /// Appends the UTF-8 form of a Unicode scalar value.

@@ -21,43 +21,41 @@ class WindowServer {
 
   virtual ~WindowServer() = default;
 
-  /// This process's connection, for the other calls; lives as long as it.
+  /// This process's connection, for the other calls; valid as long as the process lives.
   [[nodiscard]] virtual ConnectionID CGSMainConnectionID() = 0;
 
-  /// One dictionary per display ("Display Identifier", "Spaces": dictionaries
-  /// with "ManagedSpaceID", "id64", "uuid", "type"), as the window server gives
-  /// it; any entry may be missing or of another type. Null where it gives none.
-  /// Answers of an unchanged desktop may share their contents.
+  /// One dictionary per display ("Display Identifier", "Spaces": dictionaries with
+  /// "ManagedSpaceID", "id64", "uuid", "type"), unconverted; any entry may be missing or of another
+  /// type. Null where the window server gives none. Answers of an unchanged desktop may share their
+  /// contents.
   [[nodiscard]] virtual PropertyList CGSCopyManagedDisplaySpaces(ConnectionID connection) = 0;
 
-  /// The Space that has the user's attention; 0 when unknown.
+  /// The active Space; 0 when unknown.
   [[nodiscard]] virtual SpaceID CGSGetActiveSpace(ConnectionID connection) = 0;
 
-  /// Makes the Space current on that display, at once. Whether it happened is
-  /// told by notification::kActiveSpaceDidChange on the workspace center.
+  /// Makes the Space current on that display, at once. notification::kActiveSpaceDidChange on the
+  /// workspace center reports success.
   virtual void CGSManagedDisplaySetCurrentSpace(ConnectionID connection, std::string_view display,
                                                 SpaceID space) = 0;
 
-  /// Whether the next two calls move windows. A system that has lost one of them
-  /// leaves every window where it was born; the answer never changes.
+  /// Returns whether the next two calls work. On a system without one of them every window stays in
+  /// the Space where it was created. The answer never changes.
   [[nodiscard]] virtual bool canPlaceWindows() const = 0;
 
-  /// Puts the windows of this process into the Spaces, besides those in which they
-  /// are. Unknown windows and Spaces are ignored.
+  /// Adds the windows of this process to the Spaces. Unknown windows and Spaces are ignored.
   virtual void CGSAddWindowsToSpaces(ConnectionID connection, std::span<const WindowNumber> windows,
                                      std::span<const SpaceID> spaces) = 0;
 
-  /// Takes the windows of this process out of the Spaces.
+  /// Removes the windows of this process from the Spaces.
   virtual void CGSRemoveWindowsFromSpaces(ConnectionID connection,
                                           std::span<const WindowNumber> windows,
                                           std::span<const SpaceID> spaces) = 0;
 
-  /// Which Spaces CGSCopySpacesForWindows() tells of: the current one, others, the
-  /// user's.
+  /// Mask for CGSCopySpacesForWindows(): current, other and user Spaces.
   static constexpr std::uint32_t allSpaces = 7;
 
-  /// An array of the ids of the Spaces that hold any of the windows, in no certain
-  /// order. Empty or null for windows that are in none, or unknown.
+  /// Returns an array of the ids of the Spaces that hold any of the windows, in no particular
+  /// order. Empty or null for windows that are unknown or in no Space.
   [[nodiscard]] virtual PropertyList CGSCopySpacesForWindows(
       ConnectionID connection, std::uint32_t mask, std::span<const WindowNumber> windows) = 0;
 
@@ -65,12 +63,11 @@ class WindowServer {
   static constexpr std::uint32_t onScreenOnly = 1;
   static constexpr std::uint32_t excludeDesktopElements = 16;
 
-  /// One dictionary per window, front to back, as the window server gives it:
-  /// "kCGWindowOwnerName", and "kCGWindowBounds", a dictionary with "X", "Y",
-  /// "Width" and "Height" in points. The program that shows Mission Control is called
-  /// "Dock", whichever it is and in every language; a window that it is known to have for
-  /// other purposes has no owner name. Windows smaller than half of a screen may be left
-  /// out. Null where it gives none.
+  /// One dictionary per window, front to back: "kCGWindowOwnerName", and "kCGWindowBounds", a
+  /// dictionary with "X", "Y", "Width" and "Height" in points. The owner of Mission Control's
+  /// windows is always named "Dock", in every language; its windows known to serve another purpose
+  /// have no owner name. Windows smaller than half of a screen may be left out. Null where the
+  /// window server gives none.
   [[nodiscard]] virtual PropertyList CGWindowListCopyWindowInfo(std::uint32_t options) = 0;
 };
 

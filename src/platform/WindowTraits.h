@@ -4,16 +4,15 @@
 
 namespace vembrix {
 
-/// How high a window stands among the others, as the system numbers it.
+/// The stacking level of a window, by the system's numbers.
 enum class WindowLevel : std::int64_t {
   /// Above the windows of programs.
   Floating = 3,
-  /// Above floating windows, too.
+  /// Above floating windows.
   Status = 25,
 };
 
-/// How a window goes along with Spaces, Mission Control and the switching of
-/// windows: bits, as the system numbers them.
+/// How Spaces, Mission Control and window switching treat a window: the system's bits.
 enum CollectionBehavior : std::uint64_t {
   /// In every Space.
   CanJoinAllSpaces = 1U << 0U,
@@ -21,11 +20,11 @@ enum CollectionBehavior : std::uint64_t {
   Managed = 1U << 2U,
   /// In one Space, and hidden by Mission Control.
   Transient = 1U << 3U,
-  /// Mission Control leaves it where it is.
+  /// Not moved by Mission Control.
   Stationary = 1U << 4U,
-  /// Switching from window to window passes it over.
+  /// Skipped when the user cycles through windows.
   IgnoresCycle = 1U << 6U,
-  /// May stand in the Space of a full-screen window.
+  /// May be shown in the Space of a full-screen window.
   FullScreenAuxiliary = 1U << 8U,
 };
 

@@ -4,15 +4,15 @@
 
 namespace vembrix {
 
-/// Other programs, as the desktop starts them. Main thread.
+/// Starts other programs through the desktop. Main thread.
 class Workspace {
  public:
   static Workspace& shared();
 
   virtual ~Workspace() = default;
 
-  /// Opens the address with the user's program for it. Returns before that is
-  /// there; a failure shows nothing.
+  /// Opens the address with the user's program for it. Does not wait for that program and reports
+  /// no errors.
   virtual void openURL(std::string_view url) = 0;
 };
 
