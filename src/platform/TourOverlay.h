@@ -45,7 +45,7 @@ class TourOverlay {
   /// Hidden until show().
   static std::unique_ptr<TourOverlay> create(const TourOverlayContent& content);
 
-  /// Orders the window out at once, or at the end of a fade that runs.
+  /// Orders the window out at once, or when a running fade-out ends.
   virtual ~TourOverlay() = default;
 
   /// Orders the invisible window to the front and fades it in. Does not take the focus.

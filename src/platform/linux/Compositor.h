@@ -6,10 +6,9 @@
 
 namespace vembrix {
 
-/// Knows whether a compositor puts the screen together, so that windows may be
-/// translucent. The X server tells when one comes or goes; asking here asks it
-/// nothing. Where there is no X11, whoever shows the windows does so. Main thread;
-/// needs a Qt application.
+/// Knows whether a compositor runs, so that windows may be translucent; always so without X11. The
+/// X server reports when one starts or ends; a query costs no round trip. Main thread; needs a Qt
+/// application.
 class Compositor : public QObject, public QAbstractNativeEventFilter {
   Q_OBJECT
 
@@ -21,19 +20,19 @@ class Compositor : public QObject, public QAbstractNativeEventFilter {
   bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
  Q_SIGNALS:
-  /// A compositor has come or gone.
+  /// A compositor has started or ended.
   void changed();
 
  private:
   Compositor();
 
   bool isRunning_ = true;
-  /// Number of the event that tells of a selection's new owner; 0: none comes.
+  /// Number of the event for a selection's new owner; 0 where the server sends none.
   int selectionEvent_ = 0;
 };
 
-/// The shape of a window with round corners where there is no compositor to show what
-/// is behind them. Its edge is rough.
+/// Returns the shape of a window with round corners for a screen without a compositor. Its edge is
+/// not smoothed.
 QRegion roundedShape(const QRectF& rect, qreal radius);
 
 }  // namespace vembrix

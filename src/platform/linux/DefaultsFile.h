@@ -10,36 +10,34 @@
 
 namespace vembrix {
 
-/// One domain of settings, read: a property-list file with a dictionary at its top.
-/// Each call sees what the file holds now. Reading an unchanged file costs one system
-/// call and no memory. While another program is writing the file, or it cannot be
-/// opened, what was read before stands. Failures are logged, once per state of the
-/// file, where the log is wanted.
+/// Reads one domain of settings: a property-list file with a dictionary at its top. Each call sees
+/// the file's present contents, or keeps the former ones while another program is writing the file
+/// or it cannot be opened. Reading an unchanged file costs one system call and no memory. Logs
+/// failures, where asked to, once per state of the file.
 class DefaultsFile {
  public:
   enum class Log { Failures, Nothing };
 
   DefaultsFile(std::filesystem::path path, Log log);
 
-  /// The dictionary, valid until the next call; null when there is none.
+  /// Returns the dictionary, valid until the next call; null when there is none.
   const PropertyList::Dictionary* contents();
 
-  /// The value under the key, or null.
+  /// Returns the value under the key; null where there is none.
   PropertyList object(std::string_view key);
 
-  /// Whether the values are those of the file, as of the last call: not when it is out
-  /// of reach, damaged or being written.
+  /// Returns whether the values of the last call are the file's own: false when it was out of
+  /// reach, damaged or being written.
   bool isCertain() const;
 
-  /// From now on the file is looked at once, by the next reading, until as many
-  /// letGo() have followed.
+  /// Checks the file for changes only once, at the next reading, until letGo() was called as often.
   void hold();
   void letGo() { holds_ -= 1; }
-  /// The next reading looks at it even so.
+  /// Makes the next reading check the file in spite of hold().
   void lookAgain() { isLookedAt_ = false; }
 
  private:
-  /// Reads the file again unless it is held, or certain to be as it was.
+  /// Reads the file again unless it is held or certainly unchanged.
   void refresh();
   void load();
   void take(StoredSettings found, DefaultsFile::Log log);
@@ -48,22 +46,22 @@ class DefaultsFile {
   std::filesystem::path path_;
   Log log_;
 
-  // The file as it was when last read, at first as it never is.
+  // The file's state when it was last read; at first one that no file has.
   FileState state_{.error = -1};
-  /// What kept it from being read; 0 for nothing.
+  /// The errno value of the last reading; 0 for success.
   int readError_ = -1;
   StoredSettings::Condition condition_ = StoredSettings::Condition::Unfinished;
   std::string bytes_;
   std::optional<PropertyList::Dictionary> contents_;
   /// Whether any later change would show in the state.
   bool settled_ = false;
-  /// Whether there has been anything to go by.
+  /// Whether the file has been read at all.
   bool hasBeenRead_ = false;
   int holds_ = 0;
-  /// Whether the file has been looked at since it is held.
+  /// Whether the file has been checked since hold().
   bool isLookedAt_ = false;
 
-  /// Memory for reading again.
+  /// Memory that later readings reuse.
   std::string scratch_;
 };
 

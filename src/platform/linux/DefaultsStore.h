@@ -9,38 +9,37 @@
 
 namespace vembrix {
 
-/// The application's own domain, read and written. What is set counts at once; the file
-/// follows within half a second. Another program's write is seen by the next read, and
-/// wins over ours of before. To be used by one thread.
+/// Reads and writes the application's own domain. A new value takes effect at once and reaches the
+/// file within half a second. Another program's write is seen by the next read and wins over
+/// earlier ones of this process. To be used by one thread.
 class DefaultsStore {
  public:
   explicit DefaultsStore(std::filesystem::path path);
 
-  /// The value under the key, or null. Asking for what has not changed costs one system
-  /// call and no memory.
+  /// Returns the value under the key; null where there is none. Reading an unchanged value costs
+  /// one system call and no memory.
   PropertyList object(std::string_view key);
 
-  /// Stores the value, or removes the key for null; nothing happens where that is so
-  /// already. All else in the file stays as it is, whoever wrote it. A value that has no
-  /// form, or is larger than what is read, is logged and lost. A damaged file is kept
-  /// beside under another name.
+  /// Stores the value, or removes the key for null; does nothing where that is so already. All else
+  /// in the file stays as it is. A value that cannot be written, or would be too large to read, is
+  /// logged and dropped. A damaged file is kept under another name.
   void set(std::string_view key, const PropertyList& value);
 
-  /// As those of DefaultsFile.
+  /// As in DefaultsFile.
   void hold() { file_.hold(); }
   void letGo() { file_.letGo(); }
 
-  /// As that of DefaultsWriter.
+  /// As in DefaultsWriter.
   void finish() { writer_.finish(); }
 
  private:
-  /// What the file holds, also after our own last write.
+  /// Returns the file's value, this process's last write included.
   PropertyList stored(std::string_view key);
 
   std::filesystem::path path_;
   DefaultsFile file_;
   DefaultsWriter writer_;
-  /// Of the writer, at the last look at the file.
+  /// The writer's writeCount() when the file was last checked.
   int seenWrites_ = 0;
 };
 

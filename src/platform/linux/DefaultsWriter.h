@@ -16,56 +16,56 @@
 
 namespace vembrix {
 
-/// Brings changed settings to their file from a thread of its own, so that nobody waits
-/// for the disk: gathered for 0.4 s, all that was gathered at once, without touching
-/// what else the file holds. What fails is tried again until it works. Failures are
-/// logged, the same one once. To be called from one thread.
+/// Writes changed settings to their file on a thread of its own, so that no caller waits for the
+/// disk: collects changes for 0.4 s, then writes them together and keeps the rest of the file. A
+/// failed write is repeated until it succeeds; each kind of failure is logged once. To be called
+/// from one thread.
 class DefaultsWriter {
  public:
   /// A value that the file may not hold yet.
   struct Change {
     /// Null removes the key.
     PropertyList value;
-    /// What the file held when the change was made; nothing when nobody knew.
+    /// The file's value when the change was made; empty when unknown.
     std::optional<PropertyList> base;
-    /// What is being written at the moment.
+    /// The value that is being written.
     std::optional<PropertyList> sent;
 
-    /// Whether another program has written a newer value: one that is neither the
-    /// former value nor our own. Not when it is unknown what the file holds.
+    /// Returns whether another program has written a newer value: one that is neither the former
+    /// value nor this process's. False when the file's value is unknown.
     bool isOverruledBy(const std::optional<PropertyList>& stored) const;
   };
 
-  /// Completes the write of a run that was killed while it waited for the disk.
+  /// Completes the write of an earlier process that was killed while it waited for the disk.
   explicit DefaultsWriter(std::filesystem::path path);
-  /// Finishes.
+  /// Calls finish().
   ~DefaultsWriter();
   DefaultsWriter(const DefaultsWriter&) = delete;
   DefaultsWriter& operator=(const DefaultsWriter&) = delete;
 
-  /// `stored` is what the file holds under the key, when that is known. Refused, false,
-  /// when `stored` may be out of date: unless it was read after the write that
-  /// writeCount() had counted as `seenWrites`.
+  /// Sets the value for the next write. `stored` is the file's value, where known. Returns false
+  /// and does nothing when the file was written after writeCount() returned `seenWrites`, as
+  /// `stored` may then be out of date.
   [[nodiscard]] bool set(std::string_view key, PropertyList value,
                          std::optional<PropertyList> stored, int seenWrites);
 
-  /// Of the key; nothing when the file holds what was set last.
+  /// The key's pending change; empty when the file holds the last value set.
   [[nodiscard]] std::optional<Change> change(std::string_view key) const;
 
   /// Forgets a change that another program has overruled.
   void withdraw(std::string_view key);
 
-  /// Grows whenever the file was written.
+  /// Counts the writes of the file.
   [[nodiscard]] int writeCount() const;
 
-  /// Writes what is left, now, and returns when it is in the file, or when that has
-  /// failed, after 5 s at the latest. For the end of the process.
+  /// Writes all pending changes now and waits, for at most 5 s, until they are in the file or that
+  /// has failed. For the end of the process.
   void finish();
 
  private:
   using Clock = std::chrono::steady_clock;
 
-  /// A change on its way.
+  /// A change that is being written.
   struct Item {
     std::string key;
     Change change;
@@ -75,14 +75,14 @@ class DefaultsWriter {
   void completeFormerWrite() const;
   void run();
   bool isHurried() const { return failureCount_ < hurriedFailures_; }
-  /// Tries to write what there is. Lets go of the lock meanwhile.
+  /// Tries to write the pending changes. Releases the lock meanwhile.
   void attempt(std::unique_lock<std::mutex>& lock);
-  /// All that is to be written now.
+  /// Returns the changes to write.
   std::vector<Item> collect();
   void settle(const Item& item);
-  // Without the lock; empty, or why it failed.
+  // To be called without the lock. Returns the reason of a failure; empty for success.
   std::string store(std::vector<Item>& items);
-  /// Whether more has become due; then it is among the items.
+  /// Appends changes that have become due meanwhile; returns whether there were any.
   bool collectLate(std::vector<Item>& items);
   std::string mergedInto(std::string bytes, const PropertyList::Dictionary* stored,
                          std::vector<Item>& items);
@@ -95,16 +95,16 @@ class DefaultsWriter {
   std::condition_variable attempted_;
   std::map<std::string, Change, std::less<>> changes_;
   Clock::time_point due_;
-  /// Whether that is for a change that was made after the last try began.
+  /// Whether that is for a change made after the last attempt began.
   bool isScheduled_ = false;
-  /// Nothing is waited for until so many tries have failed.
+  /// The number of failed attempts at which a hurried write gives up.
   int hurriedFailures_ = 0;
   bool isEnding_ = false;
   bool isWriting_ = false;
   int failureCount_ = 0;
   int writeCount_ = 0;
   std::string lastFailure_;
-  /// The keys whose last values made the file too large.
+  /// Keys whose last values would have made the file too large.
   std::set<std::string> refused_;
   std::thread thread_;
 };

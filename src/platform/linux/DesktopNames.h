@@ -10,50 +10,50 @@
 
 namespace vembrix {
 
-/// The names of the desktops as they stand on the root window, and whose they are: those
-/// that this program has written, the user's from elsewhere, or the window manager's own.
-/// Desktops are counted from 0. Plain values; main thread.
+/// The desktops' names on the root window and the origin of each: written by this program, by the
+/// user elsewhere, or by the window manager. Desktops are counted from 0. A plain value; main
+/// thread.
 class DesktopNames {
  public:
-  /// What the names on the root window mean that others have written.
+  /// The meaning of names that other programs have written on the root window.
   struct Change {
-    /// A window manager's own name is another one.
+    /// One of the window manager's own names has changed.
     bool ownNames = false;
-    /// The user has renamed this desktop elsewhere: it alone changed, on a desktop where
-    /// everything else stands still.
+    /// The desktop that the user has renamed elsewhere: the only one whose name changed, in steady
+    /// circumstances.
     std::optional<std::size_t> renamed;
     bool operator==(const Change&) const = default;
   };
-  /// Whether the window manager has just come or has another number of desktops, so that
-  /// all names that change are its own.
+  /// Settling: the window manager has just started or changed its number of desktops, so that all
+  /// names that change are its own.
   enum class Circumstances { Settling, Steady };
 
-  /// Takes the names that are there now.
+  /// Takes the present names and returns what changed.
   Change take(std::vector<std::string> names, Circumstances circumstances);
 
-  /// Gives the desktop the user's name, or takes it back, which brings the window
-  /// manager's own name back or, where that is unknown, `fallback`. Returns whether the
-  /// names are to be written. Never where the window manager keeps its own names.
+  /// Gives the desktop the user's name, or removes it, which restores the window manager's own name
+  /// or, where that is unknown, `fallback`. Returns whether the names are to be written: never
+  /// where the window manager keeps its own.
   [[nodiscard]] bool setName(std::size_t desktop, std::string_view name);
   [[nodiscard]] bool clearName(std::size_t desktop, std::string_view fallback);
 
   /// The window manager's own name; empty where there is none or it is unknown.
   [[nodiscard]] std::string_view ownName(std::size_t desktop) const;
-  /// As they stand there; may be fewer than there are desktops.
+  /// The names on the root window; may be fewer than there are desktops.
   [[nodiscard]] const std::vector<std::string>& all() const { return names_; }
-  /// Another window manager runs. `keepsItsNames`: it takes no other names than its own.
+  /// To be called for another window manager. `keepsItsNames`: it accepts only names of its own.
   void setWindowManager(bool keepsItsNames);
   [[nodiscard]] bool keepsItsNames() const { return keepsItsNames_; }
 
  private:
-  /// What the user's name stands in place of.
+  /// The name that the user's replaces.
   struct Published {
     std::string name;
     std::string own;
   };
 
   bool write(std::size_t desktop, std::string_view name);
-  /// Forgets what was written and stands there no more.
+  /// Forgets written names that were overwritten.
   void forgetOverwritten();
 
   std::vector<std::string> names_;
@@ -61,16 +61,16 @@ class DesktopNames {
   bool keepsItsNames_ = false;
 };
 
-// The names as window managers keep them: one behind the other, each ended by a NUL. Bytes
-// of whoever set them. Any thread.
+// The names' form in the property: one after the other, each ended by a NUL, untrusted bytes. Any
+// thread.
 
-/// The last may lack its end. Empty names count; those beyond `limit` are left out.
+/// Splits the property into at most `limit` names, empty ones included. The last may lack its NUL.
 std::vector<std::string> desktopNames(std::string_view property, std::size_t limit);
 
 std::string desktopNamesProperty(const std::vector<std::string>& names);
 
-/// Whether a window manager of that name names its desktops by its own configuration and
-/// takes no names from others; its desktops then are known by their names.
+/// Returns whether a window manager of that name names its desktops by its own configuration and
+/// takes no names from others. Names then identify its desktops.
 bool ownsDesktopNames(std::string_view windowManager);
 
 }  // namespace vembrix

@@ -7,48 +7,46 @@
 
 namespace vembrix {
 
-/// Replaces a file as a whole: a reader sees the former contents or the new
-/// ones, also when this process or the machine dies on the way. Which of the two, the
-/// machine's death decides: that the new name is on the disk is not waited for.
+/// Replaces a file as a whole: a reader sees either the former contents or the new ones, also after
+/// this process or the machine has died. Does not wait until the rename is on the disk, so that
+/// after a crash of the machine the file may have its former contents.
 ///
-/// The new contents grow in one temporary file beside it, always of the same
-/// name. Whoever holds the lock on that one is the only writer, so between the
-/// making of this object and its end the file can be read, changed and written
-/// without losing another process's change. A temporary that a killed writer
-/// left behind is taken over by the next.
+/// The new contents are written to a temporary file beside it, always of the same name. The process
+/// that holds the lock on that file is the only writer, so the file can be read, changed and
+/// written during this object's life without losing another process's change. The next writer takes
+/// over the temporary file of a killed one.
 class FileReplacement {
  public:
-  /// Where the new contents of the file grow.
+  /// Returns the temporary file's path.
   static std::filesystem::path temporaryOf(const std::filesystem::path& file);
 
-  /// Waits at most that long for another writer.
+  /// Waits at most `patience` for another writer.
   FileReplacement(std::filesystem::path file, std::chrono::milliseconds patience);
-  /// Without a commit, everything is as before.
+  /// Leaves the file unchanged unless commit() has succeeded.
   ~FileReplacement();
   FileReplacement(const FileReplacement&) = delete;
   FileReplacement& operator=(const FileReplacement&) = delete;
 
-  /// Why nothing can be written; std::errc::timed_out when another writer is at
-  /// it for too long.
+  /// The reason why writing is impossible; std::errc::timed_out when another writer takes too long.
   [[nodiscard]] std::error_code error() const { return error_; }
 
-  /// Makes the bytes the new contents, readable for the user alone; in the place of
-  /// those of an earlier call. The file is as before.
+  /// Writes the new contents to the temporary file, readable for the user alone; replaces those of
+  /// an earlier call.
   std::error_code write(std::string_view bytes);
 
-  /// Returns when what was written is on the disk. Any thread, also during write().
+  /// Waits until the written contents are on the disk. Any thread, also during write().
   std::error_code sync() const;
 
-  /// Puts what was written in the place of the file. At most once, after sync(): a name
-  /// must never lead to contents that are not there. On an error the file is untouched.
+  /// Replaces the file with the written contents. To be called at most once, after sync(), so that
+  /// the name never leads to missing contents. On an error the file is unchanged.
   std::error_code commit();
 
  private:
   enum class Attempt { Locked, Busy, Overtaken, Failed };
 
   Attempt tryLock();
-  /// Whether the temporary that is open is still the one of that name: the last
-  /// writer may have made it the file itself before it let go of the lock.
+  /// Returns whether the open temporary file still has its name: the last writer may have renamed
+  /// it to the file itself before it released the lock.
   Attempt checkName();
   void close();
 

@@ -6,13 +6,13 @@
 
 namespace vembrix {
 
-/// Whether another client has sent the event, which else only the server makes. Messages
-/// between clients, answers to requests for a selection, and what window managers tell of
-/// a window's place are always sent by clients, and so not meant here.
+/// Returns whether another client has sent an event that only the server should. Client messages,
+/// answers to selection requests and window managers' notes of a window's position are always sent
+/// by clients and never count.
 bool isForged(const xcb_generic_event_t& event);
 
-/// Keeps from Qt what is forged, and places of windows that no screen has room for: Qt
-/// would make memory for their pixels, gigabytes for a few events. While it lives.
+/// While it lives, keeps from Qt forged events and window sizes larger than any screen, for whose
+/// pixels Qt would allocate gigabytes.
 class ForgedEventFilter : public QAbstractNativeEventFilter {
  public:
   ForgedEventFilter();

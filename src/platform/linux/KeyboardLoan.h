@@ -6,11 +6,10 @@ class QWindow;
 
 namespace vembrix {
 
-/// Gives the keyboard focus of the display to a window that no window manager
-/// looks after, as an open menu is, for as long as the loan lasts, and then back
-/// to whichever program had it. A menu gets key presses without, but not what
-/// input methods and dead keys make of them. On a platform without X11 nothing
-/// happens. Main thread.
+/// While it lives, gives the display's keyboard focus to a window that no window manager manages,
+/// such as an open menu; then returns it to the program that had it. Without the focus a menu gets
+/// key presses, but no input from input methods and dead keys. Does nothing without X11. Main
+/// thread.
 class KeyboardLoan {
  public:
   /// The window must be on the screen, and outlive the loan.
@@ -21,7 +20,7 @@ class KeyboardLoan {
 
  private:
   QWindow& window_;
-  /// An id of the X server's; 0 where nobody had it.
+  /// The window that had the focus; 0 for none.
   std::uint32_t lender_ = 0;
 };
 

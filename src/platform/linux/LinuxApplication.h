@@ -17,8 +17,8 @@ class SleepWatcher;
 class SystemAppearance;
 class TerminationSignals;
 
-/// The application on Qt's event loop, with all that feeds the loop: the X11
-/// desktop, the session's appearance, sleep, the signals that end a process.
+/// The application on Qt's event loop, with its sources of events: the X11 desktop, the session's
+/// appearance, sleep, and termination signals.
 class LinuxApplication : public Application {
  public:
   /// The application behind Application::shared().
@@ -31,8 +31,8 @@ class LinuxApplication : public Application {
 
   void setActivationPolicy(ActivationPolicy policy) override { policy_ = policy; }
   void setDelegate(ApplicationDelegate* delegate) override;
-  /// Ends at once with status 0 where Vembrix runs on the display already, and in the
-  /// process's place where the session has no desktops to show.
+  /// Returns 0 at once where Vembrix runs on the display already. Ends the process where the
+  /// session has no desktops to show.
   int run() override;
   void terminate() override;
   void activate() override;

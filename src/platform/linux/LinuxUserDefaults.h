@@ -24,21 +24,21 @@ class LinuxUserDefaults : public UserDefaults {
   void set(std::string_view key, const PropertyList& value) override {
     application_.set(key, value);
   }
-  /// Of the application's own domain, what the file holds.
+  /// For the application's own domain, the keys in the file.
   PropertyList keyList(std::string_view domain) const override;
   PropertyList object(std::string_view key, std::string_view domain) const override;
 
-  /// Returns when all that was set is in its file, or when that has failed, after a few
-  /// seconds at the latest. For the end of the process.
+  /// Waits, for a few seconds at most, until all changes are in the file or that has failed. For
+  /// the end of the process.
   void finish() { application_.finish(); }
 
  private:
   std::filesystem::path pathOf(std::string_view domain) const;
-  /// Null for what cannot be the name of a domain.
+  /// Null where `domain` is no valid name.
   DefaultsFile* find(std::string_view domain) const;
 
   std::filesystem::path directory_;
-  // What was read last; not part of what a user of the settings sees.
+  // Mutable as a cache of the file.
   mutable DefaultsStore application_;
   mutable std::map<std::string, DefaultsFile, std::less<>> others_;
 };

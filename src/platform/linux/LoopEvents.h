@@ -5,8 +5,8 @@ class QObject;
 
 namespace vembrix {
 
-/// To be called for every event that Qt's application delivers, before its receiver gets
-/// it: the main queue's polls rest while there is none. Main thread.
+/// To be called for every event that Qt's application delivers, before its receiver gets it. The
+/// main queue's polls rest while there are no events. Main thread.
 void noteLoopEvent(const QObject* receiver, const QEvent& event);
 
 }  // namespace vembrix

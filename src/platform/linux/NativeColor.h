@@ -9,22 +9,21 @@ namespace vembrix {
 
 // Colours as Qt draws them. Any thread.
 
-/// Components outside 0 to 1 count as the nearest bound. The system's colours
-/// are those of macOS.
+/// Converts a colour; components are clamped to 0 to 1. The system's colours are those of macOS.
 QColor nativeColor(const Color& color, Appearance appearance);
 
 /// The same in light and dark.
 QColor nativeColor(const Srgb& color);
 
-/// What stands behind the status item.
+/// The colour behind the status item.
 QColor menuBarColor(Appearance appearance);
-/// Titles and template images on it.
+/// The colour of titles and template images on it.
 QColor menuBarTextColor(Appearance appearance);
 
-/// Of menus and the controls in them.
+/// The palette of menus and their controls.
 QPalette menuPalette(Appearance appearance);
 
-/// Of fields in which text is edited.
+/// The palette of edit fields.
 QPalette editFieldPalette(Appearance appearance);
 
 }  // namespace vembrix

@@ -12,12 +12,12 @@ QFont menuBarFont();
 /// One of the interface's fonts. Needs a Qt application.
 QFont nativeFont(const Font& font);
 
-/// How high a line of the font is: whole points, with the whole of every letter.
+/// Returns the height of a line that clips no letter, in whole points.
 int lineHeight(const QFont& font);
 
-/// Where the baseline of a line stands whose capitals are in the middle of that
-/// height: points from its top, on a whole row of pixels of the scale. Unlike a line
-/// box in the middle, it is the same for every font of a size.
+/// Returns the baseline that centres capitals in that height, in points from its top, on a whole
+/// row of pixels at that scale. Unlike that of a centred line box, it is the same for every font of
+/// one size.
 double middleBaseline(const QFont& font, double height, double scale);
 
 }  // namespace vembrix

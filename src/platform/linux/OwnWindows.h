@@ -7,25 +7,24 @@
 
 namespace vembrix {
 
-/// Knows whether the user's input goes to a window of this program, from the
-/// events in which the X server says so, without asking it. They come over the
-/// same connection as the input that they are about, so that their order is
-/// true: a click just after the pointer came into a window finds it there. Main
-/// thread; needs a Qt application.
+/// Knows whether the user's input goes to a window of this program, from the X server's events and
+/// without asking it. These come over the same connection as the input, so their order is right: a
+/// click just after the pointer has entered a window finds it there. Main thread; needs a Qt
+/// application.
 class OwnWindows : public QObject {
  public:
   explicit OwnWindows(X11EventReader& reader);
 
-  /// An event of that connection.
+  /// To be called for each event of that connection.
   void note(const xcb_generic_event_t& event);
 
-  /// Whether what is done with the mouse goes to one of them: the pointer is
-  /// over it, or it is an open menu, which takes all input.
+  /// Returns whether mouse input goes to one of them: the pointer is over it, or it is an open
+  /// menu, which takes all input.
   [[nodiscard]] bool havePointer() const;
-  /// Likewise what is typed.
+  /// Returns whether key presses go to one of them.
   [[nodiscard]] bool haveKeyboard() const;
 
-  /// Qt alone tells of windows that come.
+  /// Notices new windows, which only Qt reports.
   bool eventFilter(QObject* object, QEvent* event) override;
 
  private:

@@ -4,9 +4,8 @@
 
 namespace vembrix {
 
-/// Ends the process with a failure status and the message as its one line in
-/// the log, with all settings stored, without running any destructor: what they would reach (the X
-/// server, Qt's threads) is not in a state to be reached. Any thread.
+/// Stores all settings, logs the message as one line and ends the process with a failure status.
+/// Runs no destructors, as the X server and Qt's threads may be unusable. Any thread.
 [[noreturn]] void endProgram(std::string_view message);
 
 }  // namespace vembrix

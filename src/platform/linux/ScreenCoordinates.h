@@ -9,28 +9,28 @@ class QScreen;
 
 namespace vembrix {
 
-// Between the pixels of the X server and the seam's points. Main thread; need a
-// Qt application.
+// Converts between the X server's pixels and the seam's points. Main thread; needs a Qt
+// application.
 
-/// In pixels; Qt scales the extent of a screen, not its place.
+/// Returns a screen's geometry in pixels; Qt scales the size of a screen, not its position.
 QRect nativeGeometry(const QScreen& screen);
-/// Of a window on that screen, as Qt counts, in pixels.
+/// Converts a window's geometry on that screen from Qt's units to pixels.
 QRect nativeGeometry(const QRect& geometry, const QScreen& screen);
 
-/// Between a window's place as Qt counts and in pixels. What is on no screen counts as on
-/// the primary one.
+/// Convert a window's geometry between Qt's units and pixels. One on no screen counts as on the
+/// primary one.
 QRect pixelsOfGeometry(const QRect& geometry);
 QRect geometryOfPixels(const QRect& pixels);
 
-/// The place of the pixel in global coordinates.
+/// Returns the pixel's position in global coordinates.
 Point pointOfPixel(const QPoint& pixel);
 
-/// Where Qt puts a window that is to fill the rectangle of global coordinates; its
-/// edges lie between whole points.
+/// Returns Qt's geometry of a window that fills the rectangle of global coordinates, rounded to
+/// whole points.
 QRect windowGeometry(const Rect& frame);
 
-/// The size in points on the screen where the centre of the rectangle of pixels
-/// is, and its top left corner, counted down from that of the primary screen.
+/// Converts a rectangle of pixels to points of the screen that holds its centre; the origin is its
+/// top left corner, counted down from that of the primary screen.
 Rect windowBoundsOfPixels(const QRect& pixels);
 
 }  // namespace vembrix

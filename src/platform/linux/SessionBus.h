@@ -5,12 +5,12 @@
 
 namespace vembrix {
 
-/// The session's message bus; nothing where none is announced or none answers.
-/// Otherwise the D-Bus library would start one of its own, for the program
-/// alone. Main thread; before Qt's event loop runs for the first time.
+/// Returns the session's message bus; empty where none is announced or none answers, for which the
+/// D-Bus library would start one for this program alone. Main thread; before Qt's event loop runs
+/// for the first time.
 std::optional<QDBusConnection> sessionBus();
 
-/// The system's message bus; nothing where there is none. Main thread.
+/// Returns the system's message bus; empty where there is none. Main thread.
 std::optional<QDBusConnection> systemBus();
 
 }  // namespace vembrix

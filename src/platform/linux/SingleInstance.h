@@ -6,10 +6,9 @@
 
 namespace vembrix {
 
-/// Sees to it that one Vembrix runs per display. The first holds a selection of the X
-/// server, which the server takes from it when it ends, however it ends; each later
-/// one asks it to come forward. On a platform without X11 every one is the first. Main
-/// thread; needs a Qt application.
+/// Ensures that one Vembrix runs per display. The first holds an X selection, which the server
+/// releases however the program ends; each later one asks it to come forward. Without X11 every one
+/// is the first. Main thread; needs a Qt application.
 class SingleInstance : public QAbstractNativeEventFilter {
  public:
   /// Claims the display. `reopened` is called, from the event loop, whenever another
@@ -19,20 +18,20 @@ class SingleInstance : public QAbstractNativeEventFilter {
   SingleInstance(const SingleInstance&) = delete;
   SingleInstance& operator=(const SingleInstance&) = delete;
 
-  /// Whether the display is this one's. If not, the one that has it has been asked to
+  /// Returns whether this is the display's first instance. If not, the first one has been asked to
   /// come forward.
   [[nodiscard]] bool isFirst() const { return isFirst_; }
 
   bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
  private:
-  /// Whether the claim is settled; not if the owner went away meanwhile.
+  /// Returns whether the claim is settled: false if the owner ended meanwhile.
   [[nodiscard]] bool claim(std::uint32_t selection);
   [[nodiscard]] bool askOwner(std::uint32_t owner) const;
 
   std::function<void()> reopened_;
   bool isFirst_ = true;
-  // Ids of the X server's.
+  // Ids of the X server.
   std::uint32_t window_ = 0;
   std::uint32_t reopen_ = 0;
 };

@@ -4,8 +4,8 @@
 
 namespace vembrix {
 
-/// Posts notification::kDidWake on the workspace center when the machine wakes
-/// from sleep, as the login manager tells it; without one, never. Main thread.
+/// Posts notification::kDidWake on the workspace center when the machine wakes from sleep, as the
+/// login manager reports it; never without one. Main thread.
 class SleepWatcher : public QObject {
   Q_OBJECT
 

@@ -12,8 +12,7 @@ struct stat;
 
 namespace vembrix {
 
-/// Tells one state of a file from another, as far as can be seen without reading it.
-/// Times are in nanoseconds.
+/// Distinguishes states of a file without reading its contents. Times are in nanoseconds.
 struct FileState {
   /// An errno value, when there is no such file.
   int error = 0;
@@ -28,36 +27,36 @@ struct FileState {
   static FileState of(const struct stat& status);
 };
 
-/// Nanoseconds since 1970, as the times of files.
+/// Returns the file system's present time, in nanoseconds since 1970.
 std::int64_t fileClock();
 
-/// Reads a whole file of settings into `bytes`; `state` becomes that of what is read.
-/// What kept it from being read, an errno value, or 0. Waits for nobody.
+/// Reads a whole file of settings into `bytes` and its state into `state`. Returns an errno value,
+/// or 0. Does not wait for writers.
 int readStoredFile(const std::filesystem::path& path, FileState& state, std::string& bytes);
 
-/// What a file of settings is good for. Any thread.
+/// The contents of a file of settings and their condition. Any thread.
 struct StoredSettings {
   enum class Condition {
     Missing,
     Whole,
-    /// Not whole, but changed within the last second: who writes it may be at it.
+    /// Incomplete, but changed within the last second: its writer may not have finished.
     Unfinished,
-    /// No dictionary, and it will not become one by itself.
+    /// Not a dictionary, and not being written.
     Damaged,
-    /// Not for us to read, or to replace: it may be whole.
+    /// Unreadable, but possibly whole, and so not to be replaced.
     OutOfReach
   };
   Condition condition = Condition::Missing;
   /// Empty unless the file is whole.
   PropertyList::Dictionary values;
-  /// What is wrong with it, for the log.
+  /// The problem, for the log.
   std::string problem;
 
   static StoredSettings ofError(int error);
   static StoredSettings ofBytes(std::string_view bytes, const FileState& state);
 };
 
-/// A file of settings as it is at the moment.
+/// A file of settings at one moment.
 struct StoredFile {
   explicit StoredFile(const std::filesystem::path& path);
 
@@ -66,14 +65,14 @@ struct StoredFile {
   StoredSettings settings;
 };
 
-/// What a path leads to in the end, also where that does not exist yet.
+/// Returns the path with all links resolved, also where the target does not exist yet.
 std::filesystem::path followLinks(std::filesystem::path path);
 
-/// Makes what is missing of a directory's path, for the user alone. Whether it
-/// worked shows when a file is made in it.
+/// Creates the missing directories of a path, for the user alone. Reports no error: the creation of
+/// a file in it will.
 void makeDirectories(const std::filesystem::path& directory);
 
-/// Gives what is in the way of a new file a name of its own.
+/// Renames a file that is in the way of a new one.
 std::error_code keepAside(const std::filesystem::path& file);
 
 }  // namespace vembrix

@@ -5,9 +5,9 @@
 
 namespace vembrix {
 
-/// What a panel keeps free of windows: left, right, top and bottom, each from that edge
-/// of the X server's screen, then the first and the last pixel along each of these edges,
-/// in the same order. In pixels; all 0 for nothing.
+/// The space that a panel reserves, in pixels: the thickness at the left, right, top and bottom
+/// edge of the X server's screen, then the first and the last pixel along each edge in the same
+/// order. All 0 to reserve none.
 using Strut = std::array<std::uint32_t, 12>;
 
 }  // namespace vembrix

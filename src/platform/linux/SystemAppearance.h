@@ -12,12 +12,11 @@ class QDBusMessage;
 
 namespace vembrix {
 
-/// Whether the desktop is light or dark: what the desktop portal says that the
-/// user prefers, else what the desktop's own widgets look like. Also whether the
-/// user wants less motion, which the portal alone tells. Asking the portal takes
-/// no time of the launch; its answer, when it comes, is a change like any other.
-/// Changes of light and dark are told by notification::kInterfaceThemeChanged on
-/// the distributed center. Needs a Qt application. Main thread.
+/// Reports whether the desktop is light or dark: the preference of the desktop portal, else the
+/// look of the desktop's own widgets. Also whether the user wants less motion, which only the
+/// portal reports. The portal is asked without waiting; its answer counts as a change.
+/// notification::kInterfaceThemeChanged on the distributed center reports changes of light and
+/// dark. Needs a Qt application. Main thread.
 class SystemAppearance : public QObject {
   Q_OBJECT
 
@@ -28,9 +27,8 @@ class SystemAppearance : public QObject {
   /// False without a portal.
   [[nodiscard]] bool reducesMotion() const { return reducesMotion_; }
 
-  /// Looks at the widgets' palette and the preference anew, and announces the
-  /// value where it is another than before. To be called when the palette
-  /// changes.
+  /// Evaluates the widgets' palette and the preference again and announces a change. To be called
+  /// when the palette changes.
   void update();
 
  private:
@@ -42,7 +40,7 @@ class SystemAppearance : public QObject {
   void readReply(const QDBusMessage& reply, const QString& key, const QString& method);
   void take(const QString& key, const QVariant& value);
 
-  /// The portal's; nothing without a portal or without a preference.
+  /// The portal's; empty without a portal or a preference.
   std::optional<Appearance> preference_;
   Appearance value_ = Appearance::Light;
   bool reducesMotion_ = false;

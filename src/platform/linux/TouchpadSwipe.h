@@ -8,17 +8,16 @@
 
 namespace vembrix {
 
-/// Tells a touchpad's swipe gesture as the events of a Dock swipe of a device.
-/// Only swipes of three or four fingers that set out sideways are swipes between
-/// Spaces. Fingers that move to the left go to the Space on the right, as the
-/// contents under them do.
+/// Converts a touchpad's swipe gesture to the events of a device's Dock swipe. Only swipes of three
+/// or four fingers that start sideways count. Fingers that move to the left lead to the Space on
+/// the right.
 class TouchpadSwipe {
  public:
-  /// As the X server counts, from some moment on; it wraps around.
+  /// The X server's time, from an arbitrary start; it wraps around.
   using Time = std::chrono::duration<std::uint32_t, std::milli>;
   struct Movement {
     Time time{};
-    /// Of the fingers, in the units of pointer movement; to the right and down.
+    /// The fingers' movement to the right and down, in units of pointer movement.
     double dx = 0;
     double dy = 0;
   };
@@ -32,9 +31,9 @@ class TouchpadSwipe {
 
  private:
   enum class State {
-    /// No swipe that matters.
+    /// No swipe, or one that does not count.
     Idle,
-    /// Which way it goes is still open.
+    /// The direction is not known yet.
     Open,
     Sideways,
   };
@@ -44,10 +43,10 @@ class TouchpadSwipe {
   std::function<void(const GestureEvent&)> send_;
   State state_ = State::Idle;
   Time lastTime_{};
-  // Since the beginning.
+  // Movement since the beginning.
   double x_ = 0;
   double y_ = 0;
-  /// Spaces per second, to the Space on the right.
+  /// Spaces per second, positive to the right.
   double velocity_ = 0;
 };
 

@@ -8,25 +8,24 @@
 
 namespace vembrix {
 
-// What a window of another program says of itself. Each call asks the X server
-// and waits; a window that is gone says nothing.
+// Properties of other programs' windows. Each call asks the X server and waits; a window that is
+// gone has none.
 
 struct WindowFacts {
-  /// The program's name by its window class, else that of its process; "Dock"
-  /// for a program that shows all windows at once, as the system's Dock does.
-  /// Empty where nobody tells.
+  /// The program's name by its window class, else that of its process; "Dock" for a program that
+  /// shows all windows at once, as the system's Dock does. Empty where unknown.
   std::string owner;
   /// The desktop's background and icons.
   bool isDesktopElement = false;
   /// Takes input only and shows nothing.
   bool isInvisible = false;
-  /// From 0; all ones for all desktops; nothing where it is not said.
+  /// From 0; all ones for all desktops; empty where not stated.
   std::optional<std::uint32_t> desktop;
 };
 WindowFacts readWindowFacts(X11Connection& connection, xcb_window_t window);
 
-/// The program's own window within the frames that a window manager has put
-/// around it, or the window itself where there is no such.
+/// Returns the program's own window within a window manager's frames, or the window itself where
+/// there is none.
 xcb_window_t clientWithin(X11Connection& connection, xcb_window_t window);
 
 }  // namespace vembrix

@@ -12,48 +12,47 @@ class QWindow;
 
 namespace vembrix {
 
-// What Qt does not tell a window manager about the program's windows. Each call
-// needs a native window; on a platform without X11 it does nothing. Main thread.
+// Hints for window managers that Qt does not set. Each call needs a native window and does nothing
+// without X11. Main thread.
 
-/// The number of a window's desktop that is on all of them.
+/// The desktop number of a window that is on all desktops.
 inline constexpr std::uint32_t kAllDesktops = 0xFFFFFFFF;
 
 /// The states of a window that is a part of the desktop.
 std::array<xcb_atom_t, 3> dockStates(const xcb_ewmh_connection_t& atoms);
 
-/// The window is a part of the desktop, like a panel: no frame, on all desktops, in no
-/// task bar and no pager. Before it is shown.
+/// Makes the window a part of the desktop, like a panel: no frame, on all desktops, in no task bar
+/// and no pager. To be called before it is shown.
 void makeDock(QWindow& window);
 
-/// Tells it again of a window that is shown, where somebody has taken it away.
+/// Repeats makeDock() for a shown window that has lost these properties.
 void restoreDock(QWindow& window);
 
-/// The window keeps its size, as a dialog: window managers that tile leave it afloat.
-/// Before it is shown.
+/// Makes the window a dialog of fixed size, which tiling window managers leave floating. To be
+/// called before it is shown.
 void makeDialog(QWindow& window);
 
-/// The window is listed in no task bar and no pager. Before it is shown.
+/// Hides the window from task bars and pagers. To be called before it is shown.
 void hideFromTaskLists(QWindow& window);
 
-/// The top left corner on the X server's screen, in pixels, by the X server's own word.
-/// Asks it and waits. The origin where it does not answer.
+/// Returns the top left corner on the X server's screen, in pixels; the origin where the server
+/// does not answer. Asks it and waits.
 QPoint originInPixels(QWindow& window);
 
-/// Whether the window manager lists the window or has framed it, and so decides what it
-/// covers. Asks the X server and waits.
+/// Returns whether the window manager lists or frames the window, and so controls its stacking.
+/// Asks the X server and waits.
 bool isManaged(QWindow& window);
 
-/// Gives window managers that keep the time of the last event a later one than that of
-/// any request so far: what they do next, as giving a window the keyboard, is not refused
-/// as outdated. The window must be one that they manage.
+/// Gives window managers that track the time of the last event a later one than any request so far,
+/// so that their next action, such as giving a window the keyboard, is not refused as outdated.
+/// They must manage the window.
 void tellTime(QWindow& window);
 
-/// What windows keep clear of.
+/// Sets the space that the window reserves.
 void setStrut(QWindow& window, const Strut& strut);
 
-/// Brings a window that is shown to the desktop that the user sees, before all others,
-/// with the keyboard. The window manager is asked as a pager asks: a program that asks
-/// for itself is often refused.
+/// Brings a shown window to the active desktop, in front of all others, with the keyboard. Asks the
+/// window manager as a pager does, as programs that ask for themselves are often refused.
 void bringToFront(QWindow& window);
 
 }  // namespace vembrix

@@ -7,22 +7,21 @@
 
 namespace vembrix {
 
-/// Memory that xcb hands over.
+/// Frees memory that xcb hands over.
 struct XcbFree {
   void operator()(void* memory) const { std::free(memory); }
 };
 template <typename T>
 using XcbPtr = std::unique_ptr<T, XcbFree>;
 
-/// What the event is about, whether the server or another program has sent it.
+/// Returns the event's type, whether the server or another program has sent it.
 inline int eventType(const xcb_generic_event_t& event) {
   constexpr int kSentEvent = 0x80;
   return event.response_type & ~kSentEvent;
 }
 
-/// A connection to the X server of the session, of the program's own beside
-/// Qt's, with the atoms that window managers and their clients agree on. Main
-/// thread.
+/// The program's own connection to the session's X server, beside Qt's, with the atoms of EWMH.
+/// Main thread.
 class X11Connection {
  public:
   /// Null when no display answers.
@@ -38,7 +37,7 @@ class X11Connection {
   [[nodiscard]] int screen() const { return screen_; }
   [[nodiscard]] xcb_window_t root() const { return root_; }
 
-  /// Whether the server is gone; once so, always so.
+  /// Returns whether the server is gone, for good.
   [[nodiscard]] bool isBroken() const { return xcb_connection_has_error(xcb()) != 0; }
 
  private:

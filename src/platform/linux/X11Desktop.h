@@ -20,27 +20,24 @@
 
 namespace vembrix {
 
-/// The desktops of an EWMH window manager as Spaces of one display "Main". The desktop of
-/// index N is the Space N + 1 with the identifier "x11-desktop-(N + 1)"; where the window
-/// manager names its desktops, which then come and go, a desktop is known by its name: its
-/// id stays while the program runs, its identifier is "x11-name-" and the name. A model that the X
-/// server's events keep up to date; reading it asks the server nothing. Main thread.
+/// The desktops of an EWMH window manager as Spaces of one display "Main". The desktop of index N
+/// is the Space N + 1 with the identifier "x11-desktop-(N + 1)"; where the window manager names its
+/// desktops, which then come and go, the name identifies a desktop: its id stays while the program
+/// runs, its identifier is "x11-name-" and the name. The X server's events keep this model up to
+/// date; reading it costs no round trip. Main thread.
 ///
-/// What stands in the properties of the root window is not trusted: any client
-/// may write it, and a window manager that was killed leaves its own behind.
-/// Without a running window manager there are no Spaces.
+/// The root window's properties are not trusted: any client may write them, and a killed window
+/// manager leaves its own behind. Without a running window manager there are no Spaces.
 ///
-/// Changes are told by notification::kActiveSpaceDidChange on the workspace
-/// center, once for all that came in together. A server that goes away ends the
-/// program.
+/// notification::kActiveSpaceDidChange on the workspace center reports changes, once per batch of
+/// events. The loss of the server ends the program.
 class X11Desktop {
  public:
   using SpaceID = WindowServer::SpaceID;
 
   /// The only display's identifier.
   static constexpr std::string_view kDisplay = "Main";
-  /// A longer list of desktops is cut off here: nobody uses more, and a number
-  /// by mistake must not fill the memory.
+  /// Desktops beyond this number are ignored, so that a wrong number does not fill the memory.
   static constexpr std::uint32_t kMaxDesktops = 1024;
 
   explicit X11Desktop(std::unique_ptr<X11Connection> connection);
@@ -48,59 +45,58 @@ class X11Desktop {
   X11Desktop(const X11Desktop&) = delete;
   X11Desktop& operator=(const X11Desktop&) = delete;
 
-  /// Follows the desktop from now on; needs a Qt application.
+  /// Starts to follow the desktop; needs a Qt application.
   void follow();
-  /// What happens on the display, for others to listen to as well.
+  /// The display's events, for other listeners.
   [[nodiscard]] X11EventReader& events() { return events_; }
 
-  /// Waits, without an event loop, until there are Spaces, at most for `limit`.
-  /// Whether there are.
+  /// Waits, without an event loop, at most for `limit` until there are Spaces. Returns whether
+  /// there are.
   bool waitForSpaces(std::chrono::milliseconds limit);
-  /// Whether the X server is that of a Wayland session, whose compositor alone says
-  /// whether there are desktops. Asks the server and waits.
+  /// Returns whether the X server belongs to a Wayland session. Asks the server and waits.
   [[nodiscard]] bool isXwayland() const;
 
-  /// As WindowServer tells it: null without a window manager that has desktops.
-  /// The contents are shared while the list does not change.
+  /// As WindowServer returns it; null without a window manager that has desktops. Shares its
+  /// contents while the list does not change.
   [[nodiscard]] const PropertyList& managedDisplaySpaces() const { return answer_; }
   /// 0 when unknown.
   [[nodiscard]] SpaceID activeSpace() const;
-  /// How many Spaces there are; nothing without a window manager that has any.
+  /// The number of Spaces; empty without a window manager that has desktops.
   [[nodiscard]] std::optional<std::uint32_t> spaceCount() const;
   [[nodiscard]] bool isKnown(SpaceID space) const;
-  /// Of all Spaces, in their order.
+  /// The ids of all Spaces, in order.
   [[nodiscard]] std::vector<SpaceID> spaceIDs() const;
 
-  /// Asks the window manager to go to the Space; an unknown one is ignored.
-  /// Whether it was asked.
+  /// Asks the window manager to go to the Space and returns whether it was asked: not for an
+  /// unknown Space.
   bool activate(SpaceID space);
 
-  /// The Space so many places further in the list; 0 where there is none.
+  /// Returns the Space `places` further in the list; 0 where there is none.
   [[nodiscard]] SpaceID spaceBeside(SpaceID space, int places) const;
 
-  /// The program's own windows that stand in Spaces, of which the window manager knows
-  /// nothing. Those of a Space that vanishes are in the active one from then on.
+  /// The program's own windows in Spaces, which the window manager does not manage. Those of a
+  /// vanished Space move to the active one.
   [[nodiscard]] SpaceWindows& windows() { return windows_; }
 
-  /// Writes the Space's name where pagers read it; the others keep theirs. An
-  /// unknown Space is ignored, a name that it has already costs nothing.
+  /// Writes the Space's name where pagers read it. An unknown Space is ignored; an unchanged name
+  /// costs nothing.
   void setName(SpaceID space, std::string_view name);
-  /// Takes that name back: the window manager's own stands there again, or `fallback`.
+  /// Undoes setName(): restores the window manager's own name, or `fallback`.
   void clearName(SpaceID space, std::string_view fallback);
   /// The window manager's own name, or empty.
   [[nodiscard]] std::string_view ownName(SpaceID space) const;
   void setNameHandlers(SpaceNaming::Handlers handlers) { nameHandlers_ = std::move(handlers); }
 
  private:
-  /// The state that others are told of.
+  /// The announced state.
   struct Shown {
     bool known = false;
-    /// Counts the lists that there have been.
+    /// Number of the list of Spaces, increased with each new one.
     int list = 0;
     SpaceID active = 0;
     bool operator==(const Shown&) const = default;
   };
-  /// What has changed on the server since it was read.
+  /// Values that have changed on the server since they were read.
   struct Stale {
     bool windowManager = false;
     bool count = false;
@@ -121,18 +117,18 @@ class X11Desktop {
   [[nodiscard]] xcb_get_property_cookie_t requestNames();
   [[nodiscard]] std::vector<std::string> readNames(xcb_get_property_cookie_t cookie);
   void takeNames(std::vector<std::string> names);
-  /// Takes those that were read last and not taken yet.
+  /// Takes the names that were read but not taken yet.
   void takePendingNames();
   void writeNames();
-  /// Brings the Spaces up to date with what the server has, unless its names are those of
-  /// another list of desktops and others may come.
+  /// Updates the Spaces from the server's values, unless its names still belong to another list of
+  /// desktops.
   void rebuildSpaces();
   [[nodiscard]] bool awaitsNames() const;
   void rebuildAnswer();
   [[nodiscard]] Shown shown() const;
-  /// The place in the list.
+  /// The index in the list.
   [[nodiscard]] std::optional<std::uint32_t> indexOf(SpaceID space) const;
-  /// The id that the desktop of that name has and keeps.
+  /// Returns the lasting id of the desktop of that name.
   SpaceID idOfName(const std::string& name);
 
   X11EventReader events_;
@@ -140,15 +136,15 @@ class X11Desktop {
   Token listening_;
   bool isFollowing_ = false;
 
-  // As the server has it; nothing: absent or malformed.
+  // The server's values; empty where absent or malformed.
   std::optional<std::uint32_t> count_;
   std::optional<std::uint32_t> current_;
-  /// In `spaces_`.
+  /// An index into `spaces_`.
   std::optional<std::uint32_t> active_;
   DesktopNames names_;
   bool hasWindowManager_ = false;
   bool hasName_ = false;
-  /// Desktops are known by their names, which the window manager keeps.
+  /// Whether names, which the window manager keeps, identify the desktops.
   bool isKnownByNames_ = false;
   /// The window whose existence proves that the window manager runs.
   xcb_window_t checkWindow_ = XCB_WINDOW_NONE;
@@ -165,12 +161,12 @@ class X11Desktop {
   std::map<std::string, SpaceID, std::less<>> idsOfNames_;
 
   SpaceNaming::Handlers nameHandlers_;
-  /// Names that may be the user's doing: a window manager that restarts writes them before
-  /// or after it says that it is there.
+  /// Changed names that the user may have given: a restarting window manager writes its names
+  /// before or after it announces itself.
   std::optional<std::vector<std::string>> pendingNames_;
   WorkItem pendingNamesDue_;
-  /// Until then a window manager that has come, or has another number of desktops, may
-  /// not have told what they are called.
+  /// Until then a window manager that is new, or has changed its number of desktops, may not have
+  /// written their names.
   Clock::time_point namesBy_;
   WorkItem namesDue_;
   /// Until then the names that change are the window manager's own.

@@ -11,9 +11,9 @@
 
 namespace vembrix {
 
-/// What a window manager lacks: the events of swipes between Spaces, and a Dock
-/// that answers those which this process posts by asking the window manager for
-/// the neighbouring desktop. Not beyond the first and the last. Main thread.
+/// Supplies what a window manager lacks: the events of swipes between Spaces, and a Dock that
+/// answers the swipes posted by this process by asking the window manager for the neighbouring
+/// desktop, if there is one. Main thread.
 class X11Dock {
  public:
   explicit X11Dock(X11Desktop& desktop);
@@ -24,7 +24,7 @@ class X11Dock {
 
  private:
   using Clock = std::chrono::steady_clock;
-  /// A desktop that was asked for and that the window manager has not confirmed.
+  /// A requested desktop that the window manager has not confirmed yet.
   struct Request {
     X11Desktop::SpaceID space = 0;
     Clock::time_point time;

@@ -14,16 +14,15 @@ class QSocketNotifier;
 
 namespace vembrix {
 
-/// Hands on the events of a connection to all its listeners, so that what happens on the
-/// display wakes the program once. Main thread.
+/// Distributes a connection's events to all listeners, so that each batch wakes the program once.
+/// Main thread.
 class X11EventReader {
  public:
   struct Handlers {
     std::function<void(const xcb_generic_event_t&)> event = {};
-    /// After the last event of those that came in together. May ask the server
-    /// and wait for answers.
+    /// Called after the last event of a batch. May ask the server and wait for answers.
     std::function<void()> batchEnd = {};
-    /// After the last batchEnd, for answers that are taken as they come. Does not wait.
+    /// Called after the last batchEnd to take answers that have arrived. Must not wait.
     std::function<void()> answers = {};
   };
 
@@ -34,34 +33,34 @@ class X11EventReader {
 
   [[nodiscard]] X11Connection& connection() { return *connection_; }
 
-  /// Until the token is dropped, which may not outlive the reader. Listeners are called
-  /// in the order in which they came.
+  /// Adds a listener until the token is dropped, which must not outlive the reader. Listeners are
+  /// called in the order in which they were added.
   [[nodiscard]] Token listen(Handlers handlers);
-  /// Asks for these events of the window, beside those that others have asked for. They
-  /// are asked for until the window goes.
+  /// Adds to the events that are selected on the window, for the window's life.
   void select(xcb_window_t window, std::uint32_t events);
 
-  /// Reads by itself from now on; needs a Qt application.
+  /// Starts to read events from Qt's event loop; needs a Qt application.
   void begin();
-  /// Hands on what has come in. Whether events came in meanwhile that wake nobody.
+  /// Distributes the events that have arrived. Returns whether further ones arrived meanwhile, for
+  /// which the event loop does not wake.
   bool read();
-  /// To be called after waiting for an answer elsewhere than in batchEnd: events that
-  /// came in with it wake nobody.
+  /// To be called after waiting for an answer outside batchEnd: the event loop does not wake for
+  /// events that arrived with it.
   void readSoon();
-  /// Sends what was asked for.
+  /// Sends buffered requests.
   void flush();
 
  private:
   void readAll();
   void handle(const xcb_generic_event_t& event);
-  /// A window that an event or an error tells of.
+  /// Forgets the window of an event or an error that reports its end.
   void forgetIfGone(const xcb_generic_event_t& event);
-  /// Hands on one that has come in while the program was writing or waiting.
+  /// Distributes one event that arrived while the program was writing or waiting.
   bool handleQueued();
 
   std::unique_ptr<X11Connection> connection_;
   std::list<Handlers> listeners_;
-  /// By window.
+  /// The selected events, by window.
   std::unordered_map<xcb_window_t, std::uint32_t> selected_;
   std::unique_ptr<QSocketNotifier> notifier_;
   WorkItem furtherReading_;

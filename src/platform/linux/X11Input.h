@@ -11,16 +11,15 @@
 
 namespace vembrix {
 
-/// The user's input on the whole display, by the XInput extension. Only the
-/// types of events that somebody watches wake the program: pointer movement is
-/// costly. Which key it was is never looked at. Main thread; needs a Qt
-/// application.
+/// Observes the user's input on the whole display through the XInput extension. Only event types
+/// with an observer wake the program, as pointer movement is costly. Never reads which key was
+/// pressed. Main thread; needs a Qt application.
 class X11Input : public InputMonitor {
  public:
-  /// That of the session.
+  /// The instance for the session's display.
   static X11Input& shared();
 
-  /// Without a connection nothing is noticed and the pointer is at the origin.
+  /// With a null connection there are no events, and the pointer is at the origin.
   explicit X11Input(std::unique_ptr<X11Connection> connection);
   ~X11Input() override;
   X11Input(const X11Input&) = delete;
@@ -28,15 +27,12 @@ class X11Input : public InputMonitor {
 
   Token addGlobalMonitor(std::uint64_t mask, std::function<void()> handler) override;
 
-  /// Asks the server, once for all calls of one round of handlers: the events
-  /// of pointer movement tell how far, not where it is. A round is one for all
-  /// movements that came in together, so this is one round trip (some 50 us
-  /// on the same machine) per wakeup at the most.
+  /// Asks the server at most once per batch of events (some 50 us on the same machine): events of
+  /// pointer movement carry distances, not positions.
   Point mouseLocation() const override;
 
-  /// Where the touchpad's swipes between Spaces are told from now on. They come
-  /// from servers and touchpad drivers that know gestures, and only where no
-  /// other program takes them for itself.
+  /// Sets the listener for the touchpad's swipe gestures. Needs a server and a driver that support
+  /// gestures, and no other program that grabs them.
   void followSwipes(std::function<void(const GestureEvent&)> listener);
 
  private:
@@ -60,7 +56,7 @@ class X11Input : public InputMonitor {
   /// Bits of event types.
   std::uint64_t selected_ = 0;
 
-  /// Whether the pointer moved over other programs' windows in this batch.
+  /// Whether the pointer has moved over other programs' windows in this batch.
   bool moved_ = false;
   bool inRound_ = false;
   mutable std::optional<Point> location_;

@@ -14,21 +14,21 @@
 
 namespace vembrix {
 
-/// The panels of other programs, and what the window manager leaves of the screen: a
-/// model that the X server's events keep up to date. It never waits for an answer. Each
-/// window is asked once what it is, when the list of windows or the work area has
-/// changed; only panels are followed. Main thread; needs a Qt application.
+/// A model of other programs' panels and the window manager's work area, kept up to date by the X
+/// server's events without waiting for answers. Each window is queried once, when the list of
+/// windows or the work area has changed; only panels are followed. Main thread; needs a Qt
+/// application.
 class X11Panels {
  public:
   struct Handlers {
     /// A panel or the work area has changed, or is known for the first time.
     std::function<void()> changed;
-    /// The order of the windows has changed; told after followStacking() only.
+    /// The order of the windows has changed; reported only after followStacking().
     std::function<void()> restacked;
-    /// Whether a full-screen window is to cover the one that is left out; told after
-    /// followFullScreen() only, at first and then when it changes.
+    /// Reports whether a full-screen window is to cover the left-out window: first after
+    /// followFullScreen(), then on each change.
     std::function<void(bool isFullScreen)> fullScreenChanged;
-    /// Another window manager has come.
+    /// Another window manager has started.
     std::function<void()> windowManagerChanged;
   };
 
@@ -38,23 +38,23 @@ class X11Panels {
   X11Panels(const X11Panels&) = delete;
   X11Panels& operator=(const X11Panels&) = delete;
 
-  /// Whether everything has been answered once.
+  /// Returns whether all first queries have been answered.
   [[nodiscard]] bool isKnown() const { return isKnown_; }
   [[nodiscard]] const std::vector<DockFacts>& docks() const { return docks_; }
-  /// Of the first desktop; nothing where the window manager tells none.
+  /// The first desktop's; empty where the window manager reports none.
   [[nodiscard]] const std::optional<QRect>& workArea() const { return workArea_; }
 
-  /// The window is no panel of others.
+  /// Excludes the window, which is the program's own panel.
   void leaveOut(xcb_window_t window);
 
-  /// Asks for everything anew, for changes of which no window tells.
+  /// Queries everything again, for changes that no event reports.
   void refresh();
 
   void followFullScreen(bool follow);
 
   void followStacking(bool follow);
-  /// Whether a panel that overlaps `area` is above the window that is left out, as far
-  /// as the window manager tells.
+  /// Returns whether a panel that overlaps `area` is above the left-out window, as far as the
+  /// window manager reports it.
   [[nodiscard]] bool isBelowPanel(const QRect& area) const;
 
  private:
@@ -63,17 +63,17 @@ class X11Panels {
     bool isDock = false;
     [[nodiscard]] bool isPanel() const { return isDock || facts.strut; }
     bool isFollowed = false;
-    /// Numbers the lists of windows.
+    /// Number of the last list of windows that holds it.
     std::uint32_t lastSeen = 0;
   };
-  /// What has changed on the server since it was asked for.
+  /// Values that have changed on the server since they were queried.
   struct Stale {
     bool windows = false;
     bool workArea = false;
     bool stacking = false;
     bool fullScreen = false;
   };
-  /// Takes the answer to a request in; null where the server refused.
+  /// Takes the answer to a request; null where the server refused it.
   using Taker = std::function<void(const void* reply)>;
   struct Question {
     unsigned int sequence = 0;
@@ -83,7 +83,7 @@ class X11Panels {
   void note(const xcb_generic_event_t& event);
   void noteProperty(const xcb_property_notify_event_t& event);
   void finishBatch();
-  /// Takes what answers are there; whether all are.
+  /// Takes the answers that have arrived; returns whether none is missing.
   bool takeAnswers();
   void askWhatIsStale();
   void askForWindows();
@@ -97,7 +97,7 @@ class X11Panels {
   void askForStrut(xcb_window_t id, xcb_atom_t property, std::uint32_t length);
   void askForPlace(xcb_window_t id);
   void follow(xcb_window_t id, Window& window);
-  /// Has it asked again, where it is followed.
+  /// Has a followed panel queried again.
   void unsettlePanel(xcb_window_t id);
   void forgetUnseen();
   void announce();
@@ -114,9 +114,9 @@ class X11Panels {
   std::deque<Question> questions_;
   std::unordered_map<xcb_window_t, Window> windows_;
   std::uint32_t listNumber_ = 0;
-  /// Not asked since they came or changed.
+  /// Windows not queried since they appeared or changed.
   std::vector<xcb_window_t> unsettled_;
-  /// Something may be other than it was announced.
+  /// Whether the model may differ from what was announced.
   bool isNews_ = false;
   Stale stale_{.windows = true, .workArea = true};
   xcb_window_t own_ = XCB_WINDOW_NONE;
@@ -126,7 +126,7 @@ class X11Panels {
   bool isRestacked_ = false;
   bool followsFullScreen_ = false;
   xcb_window_t active_ = XCB_WINDOW_NONE;
-  /// The last active one that was full-screen, for as long as it is and is shown.
+  /// The full-screen window that was active last, while it is shown and full-screen.
   xcb_window_t fullScreen_ = XCB_WINDOW_NONE;
   std::optional<bool> announcedFullScreen_;
 

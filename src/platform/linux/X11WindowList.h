@@ -15,37 +15,36 @@
 
 namespace vembrix {
 
-/// The windows on the screen as the window server's window list has them. A
-/// model of the root window's children that the X server's events keep up to
-/// date: asking for the list asks the server nothing, and costs nothing while
-/// nothing changes. Windows that are not shown, or are smaller than half of every
-/// screen, are neither listed nor asked about. Main thread; needs a Qt application.
+/// The windows on the screen, in the form of the window server's window list. A model of the root
+/// window's children that the X server's events keep up to date: a query costs no round trip, and
+/// no time while the list is unchanged. Hidden windows and those smaller than half of every screen
+/// are neither listed nor queried. Main thread; needs a Qt application.
 class X11WindowList {
  public:
   explicit X11WindowList(X11Desktop& desktop);
   X11WindowList(const X11WindowList&) = delete;
   X11WindowList& operator=(const X11WindowList&) = delete;
 
-  /// As WindowServer tells it: those on the current desktop, front to back. The
-  /// options choose whether desktop backgrounds count.
+  /// Returns the windows on the current desktop, front to back, as WindowServer does. The options
+  /// choose whether desktop backgrounds count.
   [[nodiscard]] PropertyList list(std::uint32_t options);
 
  private:
   struct Window {
-    /// The child of the root: a window manager's frame, or what is without one.
+    /// The child of the root: a window manager's frame, or a window without one.
     xcb_window_t id = XCB_WINDOW_NONE;
     QRect pixels;
     bool isMapped = false;
-    /// Whether what follows is to be read (again).
+    /// Whether the members below must be read (again).
     bool isStale = false;
-    /// The program's own window, in the frame or the same.
+    /// The program's own window: within the frame, or the same as `id`.
     xcb_window_t client = XCB_WINDOW_NONE;
-    /// Empty where nobody tells.
+    /// Empty where unknown.
     std::string owner;
     bool isDesktopElement = false;
     /// Takes input only and shows nothing.
     bool isInvisible = false;
-    /// Of which desktop it is; nothing where it is not said.
+    /// Empty where not stated.
     std::optional<std::uint32_t> desktop;
   };
   using Windows = std::vector<Window>;
@@ -59,14 +58,14 @@ class X11WindowList {
   Windows::iterator find(xcb_window_t id);
   void add(xcb_window_t id, const QRect& pixels);
   void remove(xcb_window_t id);
-  /// Puts it directly above the other; on the bottom above none.
+  /// Moves the window directly above `sibling`, or to the bottom where that is none.
   void restack(xcb_window_t id, xcb_window_t sibling);
 
   void refresh();
   void read(Window& window);
-  /// Whether it may be what is looked for: something that covers a screen.
+  /// Returns whether the window is large enough to be listed.
   [[nodiscard]] bool isLarge(const Window& window) const;
-  /// To be called for each change of what is listed.
+  /// To be called for each change of a listed window.
   void forgetAnswers(const Window& window);
 
   [[nodiscard]] bool isOnScreen(const Window& window) const;
@@ -81,7 +80,7 @@ class X11WindowList {
   /// Half of the smallest screen, in pixels.
   QSize large_;
 
-  /// With desktop elements, and without.
+  /// The answers with desktop elements, and without.
   std::array<std::optional<PropertyList>, 2> answers_;
   X11Desktop::SpaceID answeredSpace_ = 0;
 };

@@ -10,7 +10,7 @@
 namespace vembrix {
 namespace {
 
-/// Builds a value from what the parser finds. Returning false ends the parsing.
+/// Builds a value from the parser's events. Returning false ends the parsing.
 class Builder : public nlohmann::json_sax<nlohmann::json> {
  public:
   PropertyList take() { return std::move(result_); }
@@ -18,7 +18,7 @@ class Builder : public nlohmann::json_sax<nlohmann::json> {
   bool null() override { return add({}); }
   bool boolean(bool value) override { return add(value); }
   bool number_integer(std::int64_t value) override { return add(value); }
-  // Only numbers that are not negative come here, also those that would fit.
+  // The parser reports every number that is not negative here, also one that fits 64 signed bits.
   bool number_unsigned(std::uint64_t value) override {
     const bool fits = std::in_range<std::int64_t>(value);
     return add(fits ? PropertyList(static_cast<std::int64_t>(value))
@@ -47,7 +47,7 @@ class Builder : public nlohmann::json_sax<nlohmann::json> {
     Kind kind = Kind::Array;
     PropertyList::Array elements;
     PropertyList::Dictionary members;
-    /// Of the member that comes next.
+    /// The key of the next member.
     std::string key;
   };
 
@@ -68,7 +68,7 @@ class Builder : public nlohmann::json_sax<nlohmann::json> {
   }
 
   bool add(PropertyList value) {
-    // A text that is but one scalar.
+    // The whole text is one scalar.
     if (open_.empty()) return false;
     Container& container = open_.back();
     if (container.kind == Kind::Array) {
