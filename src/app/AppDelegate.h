@@ -18,8 +18,7 @@ namespace vembrix {
 class AppDelegate : public ApplicationDelegate {
  public:
   void applicationDidFinishLaunching() override;
-  /// Opens the dropdown: the way to it from the keyboard, and where the menu bar
-  /// hides the status item.
+  /// Opens the dropdown, for keyboard users and where the menu bar hides the status item.
   void applicationDidReopen() override;
 
   // Empty before launch.

@@ -4,10 +4,10 @@
 
 namespace vembrix {
 
-/// The whole run of the program: migrates settings, makes the application an
-/// accessory, gives it the delegate and runs its event loop. Main thread, once.
-/// The process's exit status. `arguments`: the command line, the program's own path
-/// first; those that mean nothing are ignored.
+/// Runs the program: migrates settings, makes the application an accessory, sets its delegate and
+/// runs its event loop. Main thread; to be called once. Returns the process's exit status.
+/// `arguments` is the command line, beginning with the program's own path; unknown arguments are
+/// ignored.
 int runVembrix(std::span<const char* const> arguments);
 
 }  // namespace vembrix

@@ -5,8 +5,7 @@
 
 namespace vembrix {
 
-/// How long a fade takes that usually takes so long: no time where the user wants less
-/// motion.
+/// Returns the duration of a fade: `usual`, or zero where the user wants less motion.
 inline Duration fadeTime(Duration usual) {
   return Application::shared().reducesMotion() ? Duration::zero() : usual;
 }

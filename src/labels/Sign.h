@@ -7,11 +7,12 @@
 
 namespace vembrix {
 
-/// A label: the window that shows a Space's name in the colours of its heat. A value
-/// that can be moved; its window goes with it. Main thread.
+/// A label: the window that shows a Space's name in the colours of its heat. Move-only; owns its
+/// window. Main thread.
 class Sign {
  public:
-  /// Invisible, and not on the desktop yet. `frame`: points, global coordinates.
+  /// Creates an invisible label that is not on the desktop yet. `frame` is in points, global
+  /// coordinates.
   Sign(std::string_view text, const Rect& frame);
 
   [[nodiscard]] SignWindow& window() { return *window_; }
@@ -19,10 +20,10 @@ class Sign {
 
   void setText(std::string_view text) { window_->view().setText(text); }
 
-  /// From 0 to 1; the colours follow.
+  /// Sets the heat, from 0 to 1, which determines the colours.
   void setHeat(double heat);
 
-  /// Font and colours follow the settings.
+  /// Updates font and colours from the settings.
   void prefsChanged();
 
  private:
@@ -32,8 +33,7 @@ class Sign {
   double heat_ = 0;
 };
 
-/// How a label goes along with Spaces: it stands in its own, and Mission Control shows
-/// it there.
+/// The behaviour of labels: each stands in its own Space, where Mission Control shows it.
 inline constexpr std::uint64_t kSignBehavior = Managed | IgnoresCycle | FullScreenAuxiliary;
 
 }  // namespace vembrix

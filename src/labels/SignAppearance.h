@@ -5,16 +5,16 @@
 
 namespace vembrix {
 
-// How a label looks, by its heat. Any thread.
+// The look of a label, by its heat. Any thread.
 
-/// The font of labels at that size, in points.
+/// Returns the font of labels. `size` is in points.
 Font signFont(double size);
 
-/// The colours of a label of that heat (0 to 1): the warmer, the nearer to the
-/// palette's hot colour, and the stronger its rim.
+/// Returns the colours of a label. The higher the heat (0 to 1), the closer to the palette's hot
+/// colour and the stronger the rim.
 SignLook signLook(double heat, const HeatPalette& palette);
 
-/// The colour at `t` (clamped to 0 to 1) of the way from `a` to `b`, alpha included.
+/// Interpolates from `a` to `b`, alpha included; `t` is clamped to 0 to 1.
 Srgb blend(const Srgb& a, const Srgb& b, double t);
 
 }  // namespace vembrix

@@ -17,23 +17,23 @@
 
 namespace vembrix {
 
-/// Keeps a label in every ordinary desktop and decides when it is seen; full-screen Spaces
-/// have none. Labels are there from the first time that their desktop becomes active, or
-/// is about to, until it vanishes; only their alpha value tells whether they are seen. At
-/// rest those of the other desktops are faintly there, drawn before a swipe or Mission
-/// Control shows them, and the active desktop's is not.
+/// Keeps a label in every ordinary desktop and decides when it is visible; full-screen Spaces have
+/// none. A label exists from the first time that its desktop becomes active, or is about to, until
+/// the desktop vanishes; its alpha value alone controls its visibility. At rest the labels of the
+/// other desktops are faint, so that they are drawn before a swipe or Mission Control shows them,
+/// and the active desktop's is invisible.
 ///
-/// Made after launch, lives as long as the process. Main thread.
+/// Created after launch; lives as long as the process. Main thread.
 class SpaceSignWindowController : public std::enable_shared_from_this<SpaceSignWindowController> {
  public:
-  /// The active desktop has its label when this returns.
+  /// Also creates the active desktop's label.
   static std::shared_ptr<SpaceSignWindowController> create();
 
-  /// Shows the labels of the other desktops: after half a second, for 15 s, or until
-  /// the user touches one or goes to another desktop. Again: for another 15 s.
+  /// Shows the labels of the other desktops after half a second, for 15 s or until the user touches
+  /// one or goes to another desktop. A repeated call starts the 15 s again.
   void showAll();
 
-  /// The user begins to swipe to the next desktop, or to the former.
+  /// To be called when the user begins to swipe to the next or the previous desktop.
   void handleSwipeBegan(bool isRight);
 
  private:
@@ -45,30 +45,30 @@ class SpaceSignWindowController : public std::enable_shared_from_this<SpaceSignW
 
   // Labels and their places
 
-  /// Unless the active Space is no ordinary desktop.
+  /// Does nothing where the active Space is no ordinary desktop.
   void ensureSignForActiveSpace();
-  /// A new label, in the active Space, in front of the others.
+  /// Creates a label in the active Space, in front of the others.
   Sign& makeSign(const SpaceInfo& space, IncludingActive includingActive, double alpha);
-  /// In the middle of the main screen, as large as the name needs.
+  /// Returns a frame of the size that the name needs, in the middle of the main screen.
   static Rect signFrame(std::string_view text);
-  /// Every label whose Space is listed gets the size that its name needs now.
+  /// Resizes every label whose Space is listed to its present name.
   void layOutSigns();
   static void pinWindow(const SignWindow& window, SpaceID space);
-  /// Looks whether every label is in its Space alone, and puts back those that are not.
+  /// Moves every label that is not in its own Space alone back there.
   void reconcileWindowSpaces();
   static void reconcile(const SignWindow& window, SpaceID space);
   void startPrimeTimer();
   void primeTimerFired();
-  /// Gives every label the alpha value that it has to have now.
+  /// Gives every label its present alpha value.
   void primeNonActiveSigns();
   void spacesChanged();
   void prefsDidChange();
 
-  // When they are seen
+  // Visibility
 
   void hideAll();
   void flashActiveSign();
-  /// The label of the Space in which the user has arrived goes.
+  /// Hides the label of the Space in which the user has arrived.
   void endArrival(SpaceID space);
   void activeChanged();
   void missionControlChanged();
@@ -88,13 +88,13 @@ class SpaceSignWindowController : public std::enable_shared_from_this<SpaceSignW
   std::unordered_map<SpaceID, Sign> windows_;
   WorkItem hideWorkItem_;
   WorkItem flashWorkItem_;
-  /// Of the active label, where it does not fade.
+  /// Hides the active label where it does not fade.
   WorkItem vanishWorkItem_;
   Token mouseMonitor_;
   /// Whether all labels are shown on purpose.
   bool isShowing_ = false;
   TimerSource primeTimer_;
-  /// Whose label the user has waved away.
+  /// Spaces whose labels the user has dismissed.
   std::unordered_set<SpaceID> dismissedSpaceIDs_;
   bool isTouring_ = false;
   std::unique_ptr<TourOverlay> tourOverlayWindow_;

@@ -12,26 +12,25 @@
 
 namespace vembrix {
 
-// What the dropdown shows, by the model of Spaces and the settings. Main thread.
+// The content of the dropdown, from the model of Spaces and the settings. Main thread.
 
-/// A row for each desktop, in the model's order, then the commands. The rows act
-/// on the Spaces as they are now, and keep nothing of the model.
+/// Returns a row for each desktop, in the model's order, then the commands. The rows keep copies of
+/// the present Spaces, no references into the model.
 std::vector<MenuItem> makeDropdownItems(std::function<void()> showPreferences);
 
-/// The desktop's row, as it is now.
+/// Returns the desktop's row in its present state.
 std::unique_ptr<SpaceRowView> makeSpaceRow(const SpaceInfo& space);
 
-/// The Space's colour as it was chosen, of the two the one that the colour mode
-/// uses.
+/// Returns the Space's chosen colour for the current colour mode.
 Color dotColor(const SpaceInfo& space);
 
-/// The rim of the heat palette, legible on the menu, as opaque as the Space is
-/// warm; nothing for the active Space and those that are all but cold.
+/// Returns the heat palette's rim colour, legible on the menu, with an opacity that grows with the
+/// heat; empty for the active Space and for nearly cold ones.
 std::optional<Color> heatGlow(const SpaceInfo& space);
-/// The same for a heat from 0 to 1.
+/// Returns the same for a heat from 0 to 1.
 std::optional<Color> heatGlow(double heat);
 
-/// Gives the command the theme's font; the plain system look keeps the menu's.
+/// Gives the command the theme's font; the plain system look uses the menu's own.
 void applyThemeFont(const AppTheme& theme, MenuCommand& command);
 
 }  // namespace vembrix

@@ -8,21 +8,21 @@
 
 namespace vembrix {
 
-/// Owns the program's one status item and keeps what it shows in step with the
-/// Spaces, the settings and the system's appearance; fills the dropdown anew each
-/// time it opens. Main thread; made after launch, lives as long as the process.
+/// Owns the status item, updates it when the Spaces, the settings or the system's appearance
+/// change, and rebuilds the dropdown each time it opens. Main thread; created after launch, lives
+/// as long as the process.
 class MenuBarController : public std::enable_shared_from_this<MenuBarController> {
  public:
-  /// The status item is there, and shows its title, when this returns.
+  /// Creates the status item, too, with its title.
   static std::shared_ptr<MenuBarController> create();
 
-  /// Shows the active Space anew.
+  /// Updates the status item.
   void refreshTitle();
 
   /// Opens the dropdown without a click.
   void openMenu() { statusItem_->openMenu(); }
 
-  /// Brings the program to the front.
+  /// Shows the settings window and activates the program.
   void showPreferences();
 
  private:
@@ -36,11 +36,11 @@ class MenuBarController : public std::enable_shared_from_this<MenuBarController>
   std::array<Observation, 4> observations_;
 };
 
-/// What a status item shows now, by the model of Spaces and the settings.
-/// `hasButton`: as StatusItem tells. Main thread.
+/// Returns the status item's present content, from the model of Spaces and the settings.
+/// `hasButton` is StatusItem::hasButton(). Main thread.
 StatusItemContent statusItemContent(bool hasButton);
 
-/// Four squares, two by two: the item's look when it shows no name.
+/// The icon of an item without a name: four squares, two by two.
 const TemplateImage& makeIconImage();
 
 }  // namespace vembrix

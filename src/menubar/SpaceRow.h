@@ -11,30 +11,28 @@
 
 namespace vembrix {
 
-/// What a desktop's row in the dropdown does: it switches there on a click, shows
-/// a rename button and a tint under the pointer, and renames in place. Main
-/// thread.
+/// A desktop's row in the dropdown: switches to the desktop on a click, shows a rename button and a
+/// tint under the pointer, and edits the name in place. Main thread.
 class SpaceRow : public SpaceRowHandler {
  public:
-  /// The desktop as it was when the menu opened. A rename does not change it.
+  /// The desktop when the menu opened. A rename does not change it.
   struct Desktop {
     std::string displayName;
     bool isActive = false;
     Color dotColor;
-    /// Inside the ring of a desktop that is not active.
+    /// The fill of the ring of an inactive desktop.
     std::optional<Color> heatGlow;
   };
 
-  /// Each may be empty, and may end the row.
+  /// Each may be empty, and may destroy the row.
   struct Actions {
-    /// Called when the menu has closed and the event is over, be the row still
-    /// there or not.
+    /// Called after the menu has closed and the event has ended, even if the row is gone.
     std::function<void()> onSwitch;
-    /// The text as it was typed, white space included; may be empty.
+    /// Receives the text as typed, white space included; may be empty.
     std::function<void(std::string_view name)> onCommitRename;
   };
 
-  /// A row in the font of the present theme.
+  /// Creates a row in the current theme's font.
   static std::unique_ptr<SpaceRowView> create(Desktop desktop, Actions actions);
 
   SpaceRow(std::string displayName, Actions actions);
@@ -54,26 +52,25 @@ class SpaceRow : public SpaceRowHandler {
  private:
   void showTint();
   void closeAndSwitch();
-  /// Shows the label in place of the edit field.
+  /// Replaces the edit field by the label.
   void endEditing();
 
   std::string displayName_;
   Actions actions_;
   SpaceRowView* view_ = nullptr;
-  /// The label's text, also while the edit field stands in its place.
+  /// The label's text, also while the edit field replaces it.
   std::string label_;
-  // Also told while the row is edited, which leaves what is shown as it is.
+  // Also updated, without a visible effect, while the row is edited.
   bool isHovered_ = false;
   bool isHighlighted_ = false;
-  /// What the view shows.
+  /// The state that the view shows.
   SpaceRowState state_;
 };
 
-/// A disc for the active desktop, a ring for others, which glows inside when the
-/// desktop is warm.
+/// Returns a disc for the active desktop, else a ring, with a glow inside when the desktop is warm.
 DotImage makeDot(const SpaceRow::Desktop& desktop);
 
-// Where the parts of a row of that size are; origin at its bottom left.
+// The frames of the parts in a row of that size; origin at its bottom left.
 
 Rect editFieldFrame(Size bounds);
 Rect renameButtonFrame(Size bounds);

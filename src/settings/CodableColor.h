@@ -7,14 +7,13 @@
 
 namespace vembrix {
 
-/// A colour as it is stored: sRGB components, nominally 0 to 1, never clamped.
+/// A stored colour: sRGB components, nominally 0 to 1, never clamped.
 struct CodableColor {
   double red = 0;
   double green = 0;
   double blue = 0;
   double alpha = 0;
 
-  /// The components of the drawing colour.
   [[nodiscard]] Srgb srgb() const { return {red, green, blue, alpha}; }
   static CodableColor of(const Srgb& color) {
     return {color.red, color.green, color.blue, color.alpha};
@@ -32,9 +31,8 @@ struct SpaceColorConfig {
   bool operator==(const SpaceColorConfig&) const = default;
 };
 
-// The stored form: dictionaries of numbers by the fields' names. Decoding asks
-// for every field and ignores others; it gives nothing when one is missing or
-// of another kind.
+// The stored form: dictionaries of numbers by the fields' names. Decoding returns empty where a
+// field is missing or of another kind, and ignores unknown fields.
 
 PropertyList encode(const CodableColor& color);
 PropertyList encode(const SpaceColorConfig& config);

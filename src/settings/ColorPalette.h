@@ -7,7 +7,7 @@
 
 namespace vembrix {
 
-/// A named list of colours that Spaces take in turn.
+/// A named list of colours, assigned to Spaces in turn.
 struct ColorPalette {
   std::string name;
   std::vector<CodableColor> colors;
@@ -15,8 +15,7 @@ struct ColorPalette {
   bool operator==(const ColorPalette&) const = default;
 };
 
-/// The built-in palettes, of 16 opaque colours each, in the order in which they
-/// are offered.
+/// The built-in palettes, of 16 opaque colours each, in display order.
 const std::vector<ColorPalette>& builtInColorPalettes();
 
 }  // namespace vembrix

@@ -7,7 +7,7 @@
 
 namespace vembrix {
 
-/// How labels are tinted by the recency of their Space.
+/// The tints of labels by the recency of their Space.
 struct HeatPalette {
   std::string name;
   /// The label's fill at heat 0.
@@ -20,8 +20,7 @@ struct HeatPalette {
   bool operator==(const HeatPalette&) const = default;
 };
 
-/// The built-in heat palettes, in the order in which they are offered. The first
-/// is the default.
+/// The built-in heat palettes, in display order. The first is the default.
 const std::vector<HeatPalette>& builtInHeatPalettes();
 
 }  // namespace vembrix

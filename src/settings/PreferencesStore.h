@@ -14,7 +14,7 @@
 
 namespace vembrix {
 
-/// How wide the status item is.
+/// The width of the status item.
 enum class MenuBarWidthMode { FitToTitle, MaxTitleLength };
 
 /// Which of a Space's two colours the program uses.
@@ -31,9 +31,9 @@ using SpaceColors = std::map<std::string, SpaceColorConfig, std::less<>>;
 
 /// Every setting of the program: its key, its type, its default. Main thread.
 ///
-/// Each getter reads the user defaults afresh; a value that is absent or of the
-/// wrong kind reads as the default. Nothing is clamped. Each setter writes and
-/// then posts didChange, once; whoever writes a key elsewhere posts as well.
+/// Each getter reads the user defaults; a missing value or one of the wrong kind reads as the
+/// default. Values are not clamped. Each setter writes and then posts didChange once; code that
+/// writes a key elsewhere must post it, too.
 class PreferencesStore {
  public:
   /// Default center: a setting changed.
@@ -48,16 +48,15 @@ class PreferencesStore {
 
   [[nodiscard]] UserDefaults& ud() const { return ud_; }
 
-  /// The theme of the stored name; Alpine when none is stored, Stock for an
-  /// unknown name.
+  /// The theme of the stored name: Alpine when no name is stored, Stock for an unknown one.
   [[nodiscard]] const AppTheme& theme() const;
-  /// As stored, also when no theme is called so; "Alpine" when none is stored.
+  /// The stored name, also of an unknown theme; "Alpine" when none is stored.
   [[nodiscard]] std::string themeName() const;
   void setThemeName(std::string_view name);
 
-  /// The heat palette of the stored name; Ember when there is none of it.
+  /// The heat palette of the stored name; Ember for an unknown one.
   [[nodiscard]] const HeatPalette& heatPalette() const;
-  /// As stored, also when no palette is called so; "Ember" when none is stored.
+  /// The stored name, also of an unknown palette; "Ember" when none is stored.
   [[nodiscard]] std::string heatPaletteName() const;
   void setHeatPaletteName(std::string_view name);
 
@@ -84,20 +83,17 @@ class PreferencesStore {
   [[nodiscard]] ColorMode colorMode() const;
   void setColorMode(ColorMode mode);
 
-  /// The stored colours, those of vanished Spaces included; empty when they
-  /// cannot be decoded, which one malformed entry is enough for. The reference
-  /// is valid until the next read or write.
+  /// The stored colours, those of vanished Spaces included; empty where any entry is malformed. The
+  /// reference is valid until the next read or write.
   [[nodiscard]] const SpaceColors& spaceColors() const;
-  /// Colours that cannot be encoded (not finite) leave the stored ones as they
-  /// are.
+  /// Does nothing where a colour cannot be encoded (is not finite).
   void setSpaceColors(const SpaceColors& colors);
 
-  /// The stored colours of the Space, else its default colour twice.
+  /// The stored colours of the Space; else its default colour for both.
   [[nodiscard]] SpaceColorConfig colorConfig(std::string_view spaceUUID) const;
 
-  /// Gives every desktop the palette's colour of its place, for the current
-  /// colour mode; the other colour stays. One write. The palette must not be
-  /// empty.
+  /// Gives each desktop the palette's colour at its position, for the current colour mode, and
+  /// keeps the colour of the other mode. Writes once. The palette must not be empty.
   void applyPalette(const ColorPalette& palette);
 
  private:
@@ -106,7 +102,7 @@ class PreferencesStore {
   [[nodiscard]] bool boolean(std::string_view key, bool defaultValue) const;
   [[nodiscard]] double number(std::string_view key, double defaultValue) const;
   void write(std::string_view key, const PropertyList& value) const;
-  /// The Pastel colour of the Space's present place among the desktops.
+  /// The Pastel colour at the Space's present position among the desktops.
   static CodableColor defaultColor(std::string_view spaceUUID);
 
   UserDefaults& ud_;

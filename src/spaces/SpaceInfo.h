@@ -6,7 +6,7 @@
 
 namespace vembrix {
 
-/// One Space as the window server reports it. A value.
+/// One Space as the window server reports it.
 struct SpaceInfo {
   /// The window server's managed id.
   std::uint64_t spaceID = 0;

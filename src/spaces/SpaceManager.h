@@ -17,18 +17,16 @@
 
 namespace vembrix {
 
-/// The model of the system's Spaces: the list over all displays, the active
-/// Space, the user's names, and the ways to another Space. Main thread only; lives as long as the
-/// process.
+/// The model of the system's Spaces: the list over all displays, the active Space and the user's
+/// names; also moves the user between Spaces. Main thread only; lives as long as the process.
 class SpaceManager {
  public:
   /// Default center: the list of Spaces or a name changed.
   static constexpr std::string_view didChange = "SpaceManagerDidChange";
-  /// Default center: another Space is active. Posted after didChange when one
-  /// reload brings both.
+  /// Default center: another Space is active. Posted after didChange when one reload causes both.
   static constexpr std::string_view activeChanged = "SpaceManagerActiveSpaceChanged";
 
-  /// Default center: the tour after launch begins, has ended.
+  /// Default center: the tour after launch is about to begin; it has ended.
   static constexpr std::string_view tourWillStart = "SpaceManagerTourWillStart";
   static constexpr std::string_view tourDidEnd = "SpaceManagerTourDidEnd";
 
@@ -48,29 +46,26 @@ class SpaceManager {
   /// The first listed Space of the active id, or null when none is listed.
   [[nodiscard]] const SpaceInfo* activeSpace() const;
 
-  /// Reads the window server again and posts what changed. What it answers
-  /// wrongly counts as absent; a negative Space id ends the program.
+  /// Reads the window server again and posts the changes. Malformed entries count as absent; a
+  /// negative Space id ends the program.
   void reload();
 
-  /// The name to show: the user's, else, where the desktop names its Spaces, the
-  /// desktop's own unless it is only a word and the number, else "Desktop N" by the
-  /// Space's place among its display's desktops, else (a full-screen or unlisted
-  /// Space) "Desktop".
+  /// Returns the name to show: the user's; else the desktop's own, unless it is only a word and the
+  /// number; else "Desktop N", with the Space's number among its display's desktops; else, for a
+  /// full-screen or unlisted Space, "Desktop".
   [[nodiscard]] std::string displayName(const SpaceInfo& space) const;
 
-  /// Gives the Space a name, without the white space around it; a blank name
-  /// brings the default back. Stores it and posts didChange.
+  /// Stores the Space's name, without surrounding white space, and posts didChange. A blank name
+  /// restores the default.
   void setName(std::string_view name, const SpaceInfo& space);
 
-  /// Moves the user to the Space: by one swipe per desktop to cross, or, without
-  /// the permission for Accessibility, at once. Returns before the system is
-  /// there; its notification brings the model along. Does nothing for the active
-  /// Space and, with the permission, from or to a full-screen Space.
+  /// Moves the user to the Space: by one swipe per desktop, or at once without the permission for
+  /// Accessibility. Returns before the system has moved; its notification updates the model. Does
+  /// nothing for the active Space and, with the permission, from or to a full-screen Space.
   void switchToSpace(const SpaceInfo& space);
 
-  /// Visits every desktop once and comes back, at most for 20 s, between
-  /// tourWillStart and tourDidEnd. Where there is nothing to visit only the
-  /// completion is called. The completion may be empty.
+  /// Visits every desktop once and returns to the first, in at most 20 s; posts tourWillStart and
+  /// tourDidEnd. Without another desktop it only calls the completion, which may be empty.
   void performAutoTour(std::function<void()> completion);
 
  private:
@@ -81,21 +76,21 @@ class SpaceManager {
 
   SpaceManager();
 
-  /// Makes `spaces` the list where it differs (then it holds the former one).
+  /// Swaps the list with `spaces` where they differ.
   void update(std::vector<SpaceInfo>& spaces, std::uint64_t activeSpaceID);
-  /// Adds the desktops of the list to the stored uuids of all ever seen.
+  /// Adds the listed desktops to the stored uuids of all desktops ever seen.
   void rememberUUIDs();
 
   static Names loadNames();
   void storeNames() const;
   [[nodiscard]] const std::string* userName(const SpaceInfo& space) const;
-  /// Stores the name; an empty one is taken away.
+  /// Stores the name; an empty one is removed.
   void storeName(std::string_view name, const SpaceInfo& space);
   /// The Space's number among the desktops of its display, from 1; 0 if it is none.
   [[nodiscard]] int numberOf(const SpaceInfo& space) const;
-  /// Hands the user's names to desktops that show names of their own.
+  /// Passes the user's names to a desktop that shows names itself.
   void publishNames() const;
-  /// Follows the names of such desktops.
+  /// Starts to follow the names of such a desktop.
   static void followNaming();
   /// The user has renamed the Space elsewhere.
   void renamed(std::uint64_t spaceID, std::string_view name);
@@ -108,20 +103,20 @@ class SpaceManager {
   void tourStepTimedOut(int step);
   void tourSpaceArrived();
   void endTour();
-  /// Whether the tour runs and has not gone on from that step.
+  /// Returns whether the tour is still at that step.
   [[nodiscard]] bool isAtTourStep(int step) const;
 
   std::vector<SpaceInfo> spaces_;
   std::uint64_t activeSpaceID_ = 0;
-  /// The place of the first Space of that id, which is asked for at every click and for
-  /// every label; past the list where there is none.
+  /// Index of the first Space of the active id, cached as every click and label needs it; the
+  /// list's size where there is none.
   std::size_t activePlace_ = 0;
   Names names_;
 
-  /// The way still to go.
+  /// The remaining swipes.
   std::deque<ISSDirection> tourQueue_;
   std::function<void()> tourCompletion_;
-  /// Held exactly while a tour runs.
+  /// Empty unless a tour runs.
   Observation tourObserver_;
   /// Counts from 1.
   int tourStep_ = 0;
@@ -129,10 +124,9 @@ class SpaceManager {
   bool tourRetried_ = false;
   std::optional<ISSDirection> currentTourDirection_;
 
-  /// The last answer; keeps its memory, so that reading an unchanged list needs
-  /// none.
+  /// The last answer, whose memory is reused for the next.
   std::vector<SpaceInfo> incoming_;
-  /// What rememberUUIDs() stored last.
+  /// The value that rememberUUIDs() stored last.
   PropertyList knownUUIDs_;
 };
 

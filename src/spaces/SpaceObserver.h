@@ -2,8 +2,8 @@
 
 namespace vembrix {
 
-/// Keeps the model of Spaces in step with the system: whoever hears that the
-/// active Space changed tells it here. Main thread.
+/// Updates the model of Spaces when the system reports that the active Space has changed. Main
+/// thread.
 class SpaceObserver {
  public:
   void activeSpaceDidChange();

@@ -7,8 +7,8 @@
 
 namespace vembrix {
 
-/// Notices at the first moment that the user swipes between Spaces, and which
-/// way. Main thread; the tap goes with the watcher.
+/// Reports the beginning and direction of the user's swipes between Spaces. Main thread; owns the
+/// tap.
 class SwipeWatcher : public std::enable_shared_from_this<SwipeWatcher> {
  public:
   static std::shared_ptr<SwipeWatcher> create();
@@ -17,8 +17,8 @@ class SwipeWatcher : public std::enable_shared_from_this<SwipeWatcher> {
   /// Set before start().
   std::function<void(bool isRight)> onSwipeBegan = [](bool) {};
 
-  /// Begins to listen; once. Without the permission for Accessibility it logs
-  /// one line and nothing is noticed for the rest of the run.
+  /// Starts to listen; to be called once. Without the permission for Accessibility it logs one line
+  /// and never reports a swipe.
   void start();
 
  private:

@@ -17,7 +17,7 @@ struct AppTheme {
     Color color;
     bool operator==(const Solid&) const = default;
   };
-  /// A linear wash through the colours, the first at the top.
+  /// A linear gradient through the colours, the first at the top.
   struct Gradient {
     std::vector<Color> colors;
     bool operator==(const Gradient&) const = default;
@@ -34,7 +34,7 @@ struct AppTheme {
   };
   using Background = std::variant<Solid, Gradient, Vibrancy, Standard>;
 
-  /// How the settings window presents its tabs.
+  /// The presentation of the tabs in the settings window.
   enum class Navigation {
     /// A centred row of rounded buttons above the content.
     Pills,
@@ -48,25 +48,25 @@ struct AppTheme {
   std::string name;
   /// One sentence for the theme picker.
   std::string blurb;
-  /// Forces dark or light; nothing follows the system.
+  /// Forces dark or light; empty to follow the system.
   std::optional<bool> isDark;
   Background background;
   /// Selected tab, links, focus marks.
   Color accent;
-  /// Of the card that holds a tab's content; nothing for none.
+  /// The fill of the card that holds a tab's content; empty for no card.
   std::optional<Color> cardFill;
   std::optional<Color> cardStroke;
-  /// Of cards and tab buttons, in points.
+  /// The corner radius of cards and tab buttons, in points.
   double cornerRadius = 0;
   bool usesMonoFont = false;
   Navigation navigation = Navigation::Pills;
 
-  /// The appearance that it forces; nothing follows the system.
+  /// The forced appearance; empty to follow the system.
   [[nodiscard]] std::optional<Appearance> appearance() const;
 
   bool operator==(const AppTheme&) const = default;
 
-  /// The seven themes, in the order in which they are offered.
+  /// The seven themes, in display order.
   static const std::vector<AppTheme>& all();
   /// The first of them: the plain system look.
   static const AppTheme& stock();

@@ -7,22 +7,22 @@
 
 namespace vembrix {
 
-/// Puts the rows of a page together, from the top, as all pages have them.
+/// Builds the rows of a page, from the top, in the style of all pages.
 class FormBuilder {
  public:
   /// The width of popups and sliders, in points.
   static constexpr double controlWidth = 220;
-  /// Over a header, in points.
+  /// The padding above a header, in points.
   static constexpr double headerPadding = 16;
 
-  /// A label, which ends with a colon, and a control, which goes by the same
-  /// name. Sliders have no baseline: their rows are centred.
+  /// Adds a label, which ends with a colon, and a control, which takes its accessible name from it.
+  /// Rows of sliders, which have no baseline, are centred.
   void row(std::string label, FormControl control, std::optional<double> width = {});
-  /// A control over both columns.
+  /// Adds a control over both columns.
   void full(FormControl control, double topPadding = 0);
-  /// A heading over the rows that follow.
+  /// Adds a heading.
   void header(std::string text);
-  /// Small type, over both columns.
+  /// Adds a text in small type over both columns.
   void note(std::string text);
 
   [[nodiscard]] SettingsForm take();

@@ -11,42 +11,38 @@ namespace vembrix {
 struct AppTheme;
 struct DiagnosticLog;
 
-/// The one settings window: which tab it shows, in the look of the current
-/// theme. Its content is made anew whenever it is shown and whenever the user
-/// chooses a theme. Main thread; lives as long as the process.
+/// Controls the only settings window. Rebuilds its content, in the current theme, whenever it is
+/// shown and whenever the user chooses a theme. Main thread; lives as long as the process.
 class PreferencesWindowController
     : public std::enable_shared_from_this<PreferencesWindowController> {
  public:
-  /// Made on first use, with a window that is not shown yet.
+  /// Created on first use, with a hidden window.
   static PreferencesWindowController& shared();
 
   PreferencesWindowController(const PreferencesWindowController&) = delete;
   PreferencesWindowController& operator=(const PreferencesWindowController&) = delete;
 
-  /// The tab that the next content shows: survives rebuilds, follows the themed
-  /// tabs, not those of the plain tab view.
+  /// Index of the tab that the next content shows. Kept over rebuilds; set by themed tabs, not by
+  /// the plain tab view.
   [[nodiscard]] int selectedTabIndex() const { return selectedTabIndex_; }
-  /// May be out of range: themed content then shows the last tab, plain content
-  /// the first.
+  /// Out of range, themed content shows the last tab, plain content the first.
   void setSelectedTabIndex(int index) { selectedTabIndex_ = index; }
 
-  /// Reads the Spaces again and shows the window with fresh content. Activating
-  /// the application is the caller's business.
+  /// Reads the Spaces again and shows the window with new content. Does not activate the
+  /// application.
   void showWindow();
 
-  /// The window's content for the current theme, settings and Spaces.
+  /// Returns the content for the current theme, settings and Spaces.
   [[nodiscard]] SettingsContent buildContent();
 
-  /// Stores the theme and shows it at once, on the Theme tab.
+  /// Stores the theme and rebuilds the content, on the Theme tab.
   void themeSelected(const std::string& name);
-  /// Shows that tab.
   void themedTabClicked(int index);
 
-  /// Puts the recent log lines on the pasteboard. Returns at once; the status
-  /// line tells how it went, and until then the button is disabled. Does nothing
-  /// while that goes on already.
+  /// Copies the recent log lines to the pasteboard. Returns at once; disables the button until the
+  /// status line shows the result. Does nothing while a copy is under way.
   void copyDiagnosticLog();
-  /// Puts the command that shows the log on the pasteboard.
+  /// Copies the command that shows the log to the pasteboard.
   void copyLogCommand();
 
  private:
@@ -62,7 +58,7 @@ class PreferencesWindowController
 
   std::unique_ptr<SettingsWindow> window_;
   int selectedTabIndex_ = 0;
-  /// Whether the window has tab buttons of the program's own now.
+  /// Whether the window shows themed content.
   bool showsThemedContent_ = false;
   std::string diagnosticsStatus_;
   bool isGathering_ = false;

@@ -9,17 +9,16 @@
 
 namespace vembrix {
 
-// The tabs of the settings window. Each page shows the settings and the Spaces
-// as they are when it is made, and writes a setting as soon as the user changes
-// it; it does not follow later changes. Main thread.
+// The tabs of the settings window. A page shows the settings and Spaces at its creation, does not
+// follow later changes, and writes each setting as soon as the user changes it. Main thread.
 
-/// What a tab is called, in the program and by the user.
+/// A tab's identifier and the name that the user sees.
 struct TabName {
   std::string_view identifier;
   std::string_view label;
 };
 
-/// In the order in which the tabs are shown.
+/// In display order.
 inline constexpr std::array<TabName, 6> kTabNames = {{{"sign", "Label"},
                                                       {"colors", "Colors"},
                                                       {"menubar", "Menu Bar"},
@@ -29,7 +28,7 @@ inline constexpr std::array<TabName, 6> kTabNames = {{{"sign", "Label"},
 inline constexpr int kTabCount = static_cast<int>(kTabNames.size());
 inline constexpr int kThemeTabIndex = 3;
 
-/// What the pages leave to the window's controller, and what it knows.
+/// The window controller's callbacks and state for the pages.
 struct TabContext {
   /// The user chose a theme, by its name.
   std::function<void(const std::string& name)> themeSelected;
@@ -44,7 +43,7 @@ struct TabContext {
 inline constexpr const char* kDiagnosticsStatusID = "diagnostics-status";
 inline constexpr const char* kCopyDiagnosticLogID = "copy-diagnostic-log";
 
-/// The tab of that index, which must be one of kTabNames.
+/// Creates the tab of that index in kTabNames.
 SettingsTab makeTab(int index, const TabContext& context);
 
 SettingsForm makeSignTab();
@@ -54,7 +53,7 @@ SettingsForm makeThemeTab(const TabContext& context);
 SettingsForm makeDiagnosticsTab(const TabContext& context);
 SettingsForm makeAboutTab();
 
-/// A popup that shows the item of that title, or none when there is none.
+/// Returns a popup that shows the item of that title; none where it is missing.
 Popup popupOf(std::vector<std::string> items, std::string_view selectedTitle,
               std::function<void(int index, const std::string& title)> onSelect);
 Checkbox checkboxOf(std::string title, bool isOn, std::function<void(bool isOn)> onChange);

@@ -9,22 +9,21 @@ namespace vembrix {
 
 struct AppTheme;
 
-/// Pictures of every theme as PNG files, from the command line: the settings window
-/// and the dropdown, so that the themes can be looked at without clicking through them.
+/// Writes PNG files of the settings window and the dropdown in every theme, from the command line.
 /// Main thread, before the event loop.
 class ThemePreviewRenderer {
  public:
   ThemePreviewRenderer() = delete;
 
-  /// Draws the pictures where the arguments ask for it by "--render-theme-previews" and a
-  /// directory, and writes each file's path to the standard output. Whether it did: then
-  /// the program is done. What goes wrong on the way is skipped.
+  /// Draws the pictures where the arguments hold "--render-theme-previews" and a directory, and
+  /// prints each file's path to the standard output. Returns whether they do: then the program is
+  /// done. Skips pictures that fail.
   ///
-  /// Other programs see the themes come and go while it runs; afterwards the stored theme
-  /// is again what it was.
+  /// Stores each theme while it draws, which other programs can see, and restores the former one at
+  /// the end.
   [[nodiscard]] static bool runIfRequested(std::span<const char* const> arguments);
 
-  /// The dropdown in the theme, which must be the current one; nothing where there is no
+  /// Returns the dropdown in the theme, which must be the current one; empty where there is no
   /// desktop.
   [[nodiscard]] static std::optional<MenuMock> renderMenuMock(const AppTheme& theme);
 };

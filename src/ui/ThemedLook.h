@@ -8,23 +8,22 @@
 
 namespace vembrix {
 
-// How a theme looks in the settings window, as values. Any thread.
+// The look of a theme in the settings window. Any thread.
 
-/// Whether the theme leaves the window to the system's own look; told by its
-/// name alone.
+/// Returns whether the theme uses the system's own look; depends on its name alone.
 bool isPlain(const AppTheme& theme);
 
 WindowChrome windowChrome(const AppTheme& theme);
 Backdrop backdropOf(const AppTheme& theme);
 NavigationLayout navigationLayout(AppTheme::Navigation navigation);
-/// Nothing for a theme without colours for one.
+/// Empty for a theme without card colours.
 std::optional<Card> cardOf(const AppTheme& theme);
 
-/// The buttons of all tabs, of which the one at `selected` is selected.
+/// Returns the buttons of all tabs; the one at `selected` is selected.
 std::vector<TabButton> tabButtons(const AppTheme& theme, int selected);
 
-/// Sets every text of the page in the monospaced system font of its size and
-/// weight, for a theme that wants it so.
+/// Sets every text of the page in the monospaced font of its size and weight, for a theme that asks
+/// for it.
 void applyThemeTypography(SettingsForm& form, const AppTheme& theme);
 
 }  // namespace vembrix

@@ -7,8 +7,8 @@
 
 namespace vembrix {
 
-/// Notices the pointer arriving in the top left corner of the main screen. Main
-/// thread; the monitor goes with the watcher.
+/// Reports when the pointer arrives in the top left corner of the main screen. Main thread; owns
+/// the monitor.
 class HotCornerWatcher : public std::enable_shared_from_this<HotCornerWatcher> {
  public:
   static std::shared_ptr<HotCornerWatcher> create();
@@ -20,7 +20,7 @@ class HotCornerWatcher : public std::enable_shared_from_this<HotCornerWatcher> {
   /// left the corner.
   std::function<void()> onApproach = [] {};
 
-  /// Begins to watch; once.
+  /// Starts to watch; to be called once.
   void start();
 
  private:

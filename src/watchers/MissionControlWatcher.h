@@ -9,9 +9,8 @@
 
 namespace vembrix {
 
-/// Knows whether Mission Control is open. The system does not tell, so the
-/// on-screen windows are looked at three times a second. Main thread; lives as
-/// long as the process.
+/// Knows whether Mission Control is open. The system does not report it, so the on-screen windows
+/// are read three times a second. Main thread; lives as long as the process.
 class MissionControlWatcher {
  public:
   /// Default center: it opened or closed.
@@ -22,20 +21,20 @@ class MissionControlWatcher {
   MissionControlWatcher(const MissionControlWatcher&) = delete;
   MissionControlWatcher& operator=(const MissionControlWatcher&) = delete;
 
-  /// As of the last look.
+  /// As of the last reading.
   [[nodiscard]] bool isActive() const { return isActive_; }
 
-  /// Begins to look, at once and then every 0.3 s; once.
+  /// Starts to read the windows, at once and then every 0.3 s; to be called once.
   void start();
 
  private:
   MissionControlWatcher() = default;
   void poll();
-  /// Whether the Dock covers (nearly) a whole screen.
+  /// Returns whether the Dock covers (nearly) a whole screen.
   bool detect();
 
   bool isActive_ = false;
-  // What was found last, and in what: as a rule nothing has changed since.
+  // The last window list and its result, which usually hold for the next reading.
   PropertyList answer_;
   std::vector<Screen> screens_;
   bool isCovered_ = false;

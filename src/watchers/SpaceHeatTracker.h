@@ -8,12 +8,11 @@
 
 namespace vembrix {
 
-/// Whether the active Space counts when heat is asked for.
+/// Whether the active Space counts in a query for heat.
 enum class IncludingActive { No, Yes };
 
-/// Remembers in which order the user last worked (clicked or typed) in the
-/// Spaces, and turns it into heat. Time plays no part. Main thread; lives as
-/// long as the process.
+/// Records the order in which the user last clicked or typed in the Spaces and converts it to heat,
+/// regardless of time. Main thread; lives as long as the process.
 class SpaceHeatTracker {
  public:
   /// Default center: the order changed.
@@ -24,12 +23,12 @@ class SpaceHeatTracker {
   SpaceHeatTracker(const SpaceHeatTracker&) = delete;
   SpaceHeatTracker& operator=(const SpaceHeatTracker&) = delete;
 
-  /// Begins to notice clicks and key presses in other programs; once.
+  /// Starts to observe clicks and key presses in other programs; to be called once.
   void start();
 
-  /// From 0 to 1: 1 for the most recently used Space, 0.78 of the former for
-  /// each further place, 0 from the seventh on, for unused Spaces, and while
-  /// the user has heat turned off. Without the active Space the others move up.
+  /// Returns the heat from 0 to 1: 1 for the most recently used Space, 0.78 times as much for each
+  /// further one, 0 from the seventh on, for unused Spaces, and while the user has heat turned off.
+  /// Without the active Space the others move up.
   [[nodiscard]] double heat(std::string_view spaceUUID, IncludingActive includingActive) const;
 
  private:
