@@ -64,8 +64,8 @@ class SpaceManager {
   /// nothing for the active Space and, with the permission, from or to a full-screen Space.
   void switchToSpace(const SpaceInfo& space);
 
-  /// Visits every desktop once and returns to the first, in at most 20 s; posts tourWillStart and
-  /// tourDidEnd. Without another desktop it only calls the completion, which may be empty.
+  /// Visits every desktop once and returns to where it began, in at most 20 s; posts tourWillStart
+  /// and tourDidEnd. Without another desktop it only calls the completion, which may be empty.
   void performAutoTour(std::function<void()> completion);
 
  private:

@@ -27,7 +27,7 @@ struct FileState {
   static FileState of(const struct stat& status);
 };
 
-/// Returns the file system's present time, in nanoseconds since 1970.
+/// Returns the present time, in nanoseconds since 1970 as in FileState.
 std::int64_t fileClock();
 
 /// Reads a whole file of settings into `bytes` and its state into `state`. Returns an errno value,

@@ -9,27 +9,25 @@
 
 namespace vembrix {
 
-/// The alpha value of a window, and its way from one value to another: slow at both
-/// ends, at its end exactly there. Gradual ones take a step for each picture of the
-/// screen, others only one right after the beginning. At rest no timer runs. Main
-/// thread; needs a Qt application.
+/// The alpha value of a window and its animation, which eases in and out and ends exactly at the
+/// new value. A gradual one takes a step per frame of the screen, another only one right after the
+/// beginning. At rest no timer runs. Main thread; needs a Qt application.
 class AlphaFade : public QObject {
  public:
   /// `apply` gets each new value.
   explicit AlphaFade(std::function<void(double)> apply);
 
-  /// What it has come to by now.
+  /// The present value, also during an animation.
   [[nodiscard]] double value() const;
   [[nodiscard]] bool isRunning() const { return timer_.isActive(); }
 
-  /// Whether every step is seen. Not so at first.
+  /// Sets whether animations are gradual; initially not.
   void setGradual(bool gradual);
 
-  /// Ends an animation, whose `ended` is not called.
+  /// Sets the value and ends an animation without calling its `ended`.
   void set(double value);
-  /// Takes the place of an animation that runs, whose `ended` is not called. `ended`
-  /// is called when the value is there: in this call where there is no time or no way
-  /// to go.
+  /// Replaces a running animation without calling its `ended`. `ended` is called when the value is
+  /// reached: within this call where the duration or the difference is zero.
   void animate(double value, Duration duration, std::function<void()> ended = nullptr);
 
  protected:

@@ -16,22 +16,18 @@
 
 namespace vembrix {
 
-/// A window without a border that floats above all others: a panel with round corners
-/// and a shadow. It lets clicks through, is never key, and no window manager knows of
-/// it. It is mapped only while it is ordered in, its Space is the active one and its
-/// alpha value is above 0; before the first time it is no more than this object. Main
-/// thread.
+/// A borderless window above all others: a panel with round corners and a shadow. It lets clicks
+/// through, is never key, and is unknown to window managers. It is mapped only while it is ordered
+/// in, its Space is active and its alpha value is above 0; the X server's window is created at the
+/// first mapping. Main thread.
 ///
-/// With a compositor it is as translucent as its alpha value and its content say.
-/// Without one windows cannot be: then the panel is opaque as long as its alpha value
-/// is not 0. So a label is read while it fades, and is gone at the end of that; to
-/// leave it out altogether would take from users without a compositor what the program
-/// is for, and to let it go earlier would gain nothing, since it hides what is below
-/// from its first moment on.
+/// With a compositor it is as translucent as its alpha value and content. Without one windows
+/// cannot be translucent: the panel is opaque while its alpha value is above 0, so that a label is
+/// readable during a fade and disappears at its end.
 class FloatingPanel {
  public:
   struct Options {
-    /// Of the panel, without its shadow. Points, global coordinates.
+    /// The panel's, without its shadow; points, global coordinates.
     Rect frame;
     WindowLevel level = WindowLevel::Floating;
     /// Bits of CollectionBehavior.
@@ -41,7 +37,7 @@ class FloatingPanel {
     QString role;
   };
 
-  /// The content outlives the panel.
+  /// The content must outlive the panel.
   FloatingPanel(const Options& options, PanelContent& content);
   ~FloatingPanel();
   FloatingPanel(const FloatingPanel&) = delete;
@@ -60,29 +56,29 @@ class FloatingPanel {
   void setCollectionBehavior(std::uint64_t behavior);
   void orderFront();
 
-  /// Set and animated here.
+  /// The alpha value, to be set and animated.
   [[nodiscard]] AlphaFade& alpha() { return alpha_; }
   [[nodiscard]] const AlphaFade& alpha() const { return alpha_; }
 
-  /// Draws anew before it is seen again: after the current event where it is seen now.
+  /// Redraws before the panel is next seen: after the current event where it is visible.
   void update();
-  /// Draws a part of the window anew at once; in points from its top left corner.
+  /// Redraws a part of the window at once; in points from its top left corner.
   void update(const QRectF& part);
 
-  /// What the window shows, its shadow included, or a part of that: in points from its
-  /// top left corner. `scale`: pixels per point.
+  /// Draws the window's contents, its shadow included, or a part of them, in points from its top
+  /// left corner. `scale` is in pixels per point.
   [[nodiscard]] QImage picture(double scale, Backing backing, const QRectF& part) const;
   [[nodiscard]] QRectF bounds() const;
 
-  // What the stage has to know and to say.
+  // For PanelStage.
 
-  /// Whether the active Space holds the panel; how faint it is there does not matter.
+  /// Sets whether the active Space holds the panel, whatever its alpha value.
   void setOnScreen(bool isOnScreen);
   [[nodiscard]] bool isShown() const { return isShown_; }
   void raise();
-  /// Of the picture that the X server keeps.
+  /// The size of the picture that the X server keeps.
   [[nodiscard]] std::int64_t pictureBytes() const { return window_ ? window_->bytes() : 0; }
-  /// Gives the window and its picture back; the next showing makes them anew.
+  /// Destroys the window and its picture; the next showing creates them again.
   void dropWindow();
 
  private:
@@ -103,7 +99,7 @@ class FloatingPanel {
   bool isShown_ = false;
 
   std::unique_ptr<PanelWindow> window_;
-  /// Whether the window's picture is that of now.
+  /// Whether the window's picture is up to date.
   bool isPainted_ = false;
   QSize paintedSize_;
   WorkItem refreshing_;

@@ -16,7 +16,7 @@ class NativeSignView : public SignView, public PanelContent {
   /// In points.
   NativeSignView(double cornerRadius, double padding);
 
-  /// Which shows it, from now on and as long as this lives.
+  /// Sets the panel that shows the view, for this object's life.
   void setPanel(FloatingPanel& panel) { panel_ = &panel; }
 
   void setText(std::string_view text) override;

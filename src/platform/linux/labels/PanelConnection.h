@@ -7,13 +7,12 @@
 
 namespace vembrix {
 
-/// The X server as the panels' windows have it: a connection of their own, since who
-/// kills a window ends the connection that it belongs to. Asks the server only when it
-/// is opened. Main thread.
+/// The panels' own connection to the X server, since a program that kills a window ends that
+/// window's connection. Waits for the server only when it is opened. Main thread.
 class PanelConnection {
  public:
-  /// The one that is in use, opened where there is none or another program has ended
-  /// it. Null on a Qt platform without X11, and when no server answers.
+  /// Returns the connection in use; opens one where there is none or another program has ended it.
+  /// Null on a Qt platform without X11, and when no server answers.
   static std::shared_ptr<PanelConnection> current();
 
   explicit PanelConnection(std::unique_ptr<X11Connection> connection);
@@ -23,7 +22,7 @@ class PanelConnection {
   [[nodiscard]] xcb_window_t root() const { return connection_->root(); }
   [[nodiscard]] bool isBroken() const { return connection_->isBroken(); }
 
-  /// What the windows look like: with 32 bits they are translucent.
+  /// The windows' pixel format: with 32 bits they can be translucent.
   struct Format {
     std::uint8_t depth = 0;
     xcb_visualid_t visual = 0;
@@ -40,7 +39,7 @@ class PanelConnection {
   };
   [[nodiscard]] const Atoms& atoms() const { return atoms_; }
 
-  /// A window of ours was made; whether it is still there, as far as the server has told.
+  /// Keeps track of a created window, and whether the server has reported its end.
   void add(xcb_window_t window) { windows_.insert(window); }
   [[nodiscard]] bool has(xcb_window_t window);
   void remove(xcb_window_t window) { windows_.erase(window); }

@@ -7,22 +7,22 @@ class QPainter;
 
 namespace vembrix {
 
-/// Whether what is behind a panel shines through.
+/// Whether a panel can be translucent.
 enum class Backing { Translucent, Opaque };
 
-/// What a floating panel shows. Main thread.
+/// The content of a floating panel. Main thread.
 class PanelContent {
  public:
   virtual ~PanelContent() = default;
 
-  /// Paints the panel, which has that place in the window. On an opaque backing every
-  /// pixel of the rectangle is painted: its corners are cut off later.
+  /// Paints the panel into that rectangle of the window. On an opaque backing it must paint every
+  /// pixel; the corners are cut off later.
   virtual void paint(QPainter& painter, const QRectF& panel, Backing backing) = 0;
-  /// Whether the panel can be seen from now on.
+  /// Called when the panel becomes visible or invisible.
   virtual void setVisible(bool /*visible*/) {}
 };
 
-/// Paints the ground of a panel: on an opaque backing the whole rectangle, whatever the
+/// Paints the background of a panel: on an opaque backing the whole rectangle, regardless of the
 /// colour's alpha.
 void fillPanel(QPainter& painter, const QRectF& panel, double cornerRadius, QColor fill,
                Backing backing);

@@ -6,11 +6,11 @@ class QPainter;
 
 namespace vembrix {
 
-/// How far the shadow of a panel reaches over its edges.
+/// The extent of a panel's shadow beyond its edges.
 inline constexpr int kPanelShadowExtent = 24;
 
-/// The soft shadow that a panel with round corners throws, a little downwards; under
-/// the panel, which may be translucent, there is none. Main thread.
+/// Paints the soft shadow of a panel with round corners, a little downwards, but not under the
+/// panel, which may be translucent. Main thread.
 void paintPanelShadow(QPainter& painter, const QRectF& panel, double cornerRadius);
 
 }  // namespace vembrix

@@ -10,10 +10,9 @@ namespace vembrix {
 
 class FloatingPanel;
 
-/// Decides which of the panels are on the screen: those in the active Space. Looks when
-/// the user goes elsewhere, and after the event in which panels were moved, so that what
-/// is born in one Space and told to be in another never flashes up in the first. Main
-/// thread; needs a Qt application.
+/// Shows the panels in the active Space and hides the others. Updates when the active Space
+/// changes, and after the event in which panels were moved, so that a panel created in one Space
+/// and moved to another never appears in the first. Main thread; needs a Qt application.
 class PanelStage : public QObject {
  public:
   static PanelStage& shared();
@@ -23,11 +22,11 @@ class PanelStage : public QObject {
   void add(FloatingPanel& panel) { panels_.push_back(&panel); }
   void remove(FloatingPanel& panel);
 
-  /// Looks after the current event.
+  /// Updates after the current event.
   void updateSoon();
 
-  /// The panel has come up, in front of all others: those of higher levels go before it,
-  /// and of those out of sight only the latest keep their pictures.
+  /// To be called when a panel was shown in front of all others: raises those of higher levels
+  /// again, and frees the pictures of all but the latest hidden panels.
   void noteShown(FloatingPanel& panel);
 
  private:
@@ -36,7 +35,7 @@ class PanelStage : public QObject {
   void dropPictures();
 
   std::vector<FloatingPanel*> panels_;
-  /// Those that have come up, the latest last.
+  /// The panels shown so far, the latest last.
   std::vector<FloatingPanel*> shown_;
   Observation observation_;
   WorkItem updating_;

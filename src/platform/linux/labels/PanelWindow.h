@@ -12,50 +12,48 @@ namespace vembrix {
 
 class PanelConnection;
 
-/// A window of the X server's that no window manager knows of (override-redirect) and
-/// that input goes through. The server keeps its picture and draws it by itself, so that
-/// showing, fading and hiding cost one request each and wait for no answer. Lengths and
-/// places in pixels of the server. Main thread; needs a Qt application.
+/// An X window unknown to window managers (override-redirect) that lets input through. The server
+/// keeps its picture and draws it, so that showing, fading and hiding cost one request each and
+/// never wait. Lengths and positions in pixels of the server. Main thread; needs a Qt application.
 ///
-/// Other programs may hide or destroy any window: the next one that is made is as good.
+/// Other programs may hide or destroy it; a new one replaces it.
 class PanelWindow {
  public:
-  /// Out of sight, without a picture. Null without an X server that can show it.
+  /// Creates a hidden window without a picture. Null without an X server that can show it.
   static std::unique_ptr<PanelWindow> create(const QString& role);
 
   ~PanelWindow();
   PanelWindow(const PanelWindow&) = delete;
   PanelWindow& operator=(const PanelWindow&) = delete;
 
-  /// Whether another program has destroyed it. Reads what the server has told; does not
+  /// Returns whether another program has destroyed it, from events that have arrived. Does not
   /// wait.
   [[nodiscard]] bool isLost();
-  /// Whether what is behind it may shine through, given a compositor.
+  /// Returns whether the window is translucent with a compositor.
   [[nodiscard]] bool canBeTranslucent() const;
 
-  // What it is already costs nothing.
+  // Setting an unchanged value costs nothing.
 
   void setName(const QString& name);
   void setGeometry(const QRect& geometry);
 
-  /// Of the window's size, premultiplied.
+  /// Sets the picture, of the window's size, premultiplied.
   void setPicture(const QImage& picture);
-  /// Over a part of the picture, for as long as nothing is drawn over it and nothing
-  /// comes between.
+  /// Draws over a part of the window, until it is next redrawn from its picture.
   void paint(const QImage& part, const QPoint& corner);
-  /// Of the picture; 0 before there is one.
+  /// The size of the picture; 0 before there is one.
   [[nodiscard]] std::int64_t bytes() const { return bytes_; }
 
-  /// Cuts the window out; an empty region is no shape at all.
+  /// Cuts the window to the region; an empty region removes the shape.
   void setShape(const QRegion& shape);
 
-  /// How wide the shadow is that its picture has within its edges, for who looks for the
-  /// panel or would add another shadow.
+  /// Declares the width of the shadow inside the picture's edges, for programs that look for the
+  /// panel or would add a shadow.
   void setShadow(int extent);
 
-  /// From 0 to 1, for the compositor.
+  /// Sets the opacity for the compositor, from 0 to 1.
   void setOpacity(double opacity);
-  /// Comes up in front of all others.
+  /// Shows the window in front of all others.
   void show(double opacity);
   void raise();
   void hide();

@@ -13,12 +13,12 @@ namespace vembrix {
 
 class FloatingPanel;
 
-/// The look of the tour's overlay. The spinner turns while it can be seen. Main thread.
+/// The look of the tour's overlay. The spinner turns while it is visible. Main thread.
 class TourOverlayView : public QObject, public PanelContent {
  public:
   explicit TourOverlayView(const TourOverlayContent& content);
 
-  /// Which shows it, from now on and as long as this lives.
+  /// Sets the panel that shows the view, for this object's life.
   void setPanel(FloatingPanel& panel) { panel_ = &panel; }
 
   void paint(QPainter& painter, const QRectF& panel, Backing backing) override;
@@ -34,7 +34,7 @@ class TourOverlayView : public QObject, public PanelContent {
   QString line_;
   QFont font_;
   FloatingPanel* panel_ = nullptr;
-  /// Where it was painted last.
+  /// Its last painted frame.
   QRectF spinner_;
   QBasicTimer timer_;
   QElapsedTimer clock_;

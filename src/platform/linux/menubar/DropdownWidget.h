@@ -18,8 +18,8 @@ class DropdownWidget : public QMenu {
   DropdownWidget();
   ~DropdownWidget() override;
 
-  /// Takes the row in; it goes with the item, at clear(). Choosing the item
-  /// activates the row.
+  /// Takes ownership of the row, until clear() deletes its item. Choosing the item activates the
+  /// row.
   void addRow(SpaceRowWidget* row);
   /// Forgets the rows and deletes all items.
   void removeAll();
@@ -27,10 +27,10 @@ class DropdownWidget : public QMenu {
   [[nodiscard]] const std::vector<SpaceRowWidget*>& rows() const { return rows_; }
   /// The row that is edited, or null.
   [[nodiscard]] SpaceRowWidget* editedRow() const;
-  /// To be called before a row is edited: ends the editing of any other, and
-  /// takes the keyboard focus until the menu closes.
+  /// To be called before a row is edited: ends the editing of any other and takes the keyboard
+  /// focus until the menu closes.
   void prepareEditing();
-  /// Takes the keyboard focus until the menu closes; once it is open.
+  /// Takes the keyboard focus until the menu closes. Needs an open menu.
   void borrowKeyboard();
 
  protected:
@@ -43,19 +43,19 @@ class DropdownWidget : public QMenu {
   bool eventFilter(QObject* object, QEvent* event) override;
 
  private:
-  /// Selects the item at that end where none is selected and the key is an arrow;
-  /// Qt would not scroll to it. Whether it did.
+  /// Selects the first or last item for an arrow key where none is selected, as Qt would not scroll
+  /// to it. Returns whether it did.
   bool beginWalk(int key);
   void highlightChanged(const QAction* action);
-  /// Chooses the command of that key equivalent; whether there is one.
+  /// Chooses the command of that key equivalent; returns whether there is one.
   bool chooseByKey(const QKeyEvent& event);
   void choose(QAction& action);
-  /// A digit chooses the row of that number, counted from 1, unless a name is being
-  /// typed; returns whether it was one.
+  /// For a digit, chooses the row of that number, counted from 1, unless a name is being typed.
+  /// Returns whether the key was a digit.
   bool chooseByDigit(const QKeyEvent& event);
-  /// A letter selects the row whose name begins with what was typed within the last
-  /// second, in either case; the same letter again goes on to the next such row.
-  /// Returns whether the key was one.
+  /// For a letter, selects the row whose name begins with the letters typed within the last second,
+  /// ignoring case; the same letter again selects the next such row. Returns whether the key was a
+  /// letter.
   bool selectByName(const QKeyEvent& event);
   [[nodiscard]] bool isTypingName() const;
   /// The items of the rows, in their order.
@@ -65,7 +65,7 @@ class DropdownWidget : public QMenu {
   std::vector<SpaceRowWidget*> rows_;
   SpaceRowWidget* highlighted_ = nullptr;
   std::optional<KeyboardLoan> keyboard_;
-  /// The beginning of a name, and when its last letter was typed.
+  /// The typed beginning of a name, and the time of its last letter.
   QString typed_;
   QElapsedTimer sinceTyped_;
 };

@@ -4,12 +4,11 @@
 
 namespace vembrix {
 
-/// Draws menus with the proportions of macOS: rounded corners, a rounded
-/// highlight that keeps off the edge, thin separators, key equivalents in a
-/// fainter ink. The colours are those of the menu's palette.
+/// Draws menus with the proportions of macOS: rounded corners, an inset rounded highlight, thin
+/// separators, fainter key equivalents. The colours are those of the menu's palette.
 class MenuStyle : public QProxyStyle {
  public:
-  /// Of the corners of the menu, in points.
+  /// The menu's, in points.
   static constexpr int kCornerRadius = 6;
 
   MenuStyle();

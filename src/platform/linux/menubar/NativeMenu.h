@@ -7,18 +7,18 @@ class QRect;
 
 namespace vembrix {
 
-/// What every DropdownMenu of this platform is besides.
+/// The DropdownMenu of this platform, as other faces use it.
 class NativeMenu : public DropdownMenu {
  public:
-  /// What the user has opened it with. Without a click nothing says that the
-  /// keyboard is free: the key that was pressed may still be held.
+  /// How the user opened the menu. After a key press the key may still be held, so the keyboard may
+  /// not be free.
   enum class OpenedBy { Click, Keyboard };
 
-  /// Lives as long as this.
+  /// Lives as long as this object.
   virtual QMenu& widget() = 0;
 
-  /// Opens it below the item, or above one at the bottom of its screen; nothing without
-  /// items. Qt's coordinates.
+  /// Opens the menu below the item, or above one at the bottom of its screen, in Qt's coordinates.
+  /// Does nothing without items.
   virtual void open(const QRect& item, OpenedBy way) = 0;
 };
 

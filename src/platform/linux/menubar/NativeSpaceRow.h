@@ -8,19 +8,19 @@ namespace vembrix {
 
 class SpaceRowWidget;
 
-/// What every SpaceRowView of this platform is besides.
+/// The SpaceRowView of this platform, as other faces use it.
 class NativeSpaceRow : public SpaceRowView {
  public:
-  /// The menu that holds the row, as far as the row needs it.
+  /// The row's interface to the menu that holds it.
   struct Menu {
     std::function<void()> close;
-    /// Called before the row is edited: ends the editing of any other, and gets
-    /// the menu the keyboard.
+    /// Called before the row is edited: ends the editing of any other and gives the menu the
+    /// keyboard.
     std::function<void()> prepareEditing;
   };
 
-  /// Its widget, new and without a parent. Once; whoever takes it must delete it
-  /// before this.
+  /// Creates the row's widget, without a parent. To be called once; the caller must delete the
+  /// widget before this object.
   virtual SpaceRowWidget* makeWidget() = 0;
   virtual void setMenu(Menu menu) = 0;
   /// Null before makeWidget().

@@ -11,7 +11,7 @@
 
 namespace vembrix {
 
-/// A pencil on a disc. Takes no focus: the keyboard stays with the menu.
+/// A pencil on a disc. Takes no focus, so that the menu keeps the keyboard.
 class RenameButton : public QAbstractButton {
  public:
   RenameButton(const QString& title, QWidget* parent);
@@ -27,25 +27,25 @@ class RenameButton : public QAbstractButton {
   QColor color_;
 };
 
-/// The widget of a row: draws what it is told and tells the handler what the
-/// user does. The handler must outlive it. Main thread.
+/// The widget of a row: draws the row's state and reports the user's input to the handler, which
+/// must outlive it. Main thread.
 class SpaceRowWidget : public QWidget {
  public:
   SpaceRowWidget(const SpaceRowContent& content, const SpaceRowState& state,
                  SpaceRowHandler& handler);
 
   void setState(const SpaceRowState& state);
-  /// For colours that the system names.
+  /// Sets the appearance for colours of the system.
   void setAppearance(Appearance appearance);
 
-  /// Called when the accessible name has changed.
+  /// Sets what is called when the accessible name has changed.
   void setNameHandler(std::function<void()> handler) { nameChanged_ = std::move(handler); }
 
   [[nodiscard]] const SpaceRowContent& content() const { return content_; }
   [[nodiscard]] const SpaceRowState& state() const { return state_; }
   [[nodiscard]] SpaceRowHandler& handler() { return handler_; }
   [[nodiscard]] QString editedText() const { return editField_ ? editField_->text() : QString(); }
-  /// Made when it is first asked for: few rows of a menu are ever edited.
+  /// Creates the field on first use, as few rows are ever edited.
   [[nodiscard]] RowEditField& editField();
   [[nodiscard]] RenameButton& renameButton() { return *renameButton_; }
 

@@ -8,14 +8,14 @@
 
 namespace vembrix {
 
-/// The status item on its strip: shows the content, is clicked and dragged. A press that
-/// moves no farther than the user's hand trembles is a click. Main thread.
+/// The status item on its strip, which can be clicked and dragged. A press with hardly any movement
+/// is a click. Main thread.
 class StatusButton : public QAbstractButton {
  public:
   struct DragHandlers {
-    /// Where its top left corner is to go, on the screen; while the mouse moves.
+    /// Called while the mouse drags the button, with the screen position for its top left corner.
     std::function<void(const QPoint& corner)> moved;
-    /// The user has let it go.
+    /// Called when the user drops the button.
     std::function<void()> dropped;
   };
 
@@ -39,7 +39,7 @@ class StatusButton : public QAbstractButton {
   DragHandlers handlers_;
   Press press_ = Press::None;
   QPoint pressedAt_;
-  /// From its top left corner to the mouse.
+  /// The mouse's offset from the top left corner.
   QPoint grip_;
 };
 

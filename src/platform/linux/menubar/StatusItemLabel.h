@@ -9,8 +9,8 @@ class QPainter;
 
 namespace vembrix {
 
-/// The content of a status item, laid out: what it measures and how it is
-/// painted. Lengths in points. Main thread; needs a Qt application.
+/// Lays out and paints the content of a status item. Lengths in points. Main thread; needs a Qt
+/// application.
 class StatusItemLabel {
  public:
   /// Height of the menu bar, and of the button on it that the fill covers.
@@ -25,10 +25,10 @@ class StatusItemLabel {
   /// The item's width, whole points.
   [[nodiscard]] int width() const;
 
-  /// The content in words: the title without the blanks around it.
+  /// The content's accessible name: the title without surrounding blanks.
   [[nodiscard]] QString name() const;
 
-  /// Paints over an area of width() by kBarHeight at the origin.
+  /// Paints an area of width() by kBarHeight at the origin.
   void paint(QPainter& painter, Appearance appearance) const;
 
  private:

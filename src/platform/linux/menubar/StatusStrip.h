@@ -14,9 +14,9 @@
 
 namespace vembrix {
 
-/// The piece of menu bar that holds the status item: a dock window on all desktops, as
-/// wide as the item, at the top right of the primary screen where no panel stands, or
-/// where the user has dragged it. What other programs do to it is undone. Main thread.
+/// The piece of menu bar that holds the status item: a dock window on all desktops, as wide as the
+/// item, in a free place at the top right of the primary screen, or where the user has dragged it.
+/// Undoes other programs' changes to it. Main thread.
 class StatusStrip : public QWidget {
  public:
   /// `clicked` is called for each click on the item, also by an assistive program.
@@ -25,9 +25,9 @@ class StatusStrip : public QWidget {
 
   void setContent(const StatusItemContent& content);
 
-  /// The item on the strip, which may be longer.
+  /// The item; the strip may be longer.
   [[nodiscard]] StatusButton& button() { return button_; }
-  /// Where the item is on the screen.
+  /// The item's frame on the screen.
   [[nodiscard]] const QRect& itemGeometry() const { return target_; }
 
  protected:
@@ -44,18 +44,18 @@ class StatusStrip : public QWidget {
   void updateName();
 
   void updateSurroundings();
-  /// Puts the strip where it belongs. Costs nothing where it is there.
+  /// Moves the strip to its place. Costs nothing where it is there already.
   void arrange();
   void arrange(const std::optional<StripPlace>& place);
   void moveTo(const QRect& target);
   void reserve();
   void placeButton();
-  /// The window has another place or size, by whomever.
+  /// To be called when the window was moved or resized, by any program.
   void noteGeometry();
   void updateStretch();
   void returnToPlace();
   void raiseOverPanel();
-  /// To full-screen windows, where no window manager sees to that.
+  /// Lowers the strip below full-screen windows where no window manager does.
   void giveWay();
 
   void drag(const QPoint& corner);
@@ -68,20 +68,20 @@ class StatusStrip : public QWidget {
   std::unique_ptr<StripGuard> guard_;
 
   StripSurroundings surroundings_;
-  /// Thickness of what the window manager shows itself.
+  /// The thickness of the window manager's built-in panels.
   QMargins windowManagerPanels_;
   std::optional<QRect> workArea_;
   StripPosition position_;
-  /// As Qt counts; where the window has been told to be.
+  /// The requested frame, in Qt's units.
   QRect target_;
-  /// How often in a row it had to be told.
+  /// Number of successive requests for the same frame.
   int returns_ = 0;
-  /// The window manager has made it longer than it was to be.
+  /// Whether the window manager has made the strip longer than requested.
   bool isStretched_ = false;
-  /// Of the window that is; as Qt counts.
+  /// The actual window's left end, in Qt's units.
   int leftEnd_ = 0;
   std::optional<Strut> strut_;
-  /// Of which windows may still keep clear.
+  /// The former strut, which windows may still keep clear of.
   Strut formerStrut_{};
 
   bool isDragged_ = false;

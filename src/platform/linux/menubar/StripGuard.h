@@ -13,19 +13,17 @@
 
 namespace vembrix {
 
-/// Sees to it that a window stays what it was made as, whatever other programs do to it:
-/// unmap, close or swallow it, or take its hints away. It listens to what the X server
-/// tells of the window and asks only after that. Main thread; needs a Qt application
-/// with X11.
+/// Restores a window after other programs have unmapped, closed or swallowed it, or removed its
+/// hints. Follows the X server's events of the window and queries it only after one. Main thread;
+/// needs a Qt application with X11.
 class StripGuard : public QAbstractNativeEventFilter {
  public:
   struct Handlers {
-    /// Tells the window's hints anew, as it is.
+    /// Sets the hints of the existing window again.
     std::function<void()> repair;
-    /// Makes the window anew: the only way to come back to a window manager that has
-    /// been told to let it go.
+    /// Creates the window again: the only way back to a window manager that was told to release it.
     std::function<void()> remake;
-    /// All is well, as far as the guard knows.
+    /// Called when the window is as it should be, as far as known.
     std::function<void()> settled;
   };
 
@@ -34,21 +32,20 @@ class StripGuard : public QAbstractNativeEventFilter {
   StripGuard(const StripGuard&) = delete;
   StripGuard& operator=(const StripGuard&) = delete;
 
-  /// A window that has all its hints and is about to be shown; in place of the one
-  /// before.
+  /// Guards a window that has all its hints and is about to be shown, instead of the former one.
   void watch(xcb_window_t window);
-  /// The window is to come up from now on. A window manager that is just starting may
-  /// have missed that.
+  /// Expects the window to be mapped from now on; a window manager that is just starting may miss
+  /// the request.
   void expectMapping();
-  /// What the window keeps free has been told anew, once.
+  /// To be called after each change of the window's strut by the program.
   void expectStrut(const Strut& strut);
-  /// Looks whether all is well, in a moment.
+  /// Checks the window after a moment.
   void checkSoon();
 
   bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
  private:
-  /// What others might take away. Sorted where it is a list.
+  /// The properties that others might remove; lists are sorted.
   struct Facts {
     bool isViewable = false;
     std::vector<std::uint32_t> types;
@@ -67,14 +64,14 @@ class StripGuard : public QAbstractNativeEventFilter {
 
   Handlers handlers_;
   xcb_window_t window_ = XCB_WINDOW_NONE;
-  /// What the window manager has made of the hints.
+  /// The properties as the window manager has set them.
   std::optional<Facts> accepted_;
   Strut strut_{};
-  /// Events to come of the program's own changes.
+  /// Expected events of the program's own changes.
   int ownStrutEvents_ = 0;
   bool wasMapped_ = false;
   bool wasReparented_ = false;
-  /// In a row, without success.
+  /// Successive attempts without success.
   int attempts_ = 0;
   WorkItem checking_;
   WorkItem mapping_;

@@ -10,30 +10,29 @@
 
 namespace vembrix {
 
-// Where the strip of the status item stands. Pixels of the X server, from the top left
-// corner of its screen.
+// The placement of the status item's strip, in pixels of the X server's screen from its top left
+// corner.
 
-/// What is around the strip.
+/// The strip's surroundings.
 struct StripSurroundings {
   /// The primary one first.
   std::vector<QRect> monitors;
-  /// What panels stand on or keep free for themselves.
+  /// The areas that panels cover or reserve.
   std::vector<QRect> panels;
 };
 
-/// Where the user has put the strip: at an edge of a monitor, so far from one of its
-/// ends.
+/// The user's place for the strip: at an edge of a monitor, at a distance from one of its ends.
 struct StripPlace {
   enum class Edge { Top, Bottom };
   enum class Side { Left, Right };
 
-  /// In the list of monitors.
+  /// An index into the monitors.
   std::size_t monitor = 0;
   Edge edge = Edge::Top;
   Side side = Side::Right;
-  /// From that side of the monitor to that of the strip.
+  /// The distance from that side of the monitor to that of the strip.
   int offset = 0;
-  /// On the panel at the edge, as long as there is one; else behind it.
+  /// Whether the strip is on the panel at the edge, while there is one; else it is beside it.
   bool isOnPanel = false;
 
   bool operator==(const StripPlace&) const = default;
@@ -42,30 +41,29 @@ struct StripPlace {
 struct StripPosition {
   QRect geometry;
   StripPlace::Edge edge = StripPlace::Edge::Top;
-  /// It stands on a panel, and keeps nothing free.
+  /// Whether the strip is on a panel and reserves no space.
   bool isOnPanel = false;
 
   bool operator==(const StripPosition&) const = default;
 };
 
-/// Without a place of the user's: at the right end of the top edge of the primary
-/// monitor, left of or below what stands there. At the top right corner where nothing
-/// is free. Flatter than `size` on a flatter panel.
+/// Returns the position. Without a place of the user's: the right end of the primary monitor's top
+/// edge, left of or below the panels there; the top right corner where no place is free. On a panel
+/// that is flatter than `size` the strip is as flat.
 StripPosition stripPosition(const StripSurroundings& surroundings, const QSize& size,
                             const std::optional<StripPlace>& place);
 
-/// What the user means who lets the strip go there: the nearest place at an edge or on a
-/// panel. Nothing at the top right corner of the primary monitor, and where the strip
-/// stands by default.
+/// Returns the place for a strip dropped there: the nearest at an edge or on a panel. Empty at the
+/// top right corner of the primary monitor and at the strip's default position.
 std::optional<StripPlace> placeOfDrop(const StripSurroundings& surroundings, const QRect& strip);
 
-/// What it keeps free. Nothing on a panel, and where another monitor lies between the
-/// strip and the edge of the X server's screen: it would be taken from that one.
+/// Returns the space that the strip reserves: none on a panel, and none where another monitor,
+/// which would lose it, lies between the strip and the edge of the X server's screen.
 Strut strutOf(const StripPosition& position, const std::vector<QRect>& monitors);
 
-/// Whether what is kept free already serves: it reaches as far from the edge, and along it
-/// over all that is wanted and little more. Window managers lay out the whole screen anew
-/// for each change.
+/// Returns whether the strut `kept` makes a change to `wanted` unnecessary: it is as thick and
+/// covers the wanted part of the edge and little more. Window managers lay out the whole screen
+/// again for each change.
 bool servesAs(const Strut& wanted, const Strut& kept);
 
 }  // namespace vembrix

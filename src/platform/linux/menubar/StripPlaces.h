@@ -10,16 +10,15 @@
 
 namespace vembrix {
 
-// Where the user has put the strip, for each layout of monitors, in the user's settings.
-// Main thread.
+// The user's places for the strip, one for each layout of monitors, in the settings. Main thread.
 
-/// Names the monitors by size and place, the primary one first: "1440x900+0+0".
+/// Returns the monitors' sizes and positions, the primary one first: "1440x900+0+0".
 std::string monitorLayout(const std::vector<QRect>& monitors);
 
-/// Nothing: the user has put it nowhere, or what is stored makes no sense.
+/// Empty where the user has not moved the strip or the stored value is malformed.
 std::optional<StripPlace> storedStripPlace(std::string_view layout);
 
-/// Nothing: forgets it. Other layouts keep theirs.
+/// Stores the place, or removes it where empty. Other layouts keep theirs.
 void storeStripPlace(std::string_view layout, const std::optional<StripPlace>& place);
 
 }  // namespace vembrix

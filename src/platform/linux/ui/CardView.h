@@ -6,17 +6,15 @@
 
 namespace vembrix {
 
-/// A card with a page in it, edge to edge. What a page holds keeps clear of the
-/// corners by the page's own margins, so that nothing need be clipped there.
-/// Main thread.
+/// A card that a page fills edge to edge. The page's own margins keep its contents clear of the
+/// corners, so the card does not clip. Main thread.
 class CardView : public QWidget {
   Q_OBJECT
 
  public:
   CardView(const Card& card, QWidget* parent);
 
-  /// Takes the page in place of the one before, which goes when the events
-  /// under way are done with it.
+  /// Takes ownership of the page. Deletes the former one after the current events.
   void setPage(QWidget* page);
 
  protected:

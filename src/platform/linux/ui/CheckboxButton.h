@@ -4,8 +4,7 @@
 
 namespace vembrix {
 
-/// A check box whose title goes on in further lines where the page is too narrow for
-/// it. Main thread.
+/// A check box whose title wraps where the page is too narrow. Main thread.
 class CheckboxButton : public QCheckBox {
   Q_OBJECT
 

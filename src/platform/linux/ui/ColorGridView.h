@@ -11,8 +11,8 @@ namespace vembrix {
 class ColorWell;
 class LineLabel;
 
-/// The names and wells of a colour grid. As high as it needs; names are cut off
-/// where the width that it is given does not hold them. Main thread.
+/// The names and wells of a colour grid. Takes the height that it needs; truncates names that the
+/// width does not hold. Main thread.
 class ColorGridView : public QWidget {
   Q_OBJECT
 
@@ -28,19 +28,19 @@ class ColorGridView : public QWidget {
   struct Cell {
     LineLabel* name;
     ColorWell* well;
-    /// Of the whole name.
+    /// The width of the whole name.
     int width;
   };
 
   void addCell(int index, const ColorGrid::Well& well);
   void layOut();
-  /// How wide the names in each column of pairs are to be where they have so much room.
+  /// Returns the widths of the names in each column of pairs, where `room` holds them.
   [[nodiscard]] std::array<int, form_metrics::kPairsPerRow> nameWidths(int room) const;
-  /// Of the widest name in the first or second column of pairs.
+  /// Returns the width of the widest name in the first or second column of pairs.
   [[nodiscard]] int wholeNameWidth(int column) const;
 
   ColorGrid grid_;
-  /// That of the highest name or well.
+  /// The height of the highest name or well.
   int rowHeight_ = 0;
   std::vector<Cell> cells_;
 };

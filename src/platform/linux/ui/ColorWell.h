@@ -11,9 +11,8 @@ class QColorDialog;
 
 namespace vembrix {
 
-/// Shows a colour, and opens the desktop's dialog for colours to change it. What
-/// is tried out there is reported at once; cancelling the dialog reports the
-/// colour from before. Main thread.
+/// Shows a colour and opens the desktop's colour dialog to change it. Reports each colour tried out
+/// there at once; cancelling the dialog reports the former colour. Main thread.
 class ColorWell : public QPushButton {
   Q_OBJECT
 

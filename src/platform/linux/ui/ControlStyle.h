@@ -4,8 +4,8 @@
 
 namespace vembrix {
 
-/// Gives Qt's controls the measures, the look and the habits of those of macOS.
-/// To be set on each control; the program's other windows keep their own.
+/// Gives Qt's controls the metrics, look and behaviour of those of macOS. To be set on each
+/// control; the program's other windows keep their own style.
 class ControlStyle : public QProxyStyle {
   Q_OBJECT
 

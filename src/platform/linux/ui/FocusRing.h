@@ -6,14 +6,14 @@
 
 namespace vembrix {
 
-/// The ring around the control within `area` that has the keyboard. Lies over
-/// the whole area, or the page that scrolls in it, so that no edge of what holds the
-/// control cuts it off and it scrolls along. Main thread.
+/// The ring around the control in `area` that has the keyboard. Lies over the whole area, or the
+/// page that scrolls in it, so that it scrolls with the control and no edge cuts it off. Main
+/// thread.
 class FocusRing : public QWidget {
   Q_OBJECT
 
  public:
-  /// Its parent's, which is the area.
+  /// The area owns the ring as its parent.
   explicit FocusRing(QWidget* area);
   ~FocusRing() override;
 

@@ -8,11 +8,11 @@ namespace vembrix {
 
 /// A control of a form as a widget.
 struct BuiltControl {
-  /// Its parent's.
+  /// Owned by its parent.
   QWidget* widget = nullptr;
-  /// Of its first line, from its top, at its natural height.
+  /// The baseline of the first line, from the top, at the natural height.
   int baseline = 0;
-  /// As wide as the form lets it be; otherwise as wide as it needs.
+  /// Whether it takes the whole available width, or else only what it needs.
   bool fillsWidth = false;
 };
 

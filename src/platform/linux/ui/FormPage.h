@@ -10,15 +10,14 @@
 
 namespace vembrix {
 
-/// The rows of a form, laid out for the width that the page is given. Main
-/// thread.
+/// The rows of a form, laid out for the page's width. Main thread.
 class FormPage : public QWidget {
   Q_OBJECT
 
  public:
   explicit FormPage(const SettingsForm& form);
 
-  /// The status label of that id, in all pages that have one.
+  /// Changes the status label of that id, where the page has it.
   void setStatus(const ControlID& id, std::string_view text);
   void setEnabled(const ControlID& id, bool isEnabled);
 
@@ -30,13 +29,13 @@ class FormPage : public QWidget {
 
  private:
   struct Row {
-    /// Without a widget in a row of one control.
+    /// Has no widget in a row of one control.
     BuiltControl label;
     BuiltControl control;
     std::optional<double> controlWidth;
     RowAlignment alignment = RowAlignment::FirstBaseline;
     double topPadding = 0;
-    /// The control's size in a room of that width; measuring text is costly.
+    /// Cached size of the control for that width, as measuring text is costly.
     mutable int measuredRoom = -1;
     mutable QSize measured{};
   };

@@ -4,10 +4,9 @@
 
 namespace vembrix {
 
-/// One line of text that stands on a whole point, as the controls beside it do. Qt's
-/// own label puts the baseline between the pixels of a dense screen. As large as what
-/// it shows: signs that another font draws, such as emoji, may need more than a line
-/// of its own font. Main thread.
+/// One line of text with its baseline on a whole point, like the controls beside it; Qt's own label
+/// puts it between the pixels of a dense screen. As large as its text: characters of another font,
+/// such as emoji, may need more than a line of its own font. Main thread.
 class LineLabel : public QLabel {
   Q_OBJECT
 
@@ -15,7 +14,7 @@ class LineLabel : public QLabel {
   using QLabel::QLabel;
 
   [[nodiscard]] QSize sizeHint() const override;
-  /// From its top, at its natural height.
+  /// From the top, at the natural height.
   [[nodiscard]] int baseline() const;
 
  protected:
@@ -31,7 +30,7 @@ class LineLabel : public QLabel {
 
   [[nodiscard]] const Line& line() const;
 
-  /// What was measured last.
+  /// The last measurement.
   mutable Line line_;
 };
 

@@ -18,7 +18,7 @@ class PlainView : public QWidget {
  public:
   PlainView(const PlainContent& content, QWidget* parent);
 
-  /// All of them, in the tabs' order; makes those that were not shown yet.
+  /// Returns all pages, in the tabs' order; creates those not shown yet.
   [[nodiscard]] std::vector<FormPage*> pages();
 
  protected:
@@ -26,18 +26,18 @@ class PlainView : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  /// The ground that the pages stand on.
+  /// The background of the pages.
   [[nodiscard]] QRect pane() const;
-  /// Where it stands below the tabs.
+  /// The area below the tabs.
   [[nodiscard]] QRect room() const;
-  /// Made when it is first asked for: few of them are ever seen.
+  /// Creates the page on first use, as few are ever seen.
   ScrollingPage& page(std::size_t index);
   void showPage(int index);
 
   int inset_;
   SegmentedTabBar* tabs_;
   std::vector<SettingsForm> forms_;
-  /// Null where it was not asked for yet.
+  /// Null where not created yet.
   std::vector<ScrollingPage*> pages_;
 };
 

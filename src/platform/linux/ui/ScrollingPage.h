@@ -6,13 +6,13 @@ namespace vembrix {
 
 class FormPage;
 
-/// A page that scrolls where it is higher than what shows it, with a scroller
-/// over its margin that is there only then. No ground, no border. Main thread.
+/// A page that scrolls where it is too high, with a scroller over its margin that appears only
+/// then. No background, no border. Main thread.
 class ScrollingPage : public QScrollArea {
   Q_OBJECT
 
  public:
-  /// Takes the page.
+  /// Takes ownership of the page.
   explicit ScrollingPage(FormPage* page);
 
   [[nodiscard]] FormPage& page() const { return *page_; }

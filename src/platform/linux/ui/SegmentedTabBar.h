@@ -11,17 +11,17 @@ class SegmentedTabBar : public QTabBar {
  public:
   explicit SegmentedTabBar(QWidget* parent);
 
-  /// At which it is to be laid out.
+  /// The height for layouts.
   [[nodiscard]] int naturalHeight() const;
 
-  /// What the eye takes for the segment of that tab.
+  /// The visible segment of that tab.
   [[nodiscard]] QRectF segment(int index) const;
 
  protected:
   [[nodiscard]] QSize tabSizeHint(int index) const override;
   [[nodiscard]] QSize minimumTabSizeHint(int index) const override;
   void paintEvent(QPaintEvent* event) override;
-  // Turning the wheel over it is not choosing a tab.
+  // The wheel chooses no tab.
   void wheelEvent(QWheelEvent* event) override;
 };
 

@@ -2,9 +2,8 @@
 
 namespace vembrix {
 
-/// Lets assistive programs know the settings window's own controls for what they
-/// are: sliders over real numbers, tabs, colour wells. Main thread; any number of
-/// times.
+/// Describes the settings window's own controls to assistive programs: sliders over real numbers,
+/// tabs, colour wells. Main thread; may be called repeatedly.
 void describeSettingsControls();
 
 }  // namespace vembrix

@@ -13,19 +13,18 @@ class FormPage;
 class PlainView;
 class ThemedView;
 
-/// All that a settings window shows, without the window. Takes the keyboard
-/// until the Tab key gives it to the first control. Main thread; needs a Qt
-/// application.
+/// The whole content of a settings window. Has the keyboard focus until the Tab key moves it to the
+/// first control. Main thread; needs a Qt application.
 class SettingsContentView : public QWidget {
   Q_OBJECT
 
  public:
-  /// `coveredTop`: how much of content of full size lies under what the desktop
-  /// draws above the view, in points.
+  /// `coveredTop` is the height, in points, that the desktop's title bar covers of content of full
+  /// size.
   SettingsContentView(const SettingsContent& content, double coveredTop,
                       const std::function<void(int)>& tabClicked, QWidget* parent);
 
-  /// The system's appearance; it shows where the content has none of its own.
+  /// Sets the system's appearance, which applies where the content has none of its own.
   void setSystemAppearance(Appearance appearance);
 
   void setPage(const ThemedPage& page);

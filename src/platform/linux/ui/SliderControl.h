@@ -15,12 +15,11 @@ class SliderControl : public QSlider {
 
   [[nodiscard]] double minimumNumber() const { return slider_.minimum; }
   [[nodiscard]] double maximumNumber() const { return slider_.maximum; }
-  /// What the knob shows.
+  /// The knob's value.
   [[nodiscard]] double number() const;
-  /// As the user does it, through assistive programs.
+  /// Moves the knob for the user of an assistive program.
   void moveTo(double number);
 
-  /// Where the knob is.
   [[nodiscard]] QRect knob() const;
 
   [[nodiscard]] QSize sizeHint() const override;

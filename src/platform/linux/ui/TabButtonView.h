@@ -16,10 +16,9 @@ class TabButtonView : public QPushButton {
 
   void setLook(const TabButton& look);
   [[nodiscard]] bool isSelected() const { return look_.isSelected; }
-  /// Of the ring around it that shows where the keyboard is.
+  /// The corner radius of the focus ring.
   [[nodiscard]] double ringRadius() const;
 
-  /// As it is to be laid out.
   [[nodiscard]] QSize sizeHint() const override;
 
  protected:

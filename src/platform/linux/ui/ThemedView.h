@@ -32,7 +32,7 @@ class ThemedView : public QWidget {
  private:
   void showForm(const SettingsForm& form);
   void layOutButtons();
-  /// Of the page or its card.
+  /// The frame of the page or its card.
   [[nodiscard]] QRect contentRect() const;
 
   Backdrop backdrop_;
