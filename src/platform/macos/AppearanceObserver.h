@@ -4,9 +4,9 @@
 
 #import "platform/macos/Arc.h"
 
-/// Runs a block on the main thread after each change of the appearance in effect
-/// for the application or for a view, with the new one in effect. Owns both; the
-/// block's owner owns the observer and invalidates it before it goes.
+/// Runs a block on the main thread after each change of the effective appearance of the application
+/// or a view, with the new one in effect. Owns both; the block's owner owns the observer and
+/// invalidates it before its own end.
 @interface VembrixAppearanceObserver : NSObject
 
 - (instancetype)initWithSubject:(NSObject<NSAppearanceCustomization>*)subject

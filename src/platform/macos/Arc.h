@@ -1,7 +1,6 @@
 #pragma once
 
-// Native objects are kept by strong references alone; without automatic
-// reference counting every one of them would leak or dangle.
+// Native objects are held by strong references and need automatic reference counting.
 #if !__has_feature(objc_arc)
 #error "Compile the macOS platform with -fobjc-arc"
 #endif

@@ -6,9 +6,8 @@
 
 namespace vembrix {
 
-/// One reference to a Core Foundation object, released at the end of its life.
-/// Movable, not copyable; may be empty. How the reference came about is spelled
-/// out where it is made.
+/// Owns one reference to a Core Foundation object. Move-only; may be empty. Created by adopt() or
+/// retain(), which state where the reference comes from.
 template <typename Ref>
 class CFOwned {
  public:
@@ -25,8 +24,8 @@ class CFOwned {
   CFOwned(const CFOwned&) = delete;
   CFOwned& operator=(const CFOwned&) = delete;
 
-  /// Takes over the caller's reference: the result of a call with Create or Copy
-  /// in its name. Null makes an empty one.
+  /// Takes over the caller's reference: the result of a call with Create or Copy in its name. Empty
+  /// for null.
   [[nodiscard]] static CFOwned adopt(Ref ref) { return CFOwned(ref); }
 
   /// Adds a reference to an object that belongs to another.

@@ -14,20 +14,18 @@
 
 namespace vembrix {
 
-// Between values of the core and objects of the system. Objects are returned as
-// ARC has it: the caller owns what it stores. Any thread, but for what the
-// comments restrict.
+// Converts between values of the core and objects of the system. ARC owns returned objects. Any
+// thread, unless stated otherwise.
 
 /// Never nil: bytes that are not UTF-8 become U+FFFD.
 NSString* nativeString(std::string_view text);
-/// Surrogates without their other half, which UTF-8 cannot hold, become "?". Nil
-/// is empty.
+/// Unpaired surrogates, which UTF-8 cannot hold, become "?"; nil becomes empty.
 std::string utf8String(NSString* text);
 
-/// The bytes as they are, without a copy: valid as long as the view's.
+/// Wraps the bytes without a copy; valid as long as they are.
 NSData* borrowedData(std::string_view bytes);
 
-/// What the forms of a value can hold differs by where it goes.
+/// The target of a conversion, which determines what values can be converted.
 enum class NativeForm {
   /// A property list: has no null. Dates that are not finite have no form.
   PropertyList,
@@ -35,26 +33,25 @@ enum class NativeForm {
   Json,
 };
 
-/// Nil when the value, or a value inside it, has no such form.
+/// Nil where the value, or a value inside it, cannot be converted.
 id nativeObject(const PropertyList& value, NativeForm form);
 
-/// Null for nil, NSNull and for objects of other kinds than property lists have.
-/// A number that is whole but beyond 64 bits becomes a real.
+/// Null for nil, NSNull and objects that no property list holds. A whole number beyond 64 bits
+/// becomes a real.
 PropertyList propertyListFrom(id object);
 
-/// A colour by name stays dynamic: it is resolved when it is drawn, for the
-/// appearance in effect there.
+/// A colour of the system stays dynamic: it is resolved when drawn, for the effective appearance.
 NSColor* nativeColor(const Color& color);
-/// The components in sRGB, resolved for the current drawing appearance if the
-/// colour is dynamic. A colour that sRGB cannot express gives its components as
-/// they are if it is made of red, green and blue, else opaque black.
+/// Returns the components in sRGB; a dynamic colour is resolved for the current drawing appearance.
+/// A colour that cannot be converted keeps its red, green and blue components where it has them,
+/// else becomes opaque black.
 Srgb srgbFrom(NSColor* color);
 
 NSFont* nativeFont(const Font& font);
 
-/// Nil (follow the system) for nothing.
+/// Nil (follow the system) for empty.
 NSAppearance* nativeAppearance(std::optional<Appearance> appearance);
-/// The better match of light and dark; nothing for nil, or when neither matches.
+/// Returns the better match of light and dark; empty for nil, or when neither matches.
 std::optional<Appearance> appearanceFrom(NSAppearance* appearance);
 
 inline NSRect nativeRect(const Rect& rect) {

@@ -4,8 +4,8 @@
 
 namespace vembrix {
 
-/// A text that users read, as it is: see "Style" in CONTRIBUTING.md. The analyser
-/// takes it for what a table of translations would give.
+/// Marks a text that users read as localised for the analyser, as the program is in English alone:
+/// see "Style" in CONTRIBUTING.md.
 __attribute__((annotate("returns_localized_nsstring"))) inline NSString* englishText(
     NSString* text) {
   return text;

@@ -4,8 +4,8 @@
 
 namespace vembrix {
 
-/// Runs the command with one pipe for both outputs and nothing to read, reads that to its
-/// end and waits for it to exit. Any thread but the main one.
+/// Runs the command with empty input and one pipe for both outputs, and blocks until it has exited.
+/// Any thread but the main one.
 LogTool::Result runCommand(const LogCommand& command);
 
 }  // namespace vembrix

@@ -2,9 +2,8 @@
 
 namespace vembrix {
 
-/// The screens have changed: the next question about them asks the system anew.
-/// The default notification center calls it before it tells anybody else, so that
-/// every observer of the change finds the screens as they are now. Main thread.
+/// Makes the next query of the screens ask the system again. The default notification center calls
+/// it before all observers, so that they see the new screens. Main thread.
 void invalidateScreenCache();
 
 }  // namespace vembrix

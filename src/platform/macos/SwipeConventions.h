@@ -4,20 +4,19 @@
 
 namespace vembrix {
 
-// What swipes between Spaces say on macOS 27, where that is not what they said before.
+// Differences between swipe events on macOS 27 and before.
 //
-// One thing is as it was: a positive progress or velocity of the user's own swipe is
-// towards the next Space, whichever way the user scrolls. Natural scrolling turns the
-// swipe itself round, and with it where it goes.
+// On both, a positive progress or velocity of the user's own swipe leads to the next Space, in
+// either scroll direction. Natural scrolling reverses the swipe itself, and with it the target.
 
-/// By what progress and velocity towards the next Space are multiplied in the trackpad's
-/// report of a synthetic swipe. The Dock takes the direction of the fingers from the
-/// report, and turns it round when the user scrolls naturally.
+/// Returns the factor of progress and velocity in the trackpad's report of a synthetic swipe. The
+/// Dock takes the direction of the fingers from the report and reverses it when the user scrolls
+/// naturally.
 constexpr double reportSign(bool isScrollingNatural) {
   return isScrollingNatural ? -1 : 1;
 }
 
-/// Which process the events of a device name as the one that posted them.
+/// The process that a device's events name as their sender.
 enum class DeviceEvents {
   /// None: 0. Up to macOS 26.
   NameNoProcess,
@@ -25,9 +24,8 @@ enum class DeviceEvents {
   MayNameAProcess,
 };
 
-/// The process that posted an event, 0 for a device, by the process that the event names.
-/// Where a device's events may name one, only this program's own events are certain to
-/// be a program's.
+/// Returns the process that posted an event, or 0 for a device, from the process that the event
+/// names. Where a device's events may name one, only this program's own process is certain.
 constexpr std::int64_t postingProcess(DeviceEvents devices, std::int64_t named, std::int64_t own) {
   if (devices == DeviceEvents::MayNameAProcess && named != own) return 0;
   return named;

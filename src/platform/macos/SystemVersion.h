@@ -2,7 +2,7 @@
 
 namespace vembrix {
 
-/// The systems from which on something is different for this program.
+/// Releases of the system that introduced a difference for this program.
 enum class SystemRelease {
   /// macOS 14: local event monitors see no key presses in open menus.
   Sonoma,
@@ -11,7 +11,7 @@ enum class SystemRelease {
   GoldenGate,
 };
 
-/// Whether the system is that one or a later one. Any thread.
+/// Returns whether the system is that release or a later one. Any thread.
 bool isAtLeast(SystemRelease release);
 
 }  // namespace vembrix

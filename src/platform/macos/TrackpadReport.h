@@ -10,18 +10,19 @@ namespace vembrix {
 
 /// One moment of a swipe between Spaces as a trackpad reports it.
 struct TrackpadSwipe {
-  /// Where the fingers are, of the trackpad's width; anywhere but at its edge.
+  /// The fingers' position as a fraction of the trackpad's width; any value away from the edge
+  /// works.
   static constexpr double fingerPosition = 0.1;
-  /// For whom the gesture is: the Dock, as its first gesture.
+  /// The receiver of the gesture: the Dock, as its first gesture.
   static constexpr std::uint16_t flavor = 3;
 
-  /// Of the host's clock, in its own ticks.
+  /// In ticks of the host's clock.
   std::uint64_t timestamp = 0;
   /// A dockswipe::Phase.
   std::int64_t phase = 0;
-  /// Spaces crossed so far, to the right.
+  /// Spaces crossed so far; positive to the right.
   double progress = 0;
-  /// To the right. Told at the end alone; before, the Space would slide back.
+  /// Positive to the right. Set only at the end; earlier the Space would slide back.
   double velocity = 0;
 
   [[nodiscard]] bool isLast() const {
@@ -29,12 +30,12 @@ struct TrackpadSwipe {
   }
 };
 
-/// The report as the kernel's queue of input events lays it out. From macOS 27 on the
-/// Dock takes it, and not the event's own fields, for what the user does.
+/// Returns the report in the layout of the kernel's queue of input events. From macOS 27 on the
+/// Dock reads it instead of the event's own fields.
 std::vector<std::uint8_t> trackpadReport(const TrackpadSwipe& swipe);
 
-/// The serialised event with the report in it, which no call can put there. Empty when
-/// the event is not in the one form that is known, or the report is too long for it.
+/// Returns the serialised event with the report inserted, which no public call can do. Empty when
+/// the event's format is unknown or the report is too long for it.
 std::vector<std::uint8_t> withTrackpadReport(std::span<const std::uint8_t> event,
                                              std::span<const std::uint8_t> report);
 

@@ -6,9 +6,8 @@
 
 namespace vembrix {
 
-/// Calls the handler on the main queue soon after the user has changed which programs
-/// may watch and post input, be it this one or another, until the token is dropped.
-/// Main thread.
+/// Calls the handler on the main queue soon after the user has changed the permission for
+/// Accessibility of any program, until the token is dropped. Main thread.
 [[nodiscard]] Observation observeTrust(std::function<void()> handler);
 
 }  // namespace vembrix

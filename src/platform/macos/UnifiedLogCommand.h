@@ -4,8 +4,8 @@
 
 namespace vembrix {
 
-/// How this program's lines are had from the unified log. The predicate is by the
-/// process's name, which the bundle gives it. Any thread.
+/// Returns the command that prints this program's lines of the unified log, selected by the
+/// process's name. Any thread.
 inline LogCommand unifiedLogCommand() {
   return {.executable = "/usr/bin/log",
           .arguments = {"show", "--predicate", "process == \"Vembrix\"", "--last", "10m", "--style",

@@ -8,42 +8,42 @@
 #include "platform/WindowTraits.h"
 #import "platform/macos/Arc.h"
 
-/// What labels and the tour's overlay have in common: a clear window without a
-/// border but with a shadow, as its content is shaped, that takes neither clicks nor
-/// the keyboard and is in no list of windows. Main thread.
+/// The window of labels and of the tour's overlay: clear, borderless, with a shadow in the shape of
+/// its content; takes neither clicks nor the keyboard and appears in no list of windows. Main
+/// thread.
 ///
-/// Owned by the C++ object that made it, and by AppKit while a fade runs; reaches back
-/// to nobody. Its owner ends it by dismiss.
+/// Owned by the C++ object that created it, which ends it by dismiss, and by AppKit while a fade
+/// runs. Holds no reference back.
 @interface VembrixBareWindow : NSWindow
 
-/// On no desktop yet. Points, global coordinates; bits of CollectionBehavior.
+/// Creates a window that is on no desktop yet. `frame` is in points, global coordinates; the
+/// behaviour is bits of CollectionBehavior.
 - (instancetype)initWithFrame:(NSRect)frame
                         level:(vembrix::WindowLevel)level
                      behavior:(std::uint64_t)behavior;
 
-/// Shown at once; the same frame costs nothing.
+/// Moves the window at once; an equal frame costs nothing.
 - (void)placeAt:(NSRect)frame;
 
 - (void)setBehavior:(std::uint64_t)behavior;
 
-/// The alpha value, exactly as it was set or faded to; in the middle of a fade what
-/// that has come to. Setting it ends a fade.
+/// The alpha value: exactly the one set or faded to, or during a fade the present one. Setting it
+/// ends a fade.
 @property(nonatomic) double opacity;
 
-/// From what it is now; takes the place of a fade that runs. The completion is called
-/// once, on the main thread, when the value is reached; not if another value takes its
-/// place. It may be called at once.
+/// Fades from the present value; replaces a running fade. Calls the completion once, on the main
+/// thread, when the value is reached, possibly at once; never if another value replaces it.
 - (void)fadeTo:(double)opacity
       duration:(vembrix::Duration)duration
     completion:(void (^)(void))completion;
 
-/// Before the other windows of its level; the focus stays.
+/// Shows the window in front of the others of its level. Does not take the focus.
 - (void)showInFront;
 
-/// What is shown casts another shadow now.
+/// Updates the shadow after a change of the content's shape.
 - (void)shapeDidChange;
 
-/// Ends a fade and leaves the desktop for good.
+/// Ends a fade and removes the window for good.
 - (void)dismiss;
 
 @end

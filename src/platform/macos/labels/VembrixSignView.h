@@ -5,12 +5,12 @@
 #include "platform/SignWindow.h"
 #import "platform/macos/Arc.h"
 
-/// A panel with round corners and one line of text in its middle. Draws nothing
-/// itself: its layer and its text field do. All colours are fixed, so that it looks the
-/// same in light and dark. Belongs to its window; reaches back to nobody.
+/// A panel with round corners and one centred line of text, drawn by its layer and its text field.
+/// All colours are fixed, so that it looks the same in light and dark. Owned by its window; holds
+/// no reference back.
 @interface VembrixSignView : NSView
 
-/// Without text. Lengths in points.
+/// Creates a view without text. Lengths in points.
 - (instancetype)initWithFrame:(NSRect)frame
                  cornerRadius:(CGFloat)cornerRadius
                       padding:(CGFloat)padding;

@@ -5,8 +5,8 @@
 #include "platform/TourOverlay.h"
 #import "platform/macos/Arc.h"
 
-/// A panel with round ends, and in its middle a spinner that turns and a line of text.
-/// All colours are fixed. Belongs to its window; reaches back to nobody.
+/// A panel with round ends and, centred in it, a turning spinner and a line of text. All colours
+/// are fixed. Owned by its window; holds no reference back.
 @interface VembrixTourOverlayView : NSView
 
 - (instancetype)initWithContent:(const vembrix::TourOverlayContent&)content;

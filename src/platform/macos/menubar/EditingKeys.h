@@ -6,8 +6,8 @@
 
 namespace vembrix {
 
-/// Whether the key press was one of the usual commands of an Edit menu (cut, copy,
-/// paste, select all, undo, redo, emoji), and was carried out on the text.
+/// Carries out a usual command of an Edit menu (cut, copy, paste, select all, undo, redo, emoji) on
+/// the text. Returns whether the key press was one.
 bool performEditCommand(NSEvent* event, NSTextView* editor);
 
 }  // namespace vembrix

@@ -7,15 +7,15 @@
 
 namespace vembrix {
 
-// What runs while a menu is open. Main thread.
+// Timers and key presses while a menu is open. Main thread.
 
-/// A timer that also fires while a menu is open. It runs until it is invalidated and
-/// owns the block.
+/// Starts a timer that also fires while a menu is open. It owns the block and runs until it is
+/// invalidated.
 NSTimer* startMenuTimer(double interval, void (^block)(void));
 
-/// Hands every key press that the program gets while a menu is open to the handler, in
-/// place of the menu, until the token is dropped, which the handler may do. It returns
-/// whether it wants more of those that wait.
+/// Passes every key press during an open menu to the handler instead of the menu, until the token
+/// is dropped, which the handler may do. The handler returns whether to pass it further queued key
+/// presses.
 [[nodiscard]] Token takeMenuKeyPresses(bool (^handler)(NSEvent* event));
 
 }  // namespace vembrix

@@ -7,14 +7,14 @@
 
 namespace vembrix {
 
-/// What every dropdown menu is on macOS: for the status item, which hands the
-/// native menu to the system.
+/// The dropdown menu on macOS, as the status item, which passes the native menu to the system, uses
+/// it.
 class NativeDropdownMenu : public DropdownMenu {
  public:
   /// Owned by this object.
   [[nodiscard]] virtual NSMenu* nativeMenu() const = 0;
   [[nodiscard]] virtual bool isOpen() const = 0;
-  /// How often the menu has opened so far.
+  /// Number of times that the menu has opened.
   [[nodiscard]] virtual int openings() const = 0;
 };
 

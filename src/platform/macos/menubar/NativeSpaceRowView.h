@@ -7,16 +7,15 @@
 
 namespace vembrix {
 
-/// What every row is on macOS: for the menu that shows it.
+/// The row on macOS, as the menu that shows it uses it.
 class NativeSpaceRowView : public SpaceRowView {
  public:
-  /// The item whose view is the row. Owned by this object, and by the menu as long
-  /// as it holds the item.
+  /// The item whose view is the row. Owned by this object, and by the menu while it holds the item.
   [[nodiscard]] virtual NSMenuItem* nativeItem() const = 0;
-  /// The menu's selection is on the item, or is not.
+  /// Sets whether the menu's selection is on the item.
   virtual void setHighlighted(bool isHighlighted) = 0;
-  /// The row's view without its item: shows what the row shows now, and neither
-  /// follows the pointer nor tells anybody anything any more. For pictures.
+  /// Detaches the row's view for pictures: it shows the present state and no longer reacts to input
+  /// or calls the handler.
   [[nodiscard]] virtual NSView* detachView() = 0;
 };
 

@@ -9,19 +9,19 @@
 
 namespace vembrix {
 
-/// The views that a row is made of, besides the dot. The row's view owns them too.
+/// The views of a row, besides the dot. The row's view owns them, too.
 struct SpaceRowParts {
   NSTextField* label;
   NSTextField* editField;
   NSButton* renameButton;
 };
 
-/// Adds a dot and the parts to an empty view, with the constraints that place them.
-/// The label is shown, the edit field and the rename button are hidden.
+/// Adds a dot and the parts, with their constraints, to an empty view. The label is visible, the
+/// edit field and the rename button are hidden.
 SpaceRowParts addSpaceRowParts(NSView* row, const SpaceRowContent& content,
                                const std::string& label);
 
-/// A field to edit a name in, as a row has it.
+/// Creates an edit field in the style of a row.
 NSTextField* makeNameField(NSFont* font, NSString* accessibilityLabel);
 
 }  // namespace vembrix

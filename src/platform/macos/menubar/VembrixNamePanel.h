@@ -4,12 +4,11 @@
 
 #import "platform/macos/Arc.h"
 
-/// Stands over a row in an open menu, to be edited where the menu's window lets no field
-/// of its own have the keyboard. Shows an edit field and nothing else; clicks go through
-/// to the menu. Main thread.
+/// A panel over a row in an open menu, with only an edit field, for a menu whose window gives its
+/// own fields no keyboard. Lets clicks through to the menu. Main thread.
 @interface VembrixNamePanel : NSPanel
 
-/// `field` is where it stands in a row that is `row` on the screen.
+/// `field` is the edit field's frame in the row, `row` the row's frame on the screen.
 - (instancetype)initWithField:(NSTextField*)field
                           row:(NSRect)row
                         level:(NSWindowLevel)level NS_DESIGNATED_INITIALIZER;
@@ -20,9 +19,9 @@
 
 @property(nonatomic, readonly) NSTextField* field;
 
-/// Shows the panel, with the keyboard in the field.
+/// Shows the panel and gives its field the keyboard.
 - (void)open;
-/// The panel goes and does not come back.
+/// Closes the panel for good.
 - (void)dismiss;
 
 @end

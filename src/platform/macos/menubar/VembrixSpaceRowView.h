@@ -5,13 +5,11 @@
 #include "platform/SpaceRowView.h"
 #include "platform/macos/Arc.h"
 
-/// Shows what it is told, and tells the handler what the user does. Owns its parts, its
-/// timer and its name editor, which both hold it weakly; SystemSpaceRowView owns it and
-/// the handler.
+/// Shows a row's state and reports the user's input to the handler. Owns its parts, its timer and
+/// its name editor, which both hold it weakly; SystemSpaceRowView owns it and the handler.
 @interface VembrixSpaceRowView : NSView
 
-/// The handler stays the caller's, who invalidates the row before the handler
-/// goes.
+/// The caller owns the handler and invalidates the row before the handler's end.
 - (instancetype)initWithContent:(const vembrix::SpaceRowContent&)content
                           state:(const vembrix::SpaceRowState&)state
                         handler:(vembrix::SpaceRowHandler*)handler NS_DESIGNATED_INITIALIZER;
@@ -24,7 +22,7 @@
 /// The action of the row's menu item.
 - (void)activate:(id)sender;
 - (void)closeMenu;
-/// Nobody is told anything any more, and nothing runs on.
+/// Ends all callbacks and timers.
 - (void)invalidate;
 
 @property(nonatomic, readonly) NSString* editedText;

@@ -5,8 +5,8 @@
 #include "platform/SettingsWindow.h"
 #import "platform/macos/Arc.h"
 
-/// A view that is only its layer: a ground, a rounded border, or a line. Colours of
-/// the system follow the appearance in effect for the view, which owns them.
+/// A view that is only its layer: a background, a rounded border, or a line. Owns its colours;
+/// those of the system follow its effective appearance.
 @interface VembrixLayerView : NSView
 
 /// Nil for none.
@@ -15,20 +15,20 @@
 @property(nonatomic, copy) NSColor* stroke;
 /// In points.
 @property(nonatomic) CGFloat strokeWidth;
-/// In points; subviews are clipped by it.
+/// In points; clips the subviews.
 @property(nonatomic) CGFloat cornerRadius;
 
 @end
 
-/// A linear wash from the top to the bottom. Owns its gradient.
+/// A linear gradient from the top to the bottom. Owns its gradient.
 @interface VembrixGradientView : NSView
 
 - (instancetype)initWithColors:(NSArray<NSColor*>*)colors NS_DESIGNATED_INITIALIZER;
 - (instancetype)initWithFrame:(NSRect)frame NS_UNAVAILABLE;
-/// Stops the program.
+/// Ends the process.
 - (instancetype)initWithCoder:(NSCoder*)coder NS_UNAVAILABLE;
 
-/// Nil, which draws nothing, when there are no colours.
+/// Nil when there are no colours.
 @property(nonatomic, readonly) NSGradient* gradient;
 
 @end
@@ -38,7 +38,7 @@ namespace vembrix {
 /// Nil for none.
 NSView* makeBackdrop(const Backdrop& backdrop);
 
-/// Adds the view and keeps its edges on those of the container.
+/// Adds the view and pins its edges to the container's.
 void pinToEdges(NSView* view, NSView* container);
 
 }  // namespace vembrix

@@ -8,9 +8,9 @@
 
 namespace vembrix {
 
-/// What a page keeps of its controls besides their views.
+/// The parts of a page's controls besides their views.
 struct FormParts {
-  /// Owns what the controls hold weakly.
+  /// The controls' targets, which they hold weakly.
   NSMutableArray<VembrixControlTarget*>* targets = [NSMutableArray array];
   NSMutableArray<NSColorWell*>* wells = [NSMutableArray array];
   /// By the ids of the form.
@@ -18,14 +18,13 @@ struct FormParts {
   NSMutableDictionary<NSString*, NSButton*>* buttons = [NSMutableDictionary dictionary];
 };
 
-/// One line in that look, neither selectable nor editable.
+/// Creates a line in that style, neither selectable nor editable.
 NSTextField* makeLabel(const std::string& text, const TextStyle& style);
 
-/// The control as it is now, to be laid out by constraints. What it needs besides
-/// is added to the parts.
+/// Creates the control, to be laid out by constraints, and adds its other objects to the parts.
 NSView* makeControl(const FormControl& control, FormParts& parts);
 
-/// Of wells, in pairs with their names.
+/// Creates the grid of wells and their names.
 NSGridView* makeColorGrid(const ColorGrid& grid, FormParts& parts);
 
 }  // namespace vembrix

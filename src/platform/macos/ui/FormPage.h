@@ -6,9 +6,8 @@
 
 namespace vembrix {
 
-/// A page that is shown: its view, its controls and what they do. The closures of
-/// the form are called only as long as the page lives. It may end within one of
-/// them: views and targets then last until AppKit is done with the event. Main
+/// A page with its view, controls and actions. The form's closures are called only while the page
+/// lives, and may destroy it: views and targets then last until the current event has ended. Main
 /// thread.
 class FormPage {
  public:
@@ -18,14 +17,14 @@ class FormPage {
   FormPage(const FormPage&) = delete;
   FormPage& operator=(const FormPage&) = delete;
 
-  /// Laid out by its frame until its user says otherwise.
+  /// Laid out by its frame unless its user changes that.
   [[nodiscard]] NSView* view() const { return view_; }
 
-  /// Whether the page has a status label of that id.
+  /// Sets the text of a status label; returns whether the page has one of that id.
   bool setStatus(NSString* id, std::string_view text);
   void setEnabled(NSString* id, bool isEnabled);
 
-  /// Ends the choosing of a colour, with the panel for it.
+  /// Ends the choice of a colour and closes the colour panel.
   void deactivateWells();
 
  private:

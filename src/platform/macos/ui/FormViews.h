@@ -4,15 +4,14 @@
 
 #import "platform/macos/Arc.h"
 
-// They belong to the page that shows them, and own nothing besides what AppKit gives
-// them.
+// Owned by the page that shows them.
 
 /// A text of several lines that wraps to whatever width the layout gives it.
 @interface VembrixWrappingLabel : NSTextField
 @end
 
-/// What a page scrolls. Its origin is at the top left, so that a short page stands
-/// at the top.
+/// The scrolled view of a page. Its origin is at the top left, so that a short page stays at the
+/// top.
 @interface VembrixFlippedDocumentView : NSView
 @end
 

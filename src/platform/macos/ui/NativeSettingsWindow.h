@@ -7,7 +7,7 @@
 
 namespace vembrix {
 
-/// What every settings window is on macOS: for pictures of what it holds.
+/// The settings window on macOS, as the preview canvas uses it.
 class NativeSettingsWindow : public SettingsWindow {
  public:
   /// Owned by this object.

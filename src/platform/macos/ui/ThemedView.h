@@ -16,7 +16,7 @@ namespace vembrix {
 /// belongs to its owner. May end within a click on one of its buttons. Main thread.
 class ThemedView {
  public:
-  /// `onClick` is told the place of a button, from 0.
+  /// `onClick` receives the index of a button.
   ThemedView(const ThemedContent& content, std::function<void(int index)> onClick);
   ~ThemedView();
 
@@ -25,8 +25,8 @@ class ThemedView {
 
   [[nodiscard]] NSView* root() const { return root_; }
 
-  /// The page in place of the one shown, on a card if there is one, and as many
-  /// buttons as there were, as they look now.
+  /// Replaces the page, on a card if there is one, and updates the look of the buttons, whose
+  /// number must not change.
   void show(NSView* page, const std::vector<TabButton>& buttons);
 
  private:

@@ -4,15 +4,14 @@
 
 #import "platform/macos/Arc.h"
 
-/// A window that Escape closes, and that scrolls the control with the keyboard into
-/// view. It does not release itself when it is closed: SystemSettingsWindow owns it
-/// and clears the block before it goes.
+/// A window that Escape closes and that scrolls the focused control into view. Does not release
+/// itself when closed: SystemSettingsWindow owns it and clears the block before its own end.
 @interface VembrixSettingsWindow : NSWindow
 
-/// `size` is without the title bar, in points.
+/// `size` excludes the title bar, in points.
 - (instancetype)initWithContentSize:(NSSize)size title:(NSString*)title;
 
-/// Called after the window was closed. Nil for nothing.
+/// Called after the window was closed; may be nil.
 @property(nonatomic, copy) void (^closeHandler)(void);
 
 @end
