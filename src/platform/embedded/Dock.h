@@ -6,17 +6,16 @@
 
 namespace vembrix {
 
-/// Reads Dock swipes by their fields and decides, as the system's Dock does,
-/// whether each moves the user to the neighbouring Space: by how far it went or,
-/// for a flick, by its speed when it ends. One swipe moves one Space at most.
-/// Where the list of Spaces ends is the mover's business. Main thread.
+/// Reads Dock swipes by their fields and decides, as the system's Dock does, whether each moves the
+/// user to the neighbouring Space: by its distance or, for a flick, by its final speed. One swipe
+/// moves at most one Space. The caller checks for the ends of the list of Spaces. Main thread.
 class Dock {
  public:
   enum class Direction { Left = -1, Right = 1 };
   enum class Arrival {
     /// The Spaces slide.
     AfterTransition,
-    /// A swipe of next to no way at a great speed leaves nothing to slide.
+    /// A very short swipe at high speed has no transition.
     AtOnce,
   };
   using Mover = std::function<void(Direction, Arrival)>;
@@ -33,8 +32,7 @@ class Dock {
 
   Mover mover_;
   std::function<void()> onBegin_;
-  /// Swipes that have begun and not ended: on a busy machine the next may begin before
-  /// the last one's end.
+  /// Number of swipes under way: on a busy machine the next may begin before the last has ended.
   int begun_ = 0;
 };
 

@@ -5,8 +5,8 @@
 
 namespace vembrix {
 
-/// The alpha value of a window on the embedded desktop, with the animation that runs:
-/// evenly, on the embedded main queue's clock.
+/// The alpha value of a window on the embedded desktop, with its linear animation on the embedded
+/// main queue's clock.
 class EmbeddedAlphaFade {
  public:
   [[nodiscard]] double value() const {

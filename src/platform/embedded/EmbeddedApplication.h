@@ -18,8 +18,8 @@ class EmbeddedApplication : public Application {
 
   void setActivationPolicy(ActivationPolicy policy) override { policy_ = policy; }
   void setDelegate(ApplicationDelegate* delegate) override { delegate_ = delegate; }
-  /// Launches, then runs the main queue from due block to due block until
-  /// terminate(), or until none is left, since then nothing can happen any more.
+  /// Launches, then runs the main queue's blocks as they become due, until terminate() or until
+  /// none is left.
   int run() override;
   void terminate() override { terminated_ = true; }
   void activate() override { activationCount_ += 1; }
@@ -29,16 +29,16 @@ class EmbeddedApplication : public Application {
 
   ActivationPolicy activationPolicy() const { return policy_; }
   ApplicationDelegate* delegate() const { return delegate_; }
-  /// What the user does: starts the program again while it runs.
+  /// Acts as the user who starts the program again while it runs.
   void reopen() {
     if (delegate_) delegate_->applicationDidReopen();
   }
-  /// What the user has set; false at first.
+  /// Sets the user's preference; initially false.
   void setReducesMotion(bool reducesMotion) { reducesMotion_ = reducesMotion; }
-  /// Whether it was told to end since it began to run.
+  /// Whether terminate() was called since run().
   bool isTerminated() const { return terminated_; }
   int activationCount() const { return activationCount_; }
-  /// The activities that have begun and not ended: options and reason.
+  /// A running activity: options and reason.
   using Activity = std::pair<std::uint64_t, std::string>;
   const std::map<int, Activity>& activities() const { return activities_; }
 

@@ -8,8 +8,7 @@
 
 namespace vembrix {
 
-/// Background work that waits until a test lets it happen, on a thread of its
-/// own.
+/// Background work that waits until a test runs it, each block on a thread of its own.
 class EmbeddedBackgroundWork : public BackgroundWork {
  public:
   /// The threads behind BackgroundWork::shared().
@@ -17,10 +16,10 @@ class EmbeddedBackgroundWork : public BackgroundWork {
 
   void async(std::function<void()> block) override { waiting_.push_back(std::move(block)); }
 
-  /// Blocks that were given and not yet run.
+  /// Number of blocks that have not run yet.
   std::size_t waitingCount() const { return waiting_.size(); }
 
-  /// Runs what waits, each on another thread, beside each other, to its end.
+  /// Runs the waiting blocks in parallel, each on its own thread, and waits for their end.
   void run();
 
  private:

@@ -4,8 +4,8 @@
 
 namespace vembrix {
 
-/// A bundle whose information dictionary a test puts in; at first it has none,
-/// like a program that was never put into a bundle.
+/// A bundle whose information dictionary a test sets; initially it has none, like a program outside
+/// a bundle.
 class EmbeddedBundle : public Bundle {
  public:
   /// The bundle behind Bundle::main().

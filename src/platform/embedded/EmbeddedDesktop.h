@@ -25,15 +25,13 @@
 
 namespace vembrix {
 
-/// A whole desktop inside the process: displays, Spaces, a Dock that answers
-/// swipes, Mission Control, input, the user's permission for Accessibility,
-/// light and dark. A test (or a program without a screen)
-/// drives it through this class as a user drives a real one; the product sees
-/// it through the services at the end, and hears of changes by the system's own
-/// notifications. Main thread only.
+/// A whole desktop inside the process: displays, Spaces, a Dock that answers swipes, Mission
+/// Control, input, the user's permission for Accessibility, light and dark. A test (or a program
+/// without a screen) drives it through this class as a user drives a real one; the product uses it
+/// through the services and the system's own notifications. Main thread only.
 ///
-/// It starts with one display "Main" of 1440 x 900 points and four ordinary
-/// Spaces, of which the first is active.
+/// Initially there is one display "Main" of 1440 x 900 points with four ordinary Spaces, the first
+/// of them active.
 class EmbeddedDesktop {
  public:
   using SpaceID = WindowServer::SpaceID;
@@ -73,8 +71,8 @@ class EmbeddedDesktop {
   // announced unless another Space becomes active by it; setAnnouncesSpaces()
   // makes it announce each such change, as other desktops do.
 
-  /// Adds a Space at the end of the display's list; its id. An empty uuid is
-  /// replaced by one of the desktop's own.
+  /// Adds a Space at the end of the display's list and returns its id. An empty uuid is replaced by
+  /// a generated one.
   SpaceID addSpace(std::string_view display, SpaceType type = SpaceType::Desktop,
                    std::string uuid = {});
   /// Removes a Space; a neighbour takes the place of one that was current. The
@@ -82,13 +80,11 @@ class EmbeddedDesktop {
   void removeSpace(SpaceID space);
   /// Moves a Space to another place (from 0) in its display's list.
   void moveSpace(SpaceID space, std::size_t position);
-  /// Adds or removes ordinary Spaces at the end of the first display's list
-  /// until it has that many, with one announcement at the most. Unlike a user,
-  /// this may leave a display without any.
+  /// Adds or removes ordinary Spaces at the end of the first display's list until it has that many,
+  /// with at most one announcement. Unlike a user, it may leave a display without any.
   void setSpaceCount(std::size_t count);
-  /// The user goes to the Space: it becomes current on its display, its display
-  /// becomes the active one, and kActiveSpaceDidChange is posted. Going to the
-  /// active or an unknown Space does nothing.
+  /// Makes the Space current on its display and that display active, and posts
+  /// kActiveSpaceDidChange. Does nothing for the active or an unknown Space.
   void activate(SpaceID space);
   void setAnnouncesSpaces(bool announces) { announcesSpaces_ = announces; }
 
@@ -96,49 +92,47 @@ class EmbeddedDesktop {
   SpaceID activeSpace() const;
   /// The ids on all displays, in the window server's order.
   std::vector<SpaceID> spaceIDs() const;
-  /// The id of the Space at that place (from 0) of the first display's list.
+  /// The id of the Space at that index of the first display's list.
   SpaceID spaceAt(std::size_t position) const;
 
-  // The Dock and the user's hands. A swipe of the user, or one that the process
-  // posts, moves the active display to the neighbouring Space when the slide is
-  // over; a swipe that begins during a slide ends the slide first. Nothing
-  // happens at the ends of the list.
+  // The Dock and swipes. A swipe of the user, or one that the process posts, moves the active
+  // display to the neighbouring Space at the end of the slide; a swipe that begins during a slide
+  // ends the slide first. A swipe past either end of the list has no effect.
 
-  /// The devices, and who watches them.
+  /// The devices and their monitors.
   EmbeddedInput& input() { return input_; }
   /// The session's gesture events.
   EventStream& events() { return events_; }
-  /// An event that this process posts (null when refused), and a tap on all events, as
-  /// the seam has them: they need the permission.
+  /// Create an event for this process to post (null when refused), and a tap on all events. Both
+  /// need the permission.
   std::unique_ptr<DockSwipeEvent> makeSwipeEvent();
   std::unique_ptr<EventTap> makeTap(EventTap::Handler handler);
-  /// The user swipes on the trackpad, all at once.
+  /// Performs a whole swipe of the user on the trackpad.
   void swipe(Dock::Direction direction);
-  /// Gives no event for that many of the next swipe events that this process asks for.
+  /// Refuses the next `count` swipe events that this process asks for.
   void refuseSwipeEvents(int count) { eventsToRefuse_ = count; }
-  /// Gives no tap, permission or not.
+  /// Refuses all taps, even with the permission.
   void refuseTaps() { refusesTaps_ = true; }
-  /// How long Spaces slide after a swipe has ended; 200 ms at first.
+  /// Sets how long Spaces slide after a swipe has ended; initially 200 ms.
   void setTransitionTime(Duration time) { transitionTime_ = time; }
-  /// The Dock does not notice that many of the next swipes.
+  /// Makes the Dock ignore the next `count` swipes.
   void loseSwipes(int count) { swipesToLose_ = count; }
-  /// Swipes that moved the user, or came to the end of the list.
+  /// Number of swipes that moved the user or reached the end of the list.
   int completedSwipes() const { return completedSwipes_; }
 
-  /// Opens or closes Mission Control, for which the Dock covers every display.
+  /// Opens or closes Mission Control, during which the Dock covers every display.
   void setMissionControl(bool open) { missionControl_ = open; }
   /// The windows of all programs, this one's included, and the Spaces that hold them.
   SpaceWindows& windows() { return windows_; }
   /// Another program opens a window in the active Space, in the top left corner of the
   /// primary display.
   void addWindow(std::string owner, Size size);
-  /// What the window list answers in place of the truth.
+  /// Overrides the window list's answer.
   void overrideWindowList(std::optional<PropertyList> answer) {
     windowListOverride_ = std::move(answer);
   }
 
-  // What the window server answers, in place of the truth; nothing for the
-  // truth again. Not announced.
+  // Override the window server's answers; empty to end that. Changes are not announced.
 
   void overrideManagedDisplaySpaces(std::optional<PropertyList> answer);
   void overrideActiveSpace(std::optional<SpaceID> answer);
@@ -146,19 +140,19 @@ class EmbeddedDesktop {
     windowSpacesOverride_ = std::move(answer);
   }
 
-  /// Whether windows can be put into Spaces and taken out of them; at first they can.
+  /// Sets whether windows can be added to and removed from Spaces; initially true.
   void setCanPlaceWindows(bool can) { canPlaceWindows_ = can; }
 
-  /// What a program has just asked of the window server about windows in Spaces. The
-  /// lists are valid during the call.
+  /// A program's call to the window server about windows in Spaces. The lists are valid during the
+  /// call.
   struct WindowSpacesCall {
     enum class Kind { Add, Remove, Copy };
     Kind kind{};
     std::span<const WindowServer::WindowNumber> windows;
-    /// None for a question.
+    /// Empty for a query.
     std::span<const SpaceID> spaces;
   };
-  /// Told of each such call before it is carried out; empty for nobody.
+  /// Sets what receives each such call before it is carried out; may be empty.
   void watchWindowSpaces(std::function<void(const WindowSpacesCall&)> watcher) {
     windowSpacesWatcher_ = std::move(watcher);
   }
@@ -166,22 +160,23 @@ class EmbeddedDesktop {
   // The user's permission and the look of the system.
 
   void setTrusted(bool trusted) { trusted_ = trusted; }
-  /// How often the user was asked for the permission.
+  /// Number of times that the user was asked for the permission.
   int promptCount() const { return promptCount_; }
-  /// Posts kInterfaceThemeChanged where it changes; nothing: it does not tell.
+  /// Posts kInterfaceThemeChanged on a change; empty for a system that does not report its
+  /// appearance.
   void setAppearance(std::optional<Appearance> appearance);
   std::optional<Appearance> appearance() const { return appearance_; }
 
   /// Posts kDidWake.
   void wake();
 
-  /// The desktop names the Space by itself, as a window manager does that starts.
+  /// Names the Space for the desktop itself, as a starting window manager does.
   void setOwnName(SpaceID space, std::string_view name);
-  /// The user names the Space in the desktop's own settings.
+  /// Names the Space for the user, in the desktop's own settings.
   void renameElsewhere(SpaceID space, std::string_view name);
   /// The name that the program gave the desktop's Space, or empty.
   std::string publishedName(SpaceID space) const;
-  /// How often a name was given that was another than before.
+  /// Number of times that a published name has changed.
   int publishCount() const { return publishCount_; }
 
   // The desktop as services.
@@ -211,7 +206,7 @@ class EmbeddedDesktop {
   DisplayState* displayOf(SpaceID space);
   Space makeSpace(SpaceType type, std::string uuid);
   static void repairCurrent(DisplayState& state, std::size_t formerIndex);
-  /// The windows of Spaces that are gone move to that one.
+  /// Moves the windows of vanished Spaces to `refuge`.
   void rehouseWindows(SpaceID refuge);
   [[nodiscard]] bool isKnown(SpaceID space) const;
   /// The Spaces that are current, each on its display.
@@ -234,7 +229,7 @@ class EmbeddedDesktop {
   std::optional<SpaceID> activeOverride_;
   std::optional<PropertyList> windowSpacesOverride_;
   std::function<void(const WindowSpacesCall&)> windowSpacesWatcher_;
-  /// The truth as the window server would tell it; null when to be made anew.
+  /// The cached answer of the window server; null when out of date.
   PropertyList answer_;
 
   bool announcesSpaces_ = false;
@@ -257,7 +252,7 @@ class EmbeddedDesktop {
   bool refusesTaps_ = false;
   int swipesToLose_ = 0;
   int completedSwipes_ = 0;
-  /// Held while Spaces slide.
+  /// Empty unless Spaces slide.
   WorkItem transition_;
   SpaceID transitionTarget_ = 0;
 

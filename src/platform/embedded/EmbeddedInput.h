@@ -8,14 +8,13 @@
 
 namespace vembrix {
 
-/// What the user does at the devices of the embedded desktop. Main thread.
+/// The input devices of the embedded desktop. Main thread.
 class EmbeddedInput : public InputMonitor {
  public:
-  // What the user does. Where the event goes decides whether global monitors
-  // see it.
+  // The user's input. Global monitors see only events for other programs.
   enum class Target { OtherProgram, OwnWindow };
 
-  /// One event of the type of that mask bit.
+  /// Sends one event of the type of that mask bit.
   void send(EventMask type, Target target = Target::OtherProgram);
   void moveMouse(Point location, Target target = Target::OtherProgram);
 
@@ -24,9 +23,9 @@ class EmbeddedInput : public InputMonitor {
   Token addGlobalMonitor(std::uint64_t mask, std::function<void()> handler) override;
   Point mouseLocation() const override { return mouse_; }
 
-  /// Whether monitors asked for from now on are given.
+  /// Sets whether later monitors are granted.
   void giveMonitors(bool given) { monitorsGiven_ = given; }
-  /// Whether key presses are told to monitors, which needs the permission.
+  /// Sets the check whether monitors receive key presses, which needs the permission.
   void setKeysTold(std::function<bool()> told) { keysTold_ = std::move(told); }
 
  private:

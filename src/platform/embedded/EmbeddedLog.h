@@ -8,8 +8,8 @@
 
 namespace vembrix {
 
-/// A log that keeps its lines in memory and repeats them on standard error, so
-/// that they stand in the output of a test that fails.
+/// A log that keeps its lines in memory and repeats them on standard error for the output of a
+/// failing test.
 class EmbeddedLog : public SystemLog {
  public:
   /// The log behind SystemLog::shared().

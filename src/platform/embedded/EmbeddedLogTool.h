@@ -8,8 +8,7 @@
 
 namespace vembrix {
 
-/// A log tool that does what a test says; at first it prints nothing. Its command
-/// is the one of macOS.
+/// A log tool that a test scripts; initially its output is empty. Its command is that of macOS.
 class EmbeddedLogTool : public LogTool {
  public:
   using Script = std::function<Result()>;
@@ -20,7 +19,7 @@ class EmbeddedLogTool : public LogTool {
   const LogCommand& command() const override { return command_; }
   Result run() const override;
 
-  /// What a run gives. Called on the thread of the run.
+  /// Sets what returns the result of a run. Called on the thread of the run.
   void setScript(Script script);
 
  private:

@@ -11,9 +11,9 @@
 
 namespace vembrix {
 
-/// A main queue on a clock that is moved by hand. Nothing runs but inside
-/// advance(), runPending() and runUntilIdle(), on the thread that calls them; a
-/// block then sees the clock at exactly the moment at which it is due.
+/// A main queue on a clock that is moved by hand. Blocks run only inside advance(), runPending()
+/// and runUntilIdle(), on the calling thread, with the clock at exactly the time at which they are
+/// due.
 class EmbeddedMainQueue : public MainQueue {
  public:
   /// The queue behind MainQueue::main().
@@ -27,25 +27,23 @@ class EmbeddedMainQueue : public MainQueue {
   /// Time since the queue was made.
   Duration now() const { return now_; }
 
-  /// Moves the clock forward and runs all that comes due on the way, what the
-  /// blocks themselves add included.
+  /// Moves the clock forward and runs all blocks that become due, those added meanwhile included.
   void advance(Duration duration);
 
-  /// Runs what is due now.
+  /// Runs the blocks that are due now.
   void runPending() { advance(Duration::zero()); }
 
-  /// Moves the clock from one due block to the next until none is left or
-  /// `stop` says so (asked after each block).
+  /// Moves the clock from one due block to the next until none is left or `stop`, called after each
+  /// block, returns true.
   void runUntilIdle(const std::function<bool()>& stop);
 
-  /// Moves the clock without running anything, as when the machine sleeps or
-  /// the main thread is busy.
+  /// Moves the clock without running blocks, as when the machine sleeps or the main thread is busy.
   void sleep(Duration duration);
 
-  /// When the next block or timer is due, which may be in the past; nothing if none waits.
+  /// The time at which the next block or timer is due, possibly in the past; empty if none waits.
   [[nodiscard]] std::optional<Duration> nextDue() const;
 
-  /// Blocks and timers that still wait.
+  /// Number of waiting blocks and timers.
   std::size_t pendingCount() const;
 
  private:
@@ -67,7 +65,7 @@ class EmbeddedMainQueue : public MainQueue {
   mutable std::mutex mutex_;
   std::map<Key, std::shared_ptr<Entry>> entries_;
   std::uint64_t sequence_ = 0;
-  /// When the entry that runs now was due.
+  /// The due time of the running entry.
   Duration dueOfRunning_{};
   Duration now_{};
 };

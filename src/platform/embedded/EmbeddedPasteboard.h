@@ -22,15 +22,15 @@ class EmbeddedPasteboard : public Pasteboard {
     return true;
   }
 
-  /// From now on another program does not let go of it.
+  /// Makes later writes fail, as when another program holds the pasteboard.
   void take() { isTaken_ = true; }
 
-  /// Another program copies something.
+  /// Puts a value there for another program.
   void put(std::string_view type, std::string_view value) {
     contents_.insert_or_assign(std::string(type), std::string(value));
   }
 
-  /// What is there, by its type.
+  /// The contents by type.
   const std::map<std::string, std::string, std::less<>>& contents() const { return contents_; }
   /// The plain text; empty when there is none.
   std::string text() const {

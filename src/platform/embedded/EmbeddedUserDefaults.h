@@ -10,9 +10,8 @@
 
 namespace vembrix {
 
-/// User defaults in memory. A test can put in whatever a disk may hold,
-/// also what cannot be read. Reading, and storing what is stored
-/// already, allocates nothing.
+/// User defaults in memory. A test can store whatever a disk may hold, unreadable contents
+/// included. Reading, and storing an unchanged value, allocates nothing.
 class EmbeddedUserDefaults : public UserDefaults {
  public:
   /// The application's own domain.
@@ -26,22 +25,22 @@ class EmbeddedUserDefaults : public UserDefaults {
   PropertyList keyList(std::string_view domain) const override;
   PropertyList object(std::string_view key, std::string_view domain) const override;
 
-  /// Replaces a domain by a dictionary, as another program would; null removes
-  /// the domain, and a value of another kind stands for what cannot be read.
+  /// Replaces a domain by a dictionary, as another program would; null removes the domain, and a
+  /// value of another kind stands for unreadable contents.
   void writeDomain(std::string_view domain, const PropertyList& contents);
   /// The dictionary of a domain; null when there is none or it cannot be read.
   PropertyList readDomain(std::string_view domain) const;
 
-  /// Calls of set() since the start, those included that changed nothing.
+  /// Number of calls of set(), including those without a change.
   int writeCount() const { return writeCount_; }
-  /// Answers in place of the key list of every domain, until null.
+  /// Overrides the key list of every domain; null ends that.
   void overrideKeyList(PropertyList answer) { keyListOverride_ = std::move(answer); }
 
  private:
-  /// Null for a domain that is missing or that cannot be read.
+  /// Null for a domain that is missing or unreadable.
   const PropertyList::Dictionary* find(std::string_view domain) const;
 
-  /// Nothing stands for contents that cannot be read.
+  /// Empty stands for unreadable contents.
   std::map<std::string, std::optional<PropertyList::Dictionary>, std::less<>> domains_;
   PropertyList keyListOverride_;
   int writeCount_ = 0;

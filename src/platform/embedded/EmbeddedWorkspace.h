@@ -7,7 +7,7 @@
 
 namespace vembrix {
 
-/// Opens nothing and keeps what was asked for.
+/// Records the addresses instead of opening them.
 class EmbeddedWorkspace : public Workspace {
  public:
   /// The workspace behind Workspace::shared().

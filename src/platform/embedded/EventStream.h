@@ -11,8 +11,8 @@
 
 namespace vembrix {
 
-/// A gesture as numbered fields. A value; holds up to as many fields as a Dock
-/// swipe has, further ones are dropped.
+/// A gesture as numbered fields. A value; holds at most as many fields as a Dock swipe has and
+/// drops further ones.
 class GestureEvent final : public TappedEvent {
  public:
   void setInteger(int field, std::int64_t value);
@@ -38,26 +38,25 @@ class GestureEvent final : public TappedEvent {
   std::size_t count_ = 0;
 };
 
-/// A session's stream of gesture events within the process: what a device or
-/// this process sends passes the taps and then reaches the receiver (a Dock).
-/// Main thread.
+/// A session's stream of gesture events within the process: events of a device or this process pass
+/// the taps and then reach the receiver (a Dock). Main thread.
 class EventStream {
  public:
-  /// `receiver` gets every event after the taps; may be empty.
+  /// `receiver` is called with every event after the taps; may be empty.
   explicit EventStream(std::function<void(const GestureEvent&)> receiver);
 
-  /// A tap on this stream, which must outlive it.
+  /// Creates a tap on this stream, which must outlive it.
   std::unique_ptr<EventTap> makeTap(EventTap::Handler handler);
-  /// An event that, when posted, gets `sourceProcess` and is sent if `permitted`
-  /// says so at that time.
+  /// Creates an event that, when posted, gets `sourceProcess` and is sent if `permitted` returns
+  /// true at that time.
   std::unique_ptr<DockSwipeEvent> makeEvent(std::int64_t sourceProcess,
                                             std::function<bool()> permitted);
 
   void send(const GestureEvent& event);
-  /// To the taps alone: what a device does that no Dock of ours acts on.
+  /// Sends an event of a device to the taps alone, as no Dock of this process acts on it.
   void sendToTaps(std::uint32_t type, const GestureEvent& event);
 
-  /// Disables all taps, as the system does with slow ones, and tells them why.
+  /// Disables all taps, as the system does with slow ones, and reports the reason to them.
   void disableTaps(std::uint32_t reason);
 
  private:

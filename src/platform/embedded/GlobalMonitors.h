@@ -9,21 +9,20 @@
 
 namespace vembrix {
 
-/// Who watches the user's input, and which types of it. Main thread.
+/// The monitors of the user's input and their event types. Main thread.
 class GlobalMonitors {
  public:
-  /// `maskChanged` is called when mask() has become another one.
+  /// `maskChanged` is called when mask() has changed.
   explicit GlobalMonitors(std::function<void()> maskChanged);
 
-  /// The handler is called until the token is dropped, which may be after the
-  /// end of this.
+  /// Adds a handler until the token is dropped, which may be after this object's end.
   [[nodiscard]] Token add(std::uint64_t mask, std::function<void()> handler);
 
-  /// Calls the handlers of that type, in the order of their coming. They may add
-  /// and end monitors. Allocates nothing.
+  /// Calls the handlers of that type, in the order in which they were added. They may add and end
+  /// monitors. Allocates nothing.
   void tell(EventMask type);
 
-  /// All types that somebody watches.
+  /// All types that have a monitor.
   [[nodiscard]] std::uint64_t mask() const { return mask_; }
 
  private:
@@ -38,9 +37,9 @@ class GlobalMonitors {
   std::function<void()> maskChanged_;
   std::vector<std::shared_ptr<Monitor>> monitors_;
   std::uint64_t mask_ = 0;
-  /// How many calls of tell() are under way, one within the other.
+  /// The number of nested calls of tell().
   int telling_ = 0;
-  /// Tokens find this by it, until it ends.
+  /// Leads tokens to this object, for its life.
   std::shared_ptr<GlobalMonitors*> self_;
 };
 

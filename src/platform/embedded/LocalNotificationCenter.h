@@ -20,8 +20,8 @@ class LocalNotificationCenter : public NotificationCenter {
     std::function<void()> handler;
     bool ended = false;
   };
-  /// The observers of one name. While posts are under way the list only grows:
-  /// ended observers leave it after the last of them.
+  /// The observers of one name. During posts the list only grows: ended observers are removed after
+  /// the last post.
   struct Channel {
     std::vector<std::shared_ptr<Observer>> observers;
     int posts = 0;

@@ -10,7 +10,7 @@
 
 namespace vembrix {
 
-/// A menu that keeps what it was told, and that a test uses as a user does.
+/// A menu that records its state and that a test uses as a user does.
 class RecordingDropdownMenu : public DropdownMenu {
  public:
   void setNeedsUpdateHandler(std::function<void()> handler) override;
@@ -23,21 +23,20 @@ class RecordingDropdownMenu : public DropdownMenu {
 
   /// The items as texts: the label of a row, the title of a command, "-".
   std::vector<std::string> titles() const;
-  /// The rows in their order. They last until the items are set anew.
+  /// The rows in order, valid until the items are set again.
   std::vector<RecordingSpaceRowView*> rows() const;
   /// The command of that title, or null.
   const MenuCommand* command(std::string_view title) const;
 
   // What the user does.
 
-  /// Does nothing while it is open, as close() while it is closed.
+  /// Does nothing while the menu is open; neither does close() while it is closed.
   void open();
   void close();
-  /// Moves the keyboard's selection to the item of that place (from 0), or takes
-  /// it away.
+  /// Moves the keyboard's selection to the item of that index, or removes it.
   void highlight(std::optional<std::size_t> place);
-  /// Presses a key in the open menu. A row that is being edited has it first;
-  /// else Escape closes the menu, and Return and Enter choose the selected item.
+  /// Presses a key in the open menu. A row that is edited receives it first; else Escape closes the
+  /// menu, and Return and Enter choose the selected item.
   void press(RowKey key);
   /// Presses a command key in the open menu.
   void pressKeyEquivalent(std::string_view key);

@@ -8,8 +8,8 @@
 
 namespace vembrix {
 
-/// A canvas that keeps what it was to draw. Its pictures are files of the PNG
-/// signature and the number, from 0, of the drawing.
+/// A canvas that records what it was to draw. Its pictures are the PNG signature and the number,
+/// from 0, of the drawing.
 class RecordingPreviewCanvas : public PreviewCanvas {
  public:
   using Drawing = std::variant<SettingsContent, MenuMock>;
@@ -22,7 +22,7 @@ class RecordingPreviewCanvas : public PreviewCanvas {
 
   /// In their order.
   const std::vector<Drawing>& drawings() const { return drawings_; }
-  /// Whether what is drawn from now on can be.
+  /// Sets whether later drawings succeed.
   void setAbleToDraw(bool able) { ableToDraw_ = able; }
 
  private:

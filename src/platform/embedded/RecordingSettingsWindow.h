@@ -7,9 +7,8 @@
 
 namespace vembrix {
 
-/// A settings window that keeps what it was told, and through which a test acts
-/// as a user does. What is not on the page that is shown cannot be used: the
-/// calls then throw std::out_of_range.
+/// A settings window that records its content and through which a test acts as a user does. Calls
+/// for a control that is not on the shown page throw std::out_of_range.
 class RecordingSettingsWindow : public SettingsWindow {
  public:
   /// The window that exists now, or null.
@@ -30,7 +29,7 @@ class RecordingSettingsWindow : public SettingsWindow {
   Size contentSize() const { return contentSize_; }
   const std::string& title() const { return title_; }
   bool isShown() const { return isShown_; }
-  /// How often the content was replaced as a whole.
+  /// Number of times that the whole content was replaced.
   int contentCount() const { return contentCount_; }
   const SettingsContent& content() const { return content_; }
   /// Null when the content is of the other kind.
@@ -42,7 +41,7 @@ class RecordingSettingsWindow : public SettingsWindow {
   /// The texts of the tabs.
   std::vector<std::string> tabLabels() const;
 
-  // What is on the page in front, by the label of its row, its title, its id.
+  // The controls of the shown page, by the label of the row, title or id.
 
   const Slider& slider(std::string_view label) const;
   const Popup& popup(std::string_view label) const;

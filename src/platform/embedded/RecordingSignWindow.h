@@ -9,7 +9,7 @@
 
 namespace vembrix {
 
-/// A label's view that keeps what it was told.
+/// A label's view that records its state.
 class RecordingSignView : public SignView {
  public:
   void setText(std::string_view text) override;
@@ -20,9 +20,9 @@ class RecordingSignView : public SignView {
   const std::string& text() const { return text_; }
   const Font& font() const { return font_; }
   const SignLook& look() const { return look_; }
-  /// How often something was set to another value than before.
+  /// Number of times that a value has changed.
   int changeCount() const { return changeCount_; }
-  /// How often it was told to draw anew.
+  /// Number of requested redraws.
   int displayCount() const { return displayCount_; }
 
  private:
@@ -37,7 +37,7 @@ class RecordingSignView : public SignView {
 /// Animations run evenly, on the embedded main queue's clock.
 class RecordingSignWindow : public SignWindow {
  public:
-  /// All that exist, in the order of their creation.
+  /// All existing windows, in the order of creation.
   static const std::vector<RecordingSignWindow*>& all();
   /// Those that are in that Space, among others or alone.
   static std::vector<RecordingSignWindow*> inSpace(WindowServer::SpaceID space);
@@ -63,9 +63,9 @@ class RecordingSignWindow : public SignWindow {
   bool isOrderedIn() const;
   const EmbeddedAlphaFade& alpha() const { return alpha_; }
   bool isAnimating() const { return alpha_.isRunning(); }
-  /// Where the alpha value is, or where its animation leads.
+  /// The alpha value, or the target of its animation.
   double finalAlphaValue() const { return alpha_.finalValue(); }
-  /// How often the alpha value was set or an animation begun.
+  /// Number of times that the alpha value was set or an animation begun.
   int alphaCount() const { return alphaCount_; }
 
  private:

@@ -9,8 +9,8 @@ namespace vembrix {
 
 class RecordingDropdownMenu;
 
-/// A row that keeps what it was told, and that a test uses as a user does. Its
-/// edit field has a caret at the end of the text, or all of the text selected.
+/// A row that records its state and that a test uses as a user does. Its edit field has a caret at
+/// the end of the text, or all of the text selected.
 class RecordingSpaceRowView : public SpaceRowView {
  public:
   /// Rows that exist now.
@@ -28,10 +28,10 @@ class RecordingSpaceRowView : public SpaceRowView {
 
   const SpaceRowContent& content() const { return content_; }
   const SpaceRowState& state() const { return state_; }
-  /// How often a state was set that was another than before.
+  /// Number of times that the state has changed.
   int changeCount() const { return changeCount_; }
   SpaceRowHandler& handler() { return *handler_; }
-  /// Of the row that is shown; row_metrics::kSize at first.
+  /// The row's size; initially row_metrics::kSize.
   Size bounds() const { return bounds_; }
   void setBounds(Size bounds) { bounds_ = bounds; }
   bool isAllSelected() const { return isAllSelected_; }
@@ -45,14 +45,13 @@ class RecordingSpaceRowView : public SpaceRowView {
   /// which acts by itself, in the edit field, where it sets the caret, or on the
   /// row.
   void click(Point point);
-  /// Clicks in the middle of the dot, of the text and of the rename button, be
-  /// they visible or not.
+  /// Clicks in the middle of the dot, the text or the rename button, visible or not.
   void clickDot();
   void clickName();
   void clickPencil();
 
-  /// Presses a key while the menu is open: through the handler first, and to the
-  /// edit field where the handler leaves it to that. What became of it.
+  /// Presses a key while the menu is open: passes it to the handler, then to the edit field where
+  /// the handler leaves it to that. Returns the handler's answer.
   KeyHandling press(RowKey key);
   /// Presses a key for each of the characters.
   void type(std::string_view text);

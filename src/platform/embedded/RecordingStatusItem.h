@@ -5,12 +5,12 @@
 
 namespace vembrix {
 
-/// A status item that keeps what it was told.
+/// A status item that records its state.
 class RecordingStatusItem : public StatusItem {
  public:
   /// The item that exists now, or null.
   static RecordingStatusItem* current();
-  /// Whether items made from now on get a button.
+  /// Sets whether later items get a button.
   static void giveButton(bool given);
 
   RecordingStatusItem();
@@ -24,15 +24,15 @@ class RecordingStatusItem : public StatusItem {
   DropdownMenu* menu() const override { return menu_.get(); }
   void openMenu() override;
 
-  /// What was shown last.
+  /// The content shown last.
   const StatusItemContent& content() const { return content_; }
-  /// How often content was set, and how often it was another than before.
+  /// Number of times that the content was set, and that it has changed.
   int setCount() const { return setCount_; }
   int changeCount() const { return changeCount_; }
 
   /// The text of the title; empty for an icon.
   std::string title() const;
-  /// The title's own colour, or nothing for a plain title or an icon.
+  /// The title's own colour; empty for a plain title or an icon.
   std::optional<Color> textColor() const;
 
  private:

@@ -13,8 +13,8 @@ namespace vembrix {
 /// Fades run evenly, on the embedded main queue's clock.
 class RecordingTourOverlay : public TourOverlay {
  public:
-  /// A window of an overlay as it is seen; there as long as it is not ordered out,
-  /// which may be longer than the overlay.
+  /// A visible window of an overlay. Exists until it is ordered out, possibly after the overlay's
+  /// end.
   class Window {
    public:
     explicit Window(const TourOverlayContent& content);

@@ -14,9 +14,9 @@
 
 namespace vembrix {
 
-/// The windows on a desktop and the Spaces that hold them. A window is born when it is
-/// first ordered to the front, in the Space that is active then; from there programs
-/// and the desktop itself move it. Shows nothing by itself. Main thread.
+/// A model of the windows on a desktop and the Spaces that hold them. A window enters the active
+/// Space when it is first ordered to the front; programs and the desktop move it from there. Main
+/// thread.
 class SpaceWindows {
  public:
   using SpaceID = WindowServer::SpaceID;
@@ -30,52 +30,51 @@ class SpaceWindows {
     /// Bits of CollectionBehavior.
     std::uint64_t collectionBehavior = 0;
     bool isOrderedIn = false;
-    /// The Spaces that hold it, in the order in which it came there; not used for
-    /// windows that join all Spaces.
+    /// The Spaces that hold it, in the order in which it was added; unused for windows that join
+    /// all Spaces.
     std::vector<SpaceID> spaces;
   };
 
-  /// `activeSpace` tells where windows are born.
+  /// `activeSpace` returns the Space of new windows.
   explicit SpaceWindows(std::function<SpaceID()> activeSpace)
       : activeSpace_(std::move(activeSpace)) {}
 
-  /// Told at once, in the call, when windows have come, gone or moved to other Spaces;
-  /// empty for nobody.
+  /// Sets what is called, synchronously, when windows were added, removed or moved to other Spaces;
+  /// may be empty.
   void watch(std::function<void()> watcher) { watcher_ = std::move(watcher); }
 
-  /// A window out of sight; its number, never used again.
+  /// Adds a hidden window and returns its number, which is never reused.
   WindowNumber add(Window window);
   void remove(WindowNumber number);
   /// Null for an unknown number; valid until the window is removed.
   [[nodiscard]] Window* find(WindowNumber number);
   [[nodiscard]] const Window* find(WindowNumber number) const;
 
-  /// Before the others of its level.
+  /// Moves the window in front of the others of its level.
   void orderFront(WindowNumber number);
   void orderOut(WindowNumber number);
 
-  // What a program asks of the window server.
+  // A program's calls to the window server.
 
   void addToSpaces(std::span<const WindowNumber> windows, std::span<const SpaceID> spaces);
   void removeFromSpaces(std::span<const WindowNumber> windows, std::span<const SpaceID> spaces);
-  /// Each once; of a window that joins all, `allSpaces`.
+  /// Returns each Space once; `allSpaces` for a window that joins all.
   [[nodiscard]] std::vector<SpaceID> spacesOf(std::span<const WindowNumber> windows,
                                               std::span<const SpaceID> allSpaces) const;
 
-  // What happens behind the program's back.
+  // Changes by the user or the desktop.
 
-  /// The window is in exactly these Spaces from now on.
+  /// Moves the window to exactly these Spaces.
   void move(WindowNumber number, std::vector<SpaceID> spaces);
-  /// Spaces are gone: windows that were in no other find themselves in `refuge`; 0 for
-  /// none.
+  /// Removes Spaces: windows that were in no other move to `refuge`; 0 for none.
   void removeSpaces(const std::function<bool(SpaceID)>& isGone, SpaceID refuge);
 
-  /// What Mission Control shows of the Space, front to back: the windows there that are
-  /// ordered in, but for those that hide from it.
+  /// The Space's windows in Mission Control, front to back: those ordered in that do not hide from
+  /// it.
   [[nodiscard]] std::vector<WindowNumber> shownByMissionControl(SpaceID space) const;
   /// The windows ordered in that any of the Spaces holds, front to back.
   [[nodiscard]] std::vector<const Window*> onScreen(std::span<const SpaceID> spaces) const;
-  /// Whether that window is one of them while the Space alone is shown.
+  /// Whether that window is one of them while only that Space is shown.
   [[nodiscard]] bool isOnScreen(WindowNumber number, SpaceID space) const;
 
   [[nodiscard]] std::size_t count() const { return windows_.size(); }
