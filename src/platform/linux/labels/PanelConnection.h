@@ -39,7 +39,8 @@ class PanelConnection {
   };
   [[nodiscard]] const Atoms& atoms() const { return atoms_; }
 
-  /// Keeps track of a created window, and whether the server has reported its end.
+  /// Tracks the program's windows; has() returns whether one exists, as far as the server has
+  /// reported.
   void add(xcb_window_t window) { windows_.insert(window); }
   [[nodiscard]] bool has(xcb_window_t window);
   void remove(xcb_window_t window) { windows_.erase(window); }

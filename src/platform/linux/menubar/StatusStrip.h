@@ -55,7 +55,7 @@ class StatusStrip : public QWidget {
   void updateStretch();
   void returnToPlace();
   void raiseOverPanel();
-  /// Lowers the strip below full-screen windows where no window manager does.
+  /// Follows full-screen windows, to lower the strip below them, where no window manager does.
   void giveWay();
 
   void drag(const QPoint& corner);
@@ -74,7 +74,7 @@ class StatusStrip : public QWidget {
   StripPosition position_;
   /// The requested frame, in Qt's units.
   QRect target_;
-  /// Number of successive requests for the same frame.
+  /// Number of times that the present frame had to be restored.
   int returns_ = 0;
   /// Whether the window manager has made the strip longer than requested.
   bool isStretched_ = false;

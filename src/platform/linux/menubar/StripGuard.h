@@ -37,7 +37,7 @@ class StripGuard : public QAbstractNativeEventFilter {
   /// Expects the window to be mapped from now on; a window manager that is just starting may miss
   /// the request.
   void expectMapping();
-  /// To be called after each change of the window's strut by the program.
+  /// To be called after each time that the program has set the window's strut.
   void expectStrut(const Strut& strut);
   /// Checks the window after a moment.
   void checkSoon();

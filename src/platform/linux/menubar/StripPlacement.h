@@ -32,7 +32,7 @@ struct StripPlace {
   Side side = Side::Right;
   /// The distance from that side of the monitor to that of the strip.
   int offset = 0;
-  /// Whether the strip is on the panel at the edge, while there is one; else it is beside it.
+  /// Whether the strip is on the panel at the edge, while there is one; else it is behind it.
   bool isOnPanel = false;
 
   bool operator==(const StripPlace&) const = default;
