@@ -6,8 +6,7 @@
 namespace vembrix {
 namespace {
 
-/// X11 knows no such permission: every client of a display may watch and post
-/// input, so whoever can show a window has it already.
+/// X11 knows no such permission: every client of a display may watch and post input.
 class X11Accessibility : public Accessibility {
  public:
   bool isProcessTrusted(Prompt /*prompt*/) override { return true; }

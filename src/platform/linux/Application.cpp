@@ -26,8 +26,8 @@
 namespace vembrix {
 namespace {
 
-/// The arguments as Qt takes them, which must live as long as its application.
-/// The user's own are the product's business, not Qt's.
+/// The arguments as Qt takes them, which must live as long as its application. The user's own
+/// arguments are handled by the product, not by Qt.
 struct QtArguments {
   explicit QtArguments(const char* platform) {
     if (platform) words.insert(words.end(), {"-platform", platform});
@@ -43,8 +43,8 @@ struct QtArguments {
   int count = 0;
 };
 
-/// Gives large pieces of memory back at once, as pictures are that live for a moment.
-/// Left alone, the C library keeps them when it has seen a few come and go.
+/// Makes the C library return large blocks, such as short-lived pictures, to the system at once. By
+/// default it keeps them after a few.
 void returnFreedMemory() {
 #ifdef __GLIBC__
   mallopt(M_MMAP_THRESHOLD, 128 * 1024);
@@ -59,7 +59,7 @@ QtArguments& qtArguments() {
 
 }  // namespace
 
-/// Qt's application, for the events that it alone gets.
+/// Qt's application, for the events that only it receives.
 class LinuxApplication::QtObject : public QApplication {
  public:
   explicit QtObject(QtArguments& arguments)
@@ -75,7 +75,7 @@ class LinuxApplication::QtObject : public QApplication {
     if (delegate_) delegate_->applicationDidReopen();
   }
 
-  /// The delegate is told before any other event of the loop.
+  /// Calls the delegate before any other event of the loop.
   void launchSoon() { postEvent(this, new QEvent(kLaunch), Qt::HighEventPriority); }
 
   bool notify(QObject* receiver, QEvent* event) override {
@@ -118,7 +118,7 @@ Application& Application::shared() {
 
 LinuxApplication::LinuxApplication() {
   returnFreedMemory();
-  // Writing to a server that has just gone is an error to be handled.
+  // Makes writing to a server that has ended an error instead of a signal.
   std::signal(SIGPIPE, SIG_IGN);
   handleQtMessages();
   qt_ = std::make_unique<QtObject>(qtArguments());
@@ -157,7 +157,7 @@ void LinuxApplication::terminate() {
 }
 
 void LinuxApplication::activate() {
-  // One at the most: all others of the program refuse the keyboard.
+  // At most one: all other windows of the program refuse the keyboard.
   for (QWidget* window : QApplication::topLevelWidgets()) {
     const bool isOrdinary = window->windowType() == Qt::Window;
     if (!isOrdinary || !window->isVisible()) continue;

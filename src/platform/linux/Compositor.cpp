@@ -35,7 +35,7 @@ Compositor::Compositor() {
   xcb_connection_t* xcb = ewmh->connection;
   const auto* extension = xcb_get_extension_data(xcb, &xcb_xfixes_id);
   if (extension && extension->present != 0) {
-    // The server takes requests only from those who have said which they know.
+    // The server accepts requests only from clients that have stated their version.
     const XcbPtr<xcb_xfixes_query_version_reply_t> version{xcb_xfixes_query_version_reply(
         xcb,
         xcb_xfixes_query_version_unchecked(xcb, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION),

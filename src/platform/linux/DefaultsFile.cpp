@@ -45,8 +45,7 @@ void DefaultsFile::refresh() {
   isLookedAt_ = true;
   if (settled_ && FileState::of(path_) == state_) return;
   load();
-  // At the start there is nothing yet that could stand meanwhile, and some settings
-  // are read then only.
+  // At the start there are no former contents to keep, and some settings are read only then.
   constexpr std::chrono::milliseconds kPause{10};
   constexpr int kMostPauses = 100;
   for (int i = 0; i < kMostPauses && !hasBeenRead_ && condition_ == Condition::Unfinished; ++i) {
@@ -82,7 +81,7 @@ void DefaultsFile::load() {
 void DefaultsFile::take(StoredSettings found, Log log) {
   condition_ = found.condition;
   if (condition_ == Condition::Unfinished) return;
-  // Of a file that cannot be opened, nobody knows that it changed.
+  // Changes of a file that cannot be opened are unknown.
   const bool isUnknown = condition_ == Condition::OutOfReach && readError_ != 0;
   if (condition_ == Condition::Whole) {
     contents_ = std::move(found.values);

@@ -13,7 +13,7 @@ DefaultsStore::DefaultsStore(std::filesystem::path path)
     : path_(std::move(path)), file_(path_, DefaultsFile::Log::Failures), writer_(path_) {}
 
 PropertyList DefaultsStore::object(std::string_view key) {
-  // In this order: what the writer has no more is in the file.
+  // In this order: a change that the writer no longer has is in the file.
   const std::optional<DefaultsWriter::Change> change = writer_.change(key);
   PropertyList held = stored(key);
   if (!change) return held;
@@ -23,7 +23,7 @@ PropertyList DefaultsStore::object(std::string_view key) {
 }
 
 void DefaultsStore::set(std::string_view key, const PropertyList& value) {
-  // What others have written since must not be written over.
+  // Must not overwrite what other programs have written since.
   file_.lookAgain();
   const bool isSo = object(key) == value;
   if (isSo && (file_.isCertain() || value.isNull())) return;

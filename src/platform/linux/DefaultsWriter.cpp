@@ -28,9 +28,8 @@ constexpr seconds kLongestFinish{5};
 /// attempt.
 constexpr seconds kPatience{4};
 
-/// Returns when the bytes are on the disk. As long as that takes, `change` is asked from
-/// time to time whether it has changed them: so they are written at once, where the next
-/// run finds them should this one be killed meanwhile.
+/// Waits until the bytes are on the disk. Meanwhile calls `change` repeatedly and writes changed
+/// bytes at once, so that the next run finds them should this process be killed.
 std::error_code bringToDisk(FileReplacement& replacement, const std::string& bytes,
                             const std::function<bool()>& change) {
   constexpr milliseconds kPause{50};
@@ -77,7 +76,7 @@ DefaultsWriter::~DefaultsWriter() {
 bool DefaultsWriter::set(std::string_view key, PropertyList value,
                          std::optional<PropertyList> stored, int seenWrites) {
   const std::lock_guard lock(mutex_);
-  // Else our own write in between would pass for another program's.
+  // Otherwise this process's write in between would count as another program's.
   if (seenWrites != writeCount_) return false;
   if (!std::exchange(isScheduled_, true)) due_ = Clock::now() + kGatheringTime;
   const auto [entry, isNew] = changes_.try_emplace(std::string(key));
@@ -104,7 +103,7 @@ std::optional<DefaultsWriter::Change> DefaultsWriter::change(std::string_view ke
 void DefaultsWriter::withdraw(std::string_view key) {
   const std::lock_guard lock(mutex_);
   const auto found = changes_.find(key);
-  // What is on its way finds out for itself.
+  // A write under way notices this itself.
   if (found != changes_.end() && !found->second.sent) changes_.erase(found);
 }
 
@@ -131,7 +130,7 @@ void DefaultsWriter::completeFormerWrite() const {
   const std::filesystem::path file = followLinks(path_);
   const std::filesystem::path temporary = FileReplacement::temporaryOf(file);
   if (FileState::of(temporary).error != 0) return;
-  // Nobody else is at it, and it goes where it is of no use.
+  // No other program is writing it; removed where it is of no use.
   FileReplacement replacement(file, milliseconds(0));
   if (replacement.error()) return;
   const StoredFile left(temporary);

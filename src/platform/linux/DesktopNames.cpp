@@ -32,7 +32,7 @@ DesktopNames::Change DesktopNames::take(std::vector<std::string> names,
     forgetOverwritten();
     return {.ownNames = true, .renamed = {}};
   }
-  // A window manager that puts its own names back would do so for ever.
+  // A window manager that restores its own names would do so for ever.
   keepsItsNames_ = std::ranges::all_of(changed, [this](std::size_t desktop) {
     const auto published = published_.find(desktop);
     return published != published_.end() && !published->second.own.empty() &&

@@ -18,8 +18,8 @@ X11Dock& dockOn(X11Desktop& desktop) {
   return dock;
 }
 
-/// The events of the touchpad go to the taps alone: whether the desktop moves by
-/// them is the user's own arrangement.
+/// The events of the touchpad go to the taps alone: the user's own setup decides whether the
+/// desktop responds to them.
 void followTouchpad(EventStream& events) {
   Application::shared();
   X11Input::shared().followSwipes([&events](const GestureEvent& event) {

@@ -53,13 +53,13 @@ FileReplacement::FileReplacement(std::filesystem::path file, std::chrono::millis
 
 FileReplacement::~FileReplacement() {
   if (descriptor_ < 0) return;
-  // Still locked, so it is nobody else's.
+  // Still locked, so no other process uses it.
   ::unlink(temporary_.c_str());
   close();
 }
 
 FileReplacement::Attempt FileReplacement::tryLock() {
-  // Not blocking: whatever stands there instead of a file must not hold us up.
+  // Not blocking, in case it is no regular file.
   constexpr int kFlags = O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
   descriptor_ = ::open(temporary_.c_str(), kFlags, kUserOnly);
   if (descriptor_ < 0) return Attempt::Failed;
@@ -83,7 +83,7 @@ FileReplacement::Attempt FileReplacement::checkName() {
     errno = EEXIST;
     return Attempt::Failed;
   }
-  // Under another name as well, it is somebody's file: not to be written to.
+  // A file that has another name, too, belongs to another program: not to be written to.
   if (opened.st_nlink > 1) {
     return ::unlink(temporary_.c_str()) == 0 ? Attempt::Overtaken : Attempt::Failed;
   }

@@ -9,7 +9,7 @@ namespace vembrix {
 
 InputMonitor& InputMonitor::shared() {
   if (!chosenDesktop().x11) return EmbeddedDesktop::shared().input();
-  // Qt tells of the program's own windows only as an application.
+  // Qt reports the program's own windows only with an application.
   Application::shared();
   return X11Input::shared();
 }

@@ -34,7 +34,8 @@ KeyboardLoan::~KeyboardLoan() {
   xcb_ewmh_connection_t* ewmh = ewmhOfQt();
   if (!ewmh || lender_ == XCB_WINDOW_NONE) return;
   xcb_connection_t* xcb = ewmh->connection;
-  // Somebody else may have taken it meanwhile. It is nobody's when the window went first.
+  // Another program may have taken the focus meanwhile. No window has it when this one was closed
+  // first.
   const xcb_window_t focused = focusedWindow(xcb);
   const bool isNobodys = focused == XCB_INPUT_FOCUS_NONE || focused == XCB_INPUT_FOCUS_POINTER_ROOT;
   if (!isNobodys && focused != static_cast<xcb_window_t>(window_.winId())) return;

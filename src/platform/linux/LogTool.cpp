@@ -108,7 +108,7 @@ class Journal : public LogTool {
     if (const int error = spawn(command_, output.number(), child)) {
       return failureOf(command_.executable, error);
     }
-    // Else the end would never come.
+    // Otherwise reading would never reach the end.
     output.close();
     Output result{readToEnd(input.number())};
     while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {

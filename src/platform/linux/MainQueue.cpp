@@ -186,14 +186,14 @@ class QtMainQueue : public QObject, public MainQueue {
     return entry;
   }
 
-  /// The first after `time` in the rhythm of the entry, of which a beat is due.
+  /// Returns the first beat after `time` of an entry that is due.
   static Duration nextBeat(const Entry& entry, Duration time) {
     const Duration due = entry.key.first;
     return due + (time - due) / entry.interval * entry.interval + entry.interval;
   }
 
-  /// Gives the entry, which is due, a timer of its own. Whether it is in time for
-  /// that, and in whole milliseconds, which is what Qt counts in.
+  /// Gives a due entry a timer of its own. Returns false, without one, where the entry is late or
+  /// its interval is not in whole milliseconds, Qt's unit.
   bool startBeating(const std::shared_ptr<Entry>& entry, Duration time) {
     constexpr std::chrono::milliseconds kUnit{1};
     const auto interval = std::chrono::floor<std::chrono::milliseconds>(entry->interval);
@@ -233,7 +233,7 @@ class QtMainQueue : public QObject, public MainQueue {
   /// After two beats without an event between them.
   void restIfQuiet(const std::shared_ptr<Entry>& entry) {
     if (std::exchange(entry->seenEvents, events_) != events_) return;
-    // It has been ended, or has missed a beat.
+    // The entry was ended, or has missed a beat.
     if (!takeFrom(beating_, *entry)) return;
     killTimer(std::exchange(entry->timer, 0));
     resting_.push_back(entry);
@@ -304,7 +304,7 @@ class QtMainQueue : public QObject, public MainQueue {
   std::vector<std::shared_ptr<Entry>> beating_;
   /// Polls whose next beat waits for an event.
   std::vector<std::shared_ptr<Entry>> resting_;
-  /// Those of the loop, but for the beats of polls.
+  /// Number of the loop's events, without the beats of polls.
   std::uint64_t events_ = 0;
 };
 

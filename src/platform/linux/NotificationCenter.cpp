@@ -4,9 +4,8 @@
 
 namespace vembrix {
 
-// All three within the process: what the desktop and the session tell comes in
-// by X events and D-Bus and is posted here by who receives it. Never destroyed:
-// observations end whenever their owners do.
+// All three are within the process: the receivers of X events and D-Bus signals post the desktop's
+// and the session's notifications here. Never destroyed: observations end whenever their owners do.
 
 NotificationCenter& NotificationCenter::defaultCenter() {
   static auto& center = *new LocalNotificationCenter;

@@ -37,8 +37,7 @@ bool OwnWindows::eventFilter(QObject* object, QEvent* event) {
   if (event->type() != QEvent::PlatformSurface) return false;
   auto* window = qobject_cast<QWindow*>(object);
   if (!window) return false;
-  // That a window goes is left to the server to tell: input that it had before
-  // may not have been read yet.
+  // The server reports the end of a window: its earlier input may not have been read yet.
   const auto type = static_cast<QPlatformSurfaceEvent*>(event)->surfaceEventType();
   if (type == QPlatformSurfaceEvent::SurfaceCreated) {
     follow(static_cast<xcb_window_t>(window->winId()));
@@ -83,9 +82,8 @@ void OwnWindows::leave(xcb_window_t window) {
 }
 
 void OwnWindows::note(const xcb_generic_event_t& event) {
-  // A grab by another program is a leaving too, and so is its end a coming
-  // back: in between the input is that program's. That of a menu of ours, which
-  // takes all input, is a coming.
+  // A grab by another program counts as leaving and its end as entering, as that program has the
+  // input in between. The grab of this program's menu, which takes all input, counts as entering.
   switch (eventType(event)) {
     case XCB_ENTER_NOTIFY:
       pointerWindow_ = as<xcb_enter_notify_event_t>(event).event;
@@ -96,7 +94,7 @@ void OwnWindows::note(const xcb_generic_event_t& event) {
       }
       break;
     case XCB_FOCUS_IN: {
-      // A focus that only the pointer brings goes without a word when it leaves.
+      // A focus that follows the pointer ends without an event when the pointer leaves.
       const auto& in = as<xcb_focus_in_event_t>(event);
       if (in.detail != XCB_NOTIFY_DETAIL_POINTER) focusWindow_ = in.event;
       break;

@@ -7,7 +7,7 @@
 namespace vembrix {
 namespace {
 
-/// A panel that is out of the way leaves so much at the edge.
+/// The part of a hidden panel that stays at the edge.
 constexpr int kThinnestPanel = 8;
 /// More than any screen measures; numbers of other programs are not trusted.
 constexpr std::uint32_t kMaxCoordinate = 0x7FFF;

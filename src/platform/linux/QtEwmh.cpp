@@ -12,7 +12,7 @@ namespace vembrix {
 
 xcb_ewmh_connection_t* ewmhOfQt() {
   static xcb_ewmh_connection_t* const ewmh = []() -> xcb_ewmh_connection_t* {
-    // The platform without a screen has the interface too, with nothing behind.
+    // The offscreen platform has the interface, too, but no connection.
     if (QGuiApplication::platformName() != QLatin1String("xcb")) return nullptr;
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     if (!x11 || !x11->connection()) return nullptr;
@@ -20,8 +20,8 @@ xcb_ewmh_connection_t* ewmhOfQt() {
     auto* cookies = xcb_ewmh_init_atoms(x11->connection(), &connection);
     const bool ready = xcb_ewmh_init_atoms_replies(&connection, cookies, nullptr) != 0;
     if (!ready) return nullptr;
-    // Qt sends what it or we have asked of the server when it has events to look at or
-    // something to paint, which a timer that moves a window need not bring.
+    // Qt sends buffered requests when it reads events or paints, neither of which a timer that
+    // moves a window need cause.
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
                      qGuiApp, [] { xcb_flush(connection.connection); });
     return &connection;

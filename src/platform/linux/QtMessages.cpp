@@ -12,16 +12,15 @@
 namespace vembrix {
 namespace {
 
-/// What Qt reports though nothing is amiss: that the platform without a screen
-/// cannot do this or that with windows, and where Qt puts files that the program
-/// does not have.
+/// Returns whether the message reports no problem: a limit of the offscreen platform, or the place
+/// of files that the program does not have.
 bool isNoise(const QString& message) {
   return message.startsWith(QLatin1String("This plugin does not support")) ||
          message.startsWith(QLatin1String("QStandardPaths: "));
 }
 
-/// Whether it is of what other clients can make Qt say as often as they like, and has
-/// been said before: each kind is logged once, and not more kinds than a few.
+/// Returns whether other clients can cause the message at will and it was logged before. Each kind
+/// is logged once, and only a few kinds.
 bool isRepeatedByOthers(const QString& message) {
   constexpr std::size_t kMostKinds = 30;
   constexpr const char* kAtoms = "atomName: bad atom";

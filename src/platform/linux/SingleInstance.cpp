@@ -34,7 +34,7 @@ SingleInstance::SingleInstance(std::function<void()> reopened) : reopened_(std::
   const xcb_atom_t atom = atomOf(xcb, selection);
 
   window_ = xcb_generate_id(xcb);
-  // Never mapped: it is there to own the selection and to be written to.
+  // Never mapped: it owns the selection and receives messages.
   xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window_, ewmh->screens[0]->root, -1, -1, 1, 1, 0,
                     XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
   while (!claim(atom)) {

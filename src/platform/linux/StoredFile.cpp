@@ -63,7 +63,7 @@ std::int64_t fileClock() {
 }
 
 int readStoredFile(const std::filesystem::path& path, FileState& state, std::string& bytes) {
-  // Not blocking: whatever stands there instead of a file must not hold us up.
+  // Not blocking, in case it is no regular file.
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   struct stat status {};
   if (file.number() < 0 || ::fstat(file.number(), &status) != 0) return errno;
@@ -149,7 +149,7 @@ std::error_code keepAside(const std::filesystem::path& file) {
     struct stat status {};
     if (::lstat(name.c_str(), &status) == 0) continue;
     const bool isAside = errno == ENOENT && ::rename(file.c_str(), name.c_str()) == 0;
-    // Gone meanwhile is as good.
+    // A file that is gone meanwhile counts as success.
     return isAside || errno == ENOENT ? std::error_code()
                                       : std::error_code(errno, std::generic_category());
   }

@@ -64,7 +64,7 @@ void SystemAppearance::followPortal(QDBusConnection bus) {
               SLOT(settingChanged(QDBusMessage)));
   auto* watcher =
       new QDBusServiceWatcher(kPortal, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
-  // A portal that leaves takes nothing back: the user's preference stands.
+  // The preference stays when the portal ends.
   QObject::connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
                    [this](const QString&, const QString&, const QString& owner) {
                      if (!owner.isEmpty()) readPortal();

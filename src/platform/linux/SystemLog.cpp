@@ -20,7 +20,7 @@
 namespace vembrix {
 namespace {
 
-/// What does not fit, because nobody reads it, is left out. One thread only.
+/// Drops what does not fit because no program reads it. One thread only.
 void writeToStandardError(std::string_view text) {
   constexpr int kPatience = 100;  // milliseconds
   static bool isFull = false;
@@ -46,8 +46,7 @@ class LinuxSystemLog : public SystemLog {
 
   void write(std::string_view line) override {
     std::string text(line);
-    // What others write (a name, a message of a library) must not pass as
-    // lines of its own.
+    // Foreign text (a name, a message of a library) must not form lines of its own.
     std::ranges::replace_if(
         text, [](char c) { return c == '\n' || c == '\r' || c == '\0'; }, ' ');
     std::unique_lock lock(mutex_);
@@ -70,7 +69,7 @@ class LinuxSystemLog : public SystemLog {
       std::thread([this] { run(); }).detach();
       isStarted_ = true;
     } catch (const std::system_error&) {
-      // No thread is left; the lines wait for the next one.
+      // The system has no thread left; the lines wait for the next attempt.
     }
     return isStarted_;
   }
@@ -102,7 +101,7 @@ class LinuxSystemLog : public SystemLog {
   std::deque<std::string> queue_;
   std::uint64_t queuedCount_ = 0;
   std::uint64_t writtenCount_ = 0;
-  /// Whether somebody has waited in vain, so that nobody waits until all is written.
+  /// Whether a thread has waited in vain; then none waits until all is written.
   bool isStuck_ = false;
   bool isStarted_ = false;
 };

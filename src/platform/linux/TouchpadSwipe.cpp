@@ -7,9 +7,9 @@
 namespace vembrix {
 namespace {
 
-/// What fingers move for one Space, in the units of pointer movement.
+/// The fingers' distance for one Space, in units of pointer movement.
 constexpr double kWayOfOneSpace = 400;
-/// Less than this says nothing of where a swipe goes.
+/// The distance from which the direction of a swipe is known.
 constexpr double kDecisiveWay = 8;
 
 }  // namespace
@@ -37,7 +37,7 @@ void TouchpadSwipe::update(const Movement& movement) {
   if (state_ == State::Sideways) {
     send(dockswipe::Change);
   } else if (std::hypot(x_, y_) >= kDecisiveWay) {
-    // The beginning is told only now, so that it tells the way.
+    // Reported only now, when the direction is known.
     state_ = std::abs(x_) > std::abs(y_) ? State::Sideways : State::Idle;
     if (state_ == State::Sideways) send(dockswipe::Begin);
   }

@@ -53,7 +53,7 @@ LinuxUserDefaults::LinuxUserDefaults()
   // A program under a limit of file sizes gets an error, and lives. The settings are the
   // first thing that is used.
   std::signal(SIGXFSZ, SIG_IGN);
-  // What dates need of Qt is made before, so that it is still there at the end.
+  // Initialises what Qt needs for dates, so that it outlives this object.
   writePropertyList(PropertyList::Date());
   std::atexit([] { shared().finish(); });
 }
@@ -88,7 +88,7 @@ DefaultsFile* LinuxUserDefaults::find(std::string_view domain) const {
   if (!isDomainName(domain)) return nullptr;
   auto found = others_.find(domain);
   if (found == others_.end()) {
-    // What is wrong with another application's settings is its own business.
+    // Faults in another application's settings are not logged.
     DefaultsFile file(pathOf(domain), DefaultsFile::Log::Nothing);
     found = others_.emplace(std::string(domain), std::move(file)).first;
   }

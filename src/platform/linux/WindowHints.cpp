@@ -56,7 +56,7 @@ void restoreDock(QWindow& window) {
   if (!ewmh) return;
   const xcb_window_t id = nativeId(window);
   xcb_ewmh_set_wm_window_type(ewmh, id, 1, &ewmh->_NET_WM_WINDOW_TYPE_DOCK);
-  // The rest is the window manager's, as long as the window is shown.
+  // The other states of a shown window belong to the window manager.
   constexpr auto kSource = XCB_EWMH_CLIENT_SOURCE_TYPE_NORMAL;
   xcb_ewmh_request_change_wm_desktop(ewmh, 0, id, kAllDesktops, kSource);
   for (const xcb_atom_t state : dockStates(*ewmh)) {

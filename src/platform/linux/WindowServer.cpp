@@ -71,7 +71,7 @@ class X11WindowServer : public WindowServer {
   }
 
  private:
-  /// What is asked for every label and answered for nearly every one: made once.
+  /// Returns the usual answer for a label, created once.
   const PropertyList& onlyIn(SpaceID space) {
     PropertyList& answer = answers_[space];
     if (answer.isNull()) answer = PropertyList::Array{static_cast<std::int64_t>(space)};

@@ -77,7 +77,7 @@ void X11Desktop::follow() {
 }
 
 bool X11Desktop::isXwayland() const {
-  // Its extension came with 23.1; before, its outputs told.
+  // Its extension came with 23.1; older ones are recognised by their outputs.
   xcb_connection_t* xcb = connection_.xcb();
   const std::string_view extension = "XWAYLAND";
   const auto asked = xcb_query_extension_unchecked(
@@ -180,7 +180,7 @@ void X11Desktop::finishBatch() {
   const Shown now = shown();
   if (now == announced_) return;
   announced_ = now;
-  // A window manager that is only away takes no desktops with it.
+  // The absence of a window manager does not remove desktops.
   if (now.known) {
     windows_.removeSpaces([this](SpaceID space) { return !isKnown(space); }, now.active);
   }
@@ -266,8 +266,8 @@ void X11Desktop::refreshWindowManager() {
   xcb_window_t window = claimed(connection_.root());
   if (window == connection_.root()) window = XCB_WINDOW_NONE;
   followCheckWindow(window);
-  // The root's word outlives a window manager that was killed; the window that
-  // it names does not, and says the same of itself.
+  // The root's property outlives a killed window manager; the window that it names, which has the
+  // same property, does not.
   hasWindowManager_ = window != XCB_WINDOW_NONE && claimed(window) == window;
   const std::string name = hasWindowManager_ ? nameOf(connection_, window) : std::string();
   hasName_ = !name.empty();
@@ -349,7 +349,7 @@ bool X11Desktop::awaitsNames() const {
 
 void X11Desktop::rebuildSpaces() {
   if (awaitsNames()) {
-    // A Space that is there for a moment only would be remembered for good.
+    // A Space that exists only for a moment would be stored for good.
     namesDue_ = MainQueue::main().schedule(kNamesDelay, [this] {
       rebuildSpaces();
       finishBatch();

@@ -61,7 +61,7 @@ void X11EventReader::readAll() {
 }
 
 void X11EventReader::handle(const xcb_generic_event_t& event) {
-  // Window managers tell of places to the window alone: the root's are the server's.
+  // Window managers send positions to the window alone: those at the root come from the server.
   const bool isPlace = (event.response_type & 0x7F) == XCB_CONFIGURE_NOTIFY;
   const bool isSent = (event.response_type & 0x80) != 0;
   if (isForged(event) || (isSent && isPlace)) return;

@@ -52,9 +52,8 @@ bool selectInput(X11Connection& connection, EventBits events) {
   return !error;
 }
 
-/// A pointer that a program puts elsewhere makes no raw event, for no device has moved.
-/// Of the plain events that it makes, those reach the root window that nobody takes
-/// before; others lose nothing by that.
+/// A pointer that a program moves causes no raw event, as no device has moved. Of its plain events
+/// the root window receives those that no other window takes, so that no program loses any.
 void selectWarps(X11Connection& connection, bool selected) {
   const std::uint32_t events = selected ? XCB_EVENT_MASK_POINTER_MOTION : XCB_EVENT_MASK_NO_EVENT;
   xcb_change_window_attributes(connection.xcb(), connection.root(), XCB_CW_EVENT_MASK, &events);

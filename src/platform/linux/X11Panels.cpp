@@ -11,7 +11,7 @@
 namespace vembrix {
 namespace {
 
-/// In 32-bit units. More windows than anybody opens.
+/// In 32-bit units; more windows than users open.
 constexpr std::uint32_t kMaxList = 4096;
 constexpr std::uint32_t kMaxTypes = 16;
 constexpr std::uint32_t kMaxStates = 32;
@@ -171,7 +171,7 @@ bool X11Panels::takeAnswers() {
     if (xcb_poll_for_reply(xcb, questions_.front().sequence, &answer, &refusal) == 0) return false;
     const XcbPtr<void> reply{answer};
     const XcbPtr<xcb_generic_error_t> error{refusal};
-    // An answer may be the reason for another question.
+    // Taking an answer may add a query.
     const Taker take = std::move(questions_.front().take);
     questions_.pop_front();
     take(reply.get());
@@ -242,7 +242,7 @@ void X11Panels::askForWindows() {
            const auto list = unitsOf(reply);
            listWindows(list.data(), list.size());
          });
-  // Some window managers list no panels, least of all their own.
+  // Some window managers do not list panels.
   expect(xcb_query_tree_unchecked(connection_.xcb(), connection_.root()),
          [this](const void* reply) {
            if (reply) {

@@ -123,7 +123,7 @@ void X11WindowList::note(const xcb_generic_event_t& event) {
 }
 
 void X11WindowList::noteConfiguration(const xcb_configure_notify_event_t& event) {
-  // Of the windows in the frames nothing but coming and going matters.
+  // Of windows in frames only creation and destruction matter.
   const auto window = find(event.window);
   if (window == windows_.end()) return;
   const QRect pixels = outerRect(event);
@@ -140,7 +140,7 @@ void X11WindowList::noteReparenting(const xcb_reparent_notify_event_t& event) {
   if (event.event == root) {
     remove(event.window);
     if (event.parent == root) {
-      // Its size is told by no event of its coming; it is not mapped yet.
+      // No event of its creation carries its size; it is not mapped yet.
       xcb_connection_t* xcb = connection_.xcb();
       const XcbPtr<xcb_get_geometry_reply_t> geometry{
           xcb_get_geometry_reply(xcb, xcb_get_geometry_unchecked(xcb, event.window), nullptr)};
@@ -166,8 +166,8 @@ void X11WindowList::setMapped(xcb_window_t id, bool isMapped) {
   const auto window = find(id);
   if (window == windows_.end() || window->isMapped == isMapped) return;
   window->isMapped = isMapped;
-  // Events tell what has changed of a window that was read once, also out of sight; but
-  // one that told nothing then may have become something.
+  // Events report the changes of a window that was read once, also of a hidden one; but one without
+  // a name then may have got one.
   if (isMapped && window->owner.empty()) window->isStale = true;
   forgetAnswers(*window);
 }
@@ -222,7 +222,7 @@ bool X11WindowList::isLarge(const Window& window) const {
 }
 
 void X11WindowList::forgetAnswers(const Window& window) {
-  // Forgetting costs whoever asks next a list made anew.
+  // The next query has to build the list again.
   if (isLarge(window)) answers_ = {};
 }
 

@@ -28,8 +28,8 @@ QDateTime referenceDate() {
 
 // Reading
 
-/// Whether the parser can be let at the text. It would unfold what a document type
-/// declares, and compare each attribute of a tag to all others of that.
+/// Returns whether the text is safe for the parser, which expands the declarations of a document
+/// type and compares each attribute of a tag to all others.
 bool isHarmless(std::string_view text) {
   constexpr std::size_t kLongestTag = 1024;
   constexpr std::pair<std::string_view, std::string_view> kOpaque[] = {
@@ -122,7 +122,7 @@ class Reader {
  public:
   explicit Reader(const QString& text) : text_(text), xml_(text) {}
 
-  /// Nothing when the text is malformed. The outline is that of a dictionary.
+  /// Empty when the text is malformed. `outline` is that of a dictionary.
   std::optional<PropertyList> read(Outline* outline = nullptr);
 
  private:
@@ -133,7 +133,7 @@ class Reader {
   PropertyList array();
   PropertyList dictionary();
   std::vector<Entry> entries();
-  /// Nothing when there is more than text in it.
+  /// Empty when the element holds more than text.
   std::optional<QString> content();
 
   qsizetype offset() const { return static_cast<qsizetype>(xml_.characterOffset()); }

@@ -30,7 +30,7 @@ int pictureInterval() {
   constexpr double kSlowest = 30;
   constexpr double kFastest = 120;
   const QScreen* screen = QGuiApplication::primaryScreen();
-  // Screens that nobody sees tell 0.
+  // Virtual screens report 0.
   const double rate = screen && screen->refreshRate() > 1 ? screen->refreshRate() : kUsualRate;
   return static_cast<int>(std::lround(1000 / std::clamp(rate, kSlowest, kFastest)));
 }
@@ -96,7 +96,7 @@ void AlphaFade::apply(double value) {
 void AlphaFade::finish() {
   timer_.stop();
   apply(to_);
-  // Emptied first: the end may begin anew.
+  // Emptied first: it may start another animation.
   if (const auto ended = std::exchange(ended_, nullptr)) ended();
 }
 

@@ -78,7 +78,7 @@ void FloatingPanel::raise() {
   if (window_) window_->raise();
 }
 
-// Seen or not
+// Visibility
 
 void FloatingPanel::applyAlpha(double alpha) {
   if (isOnScreen_ && isShown_ != (alpha > 0)) {
@@ -90,7 +90,7 @@ void FloatingPanel::applyAlpha(double alpha) {
 
 void FloatingPanel::setOnScreen(bool isOnScreen) {
   isOnScreen_ = isOnScreen;
-  // What lies between two values is seen by the grace of a compositor only.
+  // Values in between are visible only with a compositor.
   alpha_.setGradual(isOnScreen && Compositor::shared().isRunning());
   const bool isShown = isOnScreen && alpha_.value() > 0;
   if (isShown == isShown_) return;

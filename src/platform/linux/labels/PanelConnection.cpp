@@ -33,7 +33,7 @@ xcb_visualid_t visualOfDepth(const xcb_screen_t& screen, std::uint8_t wanted) {
 }  // namespace
 
 std::shared_ptr<PanelConnection> PanelConnection::current() {
-  // Never closed: the next label comes up the sooner.
+  // Never closed, so that the next label is shown sooner.
   static auto& inUse = *new std::shared_ptr<PanelConnection>;
   if (inUse && !inUse->isBroken()) return inUse;
   inUse = nullptr;
@@ -45,7 +45,7 @@ std::shared_ptr<PanelConnection> PanelConnection::current() {
 
 PanelConnection::PanelConnection(std::unique_ptr<X11Connection> connection)
     : connection_(std::move(connection)) {
-  // The server takes requests only from those who have said which they know.
+  // The server accepts requests only from clients that have stated their version.
   const auto version =
       xcb_xfixes_query_version(xcb(), XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION);
   xcb_discard_reply(xcb(), version.sequence);

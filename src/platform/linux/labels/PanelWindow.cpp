@@ -67,7 +67,7 @@ PanelWindow::PanelWindow(std::shared_ptr<PanelConnection> connection, const QStr
   connection_->add(id_);
   setText(*connection_, id_, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, kClass);
   setText(*connection_, id_, connection_->atoms().role, XCB_ATOM_STRING, role.toStdString());
-  // What it is to those who draw or animate windows by their type.
+  // The type for programs that draw or animate windows by it.
   std::array types = {connection_->atoms().onScreenDisplay,
                       connection_->ewmh()->_NET_WM_WINDOW_TYPE_NOTIFICATION};
   xcb_ewmh_set_wm_window_type(connection_->ewmh(), id_, types.size(), types.data());
@@ -189,7 +189,7 @@ void PanelWindow::setOpacity(double opacity) {
 }
 
 void PanelWindow::show(double opacity) {
-  // Said before, so that what comes up is as faint from the start.
+  // Set before mapping, so that the window appears with this opacity.
   sendOpacity(opacity);
   putInFront();
   xcb_map_window(connection_->xcb(), id_);

@@ -51,7 +51,7 @@ class QtDropdownMenu : public NativeMenu {
   }
 
   void setItems(std::vector<MenuItem> items) override {
-    // The widgets go before what they tell of.
+    // The widgets are destroyed before the rows that they refer to.
     menu_.removeAll();
     rows_.clear();
     for (MenuItem& item : items) {

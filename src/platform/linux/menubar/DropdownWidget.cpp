@@ -97,7 +97,7 @@ bool DropdownWidget::eventFilter(QObject* object, QEvent* event) {
 }
 
 bool DropdownWidget::event(QEvent* event) {
-  // The pointer is over nothing any more: no row stays lit by it.
+  // The pointer has left: no row stays highlighted.
   if (event->type() == QEvent::Leave && !editedRow()) {
     setActiveAction(nullptr);
     highlightChanged(nullptr);

@@ -53,8 +53,8 @@ class AccessibleStatusButton : public QAccessibleWidget {
   StatusButton& button_;
 };
 
-/// The list that an assistive program reads, in place of Qt's: that one belongs to the
-/// application, which does not know of it.
+/// Describes the menu in place of Qt's own description, whose parent, the application, does not
+/// list it.
 class AccessibleDropdown : public QAccessibleWidget {
  public:
   explicit AccessibleDropdown(DropdownWidget* menu)

@@ -80,7 +80,7 @@ void RenameButton::paintEvent(QPaintEvent* /*event*/) {
   painter.fillPath(symbol.subtracted(pencil()), color);
 }
 
-// What the button makes nothing of is not for the row behind it.
+// Events that the button ignores must not reach the row behind it.
 
 void RenameButton::mousePressEvent(QMouseEvent* event) {
   QAbstractButton::mousePressEvent(event);

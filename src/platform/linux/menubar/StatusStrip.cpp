@@ -20,7 +20,7 @@
 namespace vembrix {
 namespace {
 
-/// A window manager that knows a better place has the last word.
+/// After so many attempts the window manager's own place is accepted.
 constexpr int kMaxReturns = 3;
 
 QMargins thicknessOf(const Strut& strut) {
@@ -189,8 +189,8 @@ void StatusStrip::moveTo(const QRect& target) {
   const QRect former = std::exchange(target_, target);
   if (former != target) {
     returns_ = 0;
-    // Window managers that stretch docks take no notice of where along the edge one
-    // wants to be, and tell nobody so.
+    // Window managers that stretch docks ignore the requested position along the edge and do not
+    // report that.
     const bool isAlong = former.top() == target.top() && former.height() == target.height();
     if (!isStretched_ || !isAlong) setGeometry(target);
   }
@@ -228,7 +228,7 @@ void StatusStrip::noteGeometry() {
 
 void StatusStrip::updateStretch() {
   isStretched_ = !target_.isEmpty() && geometry().width() > target_.width();
-  // Asked for: whoever stretches a dock need not tell it where it stands.
+  // Queried, as a window manager that stretches a dock need not report its position.
   if (isStretched_) leftEnd_ = geometryOfPixels({originInPixels(*windowHandle()), QSize(1, 1)}).x();
   placeButton();
 }

@@ -15,9 +15,9 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-/// So long a window manager takes, at the most, to do what a window has asked for.
+/// The longest time that a window manager takes for a window's request.
 constexpr milliseconds kSettlingTime{400};
-/// And to show one.
+/// The longest time that it takes to show a window.
 constexpr seconds kMappingTime{3};
 /// As many attempts are made in quick succession; then one each time this has passed.
 constexpr int kQuickAttempts = 4;
@@ -150,7 +150,7 @@ void StripGuard::check() {
     return;
   }
   attempts_ += 1;
-  // Where telling has not helped, or another window manager thinks otherwise.
+  // Where setting the hints again has not helped, or another window manager ignores them.
   if (health == Health::Lost || attempts_ > 1) {
     handlers_.remake();
   } else {

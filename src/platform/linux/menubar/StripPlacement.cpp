@@ -9,8 +9,7 @@ namespace {
 using Edge = StripPlace::Edge;
 using Side = StripPlace::Side;
 
-/// The right end of the first that is free, from the right to the left; nothing where
-/// the strip does not fit in.
+/// Returns the right end of the rightmost free part; empty where the strip does not fit.
 std::optional<QRect> lastFreeIn(const QRect& monitor, int y, const QSize& size,
                                 const std::vector<QRect>& panels) {
   QRect strip({monitor.left() + monitor.width() - size.width(), y}, size);

@@ -25,7 +25,7 @@ constexpr std::string_view kBottom = "bottom";
 constexpr std::string_view kLeft = "left";
 constexpr std::string_view kRight = "right";
 
-/// More than any screen measures, and more monitors than anybody has.
+/// More than the size of any screen or the number of any user's monitors.
 constexpr std::int64_t kMaxNumber = 0x7FFF;
 
 std::optional<int> smallNumber(const PropertyList& value) {

@@ -33,7 +33,7 @@ void PopupButton::showPopup() {
       part->setPalette(colors);
     }
     menu->setWindowRole(QStringLiteral("menu"));
-    // Round corners need somebody to show what is behind them.
+    // Round corners need a compositor to show what is behind them.
     menu->setAttribute(Qt::WA_TranslucentBackground, Compositor::shared().isRunning());
   }
   QComboBox::showPopup();

@@ -13,7 +13,7 @@
 namespace vembrix {
 namespace {
 
-/// Of the arrow keys, for who asks.
+/// The steps of the arrow keys, as reported to assistive programs.
 constexpr double kStepsInRange = 100;
 
 class AccessibleSlider : public QAccessibleWidget, public QAccessibleValueInterface {
@@ -101,7 +101,7 @@ class AccessiblePopup : public QAccessibleWidget {
       : QAccessibleWidget(popup, QAccessible::ComboBox), popup_(*popup) {}
 
   [[nodiscard]] QString text(QAccessible::Text kind) const override {
-    // The description is what assistive programs tell beside the name.
+    // Assistive programs present the description beside the name.
     const bool isChoice = kind == QAccessible::Value || kind == QAccessible::Description;
     return isChoice ? popup_.currentText() : QAccessibleWidget::text(kind);
   }

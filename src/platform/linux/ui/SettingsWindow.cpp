@@ -22,7 +22,7 @@ namespace {
 /// of macOS, is left out, so that what stands below the title bar is the same.
 constexpr double kTitleBarHeight = 28;
 
-/// What the keyboard was on, to find it again in other content.
+/// Identifies the focused control, to find it again in other content.
 struct FocusedControl {
   QByteArray kind;
   QString name;
@@ -44,8 +44,8 @@ void focusSame(const FocusedControl& wanted, const QWidget& area) {
   }
 }
 
-/// Closes with the keys that nothing in it wants. An open menu or dialog has its
-/// keys to itself.
+/// Closes on its closing keys where no control takes them. An open menu or dialog receives its own
+/// keys.
 class Frame : public QWidget {
  protected:
   void keyPressEvent(QKeyEvent* event) override {
