@@ -64,8 +64,8 @@ class SystemApplication : public Application {
   }
 
   void terminate() override {
-    // AppKit ends the process inside terminate:, so that whoever asks would never
-    // come back. From the run loop it also works before run().
+    // AppKit ends the process inside terminate:, so that the caller would never return. From the
+    // run loop it also works before run().
     [app_ performSelector:@selector(terminate:)
                withObject:nil
                afterDelay:0
@@ -73,8 +73,8 @@ class SystemApplication : public Application {
   }
 
   void activate() override {
-    // Its successor, of macOS 14, asks whether it may, and an accessory is often
-    // refused: the window would stay behind those of the program in front.
+    // Its successor since macOS 14 is only a request, which is often refused to an accessory: the
+    // window would stay behind those of the program in front.
     [app_ activateIgnoringOtherApps:YES];
   }
 

@@ -51,19 +51,17 @@ class SystemTappedEvent final : public TappedEvent {
   CGEventRef const event_;
 };
 
-/// Between two enablings. Without the permission, or under a load that lasts, the system
-/// disables the tap as soon as it is enabled, and tells of it: the two would go on at
-/// each other as fast as they can.
+/// Between two enablings. Without the permission, or under a lasting load, the system disables the
+/// tap and reports that as soon as it is enabled, which would form an endless loop.
 constexpr std::chrono::seconds kPause{1};
 
 /// Owns the tap's port and the source by which the main run loop serves it. The
 /// system knows the object by its address, without owning it: the destructor ends
 /// that before the address becomes invalid.
 ///
-/// A tap whose permission has been taken away can hold up the whole session's input, so
-/// it is disabled then, and stays so until the permission is back. What is disabled by
-/// sleep or by another user's session is not always told to the tap; it looks after
-/// itself when these are over.
+/// A tap whose permission has been taken away can hold up the whole session's input, so it is
+/// disabled then, and stays so until the permission is back. The system does not always report that
+/// sleep or another user's session has disabled the tap, so it checks itself after these.
 class SystemEventTap : public EventTap {
  public:
   explicit SystemEventTap(Handler handler)
@@ -82,7 +80,7 @@ class SystemEventTap : public EventTap {
     if (!port_) return;
     CGEventTapEnable(port_.get(), false);
     if (source_) CFRunLoopRemoveSource(CFRunLoopGetMain(), source_.get(), kCFRunLoopCommonModes);
-    // What still waits in the port is not told any more.
+    // Discards what still waits in the port.
     CFMachPortInvalidate(port_.get());
   }
 

@@ -18,8 +18,8 @@ static_assert(std::uint64_t{MouseMoved} == NSEventMaskMouseMoved);
 static_assert(std::uint64_t{KeyDown} == NSEventMaskKeyDown);
 static_assert(std::uint64_t{OtherMouseDown} == NSEventMaskOtherMouseDown);
 
-/// Whom a native monitor tells. Owned by the monitor's block and by the token; it owns
-/// the monitor in turn, until the token is dropped.
+/// The receiver of a native monitor's events. Owned by the monitor's block and by the token; owns
+/// the monitor in turn until the token is dropped.
 struct Listener {
   std::uint64_t mask = 0;
   std::function<void()> handler;

@@ -38,7 +38,7 @@
 }
 
 - (void)receive:(NSNotification*)notification {
-  // What other processes tell comes outside of AppKit's events, and of its pools.
+  // Posts of other processes arrive outside of AppKit's events and their pools.
   @autoreleasepool {
     _handler();
   }
@@ -54,8 +54,8 @@ struct Observer {
   bool isDropped = false;
 };
 
-/// Those who wait for one name, in the order in which they came. A change makes
-/// another list: a post goes by the one with which it began.
+/// The observers of one name, in the order in which they were added. A change creates another list:
+/// a post uses the one with which it began.
 struct Channel {
   using Observers = std::vector<std::shared_ptr<Observer>>;
 
@@ -140,9 +140,8 @@ class SystemNotificationCenter : public NotificationCenter {
 /// application is not active, which an accessory hardly ever is: so posts are both
 /// sent and received regardless.
 ///
-/// The system tells of a new theme before AppKit takes it up, when the application
-/// still looks as before. Whoever waits for the theme is told when the application
-/// has changed, once.
+/// The system reports a new theme before AppKit applies it. Observers of the theme are called once,
+/// when the application's appearance has changed.
 class DistributedNotificationCenter : public SystemNotificationCenter {
  public:
   DistributedNotificationCenter()
@@ -180,7 +179,7 @@ class DistributedNotificationCenter : public SystemNotificationCenter {
   }
 
  private:
-  /// Whether the application looks otherwise than when it was last told.
+  /// Returns whether the application's appearance has changed since it was last reported.
   bool takeUpAppearance() {
     const std::optional<Appearance> now =
         appearanceFrom([NSApplication sharedApplication].effectiveAppearance);

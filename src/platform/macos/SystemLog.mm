@@ -7,15 +7,14 @@
 namespace vembrix {
 namespace {
 
-/// Owns nothing: the log copies what it is told.
+/// Owns nothing: the log copies its lines.
 class UnifiedLog : public SystemLog {
  public:
   void write(std::string_view line) override {
-    // Not NSLog: since macOS 26 it keeps what it is told private, and the log tool
-    // shows "<private>" in its place. At the default level lines are kept.
+    // Not NSLog: since macOS 26 it marks its text private, and the log tool shows "<private>" in
+    // its place. At the default level lines are kept.
     os_log(OS_LOG_DEFAULT, "%{public}.*s", static_cast<int>(line.size()), line.data());
-    // For who starts the program from a terminal. A program of the Finder's has
-    // its standard error nowhere.
+    // For a start from a terminal; programs started by the Finder have no visible standard error.
     std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
   }
 };

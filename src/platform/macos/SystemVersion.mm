@@ -7,9 +7,9 @@
 namespace vembrix {
 namespace {
 
-/// Programs that are built with an older SDK are told an older version of the system.
-/// The kernel's version is the true one for everybody: 23 on macOS 14, 25 on macOS 26,
-/// 27 on macOS 27, whose first previews had 26.
+/// The system reports an older version to programs built with an older SDK. The kernel's version is
+/// true for all programs: 23 on macOS 14, 25 on macOS 26, 27 on macOS 27, whose first previews had
+/// 26.
 int darwinVersion() {
   utsname system{};
   return uname(&system) == 0 ? std::atoi(system.release) : 0;

@@ -59,7 +59,7 @@ void addSwipe(Report& report, const TrackpadSwipe& swipe) {
   report.addFixed(TrackpadSwipe::fingerPosition);
   report.addFixed(0);
   report.addFixed(0);
-  // A mask of directions that nobody uses any more.
+  // An obsolete mask of directions.
   report.add(std::uint32_t{0});
   report.add(static_cast<std::uint16_t>(dockswipe::kHorizontal));
   report.add(TrackpadSwipe::flavor);

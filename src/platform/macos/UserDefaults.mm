@@ -19,9 +19,8 @@ namespace {
 class SystemUserDefaults : public UserDefaults {
  public:
   SystemUserDefaults() {
-    // A value that was just set is on its way to the process that stores it, and would
-    // be lost with this one. AppKit waits for that where it ends the process; nobody
-    // does where main() just returns.
+    // A value that was just set is on its way to the process that stores it and would be lost with
+    // this one. AppKit waits for that where it ends the process, but not where main() returns.
     std::atexit([] { CFPreferencesAppSynchronize(kCFPreferencesCurrentApplication); });
   }
 

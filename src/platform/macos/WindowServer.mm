@@ -54,7 +54,7 @@ class SpacesOfWindows {
   }
 
  private:
-  /// Nothing unless the array is one whole number.
+  /// Empty unless the array is one whole number.
   static std::optional<std::int64_t> onlyNumber(CFArrayRef array) {
     if (CFArrayGetCount(array) != 1) return std::nullopt;
     CFTypeRef element = CFArrayGetValueAtIndex(array, 0);

@@ -9,8 +9,8 @@
 namespace vembrix {
 namespace {
 
-/// Owns nothing of its own: the native view belongs to the window. Compares what it is
-/// told with what it was told before, so that the same again reaches AppKit not at all.
+/// Owns nothing of its own: the native view belongs to the window. Compares new values with the
+/// present ones, so that unchanged ones do not reach AppKit.
 class SystemSignView : public SignView {
  public:
   SystemSignView(VembrixBareWindow* window, VembrixSignView* view) : window_(window), view_(view) {

@@ -16,7 +16,7 @@
 @property(nonatomic, readonly) BOOL isOpen;
 /// How often it has been.
 @property(nonatomic, readonly) int openings;
-/// Nothing is told any more.
+/// Ends all callbacks.
 - (void)invalidate;
 @end
 

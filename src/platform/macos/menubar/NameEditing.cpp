@@ -29,7 +29,7 @@ void NameEditing::ask() {
     return;
   }
   requests_ += 1;
-  // Without a window there is nobody to ask, and no reason to wait for ever.
+  // Without a window there is none to ask, and no reason to wait for ever.
   if (field_.keyboard() == NameField::Keyboard::NoWindow) return;
   field_.askForKeyboard(hadKeyboard_ ? NameField::Selection::AsItWas : NameField::Selection::All);
 }

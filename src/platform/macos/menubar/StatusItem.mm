@@ -199,7 +199,7 @@ class SystemStatusItem : public StatusItem {
   std::unique_ptr<DropdownMenu> menu_;
   /// Whether a click has opened the menu.
   NSTimer* lookAgain_ = nil;
-  /// What is shown; nothing before the first content.
+  /// The content shown; empty before the first.
   std::optional<StatusItemContent> content_;
 };
 

@@ -16,12 +16,12 @@ using namespace vembrix;
   VembrixNameEditor* _nameEditor;
   NSTrackingArea* _trackingArea;
   NSTimer* _hoverTimer;
-  /// Null when nobody is to be told any more.
+  /// Null after invalidate.
   SpaceRowHandler* _handler;
   SpaceRowState _state;
   BOOL _isHighlighted;
-  /// What the menu's opening was for has happened, or the menu closed on a row that
-  /// was being edited: the item's action then counts no more.
+  /// Whether the item's action is ignored: the row has closed the menu itself, or the menu closed
+  /// while the row was edited.
   BOOL _ignoresActivation;
 }
 

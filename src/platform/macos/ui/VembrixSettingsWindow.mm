@@ -21,8 +21,8 @@ constexpr unsigned short kEscapeKey = 53;
     self.tabbingMode = NSWindowTabbingModeDisallowed;
     self.restorable = NO;
     self.autorecalculatesKeyViewLoop = YES;
-    // Shown again it comes to the user, be it over a full-screen window, and takes
-    // nobody back to the Space in which it was left.
+    // Shown again, it appears in the active Space, also over a full-screen window, and does not
+    // take the user back to the Space in which it was left.
     self.collectionBehavior =
         NSWindowCollectionBehaviorMoveToActiveSpace | NSWindowCollectionBehaviorFullScreenAuxiliary;
     [self center];
