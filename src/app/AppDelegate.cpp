@@ -9,11 +9,11 @@
 namespace vembrix {
 namespace {
 
-/// Lets the login's own commotion pass.
+/// Time for other programs to start after the login.
 constexpr std::chrono::milliseconds kTourDelay{1500};
 
-/// Without the permission the program works all the same, with less; it does
-/// not wait for the user's answer.
+/// The program also works, with less, without the permission, so this does not wait for the user's
+/// answer.
 void requestAccessibility() {
   Accessibility& accessibility = Accessibility::shared();
   if (!accessibility.isProcessTrusted(Accessibility::Prompt::No)) {
@@ -35,7 +35,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   observer_ = std::move(observer);
 
   MissionControlWatcher::shared().start();
-  // The user may have put the Spaces into another order there, of which nothing tells.
+  // The user may have reordered the Spaces there, which no notification reports.
   rearrangement_ =
       NotificationCenter::defaultCenter().addObserver(MissionControlWatcher::didChange, [] {
         if (!MissionControlWatcher::shared().isActive()) SpaceManager::shared().reload();

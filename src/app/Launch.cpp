@@ -11,7 +11,7 @@ int runVembrix(std::span<const char* const> arguments) {
   migrateLegacyDefaultsIfNeeded();
   Application& app = Application::shared();
   app.setActivationPolicy(Application::ActivationPolicy::Accessory);
-  // Before there is anything that would show up on the desktop.
+  // Before the program shows anything on the desktop.
   if (ThemePreviewRenderer::runIfRequested(arguments)) return 0;
   // The application holds its delegate weakly, so it is held here; it is never
   // destroyed, since nothing is torn down at the end.

@@ -29,7 +29,7 @@ void migrateLegacyDefaultsIfNeeded() {
   const PropertyList answer = defaults.keyList(kLegacyDomain);
   if (const PropertyList::Array* keys = answer.asArrayOfStrings()) {
     copyMissing(defaults, *keys);
-    // The keys found, not those copied: it tells how much there was.
+    // Counts the keys found, not those copied.
     logLine("migrated " + std::to_string(keys->size()) + " settings from legacy domain");
   }
   defaults.set(kDidMigrate, true);

@@ -20,7 +20,7 @@ Font signFont(double size) {
 }
 
 Srgb blend(const Srgb& a, const Srgb& b, double t) {
-  // Also what is no number becomes 0.
+  // NaN becomes 0, too.
   const double part = t > 0 ? std::min(t, 1.0) : 0;
   const auto between = [part](double from, double to) { return from + part * (to - from); };
   return {between(a.red, b.red), between(a.green, b.green), between(a.blue, b.blue),

@@ -33,7 +33,7 @@ std::string listed(const std::vector<std::uint64_t>& spaces) {
   return text += ']';
 }
 
-/// The ids of an answer, each once, in ascending order. What is no id counts as absent.
+/// The ids of an answer, each once, in ascending order. Entries that are no ids are left out.
 std::vector<std::uint64_t> spaceSet(const PropertyList::Array& answer) {
   std::vector<std::uint64_t> spaces;
   spaces.reserve(answer.size());
@@ -47,8 +47,7 @@ std::vector<std::uint64_t> spaceSet(const PropertyList::Array& answer) {
   return spaces;
 }
 
-/// Whether the answer says that Space and nothing else: the common case, which needs
-/// no set.
+/// Returns whether the answer is that Space alone: the common case, which needs no set.
 bool isExactly(const PropertyList::Array& answer, std::uint64_t space) {
   return answer.size() == 1 && answer.front().integer() == static_cast<std::int64_t>(space);
 }
@@ -104,7 +103,7 @@ void SpaceSignWindowController::reconcile(const SignWindow& window, SpaceID spac
   const PropertyList answer =
       server.CGSCopySpacesForWindows(connection, WindowServer::allSpaces, windows);
   const PropertyList::Array* ids = answer.asArray();
-  // A window that the server shows nowhere is left alone until it does.
+  // A window that the server reports in no Space is left alone until it reports one.
   if (!ids || ids->empty() || isExactly(*ids, space)) return;
   std::vector<SpaceID> spaces = spaceSet(*ids);
   if (spaces.empty() || spaces == std::vector{space}) return;
@@ -122,7 +121,7 @@ void SpaceSignWindowController::primeNonActiveSigns() {
     }
     return;
   }
-  // The overlay owns the screen.
+  // During the tour the overlay is shown in place of the labels.
   if (isTouring_) return;
   const SpaceID active = SpaceManager::shared().activeSpaceID();
   if (MissionControlWatcher::shared().isActive()) {

@@ -16,7 +16,7 @@ constexpr milliseconds kFadeOut{250};
 TourOverlayContent overlayContent() {
   return {.frame = centered(kOverlaySize, signScreen().frame),
           .level = WindowLevel::Status,
-          // It goes with the user into every Space.
+          // The overlay is in every Space.
           .collectionBehavior = CanJoinAllSpaces | Stationary | IgnoresCycle,
           .fill = {0, 0, 0, 0.72},
           .cornerRadius = kOverlaySize.height / 2,

@@ -1,4 +1,4 @@
-// When labels are seen.
+// The visibility of labels.
 
 #include <algorithm>
 #include <array>
@@ -23,7 +23,7 @@ constexpr seconds kShowDuration{15};
 constexpr milliseconds kHideFade{350};
 constexpr milliseconds kArrivalFade{500};
 constexpr milliseconds kWaveAwayFade{300};
-/// A label that is fainter cannot be waved away: it is hardly there.
+/// A fainter label, which is hardly visible, cannot be dismissed.
 constexpr double kFaintest = 0.05;
 
 /// The active desktop's label keeps out of the way while the others are shown.
@@ -91,7 +91,7 @@ void SpaceSignWindowController::handleSwipeBegan(bool isRight) {
   const SpaceInfo* target = neighbor(isRight);
   if (!target || windows_.contains(target->spaceID)) return;
   WindowServer& server = WindowServer::shared();
-  // A new window is born in the active Space, and would stay there.
+  // A new window is in the active Space and would stay there.
   if (!server.canPlaceWindows()) return;
   const Sign& sign = makeSign(*target, IncludingActive::No, alpha);
   pinWindow(sign.window(), target->spaceID);
@@ -140,7 +140,7 @@ void SpaceSignWindowController::endArrival(SpaceID space) {
     fade(kArrivalFade);
     return;
   }
-  // Seen for as long as with the fade, then gone at once.
+  // Visible for as long as with the fade, then hidden at once.
   vanishWorkItem_ = MainQueue::main().schedule(kArrivalFade, [fade] { fade(Duration::zero()); });
 }
 
@@ -159,8 +159,7 @@ void SpaceSignWindowController::refreshHeat() {
   }
 }
 
-// On every move of the mouse: nothing is asked of the window server unless a label
-// can be touched.
+// Called on every move of the mouse: queries the window server only while a label can be touched.
 void SpaceSignWindowController::mouseMoved() {
   if (MissionControlWatcher::shared().isActive()) return;
   if (isShowing_) {

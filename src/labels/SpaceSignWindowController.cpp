@@ -1,4 +1,4 @@
-// What sets the controller in motion: notifications, timers, the mouse.
+// The events that the controller responds to: notifications, timers, the mouse.
 
 #include "labels/SpaceSignWindowController.h"
 
@@ -20,7 +20,7 @@ std::shared_ptr<SpaceSignWindowController> SpaceSignWindowController::create() {
 void SpaceSignWindowController::start() {
   ensureSignForActiveSpace();
   observe();
-  // Idle programs in the background get their timers late, and the labels with them.
+  // The timers of idle background programs are late, which would delay the labels.
   activityToken_ = Application::shared().beginActivity(
       Application::userInitiatedAllowingIdleSystemSleep, "Keep desktop-label priming responsive");
   startPrimeTimer();

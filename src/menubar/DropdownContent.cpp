@@ -12,7 +12,7 @@
 namespace vembrix {
 namespace {
 
-/// Less than this is no glow that anybody would see.
+/// Less heat gives no visible glow.
 constexpr double kFaintHeat = 0.05;
 
 MenuItem makeCommand(const AppTheme& theme, MenuCommand command) {

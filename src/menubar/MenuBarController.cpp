@@ -48,7 +48,7 @@ void MenuBarController::refreshMenuAppearance() {
 }
 
 void MenuBarController::menuNeedsUpdate() {
-  // The system does not tell of every change of Spaces.
+  // The system does not report every change of Spaces.
   SpaceManager::shared().reload();
   refreshMenuAppearance();
   if (DropdownMenu* menu = statusItem_->menu()) {

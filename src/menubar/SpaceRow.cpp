@@ -147,7 +147,7 @@ KeyHandling SpaceRow::keyDown(RowKey key) {
 void SpaceRow::commit() {
   if (!state_.isEditing) return;
   const std::string raw = view_->editedText();
-  // As it was typed, so that nothing moves under the user's eyes.
+  // As typed, so that the text does not move when editing ends.
   label_ = trimWhitespace(raw).empty() ? displayName_ : raw;
   endEditing();
   const auto report = actions_.onCommitRename;
@@ -168,7 +168,7 @@ void SpaceRow::showTint() {
 }
 
 void SpaceRow::closeAndSwitch() {
-  // Closing the menu may end the row.
+  // Closing the menu may destroy the row.
   auto onSwitch = actions_.onSwitch;
   view_->closeMenu();
   if (onSwitch) MainQueue::main().async(std::move(onSwitch));

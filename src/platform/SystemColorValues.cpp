@@ -48,7 +48,7 @@ Srgb systemColorValue(SystemColor name, Appearance appearance) {
 Srgb resolved(const Color& color, Appearance appearance) {
   if (const auto srgb = color.srgb()) return *srgb;
   Srgb value = systemColorValue(*color.systemColor(), appearance);
-  // An alpha of 1 is none of its own: the system's colour keeps what it has.
+  // An alpha of 1 keeps that of the system's colour.
   if (color.alpha() != 1) value.alpha = color.alpha();
   return value;
 }

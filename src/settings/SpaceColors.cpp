@@ -38,9 +38,8 @@ std::optional<PropertyList> encodeColors(const SpaceColors& colors) {
   return PropertyList(PropertyList::Data(text->begin(), text->end()));
 }
 
-/// The last stored bytes and what they mean. A menu or a set of labels asks for
-/// the colours of every Space in turn; the bytes, read afresh each time, are
-/// decoded once.
+/// The last stored bytes and their value. A menu or a set of labels reads the colours of every
+/// Space in turn; equal bytes are decoded only once.
 struct Decoded {
   PropertyList stored;
   SpaceColors colors;

@@ -46,7 +46,7 @@ void animatedDockSwipe(ISSDirection direction) {
 
 void instantDockSwipe(ISSDirection direction) {
   const double s = sign(direction);
-  // Next to no way at a great speed: the system arrives without a transition.
+  // A minimal distance at high speed: the system moves without a transition.
   const double progress = s * std::ldexp(1.0, -149);
   for (const auto phase : {dockswipe::Begin, dockswipe::Change, dockswipe::End}) {
     postSwipe(phase, progress, s * 400.0);

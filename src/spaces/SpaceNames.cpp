@@ -17,8 +17,8 @@ std::string defaultName(int number) {
   return number == 0 ? "Desktop" : "Desktop " + std::to_string(number);
 }
 
-/// Whether a name says no more than the number does: a word at the most, and the number
-/// ("Desktop 3", "Workspace 3", "3", "03").
+/// Returns whether a name is only the number, or one word and the number ("Desktop 3", "Workspace
+/// 3", "3", "03").
 bool isOnlyNumbered(std::string_view name, int number) {
   const std::string digits = std::to_string(number);
   if (!name.ends_with(digits)) return false;

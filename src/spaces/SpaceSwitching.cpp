@@ -18,7 +18,7 @@ namespace {
 constexpr std::chrono::milliseconds kInstantInterval{50};
 constexpr std::chrono::milliseconds kAnimatedInterval{220};
 
-/// Whether the display's list, as the window server tells it, holds the Space.
+/// Returns whether the display's list from the window server holds the Space.
 bool holdsSpace(const PropertyList::Array& entries, std::uint64_t spaceID) {
   return std::ranges::any_of(entries, [&](const PropertyList& entry) {
     const std::optional<std::int64_t> id = entry["ManagedSpaceID"].integer();

@@ -12,8 +12,7 @@ std::shared_ptr<SwipeWatcher> SwipeWatcher::create() {
 
 void SwipeWatcher::start() {
   if (tap_) return;
-  // The tap does not outlive the watcher, so it may know it by address, and no
-  // event pays for more.
+  // The tap does not outlive the watcher, so a plain pointer is safe and the cheapest per event.
   tap_ = EventTap::create(
       [this](std::uint32_t type, const TappedEvent& event) { handle(type, event); });
   if (!tap_) {
@@ -28,8 +27,8 @@ void SwipeWatcher::handle(std::uint32_t type, const TappedEvent& event) {
     if (tap_) tap_->enable();
     return;
   }
-  // Every event of the session comes by here: these three tests turn away all
-  // but the user's own swipes, and those of other programs.
+  // Receives every event of the session: these three tests reject all but swipes of the user and of
+  // other programs.
   if (event.integerField(dockswipe::SourceProcess) != 0) return;
   if (event.integerField(dockswipe::EventType) != dockswipe::kDockControl) return;
   if (event.integerField(dockswipe::GestureKind) != dockswipe::kDockSwipe) return;

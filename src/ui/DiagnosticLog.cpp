@@ -26,7 +26,7 @@ DiagnosticLog gatherDiagnosticLog(const LogTool& tool) {
   auto* output = std::get_if<LogTool::Output>(&result);
   std::string text = output ? textOf(std::move(*output))
                             : textOf(std::get<LogTool::LaunchFailure>(result), tool.command());
-  // Counted here, so that a log of any size keeps nobody waiting.
+  // Counted here, off the main thread, as the log may be large.
   const std::size_t lines = countLines(text);
   return {std::move(text), lines};
 }

@@ -50,8 +50,7 @@ std::string joined(std::initializer_list<std::string_view> parts) {
   return text;
 }
 
-/// The line is written even when the file could not be, so that a run always says the
-/// same.
+/// Prints the line even when the file cannot be written, so that the output is always the same.
 void write(const std::string& path, const std::string& bytes) {
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));

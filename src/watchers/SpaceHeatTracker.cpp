@@ -15,7 +15,7 @@ constexpr std::string_view kSpaceHeatRecency = "SpaceHeatRecency";
 constexpr std::size_t kMaxEntries = 32;
 constexpr std::uint64_t kEngagement = LeftMouseDown | RightMouseDown | OtherMouseDown | KeyDown;
 
-/// The heat of each place; later ones are cold.
+/// The heat by position in the order; later positions are cold.
 constexpr double kHeatByPlace[] = {1.0, 0.78, 0.6084, 0.474552, 0.37015056, 0.2887174368};
 
 std::vector<std::string> loadRecency() {

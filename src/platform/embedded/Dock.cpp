@@ -9,9 +9,9 @@
 namespace vembrix {
 namespace {
 
-/// Half of the way counts as the whole.
+/// The progress from which a swipe moves the user.
 constexpr double kEnoughProgress = 0.5;
-/// A flick: this speed decides where the way does not.
+/// The speed from which a shorter swipe (a flick) moves the user.
 constexpr double kFlickVelocity = 1.0;
 constexpr double kNoProgress = 0.0001;
 constexpr double kInstantVelocity = 100.0;

@@ -1,5 +1,4 @@
-// The embedded desktop under the user's hands: swipes, Mission Control and the
-// windows on the screen.
+// The input side of the embedded desktop: swipes, Mission Control and the windows on the screen.
 
 #include <algorithm>
 #include <utility>
