@@ -9,9 +9,8 @@
 
 namespace vembrix {
 
-/// The labels' windows on the embedded desktop and the Spaces that they belong to, which a
-/// window does not tell: it is the one to which its window is first added. Exists before the
-/// first label.
+/// The labels' windows on the embedded desktop and the Space of each: the one to which the window
+/// is first added. To be created before the first label.
 class LabelWindows {
  public:
   using SpaceID = WindowServer::SpaceID;
@@ -29,7 +28,7 @@ class LabelWindows {
   [[nodiscard]] SpaceID ownerOf(const RecordingSignWindow& window) const {
     return owners_.at(window.windowNumber());
   }
-  /// Those that hold it now.
+  /// Returns the Spaces that hold the window.
   [[nodiscard]] static std::set<SpaceID> spacesOf(const RecordingSignWindow& window) {
     const auto found =
         EmbeddedDesktop::shared().windows().spacesOf(std::array{window.windowNumber()}, {});

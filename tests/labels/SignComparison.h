@@ -9,15 +9,15 @@
 
 namespace vembrix {
 
-/// The labels on the embedded desktop beside those of the model, at this moment: which there
-/// are, how each looks and where its fade leads, the tour's overlay, and the stored recency.
+/// Compares the present labels on the embedded desktop with those of the model: their number, looks
+/// and fades, the tour's overlay, and the stored recency.
 class SignComparison {
  public:
-  /// Compares. Only a side-by-side that is asked for is written, so that looking costs little.
+  /// Compares; writes sideBySide() only where `isWritten`, to keep comparisons cheap.
   SignComparison(const SignModel& model, const LabelWindows& windows, bool isWritten);
 
   [[nodiscard]] bool isSame() const { return isSame_; }
-  /// A line for everything that was compared, model first; "!!" marks what differs.
+  /// One line per compared value, the model's first; "!!" marks differences.
   [[nodiscard]] const std::string& sideBySide() const { return text_; }
 
  private:

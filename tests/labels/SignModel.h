@@ -18,19 +18,18 @@
 
 namespace vembrix {
 
-/// Which labels there have to be and how each has to look, decided a second time, beside the
-/// product and without a line of it, in the plainest way there is: one function for each
-/// thing that happens, one statement for each rule. Says nothing of how often a window is
-/// touched or what that costs.
+/// A second, independent implementation of the rules for labels, as simple as possible: one
+/// function per event, one statement per rule. Ignores how often a window is changed and what that
+/// costs.
 ///
-/// It hears of the same things as the product, on the embedded desktop, each time right after
-/// the product, and waits on the same queue. So both agree whenever no block runs. Of names,
-/// menus and windows that were moved behind the program's back it has to be told.
+/// It receives the same events of the embedded desktop as the product, right after it, and uses the
+/// same queue, so that both agree whenever no block runs. Changes of names, menus and windows that
+/// no event reports must be passed to it.
 class SignModel {
  public:
   using SpaceID = model::SpaceID;
 
-  /// An alpha value at rest, or on its even way to another.
+  /// An alpha value, at rest or in a linear fade.
   struct Alpha {
     double from = 1;
     double to = 1;
@@ -48,17 +47,17 @@ class SignModel {
     SignLook look;
     /// The Spaces that hold the window.
     std::set<SpaceID> spaces;
-    /// How often it was told to draw anew.
+    /// Number of requested redraws.
     int displays = 0;
   };
 
-  /// The panel that stands over the tour, until it is ordered out.
+  /// The panel that covers the tour, until it is ordered out.
   struct Overlay {
     Rect frame;
     Alpha alpha;
   };
 
-  /// How often what is worth waiting for has come about.
+  /// Counts of the interesting events.
   struct Census {
     int risenShows = 0;
     int showsEndedByTime = 0;
@@ -76,15 +75,15 @@ class SignModel {
     std::size_t mostLabels = 0;
   };
 
-  /// Before the program launches, so that the user's swipes reach it.
+  /// To be created before the program launches, so that the user's swipes reach it.
   SignModel();
   SignModel(const SignModel&) = delete;
   SignModel& operator=(const SignModel&) = delete;
 
-  /// The program has launched, and the queue has not run since.
+  /// To be called after the program's launch, before the queue runs.
   void begin();
 
-  // What nobody announces
+  // Changes that no event reports
 
   /// The dropdown was opened: the Spaces are read again.
   void menuOpened() { reload(); }
@@ -92,7 +91,7 @@ class SignModel {
   /// The window server has the label's window in these Spaces.
   void windowMoved(SpaceID label, std::set<SpaceID> spaces);
 
-  // What there has to be
+  // The expected state
 
   [[nodiscard]] const std::map<SpaceID, Label>& labels() const { return labels_; }
   [[nodiscard]] const std::vector<std::shared_ptr<Overlay>>& overlays() const { return overlays_; }
@@ -135,7 +134,7 @@ class SignModel {
   static void tint(Label& label);
   static void addTo(Label& label, SpaceID space);
 
-  // When they are seen
+  // Visibility
   void tick();
   void prime();
   void showAll();

@@ -10,8 +10,8 @@
 #include "platform/Geometry.h"
 #include "platform/WindowServer.h"
 
-/// The desktop and the settings as the model of the labels reads them: through the seam, and
-/// by code of its own. Each call reads anew. Main thread.
+/// Reads the desktop and the settings for the model of the labels, through the seam but with
+/// independent code and without a cache. Main thread.
 namespace vembrix::model {
 
 using SpaceID = WindowServer::SpaceID;
@@ -52,7 +52,7 @@ struct Palette {
   Srgb hot;
   Srgb rim;
 };
-/// Of the stored name, or Ember.
+/// The palette of the stored name, or Ember.
 const Palette& heatPalette();
 
 }  // namespace vembrix::model

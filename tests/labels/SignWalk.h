@@ -15,28 +15,28 @@
 
 namespace vembrix {
 
-/// A user, a system and a clock that do anything at all, in any order, on the embedded
-/// desktop: the same for the same seed, everywhere. Every event is one function that says
-/// what it has done; the table in SignWalk.cpp says how often each comes.
+/// A random walk of user, system and clock on the embedded desktop, the same for equal seeds on
+/// every platform. Each event is a function that returns its description; the table in SignWalk.cpp
+/// holds their frequencies.
 class SignWalk {
  public:
   using SpaceID = EmbeddedDesktop::SpaceID;
 
-  /// Before the program launches. Decides what stands there: Spaces, settings, the
-  /// permission. The model is told of what nobody announces.
+  /// To be created before the program launches. Chooses Spaces, settings and permission, and passes
+  /// changes without an event to the model.
   SignWalk(unsigned seed, SignModel& model, const LabelWindows& windows);
 
-  /// Does the next event, mostly with the turn of the main queue that follows it, and says
-  /// what it was.
+  /// Performs the next event, usually with the following turn of the main queue, and returns its
+  /// description.
   std::string step();
 
-  /// Ends what goes on until it is ended, and waits until nothing waits any more but timers.
+  /// Ends all lasting events and waits until only timers are left.
   void settle();
 
  private:
   struct Event {
     int weight;
-    /// Whether it leaves a show of all labels alone, which otherwise hardly ever lasts.
+    /// Whether it never interrupts a show of all labels, which otherwise hardly ever lasts.
     bool isCalm;
     std::string (SignWalk::*happens)();
   };
@@ -111,8 +111,8 @@ class SignWalk {
   std::string store(std::string_view key, const PropertyList& value);
   std::string moveMouse(std::string_view where, Point place);
   std::string addSpace(EmbeddedDesktop::SpaceType type);
-  /// Spaces have come or gone: tells the model where the windows are, unless it was told
-  /// when that was announced.
+  /// Passes the windows' Spaces to the model after Spaces were added or removed, unless an event
+  /// has done so.
   void spacesChanged();
   void tellPlaces();
   [[nodiscard]] Duration untilNext() const;

@@ -4,8 +4,7 @@
 
 namespace vembrix {
 
-/// How often this process has allocated memory with operator new so far, on all
-/// threads.
+/// Returns the number of allocations with operator new by all threads of this process so far.
 std::size_t allocationCount();
 
 }  // namespace vembrix

@@ -11,8 +11,7 @@
 
 namespace vembrix {
 
-/// Writes down the product's notifications of the default center in the order
-/// in which they are posted.
+/// Records the product's notifications of the default center in the order of posting.
 class Posts {
  public:
   Posts() {

@@ -8,7 +8,7 @@
 
 namespace vembrix {
 
-/// The way in which the platform runs its log's tool, with a tool of the test's own.
+/// Runs a tool of the test's own as the platform runs its log tool.
 class LogToolUnderTest {
  public:
   static std::unique_ptr<LogToolUnderTest> create();
@@ -17,9 +17,9 @@ class LogToolUnderTest {
 
   /// Makes the tool a script of sh, which has the arguments as "$@".
   virtual void becomeScript(const std::string& script) = 0;
-  /// The tool's file is there, but may not be run.
+  /// Makes the tool's file exist without the permission to run it.
   virtual void forbid() = 0;
-  /// There is no tool.
+  /// Removes the tool.
   virtual void vanish() = 0;
 
   [[nodiscard]] virtual std::vector<std::string> arguments() const = 0;

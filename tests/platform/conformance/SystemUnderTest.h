@@ -15,12 +15,11 @@
 
 namespace vembrix {
 
-/// How long what has to happen may take on a busy machine. It is noticed at once.
+/// The longest wait for an expected event on a busy machine; waits end as soon as it happens.
 inline constexpr std::chrono::seconds kPatience{30};
 
-/// The platform that a conformance suite runs on, from the outside: what the
-/// user, the desktop and other programs do to it. One implementation per
-/// platform; the suites are the same for all.
+/// The platform of a conformance suite from the outside: the actions of the user, the desktop and
+/// other programs. One implementation per platform; the suites are the same for all.
 class SystemUnderTest {
  public:
   /// Made on first use, before any service of the platform is touched.
@@ -31,8 +30,7 @@ class SystemUnderTest {
   /// Lets the main queue run for that long.
   virtual void runFor(Duration duration) = 0;
 
-  /// Lets the main queue run until the condition holds, at most for `limit`.
-  /// Whether it came to hold.
+  /// Runs the main queue until the condition holds, at most for `limit`. Returns whether it held.
   virtual bool runUntil(const std::function<bool()>& condition, Duration limit) = 0;
 
   /// The domain of the process's own settings.
@@ -42,11 +40,11 @@ class SystemUnderTest {
   /// of the platform's usual kind.
   virtual void writeDomain(std::string_view domain, const PropertyList& contents) = 0;
 
-  /// What the domain holds, as another program reads it: a dictionary, or null
-  /// when there is no such domain.
+  /// Returns the domain as another program reads it: a dictionary, or null when there is no such
+  /// domain.
   virtual PropertyList readDomain(std::string_view domain) = 0;
 
-  /// Puts bytes in the place of the domain that are no property list.
+  /// Replaces the domain's bytes by some that are no property list.
   virtual void damageDomain(std::string_view domain) = 0;
 
   /// Lines written to the system log since the start, oldest first.
@@ -67,10 +65,10 @@ class SystemUnderTest {
   /// Another program shows a window of that size, in front of the others and
   /// with the user's attention. Its windows go by that name.
   virtual void showWindow(const std::string& owner, const Size& size) = 0;
-  /// By which name a program goes that shows all windows at once, as the Dock.
+  /// The name of a program that shows all windows at once, as the Dock does.
   virtual std::string dockName() = 0;
 
-  // What the user does while another program has the attention.
+  // The user's input while another program is active.
 
   /// Presses the button or a key there, and lets it go.
   virtual void press(EventMask type) = 0;

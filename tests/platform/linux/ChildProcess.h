@@ -7,8 +7,8 @@
 
 namespace vembrix {
 
-/// A program that a test needs beside it. Ends with the test, whatever happens
-/// to that; its own output goes nowhere.
+/// A program that runs beside a test and ends with it, even when the test crashes. Its output is
+/// discarded.
 class ChildProcess {
  public:
   struct Command {
@@ -22,7 +22,7 @@ class ChildProcess {
   static constexpr int kOutput = 3;
 
   explicit ChildProcess(const Command& command);
-  /// Asks it to end, then makes it.
+  /// Ends it by SIGTERM, then by SIGKILL.
   ~ChildProcess();
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
@@ -30,7 +30,7 @@ class ChildProcess {
   [[nodiscard]] pid_t pid() const { return pid_; }
   /// Ends it as a crash does, and waits.
   void kill();
-  /// Halts it, and lets it go on.
+  /// Stop it and let it continue.
   void stop() const;
   void resume() const;
 

@@ -13,8 +13,8 @@
 
 namespace vembrix {
 
-/// A dropdown on a screen that nobody sees, and a user in front of it. What the
-/// user does comes in through the window, as it does from a display server.
+/// A dropdown on the offscreen platform and its user, whose input arrives through the window as
+/// from a display server.
 class DropdownUser {
  public:
   DropdownUser();
@@ -32,7 +32,7 @@ class DropdownUser {
   // Points in a row are in its widget's coordinates.
 
   void pointAt(const SpaceRowWidget& row, QPoint point = kName);
-  /// Somewhere in the menu's window, or besides.
+  /// Moves the pointer to a point inside or outside the menu's window.
   void pointAt(QPoint point);
   void press(const SpaceRowWidget& row, QPoint point = kName);
   void release(const SpaceRowWidget& row, QPoint point = kName);
@@ -40,11 +40,11 @@ class DropdownUser {
   void click(const SpaceRowWidget& row, QPoint point = kName);
   /// On the middle of an item without a widget.
   void click(QAction& item);
-  /// As it stands there once the pointer is over the row.
+  /// Clicks the pencil that appears once the pointer is over the row.
   void clickPencil(SpaceRowWidget& row);
 
   void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-  /// Signs of ASCII.
+  /// Types ASCII characters.
   void type(const char* text);
 
   static constexpr QPoint kDot{21, 12};

@@ -12,8 +12,8 @@
 
 namespace vembrix {
 
-/// A message bus of the test's own, which is the session's and the system's bus
-/// for all that this process connects from then on.
+/// A message bus of the test's own, which replaces the session's and the system's bus for all later
+/// connections of this process.
 class PrivateBus {
  public:
   PrivateBus();
@@ -39,11 +39,11 @@ class FakePortal : public QDBusVirtualObject {
   FakePortal(const FakePortal&) = delete;
   FakePortal& operator=(const FakePortal&) = delete;
 
-  /// As the portal numbers it: 0 none, 1 dark, 2 light. Told to all.
+  /// Sets the portal's number (0 none, 1 dark, 2 light) and emits the change.
   void setPreference(unsigned preference);
-  /// The same without telling anybody.
+  /// The same without a signal.
   void presetPreference(unsigned preference) { preference_ = preference; }
-  /// Whether the user wants less motion; 0 or 1. Told to all.
+  /// Sets whether the user wants less motion (0 or 1) and emits the change.
   void setReducedMotion(unsigned value);
   /// A change of another setting of the same number.
   void announceOtherSetting(unsigned value);

@@ -10,11 +10,11 @@
 
 namespace vembrix {
 
-/// An X server of the test's own, with a screen of 1440 x 900 pixels that
-/// nobody sees, and a window manager on it when one is started.
+/// An X server of the test's own with a virtual screen of 1440 x 900 pixels and, once started, a
+/// window manager.
 class PrivateDisplay {
  public:
-  /// The server answers, at DISPLAY, when this returns.
+  /// Starts the server, which answers at DISPLAY when this returns.
   PrivateDisplay();
 
   /// With four desktops; ready when this returns. One at a time.

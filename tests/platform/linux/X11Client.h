@@ -13,8 +13,7 @@
 
 namespace vembrix {
 
-/// Another client of the X server: the user's pager, a settings program, or one
-/// that does as it should not.
+/// Another client of the X server: the user's pager, a settings program, or a misbehaving one.
 class X11Client {
  public:
   struct Geometry {
@@ -30,7 +29,8 @@ class X11Client {
   X11Client(const X11Client&) = delete;
   X11Client& operator=(const X11Client&) = delete;
 
-  // Each waits until it is so, at most as long as a busy machine may need; whether it came to be.
+  // Each waits for its effect, at most as long as a busy machine may need, and returns whether it
+  // came.
 
   /// Until there is one that takes windows.
   bool waitForWindowManager();
@@ -44,18 +44,18 @@ class X11Client {
   /// others and with the focus. Undecorated, at the top left.
   bool showWindow(const std::string& windowClass, std::uint16_t width, std::uint16_t height);
 
-  /// Claims to put the screen together, as a compositor does, until this client goes.
+  /// Claims to be the compositor until this client ends.
   void claimCompositing();
 
   /// A panel of this client's own; the window manager may take a moment to show it.
   xcb_window_t showDock(const Geometry& place);
 
-  // What other programs may do to a window of anybody's. Do not wait.
+  // Actions on another program's window. Do not wait.
 
   /// The first two through the window manager, as a pager does.
   void close(xcb_window_t window);
   void moveToDesktop(xcb_window_t window, std::uint32_t index);
-  /// From windows that are to come up; as a window manager does that misses them.
+  /// Ignores requests to map windows, as a window manager that misses them.
   void ignoreRequests(bool ignore);
   void unmap(xcb_window_t window);
   void raise(xcb_window_t window);
@@ -66,13 +66,13 @@ class X11Client {
   void kill(xcb_window_t window);
   [[nodiscard]] bool isViewable(xcb_window_t window);
 
-  // The user's hands, as the devices tell of them.
+  // The user's input, as devices report it.
 
   void clickButton(std::uint8_t button);
   /// A key of no meaning.
   void pressKey();
   void movePointer(std::int16_t x, std::int16_t y);
-  /// Puts the pointer there, as programs do and no device.
+  /// Moves the pointer as a program does, without a device.
   void warpPointer(std::int16_t x, std::int16_t y);
 
   [[nodiscard]] xcb_window_t root() const;
@@ -80,7 +80,7 @@ class X11Client {
   [[nodiscard]] std::vector<xcb_window_t> windowsOfRole(std::string_view role);
 
   [[nodiscard]] bool isMapped(xcb_window_t window);
-  /// Whether window managers leave it alone.
+  /// Returns whether window managers ignore the window.
   [[nodiscard]] bool isOverrideRedirect(xcb_window_t window);
   /// The window that gets the keyboard.
   [[nodiscard]] xcb_window_t focus();
@@ -122,7 +122,7 @@ class X11Client {
                               std::uint16_t width, std::uint16_t height);
   xcb_atom_t atom(std::string_view name);
   std::string atomName(xcb_atom_t atom);
-  /// Tells it until the property has the value.
+  /// Repeats the request until the property has the value.
   bool demand(std::string_view property, std::uint32_t value);
   bool waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit);
   void collectWindows(xcb_window_t parent, std::string_view role, std::vector<xcb_window_t>& found);

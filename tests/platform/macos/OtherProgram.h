@@ -7,11 +7,11 @@
 
 namespace vembrix {
 
-/// A program other than the one under test, as far as settings go: a process that is
-/// started for each call and has ended when it returns. A failure fails the test.
+/// Another program that uses settings: a process started for each call, which has ended when the
+/// call returns. A failure fails the test.
 namespace other_program {
 
-/// Makes the dictionary all that the domain holds.
+/// Replaces the domain's contents by the dictionary.
 void writeDomain(std::string_view domain, const PropertyList& contents);
 
 /// What the domain holds: a dictionary, or null when there is no such domain. Of the
@@ -20,8 +20,8 @@ PropertyList readDomain(std::string_view domain);
 
 }  // namespace other_program
 
-/// The domains that tests write to: empty when they begin, gone when they end. No other
-/// program's, nor that of an installed Vembrix.
+/// The domains that tests write to: empty at their beginning, removed at their end, and used
+/// neither by other programs nor by an installed Vembrix.
 class TestDomains {
  public:
   TestDomains();

@@ -10,8 +10,8 @@
 
 namespace vembrix {
 
-/// A row in an open menu: the real row behind a window that gives and takes the keyboard
-/// as a test says, wired as the row's view wires it.
+/// A real row in a simulated open menu, whose window gives and takes the keyboard as a test
+/// demands, connected as by the row's view.
 class RowInMenu : public SpaceRowView, public NameField {
  public:
   RowInMenu()
@@ -25,7 +25,7 @@ class RowInMenu : public SpaceRowView, public NameField {
 
   // How the menu's window behaves.
 
-  /// Refuses that often, from now on.
+  /// Makes the next `times` requests fail.
   void refuse(int times) { refusals_ = times; }
   void takeKeyboardBack() { hasKeyboard_ = false; }
   void setHasWindow(bool hasWindow) {
@@ -38,7 +38,7 @@ class RowInMenu : public SpaceRowView, public NameField {
     row_.setShown(false);
   }
 
-  // What the user and the system do.
+  // Actions of the user and the system.
 
   void clickPencil() { row_.renameClicked(); }
   void clickIntoField() { hasKeyboard_ = true; }
@@ -55,7 +55,7 @@ class RowInMenu : public SpaceRowView, public NameField {
   NameEditing& editing() { return editing_; }
   SpaceRow& row() { return row_; }
 
-  // What came of it.
+  // Results.
 
   const SpaceRowState& state() const { return state_; }
   const std::vector<std::string>& names() const { return names_; }

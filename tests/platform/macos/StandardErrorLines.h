@@ -7,8 +7,8 @@
 
 namespace vembrix {
 
-/// What the process writes to its standard error by stdio, read on its way there. What
-/// frameworks write past stdio is not in it. Any thread.
+/// Captures what the process writes to its standard error through stdio, without output that
+/// frameworks write directly. Any thread.
 class StandardErrorLines {
  public:
   /// Reads from its first use on.
