@@ -1,4 +1,4 @@
-"""What a program on a private desktop costs: start, memory, rest, a switch."""
+"""Measures the cost of a program on a private desktop: start, memory, rest, a switch."""
 
 import statistics
 import subprocess
@@ -29,7 +29,7 @@ class Cost:
 
 
 class Meter:
-    """The processor time of a program and of its X server from now on."""
+    """Counts the processor time of a program and of its X server from now on."""
 
     def __init__(self, desktop, pid):
         self._pids = (pid, desktop.server.popen.pid)
@@ -41,7 +41,7 @@ class Meter:
 
 def start_program(desktop, command, settings=None, environment=None):
     """Starts the bare program, or Vembrix where the command is None; returns the process
-    once it has come to rest."""
+    once it is at rest."""
     if command:
         process = desktop.start(command, environment)
     else:
@@ -76,8 +76,8 @@ def start_time(command):
 
 
 def memory(commands, desktops):
-    """Each program's share of the memory in bytes, when every desktop was visited. They
-    run side by side, so that they share the libraries alike."""
+    """Each program's share of the memory in bytes, after visiting every desktop. The
+    programs run side by side, so that they share the libraries equally."""
     with Desktop(desktops=desktops) as desktop:
         processes = [start_program(desktop, command) for command in commands]
         drive(desktop, desktops, 0.1, desktops)
@@ -101,8 +101,8 @@ def rest(commands, seconds):
 
 
 def switches(command, count, period, settings=None, compositor=False):
-    """Processor time for each switch. What the switch costs the server without the
-    program, and the program at rest, is not in it."""
+    """Processor time for each switch, less the server's without the program and the
+    program's at rest."""
     with Desktop(compositor=compositor) as desktop:
         desktop.run("xdotool", "mousemove", "720", "860")
         idle = Meter(desktop, desktop.server.popen.pid)

@@ -108,7 +108,7 @@ class Demo:
         return Labels(self._program, self._showings)
 
     def _arrive(self, index):
-        """Goes to the desktop, whose label is seen and fades away."""
+        """Goes to the desktop, whose label appears and fades."""
         with self._labels().arrival(index) as label:
             if label.name != f"Desktop {index + 1}":
                 raise AssertionError(f"{label.name!r} was seen on desktop {index + 1}")
@@ -117,7 +117,7 @@ class Demo:
         self._program.wait_for_title(f"Desktop {index + 1}")
 
     def _wait_until_still(self):
-        """Until the compositor has shown what there is."""
+        """Waits until the compositor has drawn the screen."""
         former = None
         for _ in range(50):
             picture = self._desktop.picture().crop(240, 200, 960, 500)

@@ -138,9 +138,9 @@ class Desktop:
             self._processes.remove(process)
 
     def tidy(self, lasting=()):
-        """Makes it as it was at first: ends what runs on it but the given processes,
-        forgets all files and goes to the first of as many desktops. Where it has lost
-        its server or has another window manager, it begins anew."""
+        """Restores the initial state: ends what runs on it but the given processes,
+        forgets all files and goes to the first of as many desktops. Where it has lost its
+        server or has another window manager, it begins anew."""
         self._end_processes([*self._lasting, *lasting])
         if self._has_all_that_lasts():
             if not lasting:
@@ -157,7 +157,7 @@ class Desktop:
         return all(process.running for process in self._lasting)
 
     def _tell_what_ended(self):
-        """What of the desktop has ended by itself."""
+        """The desktop's programs that have ended by themselves."""
         for process in self._lasting:
             if not process.running and process.popen.returncode != -signal.SIGKILL:
                 print(
@@ -291,7 +291,7 @@ class Desktop:
         return self.current == index
 
     def kill_window_manager(self):
-        """Ends it as a crash does: at once, without a word to its clients."""
+        """Ends it as a crash does: at once, without notice to its clients."""
         self.window_manager.send(signal.SIGKILL)
         self.window_manager.wait()
 
@@ -341,7 +341,7 @@ class Desktop:
         return Picture.read(self.path("screen", "Xvfb_screen0"))
 
     def still_picture(self):
-        """What is on the screen when that does not change any more."""
+        """A picture of the screen, once it no longer changes."""
         path = self.path("screen", "Xvfb_screen0")
         last = None
 
@@ -363,7 +363,7 @@ class Desktop:
         return [Window(self, match) for match in re.findall("0x[0-9a-f]+", identifiers)]
 
     def windows_of_class(self, name):
-        """Of any depth. Any may be gone again."""
+        """Windows of any depth. Any may be gone again."""
         # Fails where a window goes while it is asked about its children.
         tree = wait_until(lambda: self.run("xwininfo", "-root", "-tree"), "the windows")
         pattern = re.compile(r'^\s+(0x[0-9a-f]+) .*: \("([^"]*)" "([^"]*)"\)', re.MULTILINE)
@@ -379,7 +379,7 @@ class Window:
 
     def read(self, name):
         """The property's value as xprop writes it, without the quotes of a single string;
-        None where there is none, or no window any more."""
+        None where there is none, or the window is gone."""
         try:
             text = self._desktop.run("xprop", "-id", self.identifier, "-notype", name)
         except WindowGone:
@@ -410,7 +410,7 @@ class Window:
 
 
 class Portal:
-    """The desktop's settings portal, as far as light and dark and motion go."""
+    """The desktop's settings portal, for light and dark and for motion."""
 
     LIGHT, DARK = 2, 1
 
@@ -423,7 +423,7 @@ class Portal:
         self._expect("ready")
 
     def set(self, color_scheme):
-        """Changes it; returns when everyone was told."""
+        """Changes it; returns when all subscribers were notified."""
         self._process.popen.stdin.write(f"{color_scheme}\n")
         self._process.popen.stdin.flush()
         self._expect(f"told {color_scheme}")

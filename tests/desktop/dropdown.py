@@ -43,7 +43,7 @@ class Dropdown:
         return self.desktop.picture().crop(x, top, width, self._scale * ROW_HEIGHT)
 
     def row_count(self):
-        """Counted by the height."""
+        """The number of rows, from the menu's height."""
         x, y, width, height = self.window().frame()
         # Two commands and two separators stand below the rows.
         below = 2 * INSET + 2 * 22 + 2 * 11
@@ -60,7 +60,7 @@ class Dropdown:
         self.point_at(x + self._scale * offset, middle)
 
     def wait_for_tint(self, index):
-        """Waits until the row is lit, unlike its neighbour."""
+        """Waits until the row is highlighted and its neighbour is not."""
 
         def ground(row):
             return self.row_picture(row).pixel(self.window().frame()[2] // 2, 2)

@@ -1,4 +1,4 @@
-"""What is on a private desktop besides Vembrix, so that it looks like one in use."""
+"""Other programs on a private desktop, so that it looks like one in use."""
 
 from processes import wait_until
 
@@ -15,8 +15,7 @@ def hang_wallpaper(desktop):
 
 
 def open_window(desktop, program, *arguments):
-    """Starts a program and waits until its window, of the title that is its first
-    option, is seen."""
+    """Starts a program and waits until its window, titled by the first option, is visible."""
     title = arguments[1]
     desktop.start([program, *arguments])
     wait_until(

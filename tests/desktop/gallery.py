@@ -67,7 +67,7 @@ class Camera(threading.Thread):
 
 
 class Hand:
-    """Moves the pointer as one does, not at once."""
+    """Moves the pointer gradually, as a user does."""
 
     STEP = 10
 
@@ -205,7 +205,7 @@ class Stills:
 
 
 def shoot_label(desktop, path):
-    """On arrival at a desktop where one has just worked."""
+    """Takes a picture on arrival at a desktop where the user has just worked."""
     defaults = Defaults(desktop)
     defaults.write({"SpaceNames": {"x11-desktop-2": NOTES[1][0]}})
     furnish(desktop, "60x16+140+160", 11)
@@ -236,7 +236,7 @@ def furnish(desktop, geometry, font_size):
 
 
 def start(desktop, environment=None):
-    """Vembrix, when its tour is over."""
+    """Vembrix, after its tour."""
     program = Vembrix(desktop, environment)
     program.wait_for_strip()
     program.wait_for_tour()

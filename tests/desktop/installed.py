@@ -61,7 +61,7 @@ class SessionDesktop(Desktop):
         return SERVICES_CONFIG
 
     def begin_session(self):
-        """Begins it; the process."""
+        """Begins it and returns the process."""
         values = "".join(
             f"""
       <property name="Client{index}_Command" type="array">
@@ -104,8 +104,8 @@ XFCE_SESSION = """<?xml version="1.0" encoding="UTF-8"?>
 
 
 class StartedBySession(Vembrix):
-    """The run of the program that a session has started. What it writes is among what the
-    session's other programs write."""
+    """The run of the program that a session has started. Its output is mixed with that of
+    the session's other programs."""
 
     def __init__(self, desktop, session):
         self.desktop = desktop
@@ -114,7 +114,7 @@ class StartedBySession(Vembrix):
 
 
 class AutostartTest(unittest.TestCase):
-    """With a copy of the desktop file among those that start with a session."""
+    """A session with a copy of the desktop file among those that start with it."""
 
     def begin(self, *clients):
         self.desktop = SessionDesktop(clients)

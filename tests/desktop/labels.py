@@ -1,5 +1,4 @@
-"""The labels of the desktops and the tour's overlay, as the X server and the screen
-show them."""
+"""Reads the labels of the desktops and the tour's overlay from the X server and the screen."""
 
 import contextlib
 import os
@@ -23,7 +22,8 @@ OWN_CLASS = '"vembrix", "Vembrix"'
 
 
 def opacity_of(text):
-    """0 to 1, from the property's value as xprop writes it; None is no property."""
+    """The opacity from 0 to 1, from the property's value as xprop writes it; 1 for None,
+    no property."""
     return 1.0 if text is None else int(text) / OPAQUE
 
 
@@ -39,27 +39,28 @@ class Label(Window):
         return self.read("WM_WINDOW_ROLE")
 
     def frame(self):
-        """Of the label itself, without the shadow that its window draws around it."""
+        """The frame of the label itself, without the shadow that its window draws around
+        it."""
         x, y, width, height = super().frame()
         margins = self.read("_GTK_FRAME_EXTENTS")
         left, right, top, bottom = map(int, margins.split(", ")) if margins else (0, 0, 0, 0)
         return x + left, y + top, width - left - right, height - top - bottom
 
     def inside(self):
-        """A place where its fill is, left of its text."""
+        """A point on its fill, left of its text."""
         x, y, _, height = self.frame()
         return x + 45, y + height // 2
 
     @property
     def is_managed(self):
-        """Whether a window manager has anything to do with it."""
+        """Whether a window manager manages it."""
         text = self._desktop.run("xwininfo", "-id", self.identifier, "-stats")
         listed = self._desktop.root_property("_NET_CLIENT_LIST") or ""
         return "Override Redirect State: yes" not in text or self.identifier in listed.split(", ")
 
 
 class Showing:
-    """That a window which no window manager manages came up."""
+    """The appearance of a window that no window manager manages."""
 
     def __init__(self, identifier, begin):
         self.identifier = identifier
@@ -73,9 +74,9 @@ class Showing:
 
 
 class Showings:
-    """Writes down, with the time, which of the program's windows that no window manager
-    manages come up and go, as the X server tells it. To be made before the program is
-    started, which leaves it time to begin."""
+    """Records, with the time, when the program's unmanaged windows appear and disappear,
+    from the X server's events. To be created before the program is started, so that it
+    misses none."""
 
     def __init__(self, desktop):
         self._desktop = desktop
@@ -121,7 +122,7 @@ class Showings:
         return [showing for showing in list(self._showings) if showing.begin >= begin]
 
     def wait_for_one(self, begin, limit=5.0):
-        """The first one since then, when it is over."""
+        """The first one since then, once it has ended."""
 
         def ended():
             found = self.since(begin)
@@ -131,7 +132,7 @@ class Showings:
 
     @contextlib.contextmanager
     def freezing(self, program):
-        """The next that comes up stays: the program is stopped in that moment."""
+        """Keeps the next window that appears, by stopping the program at that moment."""
         pid = program.process.popen.pid
         self._frozen = pid
         try:
@@ -157,11 +158,11 @@ class Labels:
         return [window for window in found if window.role == role]
 
     def all(self):
-        """Those that have a window, seen or not."""
+        """Those that have a window, visible or not."""
         return self._windows("label")
 
     def shown(self):
-        """The names of those that are seen."""
+        """The names of the visible ones."""
         return [label.name for label in self.all() if label.visible]
 
     def overlays(self):
@@ -172,8 +173,8 @@ class Labels:
 
     @contextlib.contextmanager
     def arrival(self, index):
-        """Goes to the desktop, on which the label stays for as long as this lasts:
-        the program is stopped. Gives the label."""
+        """Goes to the desktop and yields its label, which stays, as the program is
+        stopped meanwhile."""
         # At first a label may not be ready, and a busy machine may see it too late.
         for _ in range(5):
             if self.desktop.current == index:
@@ -203,7 +204,7 @@ class Labels:
 
 
 class Hand:
-    """What a person does with the mouse."""
+    """The user's mouse."""
 
     def __init__(self, desktop):
         self._desktop = desktop
@@ -216,7 +217,7 @@ class Hand:
         )
 
     def point_aside(self):
-        """Below all labels."""
+        """Moves the pointer to a place below all labels."""
         self.point_at(720, 860)
 
     def point_at_corner(self):
@@ -228,7 +229,7 @@ class Hand:
 
 
 class OpacitySpy:
-    """Writes down, with the time, every opacity that a window is given."""
+    """Records, with the time, every opacity that a window is given."""
 
     def __init__(self, window):
         self.samples = []
@@ -269,7 +270,7 @@ def blend(a, b, t):
 
 
 def keep(picture: Picture, name):
-    """Keeps a picture for a person to look at, where the environment says."""
+    """Keeps a picture for inspection where the environment asks for it."""
     folder = os.environ.get("VEMBRIX_PICTURES")
     if folder:
         os.makedirs(folder, exist_ok=True)

@@ -48,13 +48,13 @@ class Session:
             self.focus[index] = self.settled(desktop.focused_name)
 
     def point_aside(self):
-        """Where no window opens that takes the focus along with the pointer."""
+        """Moves the pointer to where no window opens, which would take the focus with it."""
         left, top, width, height = self.desktop.primary()
         self.desktop.run("xdotool", "mousemove", str(left + 300), str(top + 300))
 
     @staticmethod
     def settled(read):
-        """What it reads when that has not changed for half a second."""
+        """The value once it has not changed for half a second."""
         last, since = object(), 0.0
 
         def stays():
@@ -90,7 +90,7 @@ class Session:
         wait_until(lambda: window.read("WM_CLASS") is None, "the window to close")
 
     def put_panel(self, frame, strut):
-        """Another program's, with what any panel says of itself."""
+        """Another program's panel, with the usual properties."""
         desktop = self.desktop
         x, y, width, height = frame
         desktop.start(["xev", "-bw", "0", "-name", "Panel", "-geometry", f"{width}x{height}+{x}+{y}"])
@@ -128,7 +128,7 @@ class Session:
 
 
 class Trial(Session):
-    """The program on it."""
+    """The program on that desktop."""
 
     def __init__(self, desktop, name, folder):
         super().__init__(desktop)
@@ -211,7 +211,7 @@ class Trial(Session):
         self.desktop.picture().save_png(os.path.join(self._folder, f"{name}.png"))
 
     def recover(self):
-        """Leaves nothing open behind a check that has failed."""
+        """Closes what a failed check has left open."""
         self.keep("failed")
         for key in ("Escape", "Escape"):
             self.desktop.run("xdotool", "key", key)
@@ -222,7 +222,7 @@ class Trial(Session):
 
 
 def attempt(trial, name, check):
-    """Whether it holds; tells what does not."""
+    """Returns whether the check holds; prints what does not."""
     try:
         check(trial)
     except (AssertionError, OSError) as failure:

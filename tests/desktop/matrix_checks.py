@@ -31,7 +31,7 @@ def overlap(a, b):
 
 
 def top_windows(desktop):
-    """Of the root window's children: their frames, and all windows in them."""
+    """The root window's children: their frames, and all windows in them."""
     found = []
     for line in desktop.run("xwininfo", "-root", "-tree").splitlines():
         if not (match := _TREE_LINE.match(line)):
@@ -45,7 +45,7 @@ def top_windows(desktop):
 
 
 def frame_of(desktop, window):
-    """Of the window with what its window manager draws around it."""
+    """The frame of the window, its window manager's decoration included."""
     for frame, windows in top_windows(desktop):
         if window.identifier in windows:
             return frame
@@ -134,7 +134,7 @@ def label(trial):
 
 
 def clicks(trial):
-    """They reach the window below the label."""
+    """Clicks reach the window below the label."""
     desktop = trial.desktop
     trial.visit(HOME)
     script = r'printf "\033[?1000h"; stty raw -echo; : >"$0"; head -c 1 >"$0"; exec sleep 100000'
@@ -163,7 +163,7 @@ def clicks(trial):
 
 
 def middle_of_both(a, b):
-    """Of what the two frames have in common."""
+    """The middle of the area that the two frames have in common."""
     expect(overlap(a, b), f"{a} and {b} have nothing in common")
     return [
         (max(a[i], b[i]) + min(a[i] + a[i + 2], b[i] + b[i + 2])) // 2 for i in (0, 1)
@@ -171,8 +171,8 @@ def middle_of_both(a, b):
 
 
 def focus(trial):
-    """The window that has it without the program has it with it: after the tour, after
-    each switch, and while a label is seen."""
+    """The same window has the focus with and without the program: after the tour, after
+    each switch, and while a label is visible."""
     expect(trial.focus_after_tour == trial.focus[HOME],
            f"after the tour {trial.focus_after_tour!r}, not {trial.focus[HOME]!r}")  # fmt: skip
     for index in (2, 3, 0, HOME):
@@ -232,7 +232,7 @@ def dropdown(trial):
 
 
 def settings(trial):
-    """They open on the desktop that is seen, as large as they want to be."""
+    """The settings open on the active desktop at their full size."""
     desktop = trial.desktop
     trial.visit(0)
     menu = Dropdown(trial.program)
@@ -253,7 +253,7 @@ def settings(trial):
 
 
 def rest(trial):
-    """Nothing is asked of the X server, and no label is mapped."""
+    """The program sends the X server no requests and maps no label."""
     trial.visit(HOME)
     trial.labels.wait_for_rest()
     trial.log.wait_until_quiet()
@@ -277,7 +277,7 @@ def killed(trial):
 
 
 def names(trial):
-    """They stay with their desktops."""
+    """Names stay with their desktops."""
     for index in (0, 2, NAMED):
         trial.visit(index)
 

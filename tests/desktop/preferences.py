@@ -33,7 +33,7 @@ class Preferences:
         return None
 
     def choose(self):
-        """By the menu's command."""
+        """Opens it by the menu's command."""
         self.menu.open()
         x, y, width, height = self.menu.window().frame()
         below = INSET + COMMAND_HEIGHT + SEPARATOR_HEIGHT + COMMAND_HEIGHT // 2
@@ -43,7 +43,7 @@ class Preferences:
         self.wait_until_open()
 
     def open(self):
-        """By the command's key."""
+        """Opens it by the command's key."""
         self.menu.open()
         self.key("ctrl+comma")
         self.wait_until_open()
@@ -76,7 +76,7 @@ class Preferences:
         self.desktop.run("xdotool", "click", "1")
 
     def show_tab(self, name):
-        """In a theme with a sidebar."""
+        """Selects a tab in a theme with a sidebar."""
         self.click(SIDEBAR_X, SIDEBAR_TOP + SIDEBAR_STEP * TABS.index(name))
 
     def focus(self, control, tabs=len(TABS)):

@@ -16,11 +16,11 @@ POLL = 0.02
 
 
 class Timeout(AssertionError):
-    """Something that was waited for did not happen."""
+    """A condition did not come true in time."""
 
 
 class WindowGone(AssertionError):
-    """A program asked about a window that is no more."""
+    """A program queried a window that is gone."""
 
 
 _NO_WINDOW = re.compile("Bad ?(Window|Drawable)|No such window|Can't (get|query) ")
@@ -58,7 +58,7 @@ _PR_SET_PDEATHSIG = 1
 
 
 def _end_with_parent():
-    """Nothing stays behind even where the test itself is killed."""
+    """Ends the program with the test, even where the test is killed."""
     _LIBC.prctl(_PR_SET_PDEATHSIG, signal.SIGTERM)
 
 
@@ -102,7 +102,7 @@ class Process:
             self.popen.send_signal(signal_number)
 
     def end(self):
-        """Ends the program, kindly at first. The exit status."""
+        """Ends the program, by SIGTERM first, and returns its exit status."""
         self.send(signal.SIGTERM)
         try:
             status = self.popen.wait(LIMIT)

@@ -52,8 +52,7 @@ class Picture:
         return zip(self._rgb[0::3], self._rgb[1::3], self._rgb[2::3])
 
     def nearest(self, color):
-        """The pixel that comes closest to the colour, and how far it is off in
-        the component that is furthest off."""
+        """The pixel closest to the colour, and its largest difference in any component."""
         return min(((distance(pixel, color), pixel) for pixel in set(self.pixels())))[::-1]
 
     def save_png(self, path):

@@ -1,4 +1,4 @@
-"""What assistive programs are told, over the bus that they listen to."""
+"""What assistive programs read over their bus."""
 
 import json
 import os
@@ -22,7 +22,7 @@ class AccessibilityTest(DesktopTest):
         return json.loads(self.desktop.run(SYSTEM_PYTHON, "-B", reader, *arguments))
 
     def nodes(self, role):
-        """All of that role, of the whole program."""
+        """All objects of that role in the program."""
 
         def collect(node):
             found = [node] if node["role"] == role else []

@@ -15,7 +15,7 @@ class AgainTest(DesktopTest):
         self.menu = Dropdown(self.program)
 
     def start_again(self):
-        """What a key does that the user has bound to the program."""
+        """Starts the program again, as a key bound to it does."""
         again = Vembrix(self.desktop)
         self.assertEqual(again.process.wait(), 0)
         self.assertEqual(len(again.log_lines()), 1, again.process.output())
@@ -26,7 +26,7 @@ class AgainTest(DesktopTest):
         return window and int(self.focus()) == int(window.identifier, 16)
 
     def focus(self):
-        """The window that gets what is typed."""
+        """The window with the keyboard focus."""
         return self.desktop.run("xdotool", "getwindowfocus")
 
     def strips(self):

@@ -37,7 +37,7 @@ class HeatTest(SharedRunTest):
         self.do("windowfocus", "--sync", self.other)
 
     def other_program(self):
-        """Its window; None as long as there is none."""
+        """Its window; None while there is none."""
         for window in self.desktop.clients():
             if window.read("WM_NAME") == "Event Tester" and window.visible:
                 return window.identifier
@@ -47,7 +47,7 @@ class HeatTest(SharedRunTest):
         return self.defaults.read().get("SpaceHeatRecency", [])
 
     def wait_for_recency(self, *numbers):
-        """The desktops on which one worked last."""
+        """The desktops on which the user worked last."""
         wanted = [f"x11-desktop-{number}" for number in numbers]
         wait_until(
             lambda: self.recency()[: len(wanted)] == wanted,

@@ -1,4 +1,4 @@
-"""The colours of the labels: the warmer, the more recently one worked there."""
+"""The colours of the labels: the more recently used, the warmer."""
 
 import unittest
 
@@ -51,8 +51,8 @@ class HeatTest(DesktopTest):
             )
 
     def visit(self, number, home):
-        """The picture of that desktop's label as one arrives there from another, and
-        how opaque its window is on it."""
+        """The picture of that desktop's label on arrival from another, and its window's
+        opacity in it."""
         self.go_to(home)
         self.labels.wait_for_rest()
         with self.labels.arrival(number - 1) as label:

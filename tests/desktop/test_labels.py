@@ -1,4 +1,4 @@
-"""A label in every desktop, and when it is seen."""
+"""A label in every desktop, and its visibility."""
 
 import time
 import unittest
@@ -51,7 +51,7 @@ class LabelsCase(unittest.TestCase):
         self.program.wait_for_title(f"Desktop {index + 1}")
 
     def settle(self):
-        """Until no label is seen and those of the other desktops are ready."""
+        """Waits until no label is visible and those of the other desktops are ready."""
         time.sleep(SETTLED)
         self.labels.wait_for_rest()
 
@@ -60,8 +60,7 @@ class LabelsCase(unittest.TestCase):
             return distance(pixels.at(*label.inside()), GROUND) <= TOLERANCE
 
     def open_below(self):
-        """Another program's window where labels are, with the focus; it tells of
-        clicks."""
+        """Another program's window behind the labels, with the focus; it reports clicks."""
         program = self.desktop.start(["xev", "-geometry", "500x300+400+300", "-event", "button"])
         self.addCleanup(program.end)
         wait_until(
@@ -72,7 +71,7 @@ class LabelsCase(unittest.TestCase):
         return program
 
     def focus(self):
-        """The active window and the one that gets the keyboard; None without any."""
+        """The active window and the one with the keyboard focus; None without any."""
         active = self.desktop.root_property("_NET_ACTIVE_WINDOW")
         if not active or int(active.split()[-1].rstrip(","), 16) == 0:
             return None
@@ -172,8 +171,8 @@ class VisibilityTest(LabelsCase):
             wait_until(lambda: self.shows_ground(label), "the ground again", 1.0)
 
     def film(self, label, begin):
-        """How far from the ground the screen is where the label's fill is, until the
-        label has to be gone."""
+        """The screen's difference from the background at the label's fill, until the
+        label must be gone."""
         place = label.inside()
         depths = []
         with self.desktop.pixels() as pixels:
@@ -183,7 +182,7 @@ class VisibilityTest(LabelsCase):
         return depths
 
     def check_fade(self, depths):
-        """The label is seen, fainter and fainter."""
+        """The label fades gradually."""
         deepest = max(depths)
         self.assertGreater(deepest, 40, depths)
         shown = depths[depths.index(deepest) :]
@@ -226,7 +225,7 @@ class PlacesWithoutCompositorTest(PlacesTest):
 
 
 class WithoutCompositorTest(LabelsCase):
-    """Opacity means nothing to the screen then: a label is there or not."""
+    """Opacity has no visible effect then: a label is visible or not."""
 
     compositor = False
 
@@ -277,7 +276,7 @@ class ChangesTest(DesktopTest):
             return label.frame()
 
     def opacities_on_arrival(self, index):
-        """What the label's window is told from its coming to its going."""
+        """The requests to the label's window from its appearance to its end."""
         with self.labels.arrival(index) as label:
             pass
         self.desktop.go_to(0)

@@ -1,4 +1,4 @@
-"""What covers the tour through the desktops."""
+"""The overlay that covers the tour through the desktops."""
 
 import time
 import unittest
@@ -28,7 +28,7 @@ class OverlayTest(DesktopTest):
         wait_until(lambda: self.pill_pixel() == GROUND, "the ground")
 
     def pill_pixel(self, pixels=None):
-        """Inside the left end, where neither spinner nor text is."""
+        """The pixel inside the left end, beside spinner and text."""
         width, height = self.desktop.size
         if not pixels:
             with self.desktop.pixels() as pixels:

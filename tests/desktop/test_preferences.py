@@ -197,7 +197,7 @@ class PreferencesTest(SharedRunTest):
             return None
 
     def put_tool(self, name, script):
-        """Puts a program before all others of that name, until the test's end."""
+        """Puts a program before all others of that name until the test's end."""
         folder = self.desktop.path("tools")
         os.makedirs(folder, exist_ok=True)
         path = os.path.join(folder, name)

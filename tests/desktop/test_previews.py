@@ -37,7 +37,7 @@ class PreviewTest(DesktopTest):
         self.directory = self.desktop.path("home", "previews", "of", "today")
 
     def render(self, environment=None, directory=None):
-        """Runs the program to its end; the lines that it wrote."""
+        """Runs the program to its end and returns the lines of its output."""
         directory = directory or self.directory
         process = subprocess.run(
             [program_path(), OPTION, directory],

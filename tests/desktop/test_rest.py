@@ -30,8 +30,8 @@ class RestTest(DesktopTest):
         self.check_showing(program, log)
 
     def check_showing(self, program, log):
-        """A label that has been seen before costs its coming, its going and, where a
-        compositor fades it, its opacity: it is not painted anew."""
+        """A label shown before costs its mapping, its unmapping and, where a compositor
+        fades it, its opacity: it is not painted again."""
         labels = Labels(program)
         for index in (0, 1, 0):
             self.desktop.go_to(index)

@@ -41,7 +41,7 @@ def wait_for_width(program, width):
 
 
 class StoredSettingsTest(DesktopTest):
-    """What the program finds when it starts."""
+    """Settings stored before the program starts."""
 
     desktops = 1
 
@@ -87,10 +87,10 @@ class StoredSettingsTest(DesktopTest):
 
 
 class ChangedSettingsTest(SharedRunTest):
-    """What another program stores while this one runs."""
+    """Settings that another program stores while this one runs."""
 
     def switch_there_and_back(self):
-        """Makes the program show its title anew."""
+        """Makes the program update its title."""
         self.desktop.go_to(1)
         self.program.wait_for_title("Desktop 2")
         self.desktop.go_to(0)

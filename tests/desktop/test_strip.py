@@ -1,4 +1,4 @@
-"""What the strip tells the window manager and other programs of itself."""
+"""The strip's properties for the window manager and other programs."""
 
 import unittest
 

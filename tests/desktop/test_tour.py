@@ -13,7 +13,7 @@ DELAY = 1.5
 
 class TourTest(DesktopTest):
     def watch_desktops(self):
-        """Begins to write down which desktop is current; the list so far."""
+        """Starts to record the current desktop; returns the growing list."""
         spy = self.desktop.start(
             ["xprop", "-spy", "-root", "-notype", "_NET_CURRENT_DESKTOP"],
         )

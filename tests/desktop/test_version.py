@@ -9,7 +9,7 @@ from vembrix import DesktopTest
 
 
 def shown_version(program):
-    """What the About page lets one copy, in a theme with a sidebar."""
+    """The text that can be copied from the About page, in a theme with a sidebar."""
     preferences = Preferences(program)
     preferences.open()
     preferences.show_tab("About")

@@ -1,4 +1,4 @@
-"""The program outlives the window manager, and takes any other."""
+"""The program outlives the window manager and works with its successor."""
 
 import unittest
 

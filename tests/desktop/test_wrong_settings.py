@@ -1,4 +1,4 @@
-"""Every key with every wrong value: what is shown is the default."""
+"""Every key with every wrong value: the default is shown."""
 
 import unittest
 
@@ -75,7 +75,7 @@ class WrongSettingsTest(DesktopTest):
         return pictures
 
     def steady(self, preferences):
-        """The window's pixels, when they change no more."""
+        """The window's pixels, once they no longer change."""
         last = [None]
 
         def settled():

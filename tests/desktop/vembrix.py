@@ -101,7 +101,7 @@ class Vembrix:
         return self._strip
 
     def wait_for_settings(self):
-        """The settings window, when it is seen."""
+        """The settings window while it is visible, or None."""
 
         def visible_window():
             for window in self.desktop.windows_of_class("vembrix"):
@@ -130,7 +130,7 @@ class Vembrix:
         )
 
     def picture(self):
-        """What is on the screen where the status item is."""
+        """A picture of the status item on the screen."""
         return self.desktop.picture().crop(*self.strip().frame())
 
     def fill(self):
@@ -153,7 +153,7 @@ class Vembrix:
         )
 
     def story(self):
-        """For failures: what became of the program and of its window manager."""
+        """For failures: the state of the program and of its window manager."""
         story = f"{_state(self.process)}; its output: {self.process.output()!r}"
         manager = self.desktop.window_manager
         if manager:
@@ -247,7 +247,8 @@ class SharedRunTest(DesktopTest):
         self.program.wait_for_title("Desktop 1")
 
     def _is_alone(self):
-        """Whether its menu and its other windows are closed; else they are told to."""
+        """Returns whether its menu and its other windows are closed; asks open ones to
+        close."""
         open_windows = [
             window
             for window in self.desktop.windows_of_class("vembrix")

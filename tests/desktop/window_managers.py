@@ -311,7 +311,7 @@ class MatrixDesktop(Desktop):
     # The desktops
 
     def reach(self, index):
-        """Goes to the desktop, which comes into being where desktops do so."""
+        """Goes to the desktop, which is created where the window manager does so."""
         if self.kind.on_demand:
             _tell_i3(self, f"workspace {index + 1}")
             wait_until(
@@ -333,14 +333,14 @@ class MatrixDesktop(Desktop):
     # The windows
 
     def focused_name(self):
-        """Of the window that gets the keys; empty where none does."""
+        """The title of the window with the keyboard focus; empty where there is none."""
         # Fails where the focus is nowhere or at a window without a name.
         with contextlib.suppress(AssertionError):
             return self.run("xdotool", "getwindowfocus", "getwindowname").strip()
         return ""
 
     def active_name(self):
-        """Of the window that is active for the window manager."""
+        """The title of the window manager's active window."""
         # Fails where none is.
         with contextlib.suppress(AssertionError):
             return run(["xdotool", "getactivewindow", "getwindowname"], self.environment).strip()

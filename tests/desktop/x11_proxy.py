@@ -25,12 +25,12 @@ FIRST_DISPLAY = 10_000
 
 
 def address(number):
-    """Of a display's socket, which needs no file."""
+    """The address of a display's socket, which needs no file."""
     return f"\0/tmp/.X11-unix/X{number}"
 
 
 class Requests:
-    """Finds the requests in what a client sends."""
+    """Finds the requests in a client's data."""
 
     def __init__(self, number):
         self._number = number

@@ -1,4 +1,4 @@
-"""What a program asks of its X server, seen by standing between the two."""
+"""Records a program's requests to its X server, as a proxy between the two."""
 
 import os
 import time
@@ -18,7 +18,7 @@ CORE_NAMES = {
 
 
 class RequestLog:
-    """Serves a desktop's display once more, and writes down what passes."""
+    """Serves a desktop's display at another address and records the requests."""
 
     def __init__(self, desktop):
         self._process = desktop.start(
@@ -32,7 +32,7 @@ class RequestLog:
         return self._process.output().split("\n")[:-1]
 
     def between(self, begin, end):
-        """How many requests of each kind, between two moments of time.monotonic()."""
+        """The number of requests of each kind between two times of time.monotonic()."""
         kinds = Counter()
         for line in self._lines()[1:]:
             moment, _, major, minor = line.split()
@@ -47,7 +47,7 @@ class RequestLog:
         return self.between(begin, begin + seconds)
 
     def wait_until_quiet(self, seconds=1.0):
-        """Waits until nothing was asked for that long."""
+        """Waits until no request was sent for that long."""
         wait_until(lambda: not self.during(seconds), "nothing to be asked any more")
 
 
@@ -62,7 +62,7 @@ def processor_times(pid):
 
 
 def processor_time(pid, since):
-    """What the threads that live have taken since processor_times() was `since`."""
+    """The processor time of the living threads since processor_times() returned `since`."""
     return sum(
         seconds - since.get(thread, 0) for thread, seconds in processor_times(pid).items()
     )
