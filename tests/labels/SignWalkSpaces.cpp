@@ -164,7 +164,7 @@ std::string SignWalk::answerWrongly() {
 }
 
 std::string SignWalk::openMenu() {
-  // Whoever looks into the menu finds the truth before long.
+  // The model is right again the next time that the menu opens.
   if (answersWrongly_ && oneIn(2)) answerWrongly();
   SpaceManager::shared().reload();
   model_.menuOpened();

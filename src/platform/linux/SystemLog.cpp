@@ -37,9 +37,9 @@ void writeToStandardError(std::string_view text) {
   }
 }
 
-/// The journal by way of syslog, and standard error for who starts the program by hand.
-/// Either may keep its writer waiting for as long as it likes. So a thread writes; others
-/// wait for it as long as it gets on, so that a line is out before what follows it.
+/// The journal by way of syslog, and standard error for a start by hand. Either may keep its writer
+/// waiting for as long as it likes. So a thread writes; others wait for it as long as it gets on,
+/// so that a line is out before what follows it.
 class LinuxSystemLog : public SystemLog {
  public:
   LinuxSystemLog() { openlog("Vembrix", LOG_PID, LOG_USER); }
@@ -75,8 +75,8 @@ class LinuxSystemLog : public SystemLog {
   }
 
   [[noreturn]] void run() {
-    // Signals are for the main thread, and that nobody reads any more (SIGPIPE), or a
-    // file may not grow (SIGXFSZ), is an error as any other.
+    // Signals are for the main thread; a closed pipe (SIGPIPE) or a limit of file sizes (SIGXFSZ)
+    // is an error as any other.
     sigset_t all;
     sigfillset(&all);
     pthread_sigmask(SIG_BLOCK, &all, nullptr);

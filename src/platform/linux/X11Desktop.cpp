@@ -19,7 +19,7 @@ constexpr std::uint32_t kMaxNamesLength = 64 * 1024;
 /// How long a window manager that has come, or that has changed the number of its
 /// desktops, may take to name them.
 constexpr std::chrono::seconds kSettlingTime{2};
-/// How long one that names its desktops may take to tell a new number and the names.
+/// How long one that names its desktops may take to report a new number and the names.
 constexpr std::chrono::milliseconds kNamesDelay{500};
 /// How long a new name is held back, for what a restarting window manager says late.
 constexpr std::chrono::milliseconds kRenameDelay{500};

@@ -30,7 +30,7 @@ class SystemScreens : public Screens {
       if (!main) return nullptr;
       const Rect frame = rectFrom(main.frame);
       if (const Screen* screen = find(frame)) return screen;
-      // AppKit knows of a change that it has not told yet.
+      // AppKit knows of a change that it has not reported yet.
       cacheIsStale = true;
       return find(frame);
     }

@@ -13,9 +13,9 @@
 namespace vembrix {
 namespace {
 
-/// The preferences system, which keeps the values of the process's own domain in
-/// memory and tells this process of what others write. Owns, per key, the object that
-/// was read last and its value; the store itself is Foundation's.
+/// The preferences system, which keeps the values of the process's own domain in memory and reports
+/// other processes' writes to this one. Owns, per key, the object that was read last and its value;
+/// the store itself is Foundation's.
 class SystemUserDefaults : public UserDefaults {
  public:
   SystemUserDefaults() {

@@ -69,7 +69,7 @@ ChildProcess::~ChildProcess() {
 }
 
 void ChildProcess::send(int signal) const {
-  // Nobody's number, once it has ended, would mean all processes there are.
+  // After its end the number is negative, which kill() takes for all processes.
   if (pid_ > 0) ::kill(pid_, signal);
 }
 

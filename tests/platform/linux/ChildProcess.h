@@ -22,7 +22,7 @@ class ChildProcess {
   static constexpr int kOutput = 3;
 
   explicit ChildProcess(const Command& command);
-  /// Ends it by SIGTERM, then by SIGKILL.
+  /// Ends it by SIGTERM, or by SIGKILL after two seconds.
   ~ChildProcess();
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;

@@ -45,7 +45,7 @@ class X11DesktopTest : public testing::Test {
     desktop_->follow();
   }
 
-  /// How many Spaces there are; nothing without a list.
+  /// The number of Spaces; empty without a list.
   [[nodiscard]] std::optional<std::size_t> count() const {
     const PropertyList answer = desktop_->managedDisplaySpaces();
     if (answer.isNull()) return std::nullopt;

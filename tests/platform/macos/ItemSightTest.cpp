@@ -7,7 +7,7 @@
 namespace vembrix {
 namespace {
 
-/// 14 inches with a camera, as somebody has measured it.
+/// 14 inches with a camera, as measured.
 constexpr Rect kFrame{0, 0, 1800, 1169};
 constexpr Rect kNotch{791, 1132, 221, 37};
 /// Without a camera, on the right of the other.

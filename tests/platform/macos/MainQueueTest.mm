@@ -58,7 +58,7 @@ TEST_F(MainQueueTest, TimersGoOnInARunLoopWithinATimersBlock) {
 }
 
 TEST_F(MainQueueTest, WhatABlockAutoreleasesGoesWithIt) {
-  // Long before the pool of whoever runs the loop is emptied.
+  // Long before the caller's pool is emptied.
   const auto isGone = std::make_shared<bool>(false);
   const auto leave = [isGone] {
     *isGone = false;

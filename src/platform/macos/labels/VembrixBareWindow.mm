@@ -27,9 +27,9 @@ constexpr double kSameOpacity = 0.5 / 255;
   /// What the alpha value was set to last, or fades to.
   double _opacity;
   BOOL _isFading;
-  /// Tells a fade from those that it took the place of.
+  /// Distinguishes a fade from those that it replaced.
   NSUInteger _fadeNumber;
-  /// What placeAt: was told last, and what AppKit made of it.
+  /// The last frame given to placeAt:, and the frame that AppKit made of it.
   NSRect _wantedFrame;
   NSRect _placedFrame;
 }

@@ -6,8 +6,8 @@
 #import "platform/macos/menubar/NativeDropdownMenu.h"
 #import "platform/macos/menubar/NativeSpaceRowView.h"
 
-/// Tells the menu's owner what the system tells a menu's delegate. The system may
-/// keep it for longer than the owner lives, which invalidates it first.
+/// Forwards the system's calls of a menu's delegate to the menu's owner. The system may keep it for
+/// longer than the owner lives, which invalidates it first.
 @interface VembrixMenuDelegate : NSObject <NSMenuDelegate>
 /// The menu is about to open, and is not open.
 @property(nonatomic, copy) void (^needsUpdate)(void);

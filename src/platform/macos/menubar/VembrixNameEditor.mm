@@ -225,7 +225,7 @@ NSTextView* editorOf(NSTextField* field) {
     [editor eventAfterKeyDown:event];
     return editor && editor->_panel;
   });
-  // It closes with the menu, also if the row should not be told of that.
+  // The panel closes with the menu, even if the row is not notified.
   [NSNotificationCenter.defaultCenter addObserver:self
                                          selector:@selector(menuDidClose)
                                              name:NSMenuDidEndTrackingNotification

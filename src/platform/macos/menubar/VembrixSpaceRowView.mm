@@ -144,8 +144,8 @@ using namespace vembrix;
   if (_handler) _handler->setHovered(false);
 }
 
-/// Tracking areas alone do not tell of a pointer that is over the row when the
-/// menu opens, nor of all that happens while the menu tracks the mouse itself.
+/// Tracking areas alone report neither a pointer that is over the row when the menu opens nor every
+/// movement while the menu tracks the mouse itself.
 - (void)startHoverTracking {
   [self stopHoverTracking];
   if (!_handler) return;
