@@ -164,7 +164,7 @@ std::string SignWalk::answerWrongly() {
 }
 
 std::string SignWalk::openMenu() {
-  // The model is right again the next time that the menu opens.
+  // Opening the menu often ends wrong answers, so that they do not last.
   if (answersWrongly_ && oneIn(2)) answerWrongly();
   SpaceManager::shared().reload();
   model_.menuOpened();

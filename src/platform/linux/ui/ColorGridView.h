@@ -34,7 +34,7 @@ class ColorGridView : public QWidget {
 
   void addCell(int index, const ColorGrid::Well& well);
   void layOut();
-  /// Returns the widths of the names in each column of pairs, where `room` holds them.
+  /// Divides `room` among the names of the two columns of pairs: at most their whole widths.
   [[nodiscard]] std::array<int, form_metrics::kPairsPerRow> nameWidths(int room) const;
   /// Returns the width of the widest name in the first or second column of pairs.
   [[nodiscard]] int wholeNameWidth(int column) const;
