@@ -1,9 +1,9 @@
 #include <benchmark/benchmark.h>
 
 #include "menubar/MenuBarController.h"
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/RecordingDropdownMenu.h"
-#include "platform/embedded/RecordingStatusItem.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/faces/RecordingDropdownMenu.h"
+#include "platform/embedded/faces/RecordingStatusItem.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
 #include "support/AllocationCounter.h"

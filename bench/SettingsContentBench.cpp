@@ -1,6 +1,6 @@
 #include <benchmark/benchmark.h>
 
-#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
 #include "support/AllocationCounter.h"

@@ -6,8 +6,8 @@
 #include "AllocationsPerIteration.h"
 #include "labels/SpaceSignWindowController.h"
 #include "platform/NotificationCenter.h"
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/EmbeddedMainQueue.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/services/EmbeddedMainQueue.h"
 #include "spaces/SpaceManager.h"
 #include "watchers/SpaceHeatTracker.h"
 

@@ -1,7 +1,7 @@
 #include <benchmark/benchmark.h>
 
 #include "AllocationsPerIteration.h"
-#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
 #include "spaces/SpaceManager.h"
 #include "watchers/SpaceHeatTracker.h"
 

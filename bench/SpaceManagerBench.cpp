@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "AllocationsPerIteration.h"
-#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
 #include "spaces/SpaceManager.h"
 
 namespace vembrix {

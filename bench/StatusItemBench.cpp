@@ -2,7 +2,7 @@
 
 #include "AllocationsPerIteration.h"
 #include "menubar/MenuBarController.h"
-#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
 

@@ -2,7 +2,7 @@
 
 #include "AllocationsPerIteration.h"
 #include "platform/DockSwipeEvent.h"
-#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
 #include "spaces/SwipeWatcher.h"
 
 namespace vembrix {

@@ -1,8 +1,8 @@
 // Names of desktops: as the window manager keeps them, and as the user types them.
 
 #include "Expect.h"
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/linux/DesktopNames.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/linux/session/DesktopNames.h"
 #include "spaces/SpaceManager.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "Expect.h"
-#include "platform/Utf8.h"
+#include "platform/portable/Utf8.h"
 #include "ui/DiagnosticLog.h"
 
 namespace vembrix {

@@ -1,7 +1,7 @@
 // A file of settings: it is read or not, and a change changes nothing else.
 
 #include "Expect.h"
-#include "platform/linux/XmlPropertyList.h"
+#include "platform/linux/defaults/XmlPropertyList.h"
 
 namespace vembrix {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/Utf8.h"
+#include "platform/portable/Utf8.h"
 
 namespace vembrix {
 namespace {

@@ -2,12 +2,12 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/embedded/EmbeddedApplication.h"
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/EmbeddedMainQueue.h"
-#include "platform/embedded/EmbeddedUserDefaults.h"
-#include "platform/embedded/RecordingDropdownMenu.h"
-#include "platform/embedded/RecordingStatusItem.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/faces/RecordingDropdownMenu.h"
+#include "platform/embedded/faces/RecordingStatusItem.h"
+#include "platform/embedded/services/EmbeddedApplication.h"
+#include "platform/embedded/services/EmbeddedMainQueue.h"
+#include "platform/embedded/services/EmbeddedUserDefaults.h"
 #include "spaces/SpaceManager.h"
 
 namespace vembrix {

@@ -2,11 +2,11 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/embedded/EmbeddedApplication.h"
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/EmbeddedMainQueue.h"
-#include "platform/embedded/EmbeddedUserDefaults.h"
-#include "platform/embedded/RecordingStatusItem.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/faces/RecordingStatusItem.h"
+#include "platform/embedded/services/EmbeddedApplication.h"
+#include "platform/embedded/services/EmbeddedMainQueue.h"
+#include "platform/embedded/services/EmbeddedUserDefaults.h"
 
 namespace vembrix {
 namespace {

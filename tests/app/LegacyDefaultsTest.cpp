@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/embedded/EmbeddedLog.h"
-#include "platform/embedded/EmbeddedUserDefaults.h"
+#include "platform/embedded/services/EmbeddedLog.h"
+#include "platform/embedded/services/EmbeddedUserDefaults.h"
 
 namespace vembrix {
 namespace {

@@ -12,12 +12,12 @@ import signal
 import sys
 import time
 
-from desktop import Desktop, Portal
-from dropdown import Dropdown
-from furniture import NOTES, hang_wallpaper, open_note, open_window
-from labels import Labels, Showings
-from processes import wait_until
-from vembrix import BLACK, BLUE, GREEN, HALVED_PINK, PEACH, PINK, Defaults, Vembrix
+from support.desktop import Desktop, Portal
+from support.dropdown import Dropdown
+from support.furniture import NOTES, hang_wallpaper, open_note, open_window
+from support.labels import Labels, Showings
+from support.processes import wait_until
+from support.vembrix import BLACK, BLUE, GREEN, HALVED_PINK, PEACH, PINK, Defaults, Vembrix
 
 LONG_NAME = "The quarterly numbers and everything that belongs to them"
 

@@ -9,9 +9,9 @@ import os
 import signal
 import sys
 
-import costs
-from desktop import Desktop
-from x11_requests import RequestLog
+from support import costs
+from support.desktop import Desktop
+from support.x11_requests import RequestLog
 
 # What the program is to cost at most, as a multiple of the bare program.
 FIGURES = {

@@ -15,13 +15,13 @@ import sys
 import threading
 import time
 
-from desktop import Desktop, Portal
-from dropdown import INSET, NAME_X, ROW_HEIGHT, Dropdown
-from furniture import NOTES, hang_wallpaper, open_note
-from labels import Labels
-from processes import wait_until
-from screen import Picture
-from vembrix import Defaults, Vembrix
+from support.desktop import Desktop, Portal
+from support.dropdown import INSET, NAME_X, ROW_HEIGHT, Dropdown
+from support.furniture import NOTES, hang_wallpaper, open_note
+from support.labels import Labels
+from support.processes import wait_until
+from support.screen import Picture
+from support.vembrix import Defaults, Vembrix
 
 TICK = 0.1
 HUNDREDTHS = 10

@@ -12,10 +12,10 @@ import subprocess
 import time
 import unittest
 
-from desktop import Desktop
+from support.desktop import Desktop
 from test_version import shown_version
-from vembrix import Defaults, DesktopTest, Vembrix, program_path
-from window_managers import LASTING_WORDS, SERVICES_CONFIG
+from support.vembrix import Defaults, DesktopTest, Vembrix, program_path
+from support.window_managers import LASTING_WORDS, SERVICES_CONFIG
 
 # Set by whoever has installed the program; else the fonts of the machine are used, as the
 # program itself does.

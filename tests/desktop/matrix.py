@@ -12,15 +12,15 @@ import signal
 import sys
 import time
 
-from desktop import Window
-from dropdown import Dropdown
-from furniture import NOTES, hang_wallpaper, open_note, open_window
-from labels import Labels, Showings
-from matrix_checks import CHECKS, HOME
-from processes import WindowGone, wait_until
-from vembrix import Vembrix
-from window_managers import WINDOW_MANAGERS, MatrixDesktop
-from x11_requests import RequestLog
+from support.desktop import Window
+from support.dropdown import Dropdown
+from support.furniture import NOTES, hang_wallpaper, open_note, open_window
+from support.labels import Labels, Showings
+from support.matrix_checks import CHECKS, HOME
+from support.processes import WindowGone, wait_until
+from support.vembrix import Vembrix
+from support.window_managers import WINDOW_MANAGERS, MatrixDesktop
+from support.x11_requests import RequestLog
 
 TREES = {
     "i3": ("i3-msg", "-t", "get_tree"),

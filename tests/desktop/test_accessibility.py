@@ -4,9 +4,9 @@ import json
 import os
 import unittest
 
-from desktop import HERE, SYSTEM_PYTHON
-from processes import wait_until
-from vembrix import DesktopTest
+from support.desktop import HERE, SYSTEM_PYTHON
+from support.processes import wait_until
+from support.vembrix import DesktopTest
 
 LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 

@@ -2,9 +2,9 @@
 
 import unittest
 
-from dropdown import Dropdown
-from processes import wait_until
-from vembrix import DesktopTest, Vembrix
+from support.dropdown import Dropdown
+from support.processes import wait_until
+from support.vembrix import DesktopTest, Vembrix
 
 
 class AgainTest(DesktopTest):

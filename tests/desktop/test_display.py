@@ -6,8 +6,8 @@ import signal
 import time
 import unittest
 
-from processes import wait_until
-from vembrix import DesktopTest, Vembrix
+from support.processes import wait_until
+from support.vembrix import DesktopTest, Vembrix
 
 
 class EndTest(DesktopTest):

@@ -3,8 +3,8 @@
 import time
 import unittest
 
-from processes import wait_until
-from vembrix import SharedRunTest
+from support.processes import wait_until
+from support.vembrix import SharedRunTest
 
 # Longer than anything that was noticed takes to be stored.
 QUIET = 0.5

@@ -2,11 +2,11 @@
 
 import unittest
 
-from labels import Labels, Showings, blend, keep, over
-from preferences import Preferences
-from processes import wait_until
-from screen import distance
-from vembrix import DesktopTest
+from support.labels import Labels, Showings, blend, keep, over
+from support.preferences import Preferences
+from support.processes import wait_until
+from support.screen import distance
+from support.vembrix import DesktopTest
 
 # Two of a hundred.
 TOLERANCE = 5

@@ -3,13 +3,13 @@
 import time
 import unittest
 
-from desktop import Desktop, Portal
-from dropdown import Dropdown
-from labels import SWIPE_ALPHA, Hand, Labels, OpacitySpy, Showings, keep
-from preferences import Preferences
-from processes import wait_until
-from screen import distance
-from vembrix import TOLERANCE, DesktopTest, Vembrix
+from support.desktop import Desktop, Portal
+from support.dropdown import Dropdown
+from support.labels import SWIPE_ALPHA, Hand, Labels, OpacitySpy, Showings, keep
+from support.preferences import Preferences
+from support.processes import wait_until
+from support.screen import distance
+from support.vembrix import TOLERANCE, DesktopTest, Vembrix
 
 GROUND = (128, 144, 160)
 NAMES = ["Desktop 1", "Desktop 2", "Desktop 3", "Desktop 4"]

@@ -2,7 +2,7 @@
 
 import unittest
 
-from vembrix import Defaults, DesktopTest
+from support.vembrix import Defaults, DesktopTest
 
 
 class MigrationTest(DesktopTest):

@@ -2,7 +2,7 @@
 
 import unittest
 
-from vembrix import BLACK, PINK, DesktopTest
+from support.vembrix import BLACK, PINK, DesktopTest
 
 NAMES = {
     "right to left": "עבודה שלי",

@@ -3,10 +3,10 @@
 import time
 import unittest
 
-from labels import Label, Labels, Showings, keep
-from processes import wait_until
-from screen import distance
-from vembrix import BLUE, GREEN, PEACH, PINK, TOLERANCE, DesktopTest, Vembrix
+from support.labels import Label, Labels, Showings, keep
+from support.processes import wait_until
+from support.screen import distance
+from support.vembrix import BLUE, GREEN, PEACH, PINK, TOLERANCE, DesktopTest, Vembrix
 
 GROUND = (128, 144, 160)
 # Of the status item, by desktop.

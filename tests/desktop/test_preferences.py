@@ -6,11 +6,11 @@ import stat
 import time
 import unittest
 
-from preferences import Preferences
-from processes import wait_until
-from screen import distance, rgb
+from support.preferences import Preferences
+from support.processes import wait_until
+from support.screen import distance, rgb
 from test_settings import WRONG_TYPES
-from vembrix import TOLERANCE, DesktopTest, SharedRunTest
+from support.vembrix import TOLERANCE, DesktopTest, SharedRunTest
 
 ALPINE = rgb(0.96, 0.965, 0.973)
 CORAL = rgb(0.1, 0.1, 0.11)

@@ -5,8 +5,8 @@ import struct
 import subprocess
 import unittest
 
-from processes import LIMIT
-from vembrix import DesktopTest, Vembrix, program_path
+from support.processes import LIMIT
+from support.vembrix import DesktopTest, Vembrix, program_path
 
 OPTION = "--render-theme-previews"
 THEMES = ("stock", "alpine", "coral", "paper", "graphite", "sorbet", "frost")

@@ -3,10 +3,10 @@
 import time
 import unittest
 
-from labels import Labels
-from processes import wait_until
-from vembrix import DesktopTest, Vembrix
-from x11_requests import RequestLog
+from support.labels import Labels
+from support.processes import wait_until
+from support.vembrix import DesktopTest, Vembrix
+from support.x11_requests import RequestLog
 
 # Longer than all periods: the longest is that of the labels' places.
 WATCHED = 6

@@ -3,11 +3,11 @@
 import time
 import unittest
 
-from desktop import Portal
-from dropdown import Dropdown
-from processes import wait_until
-from screen import rgb
-from vembrix import BLACK, BLUE, HALVED_PINK, PINK, DesktopTest, SharedRunTest
+from support.desktop import Portal
+from support.dropdown import Dropdown
+from support.processes import wait_until
+from support.screen import rgb
+from support.vembrix import BLACK, BLUE, HALVED_PINK, PINK, DesktopTest, SharedRunTest
 
 FIXED_WIDTH = 140
 

@@ -2,9 +2,9 @@
 
 import unittest
 
-from furniture import open_window
-from processes import wait_until
-from vembrix import SharedRunTest
+from support.furniture import open_window
+from support.processes import wait_until
+from support.vembrix import SharedRunTest
 
 ALL_DESKTOPS = str(0xFFFFFFFF)
 

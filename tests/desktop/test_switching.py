@@ -3,8 +3,8 @@
 import time
 import unittest
 
-from processes import wait_until
-from vembrix import BLUE, GREEN, PEACH, PINK, DesktopTest, SharedRunTest, Vembrix
+from support.processes import wait_until
+from support.vembrix import BLUE, GREEN, PEACH, PINK, DesktopTest, SharedRunTest, Vembrix
 
 # What a person takes for at once, on a busy machine; nothing that is noticed by
 # looking from time to time alone is noticed so soon.

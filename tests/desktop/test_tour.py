@@ -4,8 +4,8 @@ import re
 import time
 import unittest
 
-from processes import wait_until
-from vembrix import DesktopTest, Vembrix
+from support.processes import wait_until
+from support.vembrix import DesktopTest, Vembrix
 
 # From the launch to the first swipe, and what the swipe takes.
 DELAY = 1.5

@@ -3,9 +3,9 @@
 import os
 import unittest
 
-from preferences import Preferences
-from processes import wait_until
-from vembrix import DesktopTest
+from support.preferences import Preferences
+from support.processes import wait_until
+from support.vembrix import DesktopTest
 
 
 def shown_version(program):

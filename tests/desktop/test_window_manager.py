@@ -2,7 +2,7 @@
 
 import unittest
 
-from vembrix import BLUE, DesktopTest
+from support.vembrix import BLUE, DesktopTest
 
 
 class WindowManagerTest(DesktopTest):

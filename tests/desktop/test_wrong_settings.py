@@ -2,9 +2,9 @@
 
 import unittest
 
-from preferences import Preferences
-from processes import wait_until
-from vembrix import BLACK, PINK, DesktopTest
+from support.preferences import Preferences
+from support.processes import wait_until
+from support.vembrix import BLACK, PINK, DesktopTest
 
 KEYS = (
     "ThemeName",

@@ -4,8 +4,8 @@
 #include <map>
 #include <set>
 
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/RecordingSignWindow.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/faces/RecordingSignWindow.h"
 
 namespace vembrix {
 

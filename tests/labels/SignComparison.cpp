@@ -8,8 +8,8 @@
 #include <sstream>
 #include <vector>
 
-#include "platform/embedded/EmbeddedMainQueue.h"
-#include "platform/embedded/RecordingTourOverlay.h"
+#include "platform/embedded/faces/RecordingTourOverlay.h"
+#include "platform/embedded/services/EmbeddedMainQueue.h"
 
 namespace vembrix {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "labels/LabelWindows.h"
 #include "labels/SignModel.h"
-#include "platform/embedded/RecordingSignWindow.h"
+#include "platform/embedded/faces/RecordingSignWindow.h"
 
 namespace vembrix {
 

@@ -7,7 +7,7 @@
 #include "platform/Accessibility.h"
 #include "platform/InputMonitor.h"
 #include "platform/TextSize.h"
-#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
 
 namespace vembrix {
 namespace {

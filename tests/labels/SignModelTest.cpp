@@ -13,9 +13,9 @@
 #include "labels/SignComparison.h"
 #include "labels/SignModel.h"
 #include "labels/SignWalk.h"
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/EmbeddedMainQueue.h"
-#include "platform/embedded/RecordingSignWindow.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/faces/RecordingSignWindow.h"
+#include "platform/embedded/services/EmbeddedMainQueue.h"
 
 // The labels of the whole program beside those of the model, after every event of random
 // walks. This does one walk again up to one event, telling every event on standard error:

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "labels/SignModel.h"
-#include "platform/embedded/EmbeddedMainQueue.h"
+#include "platform/embedded/services/EmbeddedMainQueue.h"
 
 namespace vembrix {
 namespace {

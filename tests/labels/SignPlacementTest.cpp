@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "platform/Application.h"
-#include "platform/embedded/EmbeddedApplication.h"
+#include "platform/embedded/services/EmbeddedApplication.h"
 #include "support/AllocationCounter.h"
 #include "support/SignTest.h"
 

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "platform/embedded/EmbeddedApplication.h"
-#include "platform/embedded/RecordingTourOverlay.h"
+#include "platform/embedded/faces/RecordingTourOverlay.h"
+#include "platform/embedded/services/EmbeddedApplication.h"
 #include "support/SignTest.h"
 
 namespace vembrix {

@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 
 #include "app/AppDelegate.h"
-#include "platform/embedded/EmbeddedApplication.h"
-#include "platform/embedded/RecordingTourOverlay.h"
+#include "platform/embedded/faces/RecordingTourOverlay.h"
+#include "platform/embedded/services/EmbeddedApplication.h"
 #include "support/SignTest.h"
 
 namespace vembrix {

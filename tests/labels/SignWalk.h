@@ -10,8 +10,8 @@
 #include "platform/DockSwipeEvent.h"
 #include "platform/NotificationCenter.h"
 #include "platform/PropertyList.h"
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/EmbeddedMainQueue.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/services/EmbeddedMainQueue.h"
 
 namespace vembrix {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
 
 namespace vembrix {
 namespace {

@@ -2,10 +2,10 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/EmbeddedUserDefaults.h"
-#include "platform/embedded/RecordingDropdownMenu.h"
-#include "platform/embedded/RecordingStatusItem.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/faces/RecordingDropdownMenu.h"
+#include "platform/embedded/faces/RecordingStatusItem.h"
+#include "platform/embedded/services/EmbeddedUserDefaults.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
 

@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "platform/embedded/EmbeddedMainQueue.h"
-#include "platform/embedded/EmbeddedUserDefaults.h"
-#include "platform/embedded/RecordingDropdownMenu.h"
+#include "platform/embedded/faces/RecordingDropdownMenu.h"
+#include "platform/embedded/services/EmbeddedMainQueue.h"
+#include "platform/embedded/services/EmbeddedUserDefaults.h"
 #include "settings/PreferencesStore.h"
 #include "support/AllocationCounter.h"
 

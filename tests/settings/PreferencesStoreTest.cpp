@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "platform/embedded/EmbeddedUserDefaults.h"
+#include "platform/embedded/services/EmbeddedUserDefaults.h"
 #include "support/AllocationCounter.h"
 #include "support/Posts.h"
 

@@ -4,8 +4,8 @@
 #include <limits>
 
 #include "platform/Json.h"
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/EmbeddedUserDefaults.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/services/EmbeddedUserDefaults.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
 #include "support/AllocationCounter.h"

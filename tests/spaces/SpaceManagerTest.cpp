@@ -4,8 +4,8 @@
 
 #include <set>
 
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/EmbeddedUserDefaults.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/services/EmbeddedUserDefaults.h"
 #include "spaces/SpaceObserver.h"
 #include "support/AllocationCounter.h"
 #include "support/Posts.h"

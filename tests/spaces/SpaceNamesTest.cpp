@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/EmbeddedUserDefaults.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/services/EmbeddedUserDefaults.h"
 #include "spaces/SpaceManager.h"
 #include "spaces/Whitespace.h"
 #include "support/Posts.h"

@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/EmbeddedLog.h"
-#include "platform/embedded/EmbeddedMainQueue.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/services/EmbeddedLog.h"
+#include "platform/embedded/services/EmbeddedMainQueue.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/DockSwipe.h"
 #include "spaces/SpaceManager.h"

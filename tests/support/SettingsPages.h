@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/EmbeddedUserDefaults.h"
-#include "platform/embedded/RecordingSettingsWindow.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/faces/RecordingSettingsWindow.h"
+#include "platform/embedded/services/EmbeddedUserDefaults.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
 #include "support/Posts.h"

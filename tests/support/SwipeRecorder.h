@@ -6,8 +6,8 @@
 
 #include "platform/DockSwipeEvent.h"
 #include "platform/EventTap.h"
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/EmbeddedMainQueue.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/services/EmbeddedMainQueue.h"
 
 namespace vembrix {
 

@@ -5,10 +5,10 @@
 #include <chrono>
 #include <thread>
 
-#include "platform/embedded/EmbeddedBackgroundWork.h"
-#include "platform/embedded/EmbeddedLogTool.h"
-#include "platform/embedded/EmbeddedMainQueue.h"
-#include "platform/embedded/EmbeddedPasteboard.h"
+#include "platform/embedded/services/EmbeddedBackgroundWork.h"
+#include "platform/embedded/services/EmbeddedLogTool.h"
+#include "platform/embedded/services/EmbeddedMainQueue.h"
+#include "platform/embedded/services/EmbeddedPasteboard.h"
 #include "support/SettingsPages.h"
 
 namespace vembrix {

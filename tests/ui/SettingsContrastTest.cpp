@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/SystemColorValues.h"
+#include "platform/portable/SystemColorValues.h"
 #include "support/SettingsPages.h"
 
 namespace vembrix {

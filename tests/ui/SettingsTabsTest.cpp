@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/embedded/EmbeddedBundle.h"
-#include "platform/embedded/EmbeddedWorkspace.h"
+#include "platform/embedded/services/EmbeddedBundle.h"
+#include "platform/embedded/services/EmbeddedWorkspace.h"
 #include "support/SettingsPages.h"
 
 namespace vembrix {

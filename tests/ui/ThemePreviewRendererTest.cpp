@@ -12,12 +12,12 @@
 #include <vector>
 
 #include "app/Launch.h"
-#include "platform/embedded/EmbeddedApplication.h"
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/EmbeddedUserDefaults.h"
-#include "platform/embedded/RecordingPreviewCanvas.h"
-#include "platform/embedded/RecordingSpaceRowView.h"
-#include "platform/embedded/RecordingStatusItem.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/faces/RecordingPreviewCanvas.h"
+#include "platform/embedded/faces/RecordingSpaceRowView.h"
+#include "platform/embedded/faces/RecordingStatusItem.h"
+#include "platform/embedded/services/EmbeddedApplication.h"
+#include "platform/embedded/services/EmbeddedUserDefaults.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
 #include "ui/AppTheme.h"

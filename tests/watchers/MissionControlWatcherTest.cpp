@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 
 #include "platform/NotificationCenter.h"
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/EmbeddedLog.h"
-#include "platform/embedded/EmbeddedMainQueue.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/services/EmbeddedLog.h"
+#include "platform/embedded/services/EmbeddedMainQueue.h"
 #include "support/AllocationCounter.h"
 
 namespace vembrix {

@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 
 #include "platform/NotificationCenter.h"
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/EmbeddedUserDefaults.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/services/EmbeddedUserDefaults.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
 #include "spaces/SpaceObserver.h"

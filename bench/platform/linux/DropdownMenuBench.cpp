@@ -13,7 +13,7 @@
 #include "BenchSession.h"
 #include "menubar/SpaceRow.h"
 #include "platform/DropdownMenu.h"
-#include "platform/linux/menubar/NativeMenu.h"
+#include "platform/linux/menubar/NativeDropdownMenu.h"
 
 namespace vembrix {
 namespace {
@@ -82,7 +82,7 @@ void openDropdownMenu(benchmark::State& state) {
   const int count = static_cast<int>(state.range(0));
   const bool isRebuilt = state.range(1) == 1;
   const auto dropdown = DropdownMenu::create();
-  auto& native = static_cast<NativeMenu&>(*dropdown);
+  auto& native = static_cast<NativeDropdownMenu&>(*dropdown);
   dropdown->setItems(rows(count));
   if (isRebuilt) dropdown->setNeedsUpdateHandler([&] { dropdown->setItems(rows(count)); });
   QMenu plain;
@@ -100,7 +100,7 @@ void openDropdownMenu(benchmark::State& state) {
   std::vector<double> plainTimes;
   for ([[maybe_unused]] auto _ : state) {
     const Seconds time = dropdownWatch.timeOf([&] {
-      native.open({kCorner, QSize(1, 1)}, NativeMenu::OpenedBy::Click);
+      native.open({kCorner, QSize(1, 1)}, NativeDropdownMenu::OpenedBy::Click);
     });
     state.SetIterationTime(time.count());
     dropdownTimes.push_back(time.count());

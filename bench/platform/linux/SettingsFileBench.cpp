@@ -6,7 +6,7 @@
 #include <string>
 #include <thread>
 
-#include "platform/linux/DefaultsStore.h"
+#include "platform/linux/defaults/DefaultsStore.h"
 
 namespace vembrix {
 namespace {

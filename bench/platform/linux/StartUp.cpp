@@ -5,7 +5,7 @@
 
 #include "app/LegacyDefaults.h"
 #include "platform/Application.h"
-#include "platform/linux/NativeFont.h"
+#include "platform/linux/Conversions.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
 

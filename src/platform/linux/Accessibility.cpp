@@ -1,7 +1,7 @@
 #include "platform/Accessibility.h"
 
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/linux/ChosenDesktop.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/linux/session/ChosenDesktop.h"
 
 namespace vembrix {
 namespace {

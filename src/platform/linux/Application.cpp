@@ -10,18 +10,18 @@
 
 #include "platform/MainQueue.h"
 #include "platform/SystemLog.h"
-#include "platform/linux/ChosenDesktop.h"
-#include "platform/linux/ForgedEvents.h"
+#include "platform/linux/AppearanceObserver.h"
 #include "platform/linux/LinuxApplication.h"
-#include "platform/linux/LinuxUserDefaults.h"
 #include "platform/linux/LoopEvents.h"
-#include "platform/linux/QtMessages.h"
-#include "platform/linux/SingleInstance.h"
-#include "platform/linux/SleepWatcher.h"
-#include "platform/linux/SystemAppearance.h"
-#include "platform/linux/TerminationSignals.h"
-#include "platform/linux/WindowHints.h"
-#include "platform/linux/X11Desktop.h"
+#include "platform/linux/defaults/LinuxUserDefaults.h"
+#include "platform/linux/session/ChosenDesktop.h"
+#include "platform/linux/session/QtMessages.h"
+#include "platform/linux/session/SingleInstance.h"
+#include "platform/linux/session/SleepWatcher.h"
+#include "platform/linux/session/TerminationSignals.h"
+#include "platform/linux/x11/ForgedEvents.h"
+#include "platform/linux/x11/WindowHints.h"
+#include "platform/linux/x11/X11Desktop.h"
 
 namespace vembrix {
 namespace {
@@ -69,7 +69,7 @@ class LinuxApplication::QtObject : public QApplication {
   }
 
   void setDelegate(ApplicationDelegate* delegate) { delegate_ = delegate; }
-  void setAppearance(SystemAppearance& appearance) { appearance_ = &appearance; }
+  void setAppearance(AppearanceObserver& appearance) { appearance_ = &appearance; }
 
   void reopen() {
     if (delegate_) delegate_->applicationDidReopen();
@@ -103,7 +103,7 @@ class LinuxApplication::QtObject : public QApplication {
   static constexpr QEvent::Type kLaunch = QEvent::User;
 
   ApplicationDelegate* delegate_ = nullptr;
-  SystemAppearance* appearance_ = nullptr;
+  AppearanceObserver* appearance_ = nullptr;
 };
 
 LinuxApplication& LinuxApplication::shared() {
@@ -126,7 +126,7 @@ LinuxApplication::LinuxApplication() {
   // The queue belongs to the thread that makes it.
   MainQueue::main();
   if (X11Desktop* x11 = chosenDesktop().x11) x11->follow();
-  appearance_ = std::make_unique<SystemAppearance>();
+  appearance_ = std::make_unique<AppearanceObserver>();
   qt_->setAppearance(*appearance_);
   sleepWatcher_ = std::make_unique<SleepWatcher>();
   terminationSignals_ = std::make_unique<TerminationSignals>([this] { terminate(); });

@@ -1,9 +1,9 @@
 #include "platform/InputMonitor.h"
 
 #include "platform/Application.h"
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/linux/ChosenDesktop.h"
-#include "platform/linux/X11Input.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/linux/session/ChosenDesktop.h"
+#include "platform/linux/x11/X11Input.h"
 
 namespace vembrix {
 

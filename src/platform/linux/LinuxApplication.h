@@ -14,7 +14,7 @@ namespace vembrix {
 class ForgedEventFilter;
 class SingleInstance;
 class SleepWatcher;
-class SystemAppearance;
+class AppearanceObserver;
 class TerminationSignals;
 
 /// The application on Qt's event loop, with its sources of events: the X11 desktop, the session's
@@ -53,7 +53,7 @@ class LinuxApplication : public Application {
   std::unique_ptr<QtObject> qt_;
   std::unique_ptr<SingleInstance> instance_;
   std::unique_ptr<ForgedEventFilter> forgedEventFilter_;
-  std::unique_ptr<SystemAppearance> appearance_;
+  std::unique_ptr<AppearanceObserver> appearance_;
   std::unique_ptr<SleepWatcher> sleepWatcher_;
   std::unique_ptr<TerminationSignals> terminationSignals_;
 };

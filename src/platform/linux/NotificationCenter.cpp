@@ -1,6 +1,6 @@
 #include "platform/NotificationCenter.h"
 
-#include "platform/embedded/LocalNotificationCenter.h"
+#include "platform/portable/LocalNotificationCenter.h"
 
 namespace vembrix {
 

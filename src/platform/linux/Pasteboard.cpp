@@ -7,8 +7,8 @@
 #include <memory>
 
 #include "platform/Application.h"
-#include "platform/linux/QtEwmh.h"
-#include "platform/linux/X11Connection.h"
+#include "platform/linux/x11/QtEwmh.h"
+#include "platform/linux/x11/X11Connection.h"
 
 namespace vembrix {
 namespace {

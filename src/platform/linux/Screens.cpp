@@ -6,8 +6,8 @@
 #include "platform/Application.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/linux/ChosenDesktop.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/linux/session/ChosenDesktop.h"
 
 namespace vembrix {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/linux/ChosenDesktop.h"
-#include "platform/linux/X11Desktop.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/linux/session/ChosenDesktop.h"
+#include "platform/linux/x11/X11Desktop.h"
 
 namespace vembrix {
 namespace {

@@ -4,7 +4,7 @@
 #include <QString>
 
 #include "platform/Application.h"
-#include "platform/linux/NativeFont.h"
+#include "platform/linux/Conversions.h"
 
 namespace vembrix {
 

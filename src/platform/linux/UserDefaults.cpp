@@ -8,8 +8,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/linux/LinuxUserDefaults.h"
-#include "platform/linux/XmlPropertyList.h"
+#include "platform/linux/defaults/LinuxUserDefaults.h"
+#include "platform/linux/defaults/XmlPropertyList.h"
 
 namespace vembrix {
 namespace {

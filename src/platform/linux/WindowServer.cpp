@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "platform/Application.h"
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/linux/ChosenDesktop.h"
-#include "platform/linux/X11Desktop.h"
-#include "platform/linux/X11WindowList.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/linux/session/ChosenDesktop.h"
+#include "platform/linux/x11/WindowList.h"
+#include "platform/linux/x11/X11Desktop.h"
 
 namespace vembrix {
 namespace {
@@ -81,7 +81,7 @@ class X11WindowServer : public WindowServer {
   X11Desktop& desktop_;
   std::unordered_map<SpaceID, PropertyList> answers_;
   /// Followed from the first question on.
-  std::optional<X11WindowList> windows_;
+  std::optional<WindowList> windows_;
 };
 
 WindowServer& choose() {

@@ -3,7 +3,7 @@
 #import <ApplicationServices/ApplicationServices.h>
 #import <Foundation/Foundation.h>
 
-#import "platform/macos/Arc.h"
+#import "platform/macos/support/Arc.h"
 
 namespace vembrix {
 namespace {

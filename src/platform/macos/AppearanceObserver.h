@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#import "platform/macos/Arc.h"
+#import "platform/macos/support/Arc.h"
 
 /// Runs a block on the main thread after each change of the effective appearance of the application
 /// or a view, with the new one in effect. Owns both; the block's owner owns the observer and

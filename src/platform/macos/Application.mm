@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#import "platform/macos/Conversions.h"
+#import "platform/macos/support/Conversions.h"
 
 /// Hands the application's life on to the product. Owned by SystemApplication,
 /// which sets and clears the target; the target belongs to the product.

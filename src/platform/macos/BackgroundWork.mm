@@ -5,7 +5,7 @@
 #include <memory>
 #include <utility>
 
-#import "platform/macos/Arc.h"
+#import "platform/macos/support/Arc.h"
 
 namespace vembrix {
 namespace {

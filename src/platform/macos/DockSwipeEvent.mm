@@ -13,11 +13,11 @@
 #include <vector>
 
 #include "platform/MainQueue.h"
-#import "platform/macos/Arc.h"
-#import "platform/macos/CFOwned.h"
-#include "platform/macos/SwipeConventions.h"
-#import "platform/macos/SystemVersion.h"
-#import "platform/macos/TrackpadReport.h"
+#import "platform/macos/support/Arc.h"
+#import "platform/macos/support/CFOwned.h"
+#import "platform/macos/support/SystemVersion.h"
+#include "platform/macos/windowserver/SwipeConventions.h"
+#import "platform/portable/TrackpadReport.h"
 
 namespace vembrix {
 namespace {

@@ -9,12 +9,12 @@
 #include "platform/DockSwipeEvent.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
-#import "platform/macos/Arc.h"
-#import "platform/macos/CFOwned.h"
-#import "platform/macos/Conversions.h"
-#include "platform/macos/SwipeConventions.h"
-#import "platform/macos/SystemVersion.h"
 #import "platform/macos/TrustObserver.h"
+#import "platform/macos/support/Arc.h"
+#import "platform/macos/support/CFOwned.h"
+#import "platform/macos/support/Conversions.h"
+#import "platform/macos/support/SystemVersion.h"
+#include "platform/macos/windowserver/SwipeConventions.h"
 
 namespace vembrix {
 namespace {

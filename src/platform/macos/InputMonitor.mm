@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#import "platform/macos/Arc.h"
 #import "platform/macos/TrustObserver.h"
+#import "platform/macos/support/Arc.h"
 
 namespace vembrix {
 namespace {

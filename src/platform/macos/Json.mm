@@ -1,7 +1,7 @@
 #import "platform/Json.h"
 
-#import "platform/Utf8.h"
-#import "platform/macos/Conversions.h"
+#import "platform/macos/support/Conversions.h"
+#import "platform/portable/Utf8.h"
 
 namespace vembrix {
 

@@ -1,7 +1,7 @@
 #import "platform/LogTool.h"
 
-#import "platform/macos/RunCommand.h"
 #import "platform/macos/UnifiedLogCommand.h"
+#import "platform/macos/support/RunCommand.h"
 
 namespace vembrix {
 namespace {

@@ -13,8 +13,8 @@
 
 #include "platform/MainQueue.h"
 #import "platform/macos/AppearanceObserver.h"
-#import "platform/macos/Conversions.h"
-#import "platform/macos/ScreenCache.h"
+#import "platform/macos/support/Conversions.h"
+#import "platform/macos/support/ScreenCache.h"
 
 /// The one observer of a name at a native center. Owned by the C++ center, which
 /// the block leads back to.

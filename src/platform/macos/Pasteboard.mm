@@ -2,8 +2,8 @@
 
 #import <AppKit/AppKit.h>
 
-#include "platform/Utf8.h"
-#import "platform/macos/Conversions.h"
+#import "platform/macos/support/Conversions.h"
+#include "platform/portable/Utf8.h"
 
 namespace vembrix {
 namespace {

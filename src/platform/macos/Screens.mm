@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "platform/NotificationCenter.h"
-#import "platform/macos/Conversions.h"
-#import "platform/macos/ScreenCache.h"
+#import "platform/macos/support/Conversions.h"
+#import "platform/macos/support/ScreenCache.h"
 
 namespace vembrix {
 namespace {

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "platform/SystemLog.h"
-#import "platform/macos/CFOwned.h"
-#import "platform/macos/Conversions.h"
+#import "platform/macos/support/CFOwned.h"
+#import "platform/macos/support/Conversions.h"
 
 namespace vembrix {
 namespace {

@@ -9,10 +9,10 @@
 #include <utility>
 
 #include "platform/SystemLog.h"
-#import "platform/macos/CFOwned.h"
-#import "platform/macos/Conversions.h"
-#import "platform/macos/PrivateWindowServer.h"
-#import "platform/macos/WindowList.h"
+#import "platform/macos/support/CFOwned.h"
+#import "platform/macos/support/Conversions.h"
+#import "platform/macos/windowserver/PrivateWindowServer.h"
+#import "platform/macos/windowserver/WindowList.h"
 
 namespace vembrix {
 namespace {

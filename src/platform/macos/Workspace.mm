@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#import "platform/macos/Conversions.h"
+#import "platform/macos/support/Conversions.h"
 
 namespace vembrix {
 namespace {

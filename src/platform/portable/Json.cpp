@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/NestingLimit.h"
+#include "platform/portable/NestingLimit.h"
 
 namespace vembrix {
 namespace {

@@ -1,9 +1,9 @@
 #include "platform/conformance/SystemUnderTest.h"
-#include "platform/embedded/EmbeddedBackgroundWork.h"
-#include "platform/embedded/EmbeddedDesktop.h"
-#include "platform/embedded/EmbeddedLog.h"
-#include "platform/embedded/EmbeddedMainQueue.h"
-#include "platform/embedded/EmbeddedUserDefaults.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/services/EmbeddedBackgroundWork.h"
+#include "platform/embedded/services/EmbeddedLog.h"
+#include "platform/embedded/services/EmbeddedMainQueue.h"
+#include "platform/embedded/services/EmbeddedUserDefaults.h"
 
 namespace vembrix {
 namespace {

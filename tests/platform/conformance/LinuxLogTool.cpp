@@ -2,8 +2,8 @@
 #include <fstream>
 
 #include "platform/conformance/LogToolUnderTest.h"
-#include "platform/linux/TemporaryDirectory.h"
-#include "platform/linux/TestSession.h"
+#include "platform/linux/support/TemporaryDirectory.h"
+#include "platform/linux/support/TestSession.h"
 
 namespace vembrix {
 namespace {

@@ -8,12 +8,12 @@
 
 #include "platform/Application.h"
 #include "platform/conformance/SystemUnderTest.h"
-#include "platform/linux/LinuxUserDefaults.h"
-#include "platform/linux/PrivateBus.h"
-#include "platform/linux/PrivateDisplay.h"
-#include "platform/linux/SentLines.h"
-#include "platform/linux/TestSession.h"
-#include "platform/linux/XmlPropertyList.h"
+#include "platform/linux/defaults/LinuxUserDefaults.h"
+#include "platform/linux/defaults/XmlPropertyList.h"
+#include "platform/linux/support/PrivateBus.h"
+#include "platform/linux/support/PrivateDisplay.h"
+#include "platform/linux/support/SentLines.h"
+#include "platform/linux/support/TestSession.h"
 
 namespace vembrix {
 namespace {

@@ -1,5 +1,5 @@
 #include "platform/conformance/LogToolUnderTest.h"
-#include "platform/macos/RunCommand.h"
+#include "platform/macos/support/RunCommand.h"
 
 namespace vembrix {
 namespace {

@@ -3,10 +3,10 @@
 
 #include "platform/Application.h"
 #include "platform/conformance/SystemUnderTest.h"
-#import "platform/macos/Conversions.h"
-#include "platform/macos/OtherProgram.h"
-#include "platform/macos/RunLoop.h"
-#include "platform/macos/StandardErrorLines.h"
+#import "platform/macos/support/Conversions.h"
+#include "platform/macos/support/OtherProgram.h"
+#include "platform/macos/support/RunLoop.h"
+#include "platform/macos/support/StandardErrorLines.h"
 
 namespace vembrix {
 namespace {

@@ -1,9 +1,9 @@
-#include "platform/embedded/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
 
 #include <gmock/gmock.h>
 
 #include "platform/NotificationCenter.h"
-#include "platform/embedded/EmbeddedMainQueue.h"
+#include "platform/embedded/services/EmbeddedMainQueue.h"
 
 namespace vembrix {
 namespace {

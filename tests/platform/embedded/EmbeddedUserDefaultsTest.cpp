@@ -1,4 +1,4 @@
-#include "platform/embedded/EmbeddedUserDefaults.h"
+#include "platform/embedded/services/EmbeddedUserDefaults.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -19,11 +19,12 @@
 #include "platform/StatusItem.h"
 #include "platform/TextSize.h"
 #include "platform/TourOverlay.h"
-#include "platform/linux/DropdownUser.h"
-#include "platform/linux/NativeFont.h"
-#include "platform/linux/labels/FloatingPanel.h"
+#include "platform/linux/Conversions.h"
+#include "platform/linux/TextMetrics.h"
+#include "platform/linux/labels/BareWindow.h"
 #include "platform/linux/labels/PanelStage.h"
 #include "platform/linux/menubar/RowEditField.h"
+#include "platform/linux/support/DropdownUser.h"
 #include "settings/PreferencesStore.h"
 #include "ui/AppTheme.h"
 
@@ -91,7 +92,7 @@ class FacesLookTest : public testing::Test {
 
   /// What a label or an overlay shows, without so much at each edge; points.
   static QImage panelOfRole(const QString& role, double outside) {
-    for (const FloatingPanel* panel : PanelStage::shared().panels()) {
+    for (const BareWindow* panel : PanelStage::shared().panels()) {
       if (panel->role() != role) continue;
       const QRectF part = panel->bounds().adjusted(outside, outside, -outside, -outside);
       const double scale = QGuiApplication::primaryScreen()->devicePixelRatio();
@@ -177,7 +178,7 @@ class DropdownLookTest : public testing::TestWithParam<std::size_t> {
   }
 
   /// Of the row's name.
-  static QRect inkOfName(SpaceRowWidget& row) {
+  static QRect inkOfName(VembrixSpaceRowView& row) {
     constexpr int kNameLeft = 36;
     return inkOf(partOf(row, row.rect().adjusted(kNameLeft, 0, -40, 0)));
   }
@@ -190,7 +191,7 @@ TEST_P(DropdownLookTest, ARowShowsTheWholeOfItsName) {
     std::vector<MenuItem> items;
     items.emplace_back(rowOf(kTallName, isActive));
     user_.open(std::move(items));
-    SpaceRowWidget& row = user_.row(0);
+    VembrixSpaceRowView& row = user_.row(0);
     expectWhole(inkOfName(row), kTallName, row.font());
     EXPECT_GE(row.editField().height(), lineHeight(row.font()));
   }
@@ -203,7 +204,7 @@ TEST_P(DropdownLookTest, ANameStandsOnItsBaselineWhateverElseIsInIt) {
   }
   user_.open(std::move(items));
   const auto placeOf = [&](std::size_t index) {
-    SpaceRowWidget& row = user_.row(index);
+    VembrixSpaceRowView& row = user_.row(index);
     return inkOf(partOf(row, QRect(36, 0, 18, row.height())));
   };
   for (std::size_t i = 1; i < 4; ++i) {

@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "platform/linux/TemporaryDirectory.h"
-#include "platform/linux/TestSession.h"
+#include "platform/linux/support/TemporaryDirectory.h"
+#include "platform/linux/support/TestSession.h"
 
 namespace vembrix {
 namespace {

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "platform/Application.h"
-#include "platform/linux/TestSession.h"
+#include "platform/linux/support/TestSession.h"
 
 namespace vembrix {
 namespace {

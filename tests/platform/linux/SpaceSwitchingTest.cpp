@@ -7,8 +7,8 @@
 
 #include "platform/Application.h"
 #include "platform/NotificationCenter.h"
-#include "platform/linux/PrivateDisplay.h"
-#include "platform/linux/TestSession.h"
+#include "platform/linux/support/PrivateDisplay.h"
+#include "platform/linux/support/TestSession.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
 #include "spaces/SpaceObserver.h"

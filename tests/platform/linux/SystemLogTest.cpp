@@ -9,7 +9,7 @@
 #include <string>
 #include <thread>
 
-#include "platform/linux/SentLines.h"
+#include "platform/linux/support/SentLines.h"
 
 namespace vembrix {
 namespace {

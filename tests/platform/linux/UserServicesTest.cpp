@@ -19,8 +19,8 @@
 #include "platform/LogTool.h"
 #include "platform/Pasteboard.h"
 #include "platform/Workspace.h"
-#include "platform/linux/TemporaryDirectory.h"
-#include "platform/linux/TestSession.h"
+#include "platform/linux/support/TemporaryDirectory.h"
+#include "platform/linux/support/TestSession.h"
 
 namespace vembrix {
 namespace {

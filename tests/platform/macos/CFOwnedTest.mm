@@ -1,4 +1,4 @@
-#import "platform/macos/CFOwned.h"
+#import "platform/macos/support/CFOwned.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#import "platform/macos/Conversions.h"
+#import "platform/macos/support/Conversions.h"
 
 #include <gmock/gmock.h>
 

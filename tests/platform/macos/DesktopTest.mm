@@ -13,8 +13,8 @@
 #include "platform/Screens.h"
 #include "platform/SignWindow.h"
 #include "platform/WindowServer.h"
-#import "platform/macos/Conversions.h"
-#include "platform/macos/RunLoop.h"
+#import "platform/macos/support/Conversions.h"
+#include "platform/macos/support/RunLoop.h"
 
 namespace vembrix {
 namespace {

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-#import "platform/macos/CFOwned.h"
+#import "platform/macos/support/CFOwned.h"
 
 namespace vembrix {
 namespace {

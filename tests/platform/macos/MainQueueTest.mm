@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#import "platform/macos/Arc.h"
-#include "platform/macos/RunLoop.h"
+#import "platform/macos/support/Arc.h"
+#include "platform/macos/support/RunLoop.h"
 
 /// Notes its end.
 @interface VembrixMortal : NSObject

@@ -5,7 +5,7 @@
 
 #include "platform/Application.h"
 #include "platform/conformance/TextSamples.h"
-#import "platform/macos/Conversions.h"
+#import "platform/macos/support/Conversions.h"
 
 namespace vembrix {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/embedded/EmbeddedLogTool.h"
+#include "platform/embedded/services/EmbeddedLogTool.h"
 
 namespace vembrix {
 namespace {

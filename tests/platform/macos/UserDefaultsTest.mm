@@ -5,8 +5,8 @@
 
 #include <cstdlib>
 
-#import "platform/macos/Arc.h"
-#include "platform/macos/OtherProgram.h"
+#import "platform/macos/support/Arc.h"
+#include "platform/macos/support/OtherProgram.h"
 
 namespace vembrix {
 namespace {

@@ -5,9 +5,8 @@
 #include <QPainterPath>
 #include <algorithm>
 
-#include "platform/linux/NativeColor.h"
-#include "platform/linux/NativeFont.h"
-#include "platform/linux/labels/FloatingPanel.h"
+#include "platform/linux/Conversions.h"
+#include "platform/linux/labels/BareWindow.h"
 
 namespace vembrix {
 

@@ -8,7 +8,7 @@
 
 namespace vembrix {
 
-class FloatingPanel;
+class BareWindow;
 
 /// The look of a label. Main thread.
 class NativeSignView : public SignView, public PanelContent {
@@ -17,7 +17,7 @@ class NativeSignView : public SignView, public PanelContent {
   NativeSignView(double cornerRadius, double padding);
 
   /// Sets the panel that shows the view, for this object's life.
-  void setPanel(FloatingPanel& panel) { panel_ = &panel; }
+  void setPanel(BareWindow& panel) { panel_ = &panel; }
 
   void setText(std::string_view text) override;
   void setFont(const Font& font) override;
@@ -31,7 +31,7 @@ class NativeSignView : public SignView, public PanelContent {
 
   double cornerRadius_;
   double padding_;
-  FloatingPanel* panel_ = nullptr;
+  BareWindow* panel_ = nullptr;
   std::string text_;
   QString line_;
   Font font_;

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/linux/QtEwmh.h"
+#include "platform/linux/x11/QtEwmh.h"
 
 namespace vembrix {
 namespace {

@@ -4,10 +4,10 @@
 #include <cstdint>
 
 #include "platform/WindowServer.h"
-#include "platform/embedded/SpaceWindows.h"
-#include "platform/linux/ChosenDesktop.h"
-#include "platform/linux/Compositor.h"
-#include "platform/linux/labels/FloatingPanel.h"
+#include "platform/linux/labels/BareWindow.h"
+#include "platform/linux/session/ChosenDesktop.h"
+#include "platform/linux/session/Compositor.h"
+#include "platform/portable/SpaceWindows.h"
 
 namespace vembrix {
 namespace {
@@ -29,12 +29,12 @@ PanelStage::PanelStage() {
   observation_ = NotificationCenter::workspace().addObserver(notification::kActiveSpaceDidChange,
                                                              [this] { updateSoon(); });
   connect(&Compositor::shared(), &Compositor::changed, this, [this] {
-    for (FloatingPanel* panel : panels_) panel->update();
+    for (BareWindow* panel : panels_) panel->update();
     updateSoon();
   });
 }
 
-void PanelStage::remove(FloatingPanel& panel) {
+void PanelStage::remove(BareWindow& panel) {
   std::erase(panels_, &panel);
   std::erase(shown_, &panel);
 }
@@ -49,13 +49,13 @@ void PanelStage::update() {
   WindowServer& server = WindowServer::shared();
   const auto active = server.CGSGetActiveSpace(server.CGSMainConnectionID());
   const SpaceWindows& windows = chosenWindows();
-  for (FloatingPanel* panel : panels_) {
+  for (BareWindow* panel : panels_) {
     panel->setOnScreen(active != 0 && windows.isOnScreen(panel->number(), active));
   }
 }
 
-void PanelStage::noteShown(FloatingPanel& panel) {
-  for (FloatingPanel* other : panels_) {
+void PanelStage::noteShown(BareWindow& panel) {
+  for (BareWindow* other : panels_) {
     if (other->level() > panel.level() && other->isShown()) other->raise();
   }
   std::erase(shown_, &panel);
@@ -69,7 +69,7 @@ void PanelStage::dropPictures() {
     bytes += (*panel)->pictureBytes();
     if (bytes > kMaxBytes && !(*panel)->isShown()) (*panel)->dropWindow();
   }
-  std::erase_if(shown_, [](const FloatingPanel* panel) { return panel->pictureBytes() == 0; });
+  std::erase_if(shown_, [](const BareWindow* panel) { return panel->pictureBytes() == 0; });
 }
 
 }  // namespace vembrix

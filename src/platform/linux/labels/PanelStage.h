@@ -8,7 +8,7 @@
 
 namespace vembrix {
 
-class FloatingPanel;
+class BareWindow;
 
 /// Shows the panels in the active Space and hides the others. Updates when the active Space
 /// changes, and after the event in which panels were moved, so that a panel created in one Space
@@ -18,25 +18,25 @@ class PanelStage : public QObject {
   static PanelStage& shared();
 
   /// All that exist.
-  [[nodiscard]] const std::vector<FloatingPanel*>& panels() const { return panels_; }
-  void add(FloatingPanel& panel) { panels_.push_back(&panel); }
-  void remove(FloatingPanel& panel);
+  [[nodiscard]] const std::vector<BareWindow*>& panels() const { return panels_; }
+  void add(BareWindow& panel) { panels_.push_back(&panel); }
+  void remove(BareWindow& panel);
 
   /// Updates after the current event.
   void updateSoon();
 
   /// To be called when a panel was shown in front of all others: raises those of higher levels
   /// again, and frees the pictures of all but the latest hidden panels.
-  void noteShown(FloatingPanel& panel);
+  void noteShown(BareWindow& panel);
 
  private:
   PanelStage();
   void update();
   void dropPictures();
 
-  std::vector<FloatingPanel*> panels_;
+  std::vector<BareWindow*> panels_;
   /// The panels shown so far, the latest last.
-  std::vector<FloatingPanel*> shown_;
+  std::vector<BareWindow*> shown_;
   Observation observation_;
   WorkItem updating_;
 };

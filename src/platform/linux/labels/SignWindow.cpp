@@ -1,7 +1,7 @@
 #include "platform/SignWindow.h"
 
 #include "platform/Application.h"
-#include "platform/linux/labels/FloatingPanel.h"
+#include "platform/linux/labels/BareWindow.h"
 #include "platform/linux/labels/NativeSignView.h"
 
 namespace vembrix {
@@ -36,7 +36,7 @@ class QtSignWindow : public SignWindow {
 
  private:
   NativeSignView view_;
-  FloatingPanel panel_;
+  BareWindow panel_;
 };
 
 }  // namespace

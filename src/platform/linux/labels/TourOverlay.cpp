@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "platform/Application.h"
-#include "platform/linux/labels/FloatingPanel.h"
+#include "platform/linux/labels/BareWindow.h"
 #include "platform/linux/labels/TourOverlayView.h"
 
 namespace vembrix {
@@ -37,7 +37,7 @@ class OverlayWindow {
 
  private:
   TourOverlayView view_;
-  FloatingPanel panel_;
+  BareWindow panel_;
 };
 
 class QtTourOverlay : public TourOverlay {

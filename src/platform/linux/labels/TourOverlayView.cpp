@@ -7,9 +7,8 @@
 #include <chrono>
 #include <cmath>
 
-#include "platform/linux/NativeColor.h"
-#include "platform/linux/NativeFont.h"
-#include "platform/linux/labels/FloatingPanel.h"
+#include "platform/linux/Conversions.h"
+#include "platform/linux/labels/BareWindow.h"
 
 namespace vembrix {
 namespace {

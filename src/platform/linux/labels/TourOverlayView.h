@@ -11,7 +11,7 @@
 
 namespace vembrix {
 
-class FloatingPanel;
+class BareWindow;
 
 /// The look of the tour's overlay. The spinner turns while it is visible. Main thread.
 class TourOverlayView : public QObject, public PanelContent {
@@ -19,7 +19,7 @@ class TourOverlayView : public QObject, public PanelContent {
   explicit TourOverlayView(const TourOverlayContent& content);
 
   /// Sets the panel that shows the view, for this object's life.
-  void setPanel(FloatingPanel& panel) { panel_ = &panel; }
+  void setPanel(BareWindow& panel) { panel_ = &panel; }
 
   void paint(QPainter& painter, const QRectF& panel, Backing backing) override;
   void setVisible(bool visible) override;
@@ -33,7 +33,7 @@ class TourOverlayView : public QObject, public PanelContent {
   TourOverlayContent content_;
   QString line_;
   QFont font_;
-  FloatingPanel* panel_ = nullptr;
+  BareWindow* panel_ = nullptr;
   /// Its last painted frame.
   QRectF spinner_;
   QBasicTimer timer_;

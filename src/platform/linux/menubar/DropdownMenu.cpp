@@ -11,12 +11,12 @@
 
 #include "platform/Application.h"
 #include "platform/NotificationCenter.h"
-#include "platform/linux/NativeColor.h"
-#include "platform/linux/NativeFont.h"
+#include "platform/linux/Conversions.h"
 #include "platform/linux/menubar/DropdownWidget.h"
 #include "platform/linux/menubar/MenuBarAccessibility.h"
-#include "platform/linux/menubar/NativeMenu.h"
-#include "platform/linux/menubar/NativeSpaceRow.h"
+#include "platform/linux/menubar/MenuPalette.h"
+#include "platform/linux/menubar/NativeDropdownMenu.h"
+#include "platform/linux/menubar/NativeSpaceRowView.h"
 
 namespace vembrix {
 namespace {
@@ -33,7 +33,7 @@ std::function<void()> closureOf(MenuCommand& command) {
   return [] { Application::shared().terminate(); };
 }
 
-class QtDropdownMenu : public NativeMenu {
+class QtDropdownMenu : public NativeDropdownMenu {
  public:
   QtDropdownMenu() {
     menu_.setFont(menuBarFont());
@@ -93,10 +93,10 @@ class QtDropdownMenu : public NativeMenu {
 
   void add(std::unique_ptr<SpaceRowView>& view) {
     // Every row comes from SpaceRowView::create().
-    std::unique_ptr<NativeSpaceRow> row(static_cast<NativeSpaceRow*>(view.release()));
+    std::unique_ptr<NativeSpaceRowView> row(static_cast<NativeSpaceRowView*>(view.release()));
     row->setMenu(
         {.close = [this] { menu_.close(); }, .prepareEditing = [this] { menu_.prepareEditing(); }});
-    SpaceRowWidget* widget = row->makeWidget();
+    VembrixSpaceRowView* widget = row->makeWidget();
     widget->setAppearance(applied_.value_or(Appearance::Light));
     menu_.addRow(widget);
     rows_.push_back(std::move(row));
@@ -108,10 +108,10 @@ class QtDropdownMenu : public NativeMenu {
     if (appearance == applied_) return;
     applied_ = appearance;
     menu_.setPalette(menuPalette(appearance));
-    for (SpaceRowWidget* row : menu_.rows()) row->setAppearance(appearance);
+    for (VembrixSpaceRowView* row : menu_.rows()) row->setAppearance(appearance);
   }
 
-  std::vector<std::unique_ptr<NativeSpaceRow>> rows_;
+  std::vector<std::unique_ptr<NativeSpaceRowView>> rows_;
   DropdownWidget menu_;
   std::function<void()> needsUpdate_;
   std::optional<Appearance> appearance_;

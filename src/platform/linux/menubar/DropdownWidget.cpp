@@ -7,14 +7,14 @@
 #include <QWidgetAction>
 #include <algorithm>
 
-#include "platform/linux/Compositor.h"
+#include "platform/linux/session/Compositor.h"
 
 namespace vembrix {
 namespace {
 
 /// What assistive programs say of the item, to which the menu leads them and not
 /// to the row.
-QString itemText(const SpaceRowWidget& row) {
+QString itemText(const VembrixSpaceRowView& row) {
   QString text = row.accessibleName();
   const QString description = row.accessibleDescription();
   if (!description.isEmpty()) text += QStringLiteral(", ") + description;
@@ -40,7 +40,7 @@ DropdownWidget::~DropdownWidget() {
   removeAll();
 }
 
-void DropdownWidget::addRow(SpaceRowWidget* row) {
+void DropdownWidget::addRow(VembrixSpaceRowView* row) {
   auto* action = new QWidgetAction(this);
   action->setDefaultWidget(row);
   const auto tell = [action, row] { action->setText(itemText(*row)); };
@@ -58,14 +58,14 @@ void DropdownWidget::removeAll() {
   clear();
 }
 
-SpaceRowWidget* DropdownWidget::editedRow() const {
-  const auto found =
-      std::ranges::find_if(rows_, [](const SpaceRowWidget* row) { return row->state().isEditing; });
+VembrixSpaceRowView* DropdownWidget::editedRow() const {
+  const auto found = std::ranges::find_if(
+      rows_, [](const VembrixSpaceRowView* row) { return row->state().isEditing; });
   return found == rows_.end() ? nullptr : *found;
 }
 
 void DropdownWidget::prepareEditing() {
-  if (SpaceRowWidget* row = editedRow()) row->handler().cancel();
+  if (VembrixSpaceRowView* row = editedRow()) row->handler().cancel();
   borrowKeyboard();
 }
 
@@ -75,7 +75,7 @@ void DropdownWidget::borrowKeyboard() {
 
 void DropdownWidget::highlightChanged(const QAction* action) {
   const auto* item = qobject_cast<const QWidgetAction*>(action);
-  auto* row = item ? static_cast<SpaceRowWidget*>(item->defaultWidget()) : nullptr;
+  auto* row = item ? static_cast<VembrixSpaceRowView*>(item->defaultWidget()) : nullptr;
   if (row == highlighted_) return;
   if (highlighted_) highlighted_->handler().setHighlighted(false);
   highlighted_ = row;
@@ -107,12 +107,12 @@ bool DropdownWidget::event(QEvent* event) {
 
 void DropdownWidget::showEvent(QShowEvent* event) {
   QMenu::showEvent(event);
-  for (SpaceRowWidget* row : rows_) row->handler().setShown(true);
+  for (VembrixSpaceRowView* row : rows_) row->handler().setShown(true);
 }
 
 void DropdownWidget::hideEvent(QHideEvent* event) {
   highlightChanged(nullptr);
-  for (SpaceRowWidget* row : rows_) {
+  for (VembrixSpaceRowView* row : rows_) {
     row->handler().cancel();
     row->handler().setShown(false);
   }

@@ -6,9 +6,9 @@
 #include <optional>
 #include <vector>
 
-#include "platform/linux/KeyboardLoan.h"
 #include "platform/linux/menubar/MenuStyle.h"
-#include "platform/linux/menubar/SpaceRowWidget.h"
+#include "platform/linux/menubar/VembrixSpaceRowView.h"
+#include "platform/linux/x11/KeyboardLoan.h"
 
 namespace vembrix {
 
@@ -20,13 +20,13 @@ class DropdownWidget : public QMenu {
 
   /// Takes ownership of the row, until clear() deletes its item. Choosing the item activates the
   /// row.
-  void addRow(SpaceRowWidget* row);
+  void addRow(VembrixSpaceRowView* row);
   /// Forgets the rows and deletes all items.
   void removeAll();
 
-  [[nodiscard]] const std::vector<SpaceRowWidget*>& rows() const { return rows_; }
+  [[nodiscard]] const std::vector<VembrixSpaceRowView*>& rows() const { return rows_; }
   /// The row that is edited, or null.
-  [[nodiscard]] SpaceRowWidget* editedRow() const;
+  [[nodiscard]] VembrixSpaceRowView* editedRow() const;
   /// To be called before a row is edited: ends the editing of any other and takes the keyboard
   /// focus until the menu closes.
   void prepareEditing();
@@ -62,8 +62,8 @@ class DropdownWidget : public QMenu {
   [[nodiscard]] QList<QAction*> rowActions() const;
 
   MenuStyle style_;
-  std::vector<SpaceRowWidget*> rows_;
-  SpaceRowWidget* highlighted_ = nullptr;
+  std::vector<VembrixSpaceRowView*> rows_;
+  VembrixSpaceRowView* highlighted_ = nullptr;
   std::optional<KeyboardLoan> keyboard_;
   /// The typed beginning of a name, and the time of its last letter.
   QString typed_;

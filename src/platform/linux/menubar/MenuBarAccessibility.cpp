@@ -7,8 +7,8 @@
 #include <QWidgetAction>
 
 #include "platform/linux/menubar/DropdownWidget.h"
-#include "platform/linux/menubar/StatusButton.h"
-#include "platform/linux/menubar/StatusStrip.h"
+#include "platform/linux/menubar/strip/StatusButton.h"
+#include "platform/linux/menubar/strip/StatusStrip.h"
 
 namespace vembrix {
 namespace {
@@ -123,7 +123,7 @@ class AccessibleMenuItem : public QAccessibleInterface, public QAccessibleAction
     if (action_.isSeparator()) return state;
     state.focusable = true;
     state.focused = menu_.isVisible() && menu_.activeAction() == &action_;
-    if (const SpaceRowWidget* row = this->row()) {
+    if (const VembrixSpaceRowView* row = this->row()) {
       state.checkable = true;
       state.checked = row->content().isActive;
     }
@@ -131,7 +131,7 @@ class AccessibleMenuItem : public QAccessibleInterface, public QAccessibleAction
   }
 
   [[nodiscard]] QString text(QAccessible::Text kind) const override {
-    const SpaceRowWidget* row = this->row();
+    const VembrixSpaceRowView* row = this->row();
     switch (kind) {
       case QAccessible::Name:
         return row ? row->accessibleName() : action_.text().replace("&&", "&");
@@ -162,9 +162,9 @@ class AccessibleMenuItem : public QAccessibleInterface, public QAccessibleAction
 
  private:
   /// Null for a command.
-  [[nodiscard]] SpaceRowWidget* row() const {
+  [[nodiscard]] VembrixSpaceRowView* row() const {
     const auto* item = qobject_cast<QWidgetAction*>(&action_);
-    return item ? static_cast<SpaceRowWidget*>(item->defaultWidget()) : nullptr;
+    return item ? static_cast<VembrixSpaceRowView*>(item->defaultWidget()) : nullptr;
   }
 
   QAction& action_;

@@ -11,7 +11,7 @@
 #include <QStyleOptionMenuItem>
 #include <algorithm>
 
-#include "platform/linux/NativeFont.h"
+#include "platform/linux/TextMetrics.h"
 
 namespace vembrix {
 namespace {

@@ -3,14 +3,14 @@
 #include <QPointer>
 #include <utility>
 
-#include "platform/linux/menubar/NativeSpaceRow.h"
-#include "platform/linux/menubar/SpaceRowWidget.h"
+#include "platform/linux/menubar/NativeSpaceRowView.h"
+#include "platform/linux/menubar/VembrixSpaceRowView.h"
 
 namespace vembrix {
 namespace {
 
 /// Owns the handler; the menu's item owns the widget.
-class QtSpaceRowView : public NativeSpaceRow {
+class QtSpaceRowView : public NativeSpaceRowView {
  public:
   QtSpaceRowView(SpaceRowContent content, SpaceRowState state,
                  std::unique_ptr<SpaceRowHandler> handler)
@@ -18,12 +18,12 @@ class QtSpaceRowView : public NativeSpaceRow {
     handler_->attach(*this);
   }
 
-  SpaceRowWidget* makeWidget() override {
-    widget_ = new SpaceRowWidget(content_, state_, *handler_);
+  VembrixSpaceRowView* makeWidget() override {
+    widget_ = new VembrixSpaceRowView(content_, state_, *handler_);
     return widget_;
   }
 
-  SpaceRowWidget* widget() const override { return widget_; }
+  VembrixSpaceRowView* widget() const override { return widget_; }
 
   void setMenu(Menu menu) override { menu_ = std::move(menu); }
 
@@ -49,7 +49,7 @@ class QtSpaceRowView : public NativeSpaceRow {
   SpaceRowState state_;
   std::unique_ptr<SpaceRowHandler> handler_;
   Menu menu_;
-  QPointer<SpaceRowWidget> widget_;
+  QPointer<VembrixSpaceRowView> widget_;
 };
 
 }  // namespace

@@ -4,10 +4,10 @@
 #include <utility>
 
 #include "platform/Application.h"
-#include "platform/linux/WindowHints.h"
 #include "platform/linux/menubar/MenuBarAccessibility.h"
-#include "platform/linux/menubar/NativeMenu.h"
-#include "platform/linux/menubar/StatusStrip.h"
+#include "platform/linux/menubar/NativeDropdownMenu.h"
+#include "platform/linux/menubar/strip/StatusStrip.h"
+#include "platform/linux/x11/WindowHints.h"
 
 namespace vembrix {
 namespace {
@@ -31,18 +31,18 @@ class QtStatusItem : public StatusItem {
 
   DropdownMenu* menu() const override { return menu_.get(); }
 
-  void openMenu() override { open(NativeMenu::OpenedBy::Keyboard); }
+  void openMenu() override { open(NativeDropdownMenu::OpenedBy::Keyboard); }
 
  private:
   /// Every menu comes from DropdownMenu::create().
-  NativeMenu& native() { return static_cast<NativeMenu&>(*menu_); }
+  NativeDropdownMenu& native() { return static_cast<NativeDropdownMenu&>(*menu_); }
   QMenu& widget() { return native().widget(); }
 
-  void open(NativeMenu::OpenedBy way) {
+  void open(NativeDropdownMenu::OpenedBy way) {
     if (menu_) native().open(strip_.itemGeometry(), way);
   }
 
-  StatusStrip strip_{[this] { open(NativeMenu::OpenedBy::Click); }};
+  StatusStrip strip_{[this] { open(NativeDropdownMenu::OpenedBy::Click); }};
   std::unique_ptr<DropdownMenu> menu_;
 };
 

@@ -3,7 +3,7 @@
 #include <QEvent>
 #include <QWidget>
 
-#include "platform/linux/NativeColor.h"
+#include "platform/linux/Conversions.h"
 
 namespace vembrix {
 namespace {

@@ -5,10 +5,10 @@
 #include <cstdlib>
 #include <utility>
 
-#include "platform/linux/NativeFont.h"
+#include "platform/linux/Conversions.h"
 #include "platform/linux/ui/ColorFollower.h"
-#include "platform/linux/ui/ColorWell.h"
-#include "platform/linux/ui/LineLabel.h"
+#include "platform/linux/ui/controls/ColorWell.h"
+#include "platform/linux/ui/controls/LineLabel.h"
 
 namespace vembrix {
 namespace {

@@ -4,16 +4,16 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include "platform/linux/NativeFont.h"
-#include "platform/linux/ui/CheckboxButton.h"
+#include "platform/linux/Conversions.h"
 #include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/ColorGridView.h"
-#include "platform/linux/ui/ControlPainting.h"
-#include "platform/linux/ui/ControlStyle.h"
-#include "platform/linux/ui/LineLabel.h"
-#include "platform/linux/ui/PopupButton.h"
-#include "platform/linux/ui/SelectableLine.h"
-#include "platform/linux/ui/SliderControl.h"
+#include "platform/linux/ui/controls/CheckboxButton.h"
+#include "platform/linux/ui/controls/ControlPainting.h"
+#include "platform/linux/ui/controls/ControlStyle.h"
+#include "platform/linux/ui/controls/LineLabel.h"
+#include "platform/linux/ui/controls/PopupButton.h"
+#include "platform/linux/ui/controls/SelectableLine.h"
+#include "platform/linux/ui/controls/SliderControl.h"
 
 namespace vembrix {
 namespace {

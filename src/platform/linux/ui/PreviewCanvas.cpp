@@ -10,10 +10,9 @@
 #include <memory>
 
 #include "platform/Application.h"
-#include "platform/linux/NativeColor.h"
-#include "platform/linux/NativeFont.h"
-#include "platform/linux/menubar/NativeSpaceRow.h"
-#include "platform/linux/menubar/SpaceRowWidget.h"
+#include "platform/linux/Conversions.h"
+#include "platform/linux/menubar/NativeSpaceRowView.h"
+#include "platform/linux/menubar/VembrixSpaceRowView.h"
 #include "platform/linux/ui/SettingsContentView.h"
 
 namespace vembrix {
@@ -80,8 +79,8 @@ class MenuMockPainter {
 
   void paint(const MenuMock::Row& row) {
     // Every row comes from SpaceRowView::create().
-    auto& native = static_cast<NativeSpaceRow&>(*row.view);
-    const std::unique_ptr<SpaceRowWidget> widget(native.makeWidget());
+    auto& native = static_cast<NativeSpaceRowView&>(*row.view);
+    const std::unique_ptr<VembrixSpaceRowView> widget(native.makeWidget());
     const QRect frame = flipped(row.frame).toRect();
     widget->setAppearance(mock_.appearance);
     widget->resize(frame.size());

@@ -3,8 +3,8 @@
 #include <QScrollBar>
 #include <algorithm>
 
-#include "platform/linux/ui/ControlStyle.h"
 #include "platform/linux/ui/FormPage.h"
+#include "platform/linux/ui/controls/ControlStyle.h"
 
 namespace vembrix {
 namespace {

@@ -5,10 +5,10 @@
 #include <QAccessibleWidget>
 #include <QColor>
 
-#include "platform/linux/ui/ColorWell.h"
-#include "platform/linux/ui/PopupButton.h"
-#include "platform/linux/ui/SliderControl.h"
-#include "platform/linux/ui/TabButtonView.h"
+#include "platform/linux/ui/controls/ColorWell.h"
+#include "platform/linux/ui/controls/PillTabButton.h"
+#include "platform/linux/ui/controls/PopupButton.h"
+#include "platform/linux/ui/controls/SliderControl.h"
 
 namespace vembrix {
 namespace {
@@ -66,7 +66,7 @@ class AccessibleButton : public QAccessibleWidget {
 
 class AccessibleTab : public AccessibleButton {
  public:
-  explicit AccessibleTab(TabButtonView* tab)
+  explicit AccessibleTab(PillTabButton* tab)
       : AccessibleButton(tab, QAccessible::PageTab), tab_(*tab) {}
 
   [[nodiscard]] QAccessible::State state() const override {
@@ -77,7 +77,7 @@ class AccessibleTab : public AccessibleButton {
   }
 
  private:
-  TabButtonView& tab_;
+  PillTabButton& tab_;
 };
 
 class AccessibleColorWell : public AccessibleButton {
@@ -143,7 +143,7 @@ class AccessiblePopup : public QAccessibleWidget {
 /// Qt owns what it returns.
 QAccessibleInterface* describe(const QString& /*className*/, QObject* object) {
   if (auto* slider = qobject_cast<SliderControl*>(object)) return new AccessibleSlider(slider);
-  if (auto* tab = qobject_cast<TabButtonView*>(object)) return new AccessibleTab(tab);
+  if (auto* tab = qobject_cast<PillTabButton*>(object)) return new AccessibleTab(tab);
   if (auto* popup = dynamic_cast<PopupButton*>(object)) return new AccessiblePopup(popup);
   if (auto* well = qobject_cast<ColorWell*>(object)) return new AccessibleColorWell(well);
   // Qt knows its own classes of windows alone.

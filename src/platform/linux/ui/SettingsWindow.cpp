@@ -11,8 +11,8 @@
 
 #include "platform/NotificationCenter.h"
 #include "platform/linux/LinuxApplication.h"
-#include "platform/linux/WindowHints.h"
 #include "platform/linux/ui/SettingsContentView.h"
+#include "platform/linux/x11/WindowHints.h"
 
 namespace vembrix {
 namespace {

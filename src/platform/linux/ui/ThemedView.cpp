@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/linux/NativeColor.h"
-#include "platform/linux/ui/CardView.h"
+#include "platform/linux/Conversions.h"
 #include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/FormPage.h"
 #include "platform/linux/ui/ScrollingPage.h"
-#include "platform/linux/ui/TabButtonView.h"
+#include "platform/linux/ui/controls/CardView.h"
+#include "platform/linux/ui/controls/PillTabButton.h"
 
 namespace vembrix {
 namespace {
@@ -51,7 +51,7 @@ ThemedView::ThemedView(const ThemedContent& content, const std::function<void(in
     : QWidget(parent), backdrop_(content.backdrop), navigation_(content.navigation) {
   int index = 0;
   for (const TabButton& look : content.page.buttons) {
-    auto* button = new TabButtonView(look, navigation_.buttonWidth, this);
+    auto* button = new PillTabButton(look, navigation_.buttonWidth, this);
     connect(button, &QPushButton::clicked, this, [tabClicked, index] { tabClicked(index); });
     buttons_.push_back(button);
     index += 1;
@@ -98,11 +98,11 @@ void ThemedView::layOutButtons() {
   const bool isRow = navigation_.axis == NavigationLayout::Axis::Horizontal;
   const int spacing = rounded(navigation_.spacing);
   int rowWidth = -spacing;
-  for (const TabButtonView* button : buttons_) rowWidth += button->sizeHint().width() + spacing;
+  for (const PillTabButton* button : buttons_) rowWidth += button->sizeHint().width() + spacing;
   const int centered = (width() - rowWidth) / 2;
   QPoint place(navigation_.leading ? rounded(*navigation_.leading) : centered,
                rounded(navigation_.top));
-  for (TabButtonView* button : buttons_) {
+  for (PillTabButton* button : buttons_) {
     const QSize size = button->sizeHint();
     button->setGeometry({place, size});
     place += isRow ? QPoint(size.width() + spacing, 0) : QPoint(0, size.height() + spacing);

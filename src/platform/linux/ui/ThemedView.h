@@ -11,7 +11,7 @@ namespace vembrix {
 class CardView;
 class FormPage;
 class ScrollingPage;
-class TabButtonView;
+class PillTabButton;
 
 /// Tab buttons, backdrop and page in a look of the program's own. Main thread.
 class ThemedView : public QWidget {
@@ -37,7 +37,7 @@ class ThemedView : public QWidget {
 
   Backdrop backdrop_;
   NavigationLayout navigation_;
-  std::vector<TabButtonView*> buttons_;
+  std::vector<PillTabButton*> buttons_;
   CardView* card_ = nullptr;
   ScrollingPage* page_ = nullptr;
 };

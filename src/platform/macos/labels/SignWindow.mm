@@ -2,9 +2,9 @@
 
 #include <string>
 
-#import "platform/macos/Conversions.h"
 #import "platform/macos/labels/VembrixBareWindow.h"
 #import "platform/macos/labels/VembrixSignView.h"
+#import "platform/macos/support/Conversions.h"
 
 namespace vembrix {
 namespace {

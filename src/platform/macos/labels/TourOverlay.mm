@@ -1,8 +1,8 @@
 #import "platform/TourOverlay.h"
 
-#import "platform/macos/Conversions.h"
 #import "platform/macos/labels/VembrixBareWindow.h"
 #import "platform/macos/labels/VembrixTourOverlayView.h"
+#import "platform/macos/support/Conversions.h"
 
 namespace vembrix {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "platform/MainQueue.h"
 #include "platform/WindowTraits.h"
-#import "platform/macos/Arc.h"
+#import "platform/macos/support/Arc.h"
 
 /// The window of labels and of the tour's overlay: clear, borderless, with a shadow in the shape of
 /// its content; takes neither clicks nor the keyboard and appears in no list of windows. Main

@@ -3,7 +3,7 @@
 #import <AppKit/AppKit.h>
 
 #include "platform/SignWindow.h"
-#import "platform/macos/Arc.h"
+#import "platform/macos/support/Arc.h"
 
 /// A panel with round corners and one centred line of text, drawn by its layer and its text field.
 /// All colours are fixed, so that it looks the same in light and dark. Owned by its window; holds

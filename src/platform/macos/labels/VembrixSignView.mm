@@ -2,8 +2,8 @@
 
 #import <QuartzCore/QuartzCore.h>
 
-#import "platform/macos/CoderUnsupported.h"
-#import "platform/macos/Conversions.h"
+#import "platform/macos/support/CoderUnsupported.h"
+#import "platform/macos/support/Conversions.h"
 
 using namespace vembrix;
 

@@ -3,7 +3,7 @@
 #import <AppKit/AppKit.h>
 
 #include "platform/TourOverlay.h"
-#import "platform/macos/Arc.h"
+#import "platform/macos/support/Arc.h"
 
 /// A panel with round ends and, centred in it, a turning spinner and a line of text. All colours
 /// are fixed. Owned by its window; holds no reference back.

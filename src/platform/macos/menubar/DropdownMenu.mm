@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#import "platform/macos/Conversions.h"
 #import "platform/macos/menubar/NativeDropdownMenu.h"
 #import "platform/macos/menubar/NativeSpaceRowView.h"
+#import "platform/macos/support/Conversions.h"
 
 /// Forwards the system's calls of a menu's delegate to the menu's owner. The system may keep it for
 /// longer than the owner lives, which invalidates it first.

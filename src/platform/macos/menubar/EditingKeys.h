@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#include "platform/macos/Arc.h"
+#include "platform/macos/support/Arc.h"
 
 namespace vembrix {
 

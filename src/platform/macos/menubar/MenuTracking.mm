@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#import "platform/macos/CFOwned.h"
+#import "platform/macos/support/CFOwned.h"
 
 namespace vembrix {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/SpaceRowView.h"
-#include "platform/macos/Arc.h"
+#include "platform/macos/support/Arc.h"
 
 namespace vembrix {
 

@@ -1,6 +1,6 @@
 #import "platform/macos/menubar/SpaceRowParts.h"
 
-#import "platform/macos/Conversions.h"
+#import "platform/macos/support/Conversions.h"
 
 namespace vembrix {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#import "platform/macos/Conversions.h"
 #import "platform/macos/menubar/NativeSpaceRowView.h"
 #import "platform/macos/menubar/VembrixSpaceRowView.h"
+#import "platform/macos/support/Conversions.h"
 
 namespace vembrix {
 namespace {

@@ -8,9 +8,9 @@
 #include <vector>
 
 #import "platform/macos/AppearanceObserver.h"
-#import "platform/macos/Conversions.h"
 #include "platform/macos/menubar/ItemSight.h"
 #import "platform/macos/menubar/NativeDropdownMenu.h"
+#import "platform/macos/support/Conversions.h"
 
 namespace vembrix {
 namespace {

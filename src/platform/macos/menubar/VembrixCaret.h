@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#import "platform/macos/Arc.h"
+#import "platform/macos/support/Arc.h"
 
 /// A caret for text edited in an open menu where AppKit draws none. A subview of the text view that
 /// follows its selection and blinks. Main thread.

@@ -3,7 +3,7 @@
 #import <AppKit/AppKit.h>
 
 #include "platform/SpaceRowView.h"
-#include "platform/macos/Arc.h"
+#include "platform/macos/support/Arc.h"
 
 /// Edits the name of a row in an open menu: passes key presses to the text, or those that are the
 /// row's to the handler, and draws the caret where AppKit draws none. The AppKit side of

@@ -3,13 +3,13 @@
 #include <optional>
 
 #include "platform/Token.h"
-#import "platform/macos/SystemVersion.h"
 #import "platform/macos/menubar/EditingKeys.h"
 #import "platform/macos/menubar/MenuTracking.h"
 #include "platform/macos/menubar/NameEditing.h"
 #import "platform/macos/menubar/SpaceRowParts.h"
 #import "platform/macos/menubar/VembrixCaret.h"
 #import "platform/macos/menubar/VembrixNamePanel.h"
+#import "platform/macos/support/SystemVersion.h"
 
 using namespace vembrix;
 

@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#import "platform/macos/Arc.h"
+#import "platform/macos/support/Arc.h"
 
 /// A panel over a row in an open menu, with only an edit field, for a menu whose window gives its
 /// own fields no keyboard. Lets clicks through to the menu. Main thread.

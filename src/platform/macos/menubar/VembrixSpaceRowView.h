@@ -3,7 +3,7 @@
 #import <AppKit/AppKit.h>
 
 #include "platform/SpaceRowView.h"
-#include "platform/macos/Arc.h"
+#include "platform/macos/support/Arc.h"
 
 /// Shows a row's state and reports the user's input to the handler. Owns its parts, its timer and
 /// its name editor, which both hold it weakly; SystemSpaceRowView owns it and the handler.

@@ -4,10 +4,10 @@
 
 #include <utility>
 
-#import "platform/macos/Conversions.h"
 #import "platform/macos/menubar/MenuTracking.h"
 #import "platform/macos/menubar/SpaceRowParts.h"
 #import "platform/macos/menubar/VembrixNameEditor.h"
+#import "platform/macos/support/Conversions.h"
 
 using namespace vembrix;
 

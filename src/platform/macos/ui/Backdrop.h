@@ -3,7 +3,7 @@
 #import <AppKit/AppKit.h>
 
 #include "platform/SettingsWindow.h"
-#import "platform/macos/Arc.h"
+#import "platform/macos/support/Arc.h"
 
 /// A view that is only its layer: a background, a rounded border, or a line. Owns its colours;
 /// those of the system follow its effective appearance.

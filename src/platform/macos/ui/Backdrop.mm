@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <vector>
 
-#import "platform/macos/CoderUnsupported.h"
-#import "platform/macos/Conversions.h"
+#import "platform/macos/support/CoderUnsupported.h"
+#import "platform/macos/support/Conversions.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#import "platform/macos/Arc.h"
+#import "platform/macos/support/Arc.h"
 
 /// The target of a control, which runs a block when the user changes it. Controls hold it weakly:
 /// the page or view that created the control owns it and invalidates it before its own end. The

@@ -3,7 +3,7 @@
 #import <AppKit/AppKit.h>
 
 #include "platform/SettingsForm.h"
-#import "platform/macos/Arc.h"
+#import "platform/macos/support/Arc.h"
 #import "platform/macos/ui/ControlTarget.h"
 
 namespace vembrix {

@@ -1,6 +1,6 @@
 #import "platform/macos/ui/FormControls.h"
 
-#import "platform/macos/Conversions.h"
+#import "platform/macos/support/Conversions.h"
 #import "platform/macos/ui/FormViews.h"
 
 namespace vembrix {

@@ -1,6 +1,6 @@
 #import "platform/macos/ui/FormPage.h"
 
-#import "platform/macos/Conversions.h"
+#import "platform/macos/support/Conversions.h"
 #import "platform/macos/ui/Backdrop.h"
 #import "platform/macos/ui/FormViews.h"
 

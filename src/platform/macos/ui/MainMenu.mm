@@ -2,8 +2,8 @@
 
 #import <AppKit/AppKit.h>
 
-#import "platform/macos/Arc.h"
-#import "platform/macos/EnglishText.h"
+#import "platform/macos/support/Arc.h"
+#import "platform/macos/support/EnglishText.h"
 
 namespace vembrix {
 namespace {

@@ -3,7 +3,7 @@
 #import <AppKit/AppKit.h>
 
 #include "platform/SettingsWindow.h"
-#include "platform/macos/Arc.h"
+#include "platform/macos/support/Arc.h"
 
 namespace vembrix {
 

@@ -3,7 +3,7 @@
 #import <AppKit/AppKit.h>
 
 #include "platform/SettingsWindow.h"
-#import "platform/macos/Arc.h"
+#import "platform/macos/support/Arc.h"
 
 /// A themed tab button; its tag is the tab's index. Its layer draws a rounded background, or a line
 /// under the text. Holds its target weakly.

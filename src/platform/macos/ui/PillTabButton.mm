@@ -2,7 +2,7 @@
 
 #import <QuartzCore/QuartzCore.h>
 
-#import "platform/macos/Conversions.h"
+#import "platform/macos/support/Conversions.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 
 #include <variant>
 
-#import "platform/macos/CFOwned.h"
-#import "platform/macos/Conversions.h"
 #import "platform/macos/menubar/NativeSpaceRowView.h"
+#import "platform/macos/support/CFOwned.h"
+#import "platform/macos/support/Conversions.h"
 #import "platform/macos/ui/Backdrop.h"
 #import "platform/macos/ui/FormControls.h"
 #import "platform/macos/ui/NativeSettingsWindow.h"

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#import "platform/macos/Conversions.h"
+#import "platform/macos/support/Conversions.h"
 #import "platform/macos/ui/FormPage.h"
 #import "platform/macos/ui/MainMenu.h"
 #import "platform/macos/ui/NativeSettingsWindow.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#import "platform/macos/Conversions.h"
+#import "platform/macos/support/Conversions.h"
 #import "platform/macos/ui/Backdrop.h"
 
 namespace vembrix {

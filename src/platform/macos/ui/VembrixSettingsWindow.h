@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#import "platform/macos/Arc.h"
+#import "platform/macos/support/Arc.h"
 
 /// A window that Escape closes and that scrolls the focused control into view. Does not release
 /// itself when closed: SystemSettingsWindow owns it and clears the block before its own end.

@@ -1,0 +1,104 @@
+// The input side of the embedded desktop: swipes, Mission Control and the windows on the screen.
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+
+namespace vembrix {
+namespace {
+
+GestureEvent swipeEvent(dockswipe::Phase phase, double progress, double velocity) {
+  GestureEvent event;
+  event.setInteger(dockswipe::EventType, dockswipe::kDockControl);
+  event.setInteger(dockswipe::GestureKind, dockswipe::kDockSwipe);
+  event.setInteger(dockswipe::GesturePhase, phase);
+  event.setDouble(dockswipe::Progress, progress);
+  event.setInteger(dockswipe::Motion, dockswipe::kHorizontal);
+  event.setDouble(dockswipe::VelocityX, velocity);
+  event.setDouble(dockswipe::VelocityY, velocity);
+  return event;
+}
+
+/// The bounds count down from the top left corner of the primary display, which is
+/// that high.
+PropertyList windowDescription(const std::string& owner, const Rect& frame, double height) {
+  const double top = height - frame.y - frame.height;
+  return PropertyList::Dictionary{
+      {"kCGWindowOwnerName", owner},
+      {"kCGWindowBounds",
+       PropertyList::Dictionary{
+           {"X", frame.x}, {"Y", top}, {"Width", frame.width}, {"Height", frame.height}}}};
+}
+
+}  // namespace
+
+std::unique_ptr<DockSwipeEvent> EmbeddedDesktop::makeSwipeEvent() {
+  // Any process but a device, which is 0.
+  constexpr std::int64_t kOwnProcess = 1;
+  if (eventsToRefuse_ > 0) {
+    eventsToRefuse_ -= 1;
+    return nullptr;
+  }
+  return events_.makeEvent(kOwnProcess, [this] { return trusted_; });
+}
+
+std::unique_ptr<EventTap> EmbeddedDesktop::makeTap(EventTap::Handler handler) {
+  return trusted_ && !refusesTaps_ ? events_.makeTap(std::move(handler)) : nullptr;
+}
+
+void EmbeddedDesktop::swipe(Dock::Direction direction) {
+  const double s = direction == Dock::Direction::Right ? 1 : -1;
+  events_.send(swipeEvent(dockswipe::Begin, s * 0.01, s * 0.5));
+  events_.send(swipeEvent(dockswipe::Change, s * 0.6, s * 1.2));
+  events_.send(swipeEvent(dockswipe::End, s * 0.8, s * 1.2));
+}
+
+void EmbeddedDesktop::swipeCompleted(Dock::Direction direction, Dock::Arrival arrival) {
+  if (swipesToLose_ > 0) {
+    swipesToLose_ -= 1;
+    return;
+  }
+  completedSwipes_ += 1;
+  endTransition();
+  if (activeDisplay_ >= displays_.size()) return;
+  const DisplayState& state = displays_[activeDisplay_];
+  const auto current = std::ranges::find(state.spaces, state.current, &Space::id);
+  const auto target = current - state.spaces.begin() + static_cast<int>(direction);
+  if (target < 0 || target >= std::ssize(state.spaces)) return;
+  transitionTarget_ = state.spaces[static_cast<std::size_t>(target)].id;
+  if (arrival == Dock::Arrival::AtOnce) {
+    activate(std::exchange(transitionTarget_, 0));
+    return;
+  }
+  transition_ = MainQueue::main().schedule(transitionTime_, [this] { endTransition(); });
+}
+
+void EmbeddedDesktop::endTransition() {
+  transition_.reset();
+  if (const SpaceID target = std::exchange(transitionTarget_, 0)) activate(target);
+}
+
+void EmbeddedDesktop::addWindow(std::string owner, Size size) {
+  const double height = displays_.empty() ? 0 : displays_.front().display.frame.height;
+  windows_.orderFront(windows_.add({.owner = std::move(owner),
+                                    .frame = {0, height - size.height, size.width, size.height},
+                                    .spaces = {}}));
+}
+
+PropertyList EmbeddedDesktop::windowList() const {
+  if (windowListOverride_) return *windowListOverride_;
+  const double height = displays_.empty() ? 0 : displays_.front().display.frame.height;
+  PropertyList::Array list;
+  if (missionControl_) {
+    for (const DisplayState& state : displays_) {
+      list.push_back(windowDescription("Dock", state.display.frame, height));
+    }
+  }
+  for (const SpaceWindows::Window* window : windows_.onScreen(currentSpaces())) {
+    list.push_back(windowDescription(window->owner, window->frame, height));
+  }
+  return list;
+}
+
+}  // namespace vembrix

@@ -1,0 +1,32 @@
+#include "platform/EventTap.h"
+
+#include "platform/Application.h"
+#include "platform/DockSwipeEvent.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/linux/session/ChosenDesktop.h"
+#include "platform/linux/x11/X11Dock.h"
+#include "platform/linux/x11/X11Input.h"
+
+namespace vembrix {
+namespace {
+
+/// The events of the touchpad go to the taps alone: the user's own setup decides whether the
+/// desktop responds to them.
+void followTouchpad(EventStream& events) {
+  Application::shared();
+  X11Input::shared().followSwipes([&events](const GestureEvent& event) {
+    events.sendToTaps(static_cast<std::uint32_t>(event.integerField(dockswipe::EventType)), event);
+  });
+}
+
+}  // namespace
+
+std::unique_ptr<EventTap> EventTap::create(Handler handler) {
+  X11Desktop* x11 = chosenDesktop().x11;
+  if (!x11) return EmbeddedDesktop::shared().makeTap(std::move(handler));
+  EventStream& events = X11Dock::on(*x11).events();
+  [[maybe_unused]] static const bool follows = (followTouchpad(events), true);
+  return events.makeTap(std::move(handler));
+}
+
+}  // namespace vembrix

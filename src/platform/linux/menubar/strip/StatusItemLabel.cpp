@@ -1,0 +1,136 @@
+#include "platform/linux/menubar/strip/StatusItemLabel.h"
+
+#include <QPaintDevice>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <variant>
+
+#include "platform/linux/Conversions.h"
+#include "platform/linux/TextMetrics.h"
+#include "platform/linux/menubar/MenuPalette.h"
+
+namespace vembrix {
+namespace {
+
+/// On each side of a title, as the menu bar adds it.
+constexpr double kPadding = 5;
+/// More characters than any screen is wide, and more points.
+constexpr qsizetype kMaxTitleLength = 2048;
+constexpr double kMaxWidth = 16384;
+
+const std::string* titleOf(const StatusItemContent& content) {
+  if (const auto* plain = std::get_if<StatusItemContent::PlainTitle>(&content.label)) {
+    return &plain->text;
+  }
+  if (const auto* attributed = std::get_if<StatusItemContent::AttributedTitle>(&content.label)) {
+    return &attributed->text;
+  }
+  return nullptr;
+}
+
+/// The colour of the title or image.
+QColor inkOf(const StatusItemContent& content, Appearance appearance) {
+  if (const auto* attributed = std::get_if<StatusItemContent::AttributedTitle>(&content.label)) {
+    return nativeColor(attributed->color, appearance);
+  }
+  return menuBarTextColor(appearance);
+}
+
+}  // namespace
+
+StatusItemLabel::StatusItemLabel() {
+  const QFont font = menuBarFont();
+  QTextOption option;
+  option.setWrapMode(QTextOption::NoWrap);
+  // The blanks around a name count.
+  option.setFlags(QTextOption::IncludeTrailingSpaces);
+  // The direction follows the text; its place is settled when it is painted.
+  option.setTextDirection(Qt::LayoutDirectionAuto);
+  option.setAlignment(Qt::AlignLeft | Qt::AlignAbsolute);
+  title_.setFont(font);
+  title_.setTextOption(option);
+  title_.setCacheEnabled(true);
+}
+
+void StatusItemLabel::setContent(const StatusItemContent& content) {
+  content_ = content;
+  const std::string* title = titleOf(content_);
+  layOut(title ? QString::fromStdString(*title) : QString());
+}
+
+void StatusItemLabel::layOut(const QString& text) {
+  QString line = text.left(kMaxTitleLength);
+  if (!line.isEmpty() && line.back().isHighSurrogate()) line.chop(1);
+  // The menu bar has one line.
+  line.replace(QLatin1Char('\n'), QLatin1Char(' '));
+  if (line == title_.text()) return;
+  title_.setText(line);
+  title_.beginLayout();
+  const QTextLine only = title_.createLine();
+  title_.endLayout();
+  titleWidth_ = only.isValid() ? only.naturalTextWidth() : 0;
+}
+
+int StatusItemLabel::width() const {
+  if (content_.length == StatusItemLength::square()) return kBarHeight;
+  if (content_.length != StatusItemLength::variable()) {
+    return static_cast<int>(std::lround(std::clamp(content_.length.points, 1.0, kMaxWidth)));
+  }
+  const auto* image = std::get_if<TemplateImage>(&content_.label);
+  const double natural = image ? image->size.width : titleWidth_;
+  return static_cast<int>(std::ceil(std::min(natural + 2 * kPadding, kMaxWidth)));
+}
+
+QString StatusItemLabel::name() const {
+  const std::string* title = titleOf(content_);
+  return title ? QString::fromStdString(*title).trimmed() : QStringLiteral("Vembrix");
+}
+
+void StatusItemLabel::paint(QPainter& painter, Appearance appearance) const {
+  painter.fillRect(0, 0, width(), kBarHeight, menuBarColor(appearance));
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (content_.fill) {
+    const QRectF button(0, (kBarHeight - kButtonHeight) / 2.0, width(), kButtonHeight);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(nativeColor(*content_.fill, appearance));
+    painter.drawRoundedRect(button, content_.cornerRadius, content_.cornerRadius);
+  }
+  const QColor ink = inkOf(content_, appearance);
+  if (const auto* image = std::get_if<TemplateImage>(&content_.label)) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ink);
+    paintImage(painter, *image);
+  } else {
+    painter.setPen(ink);
+    paintTitle(painter);
+  }
+}
+
+void StatusItemLabel::paintTitle(QPainter& painter) const {
+  if (title_.lineCount() == 0) return;
+  const QTextLine line = title_.lineAt(0);
+  double x = (width() - titleWidth_) / 2;
+  if (x < 0) {
+    // Too wide: cut off where the text ends, which in scripts that run to the
+    // left is there.
+    x = title_.text().isRightToLeft() ? width() - titleWidth_ : 0;
+  }
+  // Capitals stand in the middle of the bar, on a whole row of pixels.
+  const double baseline =
+      middleBaseline(title_.font(), kBarHeight, painter.device()->devicePixelRatio());
+  line.draw(&painter, {x, baseline - line.ascent()});
+}
+
+void StatusItemLabel::paintImage(QPainter& painter, const TemplateImage& image) const {
+  const double left = (width() - image.size.width) / 2;
+  const double bottom = (kBarHeight + image.size.height) / 2;
+  for (const TemplateImage::RoundedRect& shape : image.shapes) {
+    const Rect& rect = shape.rect;
+    const QRectF flipped(left + rect.x, bottom - rect.y - rect.height, rect.width, rect.height);
+    painter.drawRoundedRect(flipped, shape.radius, shape.radius);
+  }
+}
+
+}  // namespace vembrix

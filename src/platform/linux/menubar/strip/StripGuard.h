@@ -1,0 +1,80 @@
+#pragma once
+
+#include <xcb/xproto.h>
+
+#include <QAbstractNativeEventFilter>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "platform/MainQueue.h"
+#include "platform/linux/x11/WindowHints.h"
+
+namespace vembrix {
+
+/// Restores a window after other programs have unmapped, closed or swallowed it, or removed its
+/// hints. Follows the X server's events of the window and queries it only after one. Main thread;
+/// needs a Qt application with X11.
+class StripGuard : public QAbstractNativeEventFilter {
+ public:
+  struct Handlers {
+    /// Sets the hints of the existing window again.
+    std::function<void()> repair;
+    /// Creates the window again: the only way back to a window manager that was told to release it.
+    std::function<void()> remake;
+    /// Called when the window is as it should be, as far as known.
+    std::function<void()> settled;
+  };
+
+  explicit StripGuard(Handlers handlers);
+  ~StripGuard() override;
+  StripGuard(const StripGuard&) = delete;
+  StripGuard& operator=(const StripGuard&) = delete;
+
+  /// Guards a window that has all its hints and is about to be shown, instead of the former one.
+  void watch(xcb_window_t window);
+  /// Expects the window to be mapped from now on; a window manager that is just starting may miss
+  /// the request.
+  void expectMapping();
+  /// To be called after each time that the program has set the window's strut.
+  void expectStrut(const Strut& strut);
+  /// Checks the window after a moment.
+  void checkSoon();
+
+  bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+
+ private:
+  /// The properties that others might remove; lists are sorted.
+  struct Facts {
+    bool isViewable = false;
+    std::vector<std::uint32_t> types;
+    std::vector<std::uint32_t> states;
+    std::vector<std::uint32_t> desktop;
+    std::vector<std::uint32_t> strut;
+    std::vector<std::uint32_t> partialStrut;
+  };
+  enum class Health { Well, HintsLost, Lost };
+
+  [[nodiscard]] Facts read() const;
+  [[nodiscard]] Health healthOf(const Facts& facts) const;
+  [[nodiscard]] bool isSwallowed() const;
+  void check();
+  void noteProperty(const xcb_property_notify_event_t& event);
+
+  Handlers handlers_;
+  xcb_window_t window_ = XCB_WINDOW_NONE;
+  /// The properties as the window manager has set them.
+  std::optional<Facts> accepted_;
+  Strut strut_{};
+  /// Expected events of the program's own changes.
+  int ownStrutEvents_ = 0;
+  bool wasMapped_ = false;
+  bool wasReparented_ = false;
+  /// Successive attempts without success.
+  int attempts_ = 0;
+  WorkItem checking_;
+  WorkItem mapping_;
+};
+
+}  // namespace vembrix

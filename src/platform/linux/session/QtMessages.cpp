@@ -1,0 +1,53 @@
+#include "platform/linux/session/QtMessages.h"
+
+#include <QString>
+#include <QtGlobal>
+#include <cstddef>
+#include <mutex>
+#include <set>
+
+#include "platform/SystemLog.h"
+#include "platform/linux/session/ProgramEnd.h"
+
+namespace vembrix {
+namespace {
+
+/// Returns whether the message reports no problem: a limit of the offscreen platform, or the place
+/// of files that the program does not have.
+bool isNoise(const QString& message) {
+  return message.startsWith(QLatin1String("This plugin does not support")) ||
+         message.startsWith(QLatin1String("QStandardPaths: "));
+}
+
+/// Returns whether other clients can cause the message at will and it was logged before. Each kind
+/// is logged once, and only a few kinds.
+bool isRepeatedByOthers(const QString& message) {
+  constexpr std::size_t kMostKinds = 30;
+  constexpr const char* kAtoms = "atomName: bad atom";
+  static std::mutex mutex;
+  static auto& kinds = *new std::set<QString>;
+  const bool isAtom = message.startsWith(QLatin1String(kAtoms));
+  if (!isAtom && !message.startsWith(QLatin1String("Unhandled client message"))) return false;
+  const std::lock_guard lock(mutex);
+  if (kinds.size() == kMostKinds) return true;
+  return !kinds.insert(isAtom ? QString::fromLatin1(kAtoms) : message).second;
+}
+
+void handle(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
+  // Meant for Qt's developers.
+  if (type == QtDebugMsg || type == QtInfoMsg) return;
+  if (isNoise(message) || isRepeatedByOthers(message)) return;
+  // Qt says this and then runs exit(), whose handlers would reach for the server.
+  if (message.startsWith(QLatin1String("The X11 connection broke"))) {
+    endProgram("the X server went away");
+  }
+  logLine("Qt: " + message.toStdString());
+}
+
+}  // namespace
+
+void handleQtMessages() {
+  qInstallMessageHandler(handle);
+}
+
+}  // namespace vembrix

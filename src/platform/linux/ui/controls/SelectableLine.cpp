@@ -1,0 +1,82 @@
+#include "platform/linux/ui/controls/SelectableLine.h"
+
+#include <QEvent>
+#include <QFontMetrics>
+#include <QPainter>
+#include <QStyleOptionFrame>
+#include <algorithm>
+
+#include "platform/linux/TextMetrics.h"
+#include "platform/linux/ui/controls/ControlPainting.h"
+#include "platform/linux/ui/controls/ControlStyle.h"
+
+namespace vembrix {
+namespace {
+
+using namespace control_metrics;
+
+}  // namespace
+
+SelectableLine::SelectableLine(const std::string& text, Bezel bezel, QWidget* parent)
+    : QLineEdit(parent) {
+  setStyle(&ControlStyle::shared());
+  setFrame(bezel == Bezel::Rounded);
+  setReadOnly(true);
+  setText(QString::fromStdString(text));
+  setCursorPosition(0);
+  liftText();
+}
+
+void SelectableLine::changeEvent(QEvent* event) {
+  QLineEdit::changeEvent(event);
+  if (event->type() == QEvent::FontChange) liftText();
+}
+
+void SelectableLine::liftText() {
+  // Qt has the line box in the middle of a field, macOS the capitals.
+  if (!hasFrame()) return;
+  setTextMargins(0, 0, 0, 0);
+  const int drop = baseline(fieldHeight()) - centeredBaseline(font(), fieldHeight());
+  if (drop > 0) setTextMargins(0, 0, 0, 2 * drop);
+}
+
+int SelectableLine::fieldHeight() const {
+  return std::max(kFieldHeight, lineHeight(font()));
+}
+
+int SelectableLine::baseline() const {
+  return baseline(sizeHint().height());
+}
+
+int SelectableLine::baseline(int height) const {
+  // Where Qt has it.
+  const QFontMetrics metrics(font());
+  return (height - textMargins().bottom() - metrics.height() + 1) / 2 + metrics.ascent();
+}
+
+QSize SelectableLine::sizeHint() const {
+  const QFontMetrics metrics(font());
+  const int padding = hasFrame() ? kFieldPadding : 0;
+  // The text needs a point more than it measures for the cursor behind it.
+  const int width = metrics.horizontalAdvance(text()) + 2 * padding + 2;
+  return {width, hasFrame() ? fieldHeight() : lineHeight(font())};
+}
+
+void SelectableLine::paintEvent(QPaintEvent* event) {
+  QStyleOptionFrame option;
+  initStyleOption(&option);
+  const QRect line =
+      style()->subElementRect(QStyle::SE_LineEditContents, &option, this).adjusted(2, 0, -2, 0);
+  const QFontMetrics metrics(font());
+  if (hasFocus() || metrics.horizontalAdvance(text()) <= line.width()) {
+    QLineEdit::paintEvent(event);
+    return;
+  }
+  QPainter painter(this);
+  style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, this);
+  painter.setPen(palette().color(QPalette::Text));
+  painter.drawText(line.left(), baseline(height()),
+                   metrics.elidedText(text(), Qt::ElideRight, line.width()));
+}
+
+}  // namespace vembrix

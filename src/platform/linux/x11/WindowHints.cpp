@@ -1,0 +1,139 @@
+#include "platform/linux/x11/WindowHints.h"
+
+#include <QPoint>
+#include <QWindow>
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <span>
+
+#include "platform/linux/x11/QtEwmh.h"
+#include "platform/linux/x11/X11Connection.h"
+
+namespace vembrix {
+namespace {
+
+xcb_window_t nativeId(QWindow& window) {
+  return static_cast<xcb_window_t>(window.winId());
+}
+
+void setCardinals(const xcb_ewmh_connection_t& ewmh, xcb_window_t window, xcb_atom_t name,
+                  std::span<const std::uint32_t> values) {
+  xcb_change_property(ewmh.connection, XCB_PROP_MODE_REPLACE, window, name, XCB_ATOM_CARDINAL, 32,
+                      static_cast<std::uint32_t>(values.size()), values.data());
+}
+
+/// Whether the window manager lists it.
+bool isListed(xcb_ewmh_connection_t& ewmh, xcb_get_property_cookie_t cookie, xcb_window_t window) {
+  xcb_ewmh_get_windows_reply_t reply{};
+  if (xcb_ewmh_get_client_list_reply(&ewmh, cookie, &reply, nullptr) == 0) return false;
+  const std::span clients(reply.windows, reply.windows_len);
+  const bool found = std::ranges::find(clients, window) != clients.end();
+  xcb_ewmh_get_windows_reply_wipe(&reply);
+  return found;
+}
+
+}  // namespace
+
+std::array<xcb_atom_t, 3> dockStates(const xcb_ewmh_connection_t& atoms) {
+  return {atoms._NET_WM_STATE_STICKY, atoms._NET_WM_STATE_SKIP_TASKBAR,
+          atoms._NET_WM_STATE_SKIP_PAGER};
+}
+
+void makeDock(QWindow& window) {
+  auto* ewmh = ewmhOfQt();
+  if (!ewmh) return;
+  // In place of Qt's list, which has types of no standard before this one.
+  xcb_ewmh_set_wm_window_type(ewmh, nativeId(window), 1, &ewmh->_NET_WM_WINDOW_TYPE_DOCK);
+  xcb_ewmh_set_wm_desktop(ewmh, nativeId(window), kAllDesktops);
+  // Qt adds its own states to these.
+  auto states = dockStates(*ewmh);
+  xcb_ewmh_set_wm_state(ewmh, nativeId(window), states.size(), states.data());
+}
+
+void restoreDock(QWindow& window) {
+  auto* ewmh = ewmhOfQt();
+  if (!ewmh) return;
+  const xcb_window_t id = nativeId(window);
+  xcb_ewmh_set_wm_window_type(ewmh, id, 1, &ewmh->_NET_WM_WINDOW_TYPE_DOCK);
+  // The other states of a shown window belong to the window manager.
+  constexpr auto kSource = XCB_EWMH_CLIENT_SOURCE_TYPE_NORMAL;
+  xcb_ewmh_request_change_wm_desktop(ewmh, 0, id, kAllDesktops, kSource);
+  for (const xcb_atom_t state : dockStates(*ewmh)) {
+    xcb_ewmh_request_change_wm_state(ewmh, 0, id, XCB_EWMH_WM_STATE_ADD, state, XCB_ATOM_NONE,
+                                     kSource);
+  }
+}
+
+void makeDialog(QWindow& window) {
+  auto* ewmh = ewmhOfQt();
+  if (!ewmh) return;
+  // Not by Qt's flag, which makes it a transient of a window that is never shown.
+  std::array types = {ewmh->_NET_WM_WINDOW_TYPE_DIALOG, ewmh->_NET_WM_WINDOW_TYPE_NORMAL};
+  xcb_ewmh_set_wm_window_type(ewmh, nativeId(window), types.size(), types.data());
+}
+
+void hideFromTaskLists(QWindow& window) {
+  auto* ewmh = ewmhOfQt();
+  if (!ewmh) return;
+  // Qt adds its own states to these.
+  std::array states = {ewmh->_NET_WM_STATE_SKIP_TASKBAR, ewmh->_NET_WM_STATE_SKIP_PAGER};
+  xcb_ewmh_set_wm_state(ewmh, nativeId(window), states.size(), states.data());
+}
+
+QPoint originInPixels(QWindow& window) {
+  auto* ewmh = ewmhOfQt();
+  if (!ewmh) return {};
+  const auto cookie = xcb_translate_coordinates_unchecked(ewmh->connection, nativeId(window),
+                                                          ewmh->screens[0]->root, 0, 0);
+  const XcbPtr<xcb_translate_coordinates_reply_t> corner{
+      xcb_translate_coordinates_reply(ewmh->connection, cookie, nullptr)};
+  return corner ? QPoint(corner->dst_x, corner->dst_y) : QPoint();
+}
+
+bool isManaged(QWindow& window) {
+  auto* ewmh = ewmhOfQt();
+  if (!ewmh) return false;
+  const auto listed = xcb_ewmh_get_client_list_unchecked(ewmh, 0);
+  const auto asked = xcb_query_tree_unchecked(ewmh->connection, nativeId(window));
+  const XcbPtr<xcb_query_tree_reply_t> tree{xcb_query_tree_reply(ewmh->connection, asked, nullptr)};
+  const bool isFramed = tree && tree->parent != tree->root;
+  return isListed(*ewmh, listed, nativeId(window)) || isFramed;
+}
+
+void tellTime(QWindow& window) {
+  auto* ewmh = ewmhOfQt();
+  if (!ewmh) return;
+  // Each change of a property is an event that has the server's time, also this one.
+  xcb_change_property(ewmh->connection, XCB_PROP_MODE_APPEND, nativeId(window), ewmh->_NET_WM_PID,
+                      XCB_ATOM_CARDINAL, 32, 0, nullptr);
+  xcb_flush(ewmh->connection);
+}
+
+void setStrut(QWindow& window, const Strut& strut) {
+  auto* ewmh = ewmhOfQt();
+  if (!ewmh) return;
+  // Some window managers know the older property only, which has no parts of edges.
+  setCardinals(*ewmh, nativeId(window), ewmh->_NET_WM_STRUT, std::span(strut).first<4>());
+  setCardinals(*ewmh, nativeId(window), ewmh->_NET_WM_STRUT_PARTIAL, strut);
+}
+
+void bringToFront(QWindow& window) {
+  auto* ewmh = ewmhOfQt();
+  if (!ewmh) {
+    window.raise();
+    window.requestActivate();
+    return;
+  }
+  const xcb_window_t id = nativeId(window);
+  std::uint32_t desktop = 0;
+  const auto current = xcb_ewmh_get_current_desktop_unchecked(ewmh, 0);
+  if (xcb_ewmh_get_current_desktop_reply(ewmh, current, &desktop, nullptr) != 0) {
+    xcb_ewmh_request_change_wm_desktop(ewmh, 0, id, desktop, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER);
+  }
+  xcb_ewmh_request_change_active_window(ewmh, 0, id, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER,
+                                        XCB_CURRENT_TIME, XCB_WINDOW_NONE);
+  xcb_flush(ewmh->connection);
+}
+
+}  // namespace vembrix

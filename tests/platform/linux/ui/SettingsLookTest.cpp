@@ -1,0 +1,223 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QDir>
+#include <QEvent>
+#include <QFontMetricsF>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSlider>
+#include <QStyleOptionComboBox>
+#include <QTabBar>
+#include <QTextLayout>
+#include <array>
+#include <cmath>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <tuple>
+
+#include "platform/Application.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/linux/support/TestSession.h"
+#include "platform/linux/ui/SettingsContentView.h"
+#include "platform/linux/ui/controls/ColorWell.h"
+#include "platform/linux/ui/controls/FocusRing.h"
+#include "settings/PreferencesStore.h"
+#include "spaces/SpaceManager.h"
+#include "ui/AppTheme.h"
+#include "ui/PreferencesWindowController.h"
+#include "ui/SettingsTabs.h"
+
+namespace vembrix {
+
+// GoogleTest's name for it. NOLINTNEXTLINE(readability-identifier-naming)
+static void PrintTo(Appearance appearance, std::ostream* out) {
+  *out << (appearance == Appearance::Dark ? "dark" : "light");
+}
+
+namespace {
+
+using Case = std::tuple<std::size_t, int, Appearance>;
+
+constexpr double kTitleBarHeight = 28;
+
+/// "PaperColorsDark"
+std::string nameOf(const Case& which) {
+  static constexpr std::array<const char*, 6> kTabs{"Label", "Colors",      "MenuBar",
+                                                    "Theme", "Diagnostics", "About"};
+  const auto& [theme, tab, appearance] = which;
+  return AppTheme::all()[theme].name + kTabs.at(static_cast<std::size_t>(tab)) +
+         (appearance == Appearance::Dark ? "Dark" : "Light");
+}
+
+/// Every theme with every tab, as the user meets them. With the environment
+/// variable VEMBRIX_PICTURES set to a folder, pictures of all of them are left
+/// there to be looked at.
+class SettingsLookTest : public testing::TestWithParam<Case> {
+ protected:
+  SettingsLookTest() {
+    TestSession::useNoScreen();
+    Application::shared();
+    EmbeddedDesktop::shared().setSpaceCount(20);
+    SpaceManager::shared().reload();
+    PreferencesStore::shared().setThemeName(theme().name);
+    auto& controller = PreferencesWindowController::shared();
+    controller.setSelectedTabIndex(tab());
+    view_ = std::make_unique<SettingsContentView>(
+        controller.buildContent(), kTitleBarHeight, [](int) {}, nullptr);
+    view_->setSystemAppearance(appearance());
+    view_->resize(600, 520);
+    view_->show();
+    view_->setFocus();
+    QCoreApplication::processEvents();
+  }
+
+  static const AppTheme& theme() { return AppTheme::all()[std::get<0>(GetParam())]; }
+  static int tab() { return std::get<1>(GetParam()); }
+  static Appearance appearance() { return std::get<2>(GetParam()); }
+
+  /// The texts and controls that are shown.
+  std::vector<QWidget*> shown() {
+    std::vector<QWidget*> shown;
+    for (QWidget* widget : view_->findChildren<QWidget*>()) {
+      const bool counts = qobject_cast<QLabel*>(widget) || qobject_cast<QAbstractButton*>(widget) ||
+                          qobject_cast<QSlider*>(widget) || qobject_cast<QComboBox*>(widget) ||
+                          qobject_cast<QLineEdit*>(widget) || qobject_cast<QTabBar*>(widget);
+      if (counts && widget->isVisible()) shown.push_back(widget);
+    }
+    return shown;
+  }
+
+  QRect placeOf(const QWidget& widget) {
+    return {widget.mapTo(view_.get(), QPoint()), widget.size()};
+  }
+
+  static std::string textOf(const QWidget& widget) {
+    const auto* label = qobject_cast<const QLabel*>(&widget);
+    return (label ? label->text() : widget.accessibleName()).toStdString();
+  }
+
+  /// How high the line is that the widget shows, and how wide.
+  static QSizeF lineOf(const QString& text, const QWidget& widget) {
+    QTextLayout layout(text, widget.font());
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    return {line.naturalTextWidth(), line.ascent() + line.descent()};
+  }
+
+  /// Measured by what draws the text, and not by the widget itself.
+  static void expectRoomForText(const QWidget& widget) {
+    QString text = QString::fromStdString(textOf(widget));
+    QSizeF room = widget.size();
+    bool mayWrap = false;
+    if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
+      mayWrap = label->wordWrap();
+    } else if (const auto* popup = qobject_cast<const QComboBox*>(&widget)) {
+      QStyleOptionComboBox option;
+      option.initFrom(popup);
+      room.setWidth(
+          popup->style()
+              ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, popup)
+              .width());
+      text = popup->currentText();
+    } else if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) {
+      mayWrap = qobject_cast<const QCheckBox*>(button) != nullptr;
+      // The colour wells show none.
+      if (qobject_cast<const ColorWell*>(button)) text.clear();
+    } else {
+      return;
+    }
+    if (text.isEmpty()) return;
+    const QSizeF line = lineOf(text, widget);
+    EXPECT_GE(room.height(), line.height()) << text.toStdString();
+    if (!mayWrap) {
+      EXPECT_GE(room.width(), line.width()) << text.toStdString();
+    }
+  }
+
+  TestSession session_;
+  std::unique_ptr<SettingsContentView> view_;
+};
+
+TEST_P(SettingsLookTest, NothingOverlaps) {
+  const auto widgets = shown();
+  ASSERT_GT(widgets.size(), 4U);
+  for (std::size_t i = 0; i < widgets.size(); ++i) {
+    for (std::size_t j = i + 1; j < widgets.size(); ++j) {
+      // A scrolled page lies under nothing but its own edge.
+      const bool areOfOnePage = widgets[i]->parentWidget() == widgets[j]->parentWidget();
+      if (!areOfOnePage) continue;
+      EXPECT_FALSE(placeOf(*widgets[i]).intersects(placeOf(*widgets[j])))
+          << textOf(*widgets[i]) << " / " << textOf(*widgets[j]);
+    }
+  }
+}
+
+TEST_P(SettingsLookTest, NothingIsCutOff) {
+  for (const QWidget* widget : shown()) {
+    const auto* field = qobject_cast<const QLineEdit*>(widget);
+    const bool mayBeCutOff = field && field->hasFrame();
+    const QSize needed = widget->hasHeightForWidth()
+                             ? QSize(0, widget->heightForWidth(widget->width()))
+                             : widget->sizeHint();
+    EXPECT_GE(widget->height(), needed.height()) << textOf(*widget);
+    if (!mayBeCutOff) {
+      EXPECT_GE(widget->width(), needed.width()) << textOf(*widget);
+    }
+    const QRect page(QPoint(), widget->parentWidget()->size());
+    EXPECT_TRUE(page.contains(widget->geometry())) << textOf(*widget);
+    expectRoomForText(*widget);
+  }
+}
+
+TEST_P(SettingsLookTest, NoFocusRingIsCutOff) {
+  for (QWidget* widget : shown()) {
+    if (widget->focusPolicy() == Qt::NoFocus) continue;
+    widget->setFocus();
+    ASSERT_TRUE(widget->hasFocus()) << textOf(*widget);
+    for (const FocusRing* ring : view_->findChildren<FocusRing*>()) {
+      if (!ring->isVisible()) continue;
+      EXPECT_TRUE(ring->parentWidget()->rect().contains(ring->geometry())) << textOf(*widget);
+    }
+  }
+}
+
+TEST_P(SettingsLookTest, OnlyManyDesktopsScroll) {
+  for (const QScrollArea* area : view_->findChildren<QScrollArea*>()) {
+    if (!area->isVisible()) continue;
+    EXPECT_EQ(area->verticalScrollBar()->isVisible(), tab() == 1);
+    EXPECT_FALSE(area->horizontalScrollBar()->isVisible());
+  }
+}
+
+TEST_P(SettingsLookTest, IsDrawnAtEveryScale) {
+  const QString folder = qEnvironmentVariable("VEMBRIX_PICTURES");
+  for (const int scale : {1, 2}) {
+    QImage image(view_->size() * scale, QImage::Format_RGB32);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::magenta);
+    view_->render(&image);
+    EXPECT_NE(image.pixel(0, 0), QColor(Qt::magenta).rgb());
+    EXPECT_NE(image.pixel(image.width() - 1, image.height() - 1), QColor(Qt::magenta).rgb());
+    if (folder.isEmpty()) continue;
+    const QString name = QStringLiteral("%1-%2@%3.png")
+                             .arg(nameOf(GetParam()).c_str(), TestSession::fonts().c_str())
+                             .arg(scale);
+    EXPECT_TRUE(image.save(QDir(folder).filePath(name)));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(AllThemes, SettingsLookTest,
+                         testing::Combine(testing::Range<std::size_t>(0, 7), testing::Range(0, 6),
+                                          testing::Values(Appearance::Light, Appearance::Dark)),
+                         [](const auto& info) { return nameOf(info.param); });
+
+}  // namespace
+}  // namespace vembrix

@@ -1,0 +1,428 @@
+#include "platform/linux/x11/X11Desktop.h"
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <cstdint>
+#include <future>
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "platform/Application.h"
+#include "platform/NotificationCenter.h"
+#include "platform/linux/session/DesktopNames.h"
+#include "platform/linux/support/PrivateDisplay.h"
+#include "platform/linux/support/SentLines.h"
+#include "platform/linux/support/TestSession.h"
+
+namespace vembrix {
+namespace {
+
+using std::chrono::milliseconds;
+using testing::ElementsAre;
+using Property = X11Client::Property;
+
+/// Four bytes each, as properties hold them.
+std::string cardinals(const std::vector<std::uint32_t>& values) {
+  return {reinterpret_cast<const char*>(values.data()), values.size() * sizeof(std::uint32_t)};
+}
+
+/// A display, with a window manager from the start or without.
+class X11DesktopTest : public testing::Test {
+ protected:
+  enum class WindowManager { Running, None };
+
+  X11DesktopTest() : X11DesktopTest(WindowManager::Running) {}
+
+  explicit X11DesktopTest(WindowManager windowManager) {
+    TestSession::useNoScreen();
+    Application::shared();
+    if (windowManager == WindowManager::Running) display_.startWindowManager();
+    desktop_ = std::make_unique<X11Desktop>(X11Connection::open());
+    desktop_->follow();
+  }
+
+  /// The number of Spaces; empty without a list.
+  [[nodiscard]] std::optional<std::size_t> count() const {
+    const PropertyList answer = desktop_->managedDisplaySpaces();
+    if (answer.isNull()) return std::nullopt;
+    return (*answer.asArray())[0]["Spaces"].asArray()->size();
+  }
+
+  bool runUntilCount(std::optional<std::size_t> wanted) {
+    return runUntil([&] { return count() == wanted; });
+  }
+  bool runUntilActive(X11Desktop::SpaceID wanted) {
+    return runUntil([&] { return desktop_->activeSpace() == wanted; });
+  }
+
+  void setRoot(std::string_view name, const Property& property) {
+    client().setProperty(client().root(), name, property);
+  }
+  X11Client& client() { return display_.client(); }
+
+  TestSession session_;
+  PrivateDisplay display_;
+  std::unique_ptr<X11Desktop> desktop_;
+  int changes_ = 0;
+  Observation observation_ = NotificationCenter::workspace().addObserver(
+      notification::kActiveSpaceDidChange, [this] { changes_ += 1; });
+};
+
+TEST_F(X11DesktopTest, TakesTheWindowManagersDesktopsForSpaces) {
+  const PropertyList answer = desktop_->managedDisplaySpaces();
+  ASSERT_NE(answer.asArray(), nullptr);
+  EXPECT_EQ((*answer.asArray())[0]["Display Identifier"], PropertyList("Main"));
+  const PropertyList space = (*(*answer.asArray())[0]["Spaces"].asArray())[1];
+  EXPECT_EQ(space,
+            PropertyList(PropertyList::Dictionary{
+                {"ManagedSpaceID", 2}, {"id64", 2}, {"uuid", "x11-desktop-2"}, {"type", 0}}));
+}
+
+TEST_F(X11DesktopTest, ReadingAsksTheServerNothing) {
+  ASSERT_TRUE(client().goToDesktop(2));
+  ASSERT_TRUE(runUntilActive(3));
+  // A server that does not answer until all is read, or waited for in vain.
+  display_.server().stop();
+  std::promise<void> isRead;
+  bool isWaitedFor = false;
+  std::thread later([&] {
+    const auto limit = std::chrono::seconds(30);
+    isWaitedFor = isRead.get_future().wait_for(limit) == std::future_status::timeout;
+    display_.server().resume();
+  });
+  EXPECT_EQ(count(), 4U);
+  EXPECT_EQ(desktop_->activeSpace(), 3U);
+  desktop_->setName(3, "Mail");
+  desktop_->activate(1);
+  isRead.set_value();
+  later.join();
+  EXPECT_FALSE(isWaitedFor);
+  EXPECT_TRUE(runUntilActive(1));
+}
+
+TEST_F(X11DesktopTest, WhatComesInTogetherIsAnnouncedOnce) {
+  // While this program is busy.
+  ASSERT_TRUE(client().setDesktopCount(6));
+  ASSERT_TRUE(client().goToDesktop(5));
+  ASSERT_TRUE(client().goToDesktop(4));
+  EXPECT_TRUE(runUntilActive(5));
+  runFor(milliseconds(50));
+  EXPECT_EQ(changes_, 1);
+}
+
+TEST_F(X11DesktopTest, AGoingThereAndBackMeanwhileIsNoChange) {
+  ASSERT_TRUE(client().goToDesktop(2));
+  ASSERT_TRUE(client().goToDesktop(0));
+  runFor(milliseconds(50));
+  EXPECT_EQ(changes_, 0);
+}
+
+TEST_F(X11DesktopTest, OtherPropertiesOfTheRootAreNoChange) {
+  setRoot("_NET_DESKTOP_NAMES", {"UTF8_STRING", 8, std::string("one\0two\0", 8)});
+  setRoot("_NET_WORKAREA", {"CARDINAL", 32, cardinals({0, 0, 100, 100})});
+  setRoot("_NET_CURRENT_DESKTOP", {"CARDINAL", 32, cardinals({0})});
+  runFor(milliseconds(50));
+  EXPECT_EQ(changes_, 0);
+}
+
+// Window managers come and go
+
+TEST_F(X11DesktopTest, AKilledWindowManagerLeavesNoSpaces) {
+  ASSERT_TRUE(client().goToDesktop(1));
+  ASSERT_TRUE(runUntilActive(2));
+  changes_ = 0;
+  display_.killWindowManager();
+  // It leaves its properties behind.
+  EXPECT_THAT(client().cardinals(client().root(), "_NET_NUMBER_OF_DESKTOPS"), ElementsAre(4));
+  EXPECT_TRUE(runUntilCount(std::nullopt));
+  EXPECT_EQ(desktop_->activeSpace(), 0U);
+  EXPECT_EQ(changes_, 1);
+  desktop_->activate(1);
+  desktop_->setName(1, "Mail");
+  runFor(milliseconds(20));
+  EXPECT_EQ(changes_, 1);
+}
+
+TEST_F(X11DesktopTest, TheNextWindowManagerBringsSpacesBack) {
+  for (int i = 0; i < 3; ++i) {
+    display_.killWindowManager();
+    EXPECT_TRUE(runUntilCount(std::nullopt));
+    display_.startWindowManager();
+    EXPECT_TRUE(runUntilCount(4));
+    ASSERT_TRUE(client().goToDesktop(2));
+    EXPECT_TRUE(runUntilActive(3));
+    desktop_->activate(1);
+    EXPECT_TRUE(runUntilActive(1));
+  }
+}
+
+TEST_F(X11DesktopTest, AReplacedWindowManagerIsNoticedAllTheSame) {
+  display_.killWindowManager();
+  display_.startWindowManager();
+  ASSERT_TRUE(client().setDesktopCount(5));
+  EXPECT_TRUE(runUntilCount(5));
+}
+
+class EmptyX11DesktopTest : public X11DesktopTest {
+ protected:
+  EmptyX11DesktopTest() : X11DesktopTest(WindowManager::None) {}
+};
+
+TEST_F(EmptyX11DesktopTest, WithoutAWindowManagerThereAreNoSpaces) {
+  EXPECT_EQ(count(), std::nullopt);
+  EXPECT_EQ(desktop_->activeSpace(), 0U);
+}
+
+TEST_F(EmptyX11DesktopTest, PropertiesAloneAreNoWindowManager) {
+  setRoot("_NET_NUMBER_OF_DESKTOPS", {"CARDINAL", 32, cardinals({4})});
+  setRoot("_NET_CURRENT_DESKTOP", {"CARDINAL", 32, cardinals({0})});
+  const std::uint32_t root = client().root();
+  for (const std::uint32_t claim : {0U, 0x7fffffffU, root}) {
+    setRoot("_NET_SUPPORTING_WM_CHECK", {"WINDOW", 32, cardinals({claim})});
+    runFor(milliseconds(20));
+    EXPECT_EQ(count(), std::nullopt) << claim;
+  }
+  EXPECT_EQ(changes_, 0);
+}
+
+TEST_F(EmptyX11DesktopTest, AWindowManagerMayComeLater) {
+  display_.startWindowManager();
+  EXPECT_TRUE(runUntilCount(4));
+  EXPECT_TRUE(runUntilActive(1));
+  EXPECT_GE(changes_, 1);
+}
+
+/// One that names its desktops by its configuration, played by this test.
+class NamingWindowManagerTest : public EmptyX11DesktopTest {
+ protected:
+  NamingWindowManagerTest() {
+    setCount(2);
+    setRoot("_NET_CURRENT_DESKTOP", {"CARDINAL", 32, cardinals({0})});
+    setNames({"web", "mail"});
+    client().setProperty(window_, "_NET_SUPPORTING_WM_CHECK", {"WINDOW", 32, cardinals({window_})});
+    setRoot("_NET_SUPPORTING_WM_CHECK", {"WINDOW", 32, cardinals({window_})});
+  }
+
+  void setCount(std::uint32_t count) {
+    setRoot("_NET_NUMBER_OF_DESKTOPS", {"CARDINAL", 32, cardinals({count})});
+  }
+  void setNames(const std::vector<std::string>& names) {
+    setRoot("_NET_DESKTOP_NAMES", {"UTF8_STRING", 8, desktopNamesProperty(names)});
+  }
+  void sayName() { client().setProperty(window_, "_NET_WM_NAME", {"UTF8_STRING", 8, "i3"}); }
+
+  [[nodiscard]] std::vector<std::string> identifiers() const {
+    std::vector<std::string> found;
+    const PropertyList answer = desktop_->managedDisplaySpaces();
+    if (answer.isNull()) return found;
+    for (const PropertyList& space : *(*answer.asArray())[0]["Spaces"].asArray()) {
+      found.push_back(*space["uuid"].asString());
+    }
+    return found;
+  }
+
+  const std::uint32_t window_ = client().showDock({0, 0, 10, 10});
+};
+
+TEST_F(NamingWindowManagerTest, IsKnownAsSuchAlsoWhenItSaysItsNameLater) {
+  ASSERT_TRUE(runUntil([this] { return identifiers().size() == 2; }));
+  EXPECT_THAT(identifiers(), ElementsAre("x11-desktop-1", "x11-desktop-2"));
+  sayName();
+  EXPECT_TRUE(runUntil([this] { return identifiers()[0] == "x11-name-web"; }));
+}
+
+TEST_F(NamingWindowManagerTest, ANewDesktopIsThereOnceItHasItsName) {
+  sayName();
+  ASSERT_TRUE(runUntil([this] { return identifiers().size() == 2; }));
+  std::vector<std::vector<std::string>> lists;
+  const Observation observation = NotificationCenter::workspace().addObserver(
+      notification::kActiveSpaceDidChange, [&] { lists.push_back(identifiers()); });
+  setCount(3);
+  setRoot("_NET_CURRENT_DESKTOP", {"CARDINAL", 32, cardinals({2})});
+  runFor(milliseconds(50));
+  setNames({"web", "mail", "music"});
+  ASSERT_TRUE(runUntil([this] { return identifiers().size() == 3; }));
+  EXPECT_THAT(lists, ElementsAre(ElementsAre("x11-name-web", "x11-name-mail", "x11-name-music")));
+}
+
+TEST_F(NamingWindowManagerTest, TheDesktopsBeforeItsConfigurationIsReadAreNone) {
+  sayName();
+  setCount(1);
+  setNames({"Desktop"});
+  std::vector<std::vector<std::string>> lists;
+  const Observation observation = NotificationCenter::workspace().addObserver(
+      notification::kActiveSpaceDidChange, [&] { lists.push_back(identifiers()); });
+  runFor(milliseconds(50));
+  setCount(2);
+  setNames({"I", "II"});
+  ASSERT_TRUE(runUntil([this] { return identifiers().size() == 2; }));
+  EXPECT_THAT(lists, ElementsAre(ElementsAre("x11-name-I", "x11-name-II")));
+}
+
+TEST_F(NamingWindowManagerTest, ADesktopThatGetsNoNameIsKnownByItsNumberAfterAWhile) {
+  sayName();
+  ASSERT_TRUE(runUntil([this] { return identifiers().size() == 2; }));
+  setCount(3);
+  ASSERT_TRUE(runUntil([this] { return identifiers().size() == 3; }));
+  EXPECT_THAT(identifiers(), ElementsAre("x11-name-web", "x11-name-mail", "x11-desktop-3"));
+}
+
+TEST_F(EmptyX11DesktopTest, WaitsForSpacesNoLongerThanTold) {
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_FALSE(desktop_->waitForSpaces(milliseconds(100)));
+  EXPECT_GE(std::chrono::steady_clock::now() - start, milliseconds(100));
+  std::thread session([&] { display_.startWindowManager(); });
+  EXPECT_TRUE(desktop_->waitForSpaces(std::chrono::seconds(10)));
+  session.join();
+}
+
+// What any client may write
+
+TEST_F(X11DesktopTest, AMalformedNumberOfDesktopsIsNone) {
+  const std::vector<Property> malformed = {
+      {"CARDINAL", 8, "4"},
+      {"CARDINAL", 8, std::string("\4\0\0\0", 4)},
+      {"CARDINAL", 16, std::string("\4\0", 2)},
+      {"CARDINAL", 32, ""},
+      {"STRING", 8, "four"},
+      {"WINDOW", 32, cardinals({4})},
+      {"UTF8_STRING", 8, std::string(100000, 'x')},
+  };
+  for (const Property& property : malformed) {
+    setRoot("_NET_NUMBER_OF_DESKTOPS", property);
+    EXPECT_TRUE(runUntilCount(std::nullopt)) << property.type << property.format;
+    EXPECT_EQ(desktop_->activeSpace(), 0U);
+    setRoot("_NET_NUMBER_OF_DESKTOPS", {"CARDINAL", 32, cardinals({4})});
+    EXPECT_TRUE(runUntilCount(4));
+  }
+  client().deleteProperty(client().root(), "_NET_NUMBER_OF_DESKTOPS");
+  EXPECT_TRUE(runUntilCount(std::nullopt));
+}
+
+TEST_F(X11DesktopTest, AMalformedCurrentDesktopIsUnknown) {
+  const std::vector<Property> malformed = {
+      {"CARDINAL", 8, "1"},
+      {"CARDINAL", 32, ""},
+      {"ATOM", 32, cardinals({1})},
+      {"CARDINAL", 32, cardinals({4})},
+      {"CARDINAL", 32, cardinals({0xFFFFFFFF})},
+  };
+  for (const Property& property : malformed) {
+    setRoot("_NET_CURRENT_DESKTOP", property);
+    EXPECT_TRUE(runUntilActive(0)) << property.type << property.format;
+    EXPECT_EQ(count(), 4U);
+    setRoot("_NET_CURRENT_DESKTOP", {"CARDINAL", 32, cardinals({1})});
+    EXPECT_TRUE(runUntilActive(2));
+  }
+}
+
+TEST_F(X11DesktopTest, AnAbsurdNumberOfDesktopsIsCutOff) {
+  setRoot("_NET_NUMBER_OF_DESKTOPS", {"CARDINAL", 32, cardinals({4000000000})});
+  EXPECT_TRUE(runUntilCount(X11Desktop::kMaxDesktops));
+  EXPECT_EQ(desktop_->activeSpace(), 1U);
+}
+
+TEST_F(X11DesktopTest, AFloodOfChangesEndsInTheLastOne) {
+  for (std::uint32_t i = 0; i < 2000; ++i) {
+    setRoot("_NET_NUMBER_OF_DESKTOPS", {"CARDINAL", 32, cardinals({i % 7 + 1})});
+  }
+  setRoot("_NET_NUMBER_OF_DESKTOPS", {"CARDINAL", 32, cardinals({9})});
+  EXPECT_TRUE(runUntilCount(9));
+}
+
+// Names
+
+TEST_F(X11DesktopTest, WritesAName) {
+  desktop_->setName(2, "Büro \xF0\x9F\x8F\xA0");
+  ASSERT_TRUE(runUntil([&] { return client().desktopNames().size() >= 2; }));
+  EXPECT_EQ(client().desktopNames()[1], "Büro \xF0\x9F\x8F\xA0");
+  EXPECT_EQ(client().property(client().root(), "_NET_DESKTOP_NAMES")->type, "UTF8_STRING");
+}
+
+TEST_F(X11DesktopTest, KeepsTheOtherNames) {
+  setRoot("_NET_DESKTOP_NAMES", {"UTF8_STRING", 8, std::string("a\0b\0c\0d\0e\0", 10)});
+  runFor(milliseconds(20));
+  desktop_->setName(2, "two");
+  desktop_->setName(4, "four");
+  ASSERT_TRUE(runUntil([&] { return client().desktopNames()[3] == "four"; }));
+  EXPECT_THAT(client().desktopNames(), ElementsAre("a", "two", "c", "four", "e"));
+}
+
+TEST_F(X11DesktopTest, FillsUpMissingNames) {
+  client().deleteProperty(client().root(), "_NET_DESKTOP_NAMES");
+  runFor(milliseconds(20));
+  desktop_->setName(3, "three");
+  ASSERT_TRUE(runUntil([&] { return client().desktopNames().size() >= 3; }));
+  EXPECT_EQ(client().desktopNames()[2], "three");
+}
+
+TEST_F(X11DesktopTest, TakesNamesThatAreNotEndedAndMalformedOnes) {
+  setRoot("_NET_DESKTOP_NAMES", {"UTF8_STRING", 8, std::string("a\0b", 3)});
+  runFor(milliseconds(20));
+  desktop_->setName(1, "one");
+  ASSERT_TRUE(runUntil([&] { return client().desktopNames()[0] == "one"; }));
+  EXPECT_EQ(client().desktopNames()[1], "b");
+  setRoot("_NET_DESKTOP_NAMES", {"CARDINAL", 32, cardinals({1, 2, 3})});
+  runFor(milliseconds(20));
+  desktop_->setName(1, "uno");
+  ASSERT_TRUE(runUntil([&] { return client().desktopNames()[0] == "uno"; }));
+}
+
+TEST_F(X11DesktopTest, ANameThatItHasCostsNothing) {
+  desktop_->setName(1, "one");
+  ASSERT_TRUE(runUntil([&] { return client().desktopNames()[0] == "one"; }));
+  runFor(milliseconds(20));
+  // Writing again would show: it would bring the property back.
+  setRoot("_NET_DESKTOP_NAMES", {"UTF8_STRING", 8, std::string("one\0", 4)});
+  runFor(milliseconds(20));
+  const auto before = client().property(client().root(), "_NET_DESKTOP_NAMES");
+  desktop_->setName(1, "one");
+  runFor(milliseconds(50));
+  EXPECT_EQ(client().property(client().root(), "_NET_DESKTOP_NAMES")->bytes, before->bytes);
+}
+
+TEST_F(X11DesktopTest, TheNameOfAnUnknownSpaceIsIgnored) {
+  const auto before = client().desktopNames();
+  desktop_->setName(0, "none");
+  desktop_->setName(5, "fifth");
+  desktop_->setName(~std::uint64_t{0}, "last");
+  runFor(milliseconds(50));
+  EXPECT_EQ(client().desktopNames(), before);
+}
+
+TEST_F(X11DesktopTest, ANameEndsAtANul) {
+  desktop_->setName(1, std::string_view("one\0two", 7));
+  ASSERT_TRUE(runUntil([&] { return client().desktopNames()[0] == "one"; }));
+  EXPECT_NE(client().desktopNames()[1], "two");
+}
+
+// The server goes
+
+TEST_F(X11DesktopTest, EndsTheProgramInOneLineWhenTheServerGoes) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(
+      {
+        display_.server().kill();
+        runFor(std::chrono::seconds(30));
+      },
+      testing::ExitedWithCode(EXIT_FAILURE), testing::Eq("[Vembrix] the X server went away\n"));
+}
+
+TEST_F(X11DesktopTest, EndsTheProgramInOneLineWhenTheServerGoesWhileItIsTold) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(
+      {
+        display_.server().kill();
+        desktop_->setName(1, "Mail");
+        desktop_->activate(2);
+        runFor(std::chrono::seconds(30));
+      },
+      testing::ExitedWithCode(EXIT_FAILURE), testing::Eq("[Vembrix] the X server went away\n"));
+}
+
+}  // namespace
+}  // namespace vembrix

@@ -1,0 +1,168 @@
+#include "platform/linux/x11/X11Input.h"
+
+#include <gtest/gtest.h>
+
+#include <QMenu>
+#include <QWidget>
+#include <chrono>
+
+#include "platform/Application.h"
+#include "platform/linux/support/PrivateDisplay.h"
+#include "platform/linux/support/TestSession.h"
+
+namespace vembrix {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr std::uint64_t kPresses = LeftMouseDown | RightMouseDown | OtherMouseDown | KeyDown;
+
+/// What counts as input to other programs, and what does not.
+class X11InputTest : public testing::Test {
+ protected:
+  X11InputTest() {
+    display_.startWindowManager();
+    TestSession::setVariable("VEMBRIX_DESKTOP", "x11");
+    Application::shared();
+    EXPECT_TRUE(client().showWindow("Editor", 600, 400));
+    client().movePointer(300, 200);
+  }
+
+  X11Client& client() { return display_.client(); }
+
+  void watch(std::uint64_t mask) {
+    monitor_ = X11Input::shared().addGlobalMonitor(mask, [this] { told_ += 1; });
+  }
+  int toldInAll() {
+    runFor(milliseconds(150));
+    return std::exchange(told_, 0);
+  }
+
+  /// A window of this program's, out of the way of the other one's.
+  static void show(QWidget& window) {
+    window.setGeometry(800, 500, 200, 100);
+    window.show();
+    window.activateWindow();
+    EXPECT_TRUE(runUntil([&] { return window.isActiveWindow(); }));
+  }
+
+  TestSession session_;
+  PrivateDisplay display_;
+  Token monitor_;
+  int told_ = 0;
+};
+
+TEST_F(X11InputTest, ScrollingIsNoClick) {
+  watch(kPresses | MouseMoved);
+  toldInAll();
+  for (std::uint8_t button = 4; button <= 7; ++button) client().clickButton(button);
+  EXPECT_EQ(toldInAll(), 0);
+  for (const std::uint8_t button : {8, 9}) client().clickButton(button);
+  EXPECT_EQ(toldInAll(), 2);
+}
+
+TEST_F(X11InputTest, APointerThatAProgramPutsElsewhereHasMoved) {
+  watch(MouseMoved);
+  toldInAll();
+  client().warpPointer(2, 700);
+  EXPECT_EQ(toldInAll(), 1);
+  client().warpPointer(0, 0);
+  EXPECT_EQ(toldInAll(), 1);
+  EXPECT_EQ(toldInAll(), 0);
+}
+
+TEST_F(X11InputTest, WhatGoesToOwnWindowsDoesNotCount) {
+  QWidget window;
+  watch(kPresses | MouseMoved);
+  show(window);
+  toldInAll();
+  client().movePointer(850, 550);
+  toldInAll();
+  // At once, as the devices of a quick user tell of it.
+  client().movePointer(860, 555);
+  for (const std::uint8_t button : {1, 2, 3, 9}) client().clickButton(button);
+  client().pressKey();
+  EXPECT_EQ(toldInAll(), 0);
+}
+
+TEST_F(X11InputTest, AClickRightAfterThePointerCameOrWentIsNotMistaken) {
+  QWidget window;
+  show(window);
+  watch(LeftMouseDown);
+  toldInAll();
+  for (int round = 0; round < 20; ++round) {
+    client().movePointer(850, 550);
+    client().clickButton(1);
+    client().movePointer(300, 200);
+    client().clickButton(1);
+  }
+  // The window manager has a hand in every click that gives a window the focus.
+  runUntil([&] { return told_ >= 20; });
+  EXPECT_EQ(toldInAll(), 20);
+}
+
+TEST_F(X11InputTest, InputCountsAgainWhenTheWindowIsGone) {
+  {
+    QWidget window;
+    show(window);
+    watch(kPresses);
+    client().movePointer(850, 550);
+    EXPECT_EQ(toldInAll(), 0);
+  }
+  toldInAll();
+  client().clickButton(9);
+  EXPECT_EQ(toldInAll(), 1);
+  client().pressKey();
+  EXPECT_EQ(toldInAll(), 1);
+}
+
+TEST_F(X11InputTest, KnowsAWindowThatWasThereBefore) {
+  QWidget window;
+  show(window);
+  client().movePointer(850, 550);
+  runFor(milliseconds(100));
+  X11Input input(X11Connection::open());
+  const Token monitor = input.addGlobalMonitor(kPresses, [this] { told_ += 1; });
+  client().clickButton(1);
+  client().pressKey();
+  EXPECT_EQ(toldInAll(), 0);
+}
+
+TEST_F(X11InputTest, AnOpenMenuTakesAllInput) {
+  QWidget window;
+  show(window);
+  QMenu menu;
+  menu.addAction(QStringLiteral("One"));
+  menu.addAction(QStringLiteral("Two"));
+  watch(kPresses);
+  menu.popup(QPoint(850, 520));
+  EXPECT_TRUE(runUntil([&] { return menu.isVisible(); }));
+  runFor(milliseconds(200));
+  client().movePointer(300, 200);
+  client().pressKey();
+  client().clickButton(1);
+  EXPECT_EQ(toldInAll(), 0);
+  EXPECT_FALSE(menu.isVisible());
+  client().clickButton(1);
+  EXPECT_EQ(toldInAll(), 1);
+}
+
+TEST_F(X11InputTest, MovementsThatCameTogetherAreToldOnce) {
+  watch(MouseMoved);
+  toldInAll();
+  for (std::int16_t x = 1; x <= 200; ++x) client().movePointer(x, 100);
+  // Let them all arrive before the loop comes by.
+  EXPECT_EQ(client().geometry(client().root()).width, 1440);
+  const int told = toldInAll();
+  EXPECT_GE(told, 1);
+  EXPECT_LT(told, 50);
+}
+
+TEST_F(X11InputTest, WithoutAServerThereIsNothingToTell) {
+  X11Input input(nullptr);
+  EXPECT_FALSE(input.addGlobalMonitor(kPresses, [] {}));
+  EXPECT_EQ(input.mouseLocation(), Point{});
+}
+
+}  // namespace
+}  // namespace vembrix
