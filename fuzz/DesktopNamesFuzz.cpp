@@ -1,4 +1,4 @@
-// Names of desktops: as the window manager keeps them, and as the user types them.
+// Names of desktops, as stored by the window manager and as typed by the user.
 
 #include "Expect.h"
 #include "platform/embedded/desktop/EmbeddedDesktop.h"

@@ -1,4 +1,4 @@
-// What the system's log tool prints.
+// The output of the system's log tool.
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-// A file of settings: it is read or not, and a change changes nothing else.
+// A settings file is either read or refused, and a change leaves its other entries alone.
 
 #include "Expect.h"
 #include "platform/linux/defaults/XmlPropertyList.h"

@@ -1,4 +1,4 @@
-// The stored colours of the Spaces: JSON that anybody may have written.
+// The stored colours of the Spaces: JSON that any program may have written.
 
 #include "Expect.h"
 #include "platform/Json.h"

@@ -51,7 +51,7 @@ class Demo:
         if status != 0:
             raise AssertionError(f"Vembrix ended with {status}")
 
-    # What is on the desktop besides
+    # Windows of other programs
 
     def _furnish(self):
         desktop = self._desktop
@@ -177,7 +177,7 @@ class Demo:
         self._keep("settings")
         self._desktop.run("xdotool", "key", "Escape")
         wait_until(lambda: not window.visible, "the settings window to close")
-        # Out of the way of the title.
+        # Moves the pointer off the title.
         menu.point_at(720, 700)
 
     def _stored_name(self):
@@ -226,7 +226,7 @@ class Demo:
 
     def _keep(self, what, picture=None):
         if picture is None:
-            # What is to be seen is not the label of the desktop that one came to.
+            # The label of the desktop just arrived at would be seen instead.
             self._wait_until_faded()
             picture = self._desktop.still_picture()
         self._pictures += 1
@@ -237,7 +237,7 @@ class Demo:
 
 def main():
     program, folder = sys.argv[1:]
-    # So that the desktop is ended in order then, too.
+    # Ends the desktop in order after a signal, too.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     os.environ["VEMBRIX_PROGRAM"] = os.path.abspath(program)
     os.makedirs(folder, exist_ok=True)

@@ -13,7 +13,7 @@ from support import costs
 from support.desktop import Desktop
 from support.x11_requests import RequestLog
 
-# What the program is to cost at most, as a multiple of the bare program.
+# The highest allowed cost, as a multiple of the bare program's.
 FIGURES = {
     "start": 1.3,
     "memory, 4 desktops": 1.25,
@@ -23,7 +23,7 @@ FIGURES = {
     "switch, no compositor": 2.5,
     "switch, compositor": 5.0,
 }
-# Machines differ, and so do runs on one.
+# Allows for differences between machines and between runs.
 TOLERANCE = 1.2
 
 

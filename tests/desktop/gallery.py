@@ -34,7 +34,7 @@ class Camera(threading.Thread):
         super().__init__(daemon=True)
         self._screen = desktop.path("screen", "Xvfb_screen0")
         self._over = threading.Event()
-        # Pairs of a screen and the number of ticks that it is shown.
+        # Pairs of a screenshot and the number of ticks for which it is shown.
         self._frames = []
 
     def run(self):
@@ -96,7 +96,7 @@ class Film:
     """The main job: name a desktop, go there, and come back."""
 
     SIZE = (720, 450)
-    # What happens, one after the other; the numbers are those of the rows, from 0.
+    # The steps, in order. Numbers are rows of the dropdown, from 0.
     STEPS = (
         ("rest", 1.2),
         ("open",),
@@ -115,7 +115,7 @@ class Film:
         self._desktop = desktop
         self._portal = Portal(desktop, Portal.LIGHT)
         furnish(desktop, "46x13+48+72", 10)
-        # As large on this small screen as the labels usually are.
+        # The usual size of labels relative to the screen.
         Defaults(desktop).write({"SignTextSize": 84})
         self._program = start(desktop)
         self._menu = Dropdown(self._program)
@@ -186,7 +186,7 @@ class Stills:
         for index, (title, _) in NOTES.items():
             self._desktop.go_to(index)
             self._program.wait_for_title(title)
-            # Painted after its window has that name.
+            # The strip is painted after its window gets the name.
             wait_until(lambda: self._program.fill() != last, f"the colour of {title}")
             last = self._program.fill()
             self._keep(os.path.join(folder, f"strip-{index + 1}.png"), self.CORNER)
@@ -251,7 +251,7 @@ def end(program):
 
 def main():
     program, folder = sys.argv[1:]
-    # So that the desktops are ended in order then, too.
+    # Ends the desktops in order after a signal, too.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     os.environ["VEMBRIX_PROGRAM"] = os.path.abspath(program)
     os.makedirs(folder, exist_ok=True)

@@ -17,8 +17,8 @@ from test_version import shown_version
 from support.vembrix import Defaults, DesktopTest, Vembrix, program_path
 from support.window_managers import LASTING_WORDS, SERVICES_CONFIG
 
-# Set by whoever has installed the program; else the fonts of the machine are used, as the
-# program itself does.
+# Set by the installer's test. Without it the machine's fonts are used, as the program itself
+# does.
 os.environ.setdefault("FONTCONFIG_FILE", "/etc/fonts/fonts.conf")
 
 NAMES = {"x11-desktop-1": "Mail", "x11-desktop-2": "Müsli 🥣"}
@@ -121,7 +121,7 @@ class AutostartTest(unittest.TestCase):
         self.desktop.__enter__()
         self.addCleanup(self.desktop.end)
         prefix = os.path.dirname(os.path.dirname(program_path()))
-        # As the documentation has it.
+        # The command in the documentation.
         self.desktop.run(
             "install", "-Dm644", "-t", self.desktop.path("config", "autostart"),
             f"{prefix}/share/applications/com.vembrix.app.desktop",

@@ -41,7 +41,7 @@ class Session:
             desktop.reach(index)
             open_note(desktop, index, "60x16+140+160", 11)
             self.wait_for_focus(NOTES[index][0], "at first")
-        # Once more: a window manager may say something else on the way back.
+        # A second time: some window managers announce the way back differently.
         self.focus = {}
         for index in (0, 2, 3, HOME):
             desktop.reach(index)
@@ -96,7 +96,7 @@ class Session:
         desktop.start(["xev", "-bw", "0", "-name", "Panel", "-geometry", f"{width}x{height}+{x}+{y}"])
         panel = wait_until(lambda: self._named_panel(), "the panel")
         desktop.run("xdotool", "windowunmap", "--sync", panel)
-        # It wants to be larger.
+        # Asks for a larger size.
         desktop.run("xprop", "-id", panel, "-remove", "WM_NORMAL_HINTS")
         for name, kind, value in (
             ("_NET_WM_WINDOW_TYPE", "32a", "_NET_WM_WINDOW_TYPE_DOCK"),
@@ -104,7 +104,7 @@ class Session:
             ("_NET_WM_STRUT", "32c", ", ".join(strut.split(", ")[:4])),
         ):
             desktop.run("xprop", "-id", panel, "-f", name, kind, "-set", name, value)
-        # A window manager may have framed it, or made it a tile.
+        # The window manager may have framed or tiled the window.
         place = [*map(str, frame)]
         desktop.run(
             "xdotool", "windowsize", panel, *place[2:], "windowmove", panel, *place[:2],
@@ -116,7 +116,7 @@ class Session:
         try:
             return self.desktop.run("xdotool", "search", "--onlyvisible", "--name", "^Panel$").strip()
         except AssertionError:
-            # None is found.
+            # Fails when no window is found.
             return None
 
     def open_three(self):
@@ -147,7 +147,7 @@ class Trial(Session):
     def visit(self, index):
         self.desktop.reach(index)
         wanted = [self.names[index]]
-        # A workspace that is not the one of its number in the list shows that number.
+        # A workspace whose number differs from its place in the list shows its number.
         if self.desktop.kind.on_demand and wanted[0] == f"Desktop {index + 1}":
             wanted.append(str(index + 1))
         wait_until(
@@ -177,17 +177,17 @@ class Trial(Session):
         if not command:
             return None
         text = self.desktop.run(*command)
-        # By number in one, as 0x and eight digits in another.
+        # One tool prints the number in decimal, the other as 0x and eight digits.
         numbers = re.findall(r'"window":(\d+)', text) + re.findall(r"0x[0-9a-fA-F]+", text)
         return [hex(int(number, 0)) for number in numbers]
 
     def add_state(self, window, states):
-        # By its number: pekwm is late to list its last window.
+        # By window number, because pekwm lists its last window late.
         self.desktop.run("wmctrl", "-i", "-r", window.identifier, "-b", f"add,{states}")
 
     def open_menu(self, menu):
         x, y, width, height = self.program.strip().frame()
-        # At its right end, where its button is when it is stretched.
+        # At the right end, where the button of a stretched strip is.
         menu.point_at(x + width - 10, y + height // 2)
         self.desktop.run("xdotool", "click", "1")
         wait_until(menu.window, "the open menu")
@@ -205,7 +205,7 @@ class Trial(Session):
         if only_once and what in self._kept:
             return
         self._kept.add(what)
-        # As long as a compositor takes to show what there is.
+        # The time that a compositor takes to show the present state.
         time.sleep(0.4)
         name = f"{self._name}-{what}" if what else self._name
         self.desktop.picture().save_png(os.path.join(self._folder, f"{name}.png"))

@@ -45,7 +45,7 @@ class AgainTest(DesktopTest):
         self.assertEqual(self.menu.row_count(), 4)
         self.assertEqual(len(self.strips()), 1)
         self.assertTrue(self.program.process.running)
-        # Once more while it is open: it stays open.
+        # A second time while the menu is open: it stays open.
         self.start_again()
         self.menu.key("Escape")
         self.menu.wait_until_closed()
@@ -73,7 +73,7 @@ class AgainTest(DesktopTest):
     def test_the_keys_reach_the_dropdown_while_the_bound_key_is_still_held(self):
         self.desktop.start(["xev", "-event", "keyboard"])
         self.wait_for_active_window()
-        # A window manager that runs a command on a key has the keyboard until the key is
+        # A window manager that runs a command for a key keeps the keyboard until the key is
         # released.
         self.desktop.run("xdotool", "keydown", "super+F9")
         self.start_again()

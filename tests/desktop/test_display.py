@@ -42,7 +42,7 @@ class NoWindowManagerTest(DesktopTest):
         program.wait_for_title("Desktops")
         x, y, width, _ = program.wait_for_strip().frame()
         self.assertEqual((x + width, y), (self.desktop.size[0], 0))
-        # Longer than any patience that the program might have.
+        # Longer than any time-out of the program.
         time.sleep(5)
         self.assertEqual(program.title(), "Desktops")
         self.desktop.start_window_manager("openbox")

@@ -6,17 +6,17 @@ import unittest
 from support.processes import wait_until
 from support.vembrix import SharedRunTest
 
-# Longer than anything that was noticed takes to be stored.
+# Longer than the program takes to store what it noticed.
 QUIET = 0.5
 
 
 class HeatTest(SharedRunTest):
-    # The program reads it once.
+    # The program reads the setting once.
     kept_settings = ("SpaceHeatRecency",)
 
     def setUp(self):
         super().setUp()
-        # One worked on the last desktop before.
+        # The user worked on the last desktop before.
         self.point_at_other_program()
         self.go_to(4)
         self.do("click", 1)

@@ -8,7 +8,7 @@ from support.processes import wait_until
 from support.screen import distance
 from support.vembrix import DesktopTest
 
-# Two of a hundred.
+# Tolerance: 0.02.
 TOLERANCE = 5
 GROUND = (0.5, 0.5, 0.5, 1)
 WHITE = (1, 1, 1)
@@ -18,7 +18,7 @@ BLACK = (0, 0, 0)
 EMBER = ((0, 0, 0, 0.78), (0.84, 0.19, 0.05, 0.88), (1, 0.64, 0.24))
 MONO = ((0, 0, 0, 0.78), (0.93, 0.93, 0.93, 0.92), (1, 1, 1))
 
-# By how many desktops one has worked on since.
+# By the number of desktops used since.
 HEATS = (1, 0.78, 0.6084)
 
 
@@ -80,7 +80,7 @@ class HeatTest(DesktopTest):
             wanted = over(shown, GROUND)
             self.assertLessEqual(distance(found, wanted), TOLERANCE, f"{found}, not {wanted}")
             width = max(4 * heat, 2) if heat > 0.05 else 0
-            # The rim lies over the fill; both are as translucent as the window.
+            # The rim is drawn over the fill. Both have the opacity of the window.
             inside = over_within(((*rim, heat), fill))
             edge = over((*inside[:3], inside[3] * alpha), GROUND)
             for x in range(round(width - 0.5)):
@@ -92,13 +92,13 @@ class HeatTest(DesktopTest):
             ink = over((*(BLACK if is_light else WHITE), alpha), GROUND)
             text = picture.crop(80, middle - 30, picture.width - 160, 60)
             self.assertLessEqual(text.nearest(ink)[1], TOLERANCE, f"text of {ink}")
-            # Round corners.
+            # The corners are round.
             self.assertLessEqual(distance(picture.pixel(3, 3), (128, 128, 128)), 40)
 
     def test_follows_where_one_worked(self):
         self.start()
         self.work_on(3, 1, 2)
-        # The desktop where one is does not count.
+        # The current desktop does not count.
         self.check_label(1, HEATS[0], EMBER, home=2)
         self.check_label(3, HEATS[1], EMBER, home=2)
         self.check_label(4, 0, EMBER, home=2)
@@ -119,7 +119,7 @@ class HeatTest(DesktopTest):
         preferences.open()
         preferences.show_tab("Label")
         preferences.focus(5)
-        # To the last one.
+        # Goes to the last desktop.
         preferences.key("End")
         wait_until(lambda: self.defaults.read().get("HeatPaletteName") == "Mono", "Mono")
         preferences.key("Escape")

@@ -14,10 +14,10 @@ from support.vembrix import TOLERANCE, DesktopTest, Vembrix
 GROUND = (128, 144, 160)
 NAMES = ["Desktop 1", "Desktop 2", "Desktop 3", "Desktop 4"]
 
-# A label's way from its coming to its going, and what a busy machine adds to that.
+# The time from a label's appearance to its end, with an allowance for a busy machine.
 ARRIVAL = 0.5
 LATE = 0.7
-# Longer than a label is seen and than the timer that readies the others takes.
+# Longer than a label is shown, and longer than the period of the timer that prepares the others.
 SETTLED = 1.0
 
 
@@ -193,16 +193,16 @@ class VisibilityTest(LabelsCase):
     def test_the_corner_shows_none_here(self):
         begin = time.monotonic()
         self.hand.point_at_corner()
-        # Half a second later the labels of the others are, where they are.
+        # Half a second later the labels of the other desktops are up.
         time.sleep(SETTLED)
         self.assertEqual(self.showings.since(begin), [])
 
     def test_the_mouse_waves_the_arrived_one_away(self):
-        # Slower than the arrival's fade by its nature, so what tells is that it ends
-        # before that one would.
+        # This fade starts later than the arrival's. The proof is that it ends earlier than
+        # that one would.
         self.hand.point_at(720, 450)
         durations = []
-        # A busy machine may be late with the hand.
+        # On a busy machine the pointer may move late.
         for _ in range(8):
             self.go_to(0)
             self.settle()
@@ -297,7 +297,7 @@ class ChangesTest(DesktopTest):
             time.sleep(SETTLED)
             return set(self.opacities_on_arrival(2))
 
-        # The program hears of a new portal, and asks it, in its own time.
+        # The program needs some time to notice a new portal and to read its settings.
         wait_until(lambda: len(opacities()) <= 1, "no fade any more", 30.0)
         self.desktop.go_to(0)
         time.sleep(SETTLED)
@@ -324,7 +324,7 @@ class ChangesTest(DesktopTest):
         self.labels.wait_for_rest()
         self.desktop.set_count(3)
         wait_until(lambda: self.desktop.count == 3, "three desktops")
-        # Only just made, so there is nothing to fade.
+        # A label that was just created does not fade.
         self.check_no_label_on(2)
         with self.labels.arrival(2) as label:
             self.assertEqual(label.name, "Desktop 3")
@@ -337,7 +337,7 @@ class ChangesTest(DesktopTest):
         self.program.wait_for_title("Desktop 3")
         time.sleep(SETTLED)
         names = {label.identifier: label.name for label in self.labels.all()}
-        # That of the desktop to which the user was brought may be.
+        # The label of the desktop that the user was brought to may be shown.
         for showing in self.showings.since(begin):
             self.assertEqual(names.get(showing.identifier), "Desktop 3")
 
@@ -371,7 +371,7 @@ class ChangesTest(DesktopTest):
         self.assertAlmostEqual(max(self.opacities_on_arrival(2)), 1, delta=0.02)
         self.desktop.go_to(0)
         self.program.wait_for_title("Desktop 1")
-        # The focus may be nowhere when one comes back.
+        # No window may have the focus after the return.
         preferences.focus(1)
         preferences.key("Tab", "space")
         wait_until(lambda: self.defaults.read().get("ShowSignInSwipeMode") is False, "none")

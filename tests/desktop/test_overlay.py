@@ -9,12 +9,13 @@ from support.screen import distance
 from support.vembrix import BLUE, GREEN, PEACH, PINK, TOLERANCE, DesktopTest, Vembrix
 
 GROUND = (128, 144, 160)
-# Of the status item, by desktop.
+# Colours of the status item, by desktop.
 FILLS = (PINK, BLUE, GREEN, PEACH)
 SIZE = (520, 96)
-# Black at 0.72 over the ground.
+# Black at opacity 0.72 over the background.
 COVERED = tuple(round(0.28 * component) for component in GROUND)
-# From the end of the tour until the overlay is gone, and more for a busy machine.
+# The time from the end of the tour to the end of the overlay, with an allowance for a busy
+# machine.
 FADE_OUT = 0.25 + 0.5
 
 
@@ -53,7 +54,7 @@ class OverlayTest(DesktopTest):
         self.assertFalse(overlay.is_managed)
         film = self.film(lambda: "[Vembrix] tour end" in program.log_lines())
         covered = [n for n, (_, pill) in enumerate(film) if self.is_covered(pill)]
-        # The first desktop is where the overlay fades in and out.
+        # The overlay fades in and out on the first desktop.
         self.assertLessEqual({1, 2, 3}, {film[n][0] for n in covered}, "covered desktops")
         self.assertEqual(len(covered), covered[-1] - covered[0] + 1, "covered all the time")
         end = time.monotonic()

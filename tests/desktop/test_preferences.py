@@ -30,7 +30,7 @@ def read(path):
 class PreferencesTest(SharedRunTest):
     @classmethod
     def launch(cls, environment=None):
-        # So that a test's tools are found before all others of their names.
+        # Makes a test's tools take precedence over others of the same names.
         path = f"{cls.desktop.path('tools')}:{os.environ['PATH']}"
         return super().launch({"PATH": path, **(environment or {})})
 
@@ -45,7 +45,7 @@ class PreferencesTest(SharedRunTest):
         )
 
     def wait_for_ground(self, color):
-        # Below the title bar, beside everything else.
+        # A point below the title bar without a control.
         wait_until(
             lambda: distance(self.preferences.picture().pixel(3, 3), color) <= TOLERANCE,
             lambda: f"the ground {color}; it is {self.preferences.picture().pixel(3, 3)}",
@@ -64,7 +64,7 @@ class PreferencesTest(SharedRunTest):
         self.preferences.choose()
         self.assertEqual(self.preferences.window().read("_NET_WM_DESKTOP"), "2")
         self.assertEqual(self.desktop.current, 2)
-        # Openbox 3.6 dies of a window that goes while it may still be flashing.
+        # Openbox 3.6 crashes when a window ends that may still be flashing.
         time.sleep(1)
 
     def test_the_command_opens_it(self):
@@ -86,7 +86,7 @@ class PreferencesTest(SharedRunTest):
 
     def test_can_neither_be_resized_nor_minimised(self):
         self.preferences.open()
-        # What it asks for; some window managers minimise whatever they like.
+        # The window's own request. Some window managers minimise windows without one.
         hints = self.preferences.window().read("_MOTIF_WM_HINTS").split(", ")
         functions, decorations = int(hints[1], 16), int(hints[2], 16)
         minimise, maximise, close = 1 << 3, 1 << 4, 1 << 5
@@ -131,7 +131,7 @@ class PreferencesTest(SharedRunTest):
         self.preferences.open()
         self.press("Colors", 2, "space")
         wait_until(self.dialog, "the dialog for colours")
-        # Its field for the colour's name.
+        # The dialog's field for the colour's name.
         self.preferences.key("alt+h")
         self.preferences.key("ctrl+a")
         self.desktop.run("xdotool", "type", "--delay", "20", "#00ff00")
@@ -143,7 +143,7 @@ class PreferencesTest(SharedRunTest):
 
     def dialog(self):
         for window in self.desktop.windows_of_class("vembrix"):
-            # The desktop's label has the same name.
+            # The label window of the desktop has the same name.
             is_label = window.read("WM_WINDOW_ROLE") == "label"
             if window.visible and window.name == "Desktop 1" and not is_label and window.frame()[2] > 300:
                 return window
@@ -230,7 +230,7 @@ class LargeScalePreferencesTest(DesktopTest):
         )
         _, y, width, height = self.program.wait_for_settings().frame()
         self.assertEqual(width, 1200)
-        # Below the strip and its own title bar.
+        # Below the strip and the window's title bar.
         self.assertGreaterEqual(y, 48 + 16)
         self.assertLessEqual(y + height, self.desktop.size[1])
 

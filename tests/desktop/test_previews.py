@@ -68,7 +68,7 @@ class PreviewTest(DesktopTest):
 
 class NoDisplayTest(PreviewTest):
     window_manager = None
-    # Neither a display nor a session.
+    # Without a display and without a session.
     ALONE = {"DISPLAY": "", "DBUS_SESSION_BUS_ADDRESS": "", "XDG_RUNTIME_DIR": ""}
 
     def test_renders_everything(self):
@@ -104,7 +104,7 @@ class DirectoryTest(PreviewTest):
         return [f"wrote {directory}/{name}" for name in expected_sizes()]
 
     def test_a_directory_that_cannot_be_made_is_reported_as_if_it_were(self):
-        # Not even the superuser makes one there.
+        # Not even the superuser can create a folder there.
         directory = "/proc/vembrix-previews"
         self.assertEqual(self.render(self.ALONE, directory), self.reported(directory))
         self.assertFalse(os.path.exists(directory))

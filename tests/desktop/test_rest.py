@@ -8,7 +8,7 @@ from support.processes import wait_until
 from support.vembrix import DesktopTest, Vembrix
 from support.x11_requests import RequestLog
 
-# Longer than all periods: the longest is that of the labels' places.
+# Longer than the longest period, that of the check of the labels' Spaces.
 WATCHED = 6
 
 
@@ -23,7 +23,7 @@ class RestTest(DesktopTest):
         Labels(program).wait_for_rest()
         log.wait_until_quiet()
         self.assertEqual(log.during(WATCHED), {})
-        # The log sees what there is.
+        # The requests at the start show that the log works.
         begin = time.monotonic()
         self.desktop.go_to(1)
         wait_until(lambda: log.between(begin, time.monotonic()), "the requests of a switch")
@@ -45,7 +45,7 @@ class RestTest(DesktopTest):
         asked = log.between(begin, time.monotonic())
         self.assertEqual((asked["MapWindow"], asked["UnmapWindow"]), (1, 1), asked)
         self.assertEqual(asked["CreateWindow"] + asked["PutImage"], 0, asked)
-        # Beside those for the strip's name.
+        # Without the requests for the strip's name.
         self.assertLess(asked["ChangeProperty"], 60 if self.compositor else 12, asked)
 
 

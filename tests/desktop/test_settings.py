@@ -11,7 +11,7 @@ from support.vembrix import BLACK, BLUE, HALVED_PINK, PINK, DesktopTest, SharedR
 
 FIXED_WIDTH = 140
 
-# One value of another type for every key that is stored.
+# For every stored key, a value of a wrong type.
 WRONG_TYPES = {
     "ThemeName": ["Coral"],
     "ShowSpaceNameInMenuBar": "no",
@@ -103,7 +103,7 @@ class ChangedSettingsTest(SharedRunTest):
         self.assertGreater(self.program.picture().nearest(PINK)[1], 24, "no fill is left")
 
     def test_the_icon_comes_and_goes_while_it_runs(self):
-        # The test before may have ended on another desktop.
+        # The previous test may have ended on another desktop.
         self.program.wait_for_title("Desktop 1")
         named = self.program.strip().frame()[2]
         self.defaults.update({"ShowSpaceNameInMenuBar": False})

@@ -6,8 +6,8 @@ import unittest
 from support.processes import wait_until
 from support.vembrix import BLUE, GREEN, PEACH, PINK, DesktopTest, SharedRunTest, Vembrix
 
-# What a person takes for at once, on a busy machine; nothing that is noticed by
-# looking from time to time alone is noticed so soon.
+# Immediate to a person, with an allowance for a busy machine. Shorter than the periods of all
+# polls, so that a change noticed by a poll alone fails.
 AT_ONCE = 3.0
 
 
@@ -87,7 +87,7 @@ class CountTest(SharedRunTest):
         program.wait_for_title("Desktop 40", AT_ONCE)
         self.desktop.go_to(16)
         program.wait_for_title("Desktop 17", AT_ONCE)
-        # There are sixteen default colours.
+        # The palette has sixteen default colours.
         program.wait_for_fill(PINK)
 
 

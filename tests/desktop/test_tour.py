@@ -7,7 +7,7 @@ import unittest
 from support.processes import wait_until
 from support.vembrix import DesktopTest, Vembrix
 
-# From the launch to the first swipe, and what the swipe takes.
+# The time from the launch to the end of the first swipe.
 DELAY = 1.5
 
 

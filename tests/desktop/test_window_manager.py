@@ -20,7 +20,7 @@ class WindowManagerTest(DesktopTest):
         self.desktop.set_count(5)
         self.desktop.go_to(4)
         program.wait_for_title("Desktop 5")
-        # It may have been made anew for the one that has come.
+        # The window may have been created again for the new window manager.
         self.assertTrue(program.wait_for_strip().visible)
 
     def test_survives_the_crash_of_the_window_manager(self):
@@ -28,8 +28,8 @@ class WindowManagerTest(DesktopTest):
         self.desktop.go_to(2)
         program.wait_for_title("Desktop 3")
         self.desktop.kill_window_manager()
-        # What a dead window manager has left on the root window is not true
-        # any more.
+        # Properties that a dead window manager left on the root window are out of
+        # date.
         program.wait_for_title("Desktops")
         self.assertTrue(program.strip().visible)
         self.desktop.start_window_manager("openbox")

@@ -24,7 +24,7 @@ KEYS = (
     "SpaceHeatRecency",
     "DidMigrateLegacyDefaults",
 )
-# What the program writes by itself.
+# Keys that the program writes without the user.
 OWN = ("KnownSpaceUUIDs", "SpaceHeatRecency", "DidMigrateLegacyDefaults")
 WRONG = (
     "<string></string>",
@@ -40,7 +40,7 @@ WRONG = (
     "<dict><key>a</key><integer>1</integer></dict>",
     "<Strin>x</Strin>",
 )
-# Values that are right for these, if unknown ones.
+# Keys whose value has the right type but is unknown.
 RIGHT = {
     "ThemeName": WRONG[:2],
     "HeatPaletteName": WRONG[:2],
@@ -66,7 +66,7 @@ class WrongSettingsTest(DesktopTest):
         program.wait_for_ink(BLACK, 40)
         preferences = Preferences(program)
         preferences.open()
-        # The keyboard's focus at one and the same place.
+        # Puts the keyboard's focus in the same place for both pictures.
         pictures = [program.strip().frame()]
         for tab in TABS:
             preferences.show_tab(tab)

@@ -53,7 +53,7 @@ class InstallTest(unittest.TestCase):
         folder = tempfile.TemporaryDirectory(prefix="vembrix-install-")
         self.addCleanup(folder.cleanup)
         self.folder = folder.name
-        # That of a real installation from this build folder stays what it is.
+        # The manifest of a real installation from this build folder stays unchanged.
         if os.path.exists(MANIFEST):
             shutil.move(MANIFEST, self.path("manifest"))
             self.addCleanup(shutil.move, self.path("manifest"), MANIFEST)

@@ -4,7 +4,7 @@ cmake_minimum_required(VERSION 3.25)
 set(version 12.34.56)
 set(pattern 12[.]34[.]56)
 
-# What project() reads, in place of what stands there.
+# Replaces the version in project().
 file(REMOVE_RECURSE ${FOLDER})
 file(WRITE ${FOLDER}/version.cmake "
 foreach(name PROJECT_VERSION Vembrix_VERSION CMAKE_PROJECT_VERSION)
@@ -16,8 +16,7 @@ execute_process(
     -D BUILD_TESTING=OFF -D VEMBRIX_PLATFORM=${PLATFORM}
   OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
 
-# expect(FILE PATTERN [TIMES]): the file names the version as often as that, once if
-# nothing is said.
+# expect(FILE PATTERN [TIMES]): the file names the version that many times, once by default.
 function(expect file expected)
   set(times 1)
   if(ARGC GREATER 2)
@@ -38,12 +37,12 @@ if(PLATFORM STREQUAL "linux")
   expect(${built}/linux/com.vembrix.app.metainfo.xml "<release [^>]*version=\"${pattern}\"")
   expect(${built}/linux/debian/changelog.Debian "vembrix [(]${pattern}-1[)]")
   expect(${FOLDER}/build/CPackConfig.cmake "CPACK_PACKAGE_VERSION \"${pattern}\"")
-  # What the About page shows: Bundle.cpp alone is told.
+  # The About page reads the version from Bundle.cpp.
   expect(${FOLDER}/build/compile_commands.json "VEMBRIX_VERSION=[\\\"]*${pattern}[\\\"]")
 endif()
 if(PLATFORM STREQUAL "macos")
   expect(${FOLDER}/build/Info.plist "<string>${pattern}</string>" 2)
 else()
-  # Made on macOS only.
+  # Generated on macOS only.
   expect(${SOURCE}/packaging/macos/Info.plist.in "<string>@PROJECT_VERSION@</string>" 2)
 endif()

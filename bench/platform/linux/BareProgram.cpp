@@ -1,6 +1,6 @@
-// The least that a Qt program on the desktop costs, for script/footprint to compare
-// with: a dock window with the number of the current desktop. With --polls it also
-// looks every 0.3 s and every 0.5 s at which windows there are, one question each.
+// The cheapest Qt program that shows the current desktop: a dock window with its number.
+// script/footprint compares Vembrix with it. With --polls it also requests the list of windows
+// every 0.3 s and every 0.5 s.
 
 #include <xcb/xcb.h>
 #include <QAbstractNativeEventFilter>
@@ -122,7 +122,7 @@ int main(int argc, char** argv) {
   QObject::connect(&launch, &QTimer::timeout, [&priming] { priming.start(milliseconds(500)); });
   if (polls) {
     watching.start(milliseconds(300));
-    // Begun apart, as a launch does, so that no beat of one falls on one of the other.
+    // Started at different times, as by a launch, so that the two timers never fire together.
     launch.start(milliseconds(25));
   }
   return QApplication::exec();

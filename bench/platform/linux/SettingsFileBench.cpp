@@ -44,7 +44,7 @@ class SettingsFile {
 /// What happens on nearly every event: a setting is read from a file that is as before.
 void readSetting(benchmark::State& state) {
   SettingsFile file;
-  // After which the file's times tell every change.
+  // From then on, the file's times show every change.
   std::this_thread::sleep_for(std::chrono::milliseconds(3200));
   for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(file.store.object("SignTextSize"));
 }

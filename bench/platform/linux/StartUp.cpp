@@ -1,5 +1,5 @@
-// A run of Vembrix that ends where it would draw its first picture: settings and
-// Spaces are read, the fonts are there.
+// A run of Vembrix that ends before its first picture, with settings and Spaces read and
+// fonts loaded.
 
 #include <QFontMetricsF>
 

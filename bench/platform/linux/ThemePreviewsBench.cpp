@@ -129,7 +129,7 @@ void renderThemePreviews(benchmark::State& state) {
   useBenchSession();
   const QTemporaryDir directory;
   const QStringList arguments{QStringLiteral("--render-theme-previews"), directory.path()};
-  // What is loaded once per process, here, is loaded.
+  // Here everything that is loaded once per process is loaded.
   allParts();
   std::vector<double> wholes;
   std::vector<double> startUps;

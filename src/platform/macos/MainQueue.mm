@@ -35,12 +35,19 @@ struct Beat {
   bool isOver = false;
 };
 
-/// A source on the main queue, not activated yet. Strict and without leeway: the
-/// system would otherwise let a timer be late by a tenth of its delay, as
-/// dispatch_after() is, and run two of them in either order.
-dispatch_source_t makeTimer(Duration delay, std::uint64_t interval) {
+/// How closely a timer keeps to its moment.
+enum class Precision : uintptr_t {
+  /// The system may let the timer coincide with other wake-ups, which saves energy.
+  Shared = 0,
+  /// To the moment. The system would otherwise let a timer be late by a tenth of its delay, as
+  /// dispatch_after() is, and run two of them in either order.
+  Strict = DISPATCH_TIMER_STRICT,
+};
+
+/// A source on the main queue, not activated yet.
+dispatch_source_t makeTimer(Precision precision, Duration delay, std::uint64_t interval) {
   dispatch_source_t timer = dispatch_source_create(
-      DISPATCH_SOURCE_TYPE_TIMER, 0, DISPATCH_TIMER_STRICT, dispatch_get_main_queue());
+      DISPATCH_SOURCE_TYPE_TIMER, 0, static_cast<uintptr_t>(precision), dispatch_get_main_queue());
   const Duration positive = std::max(delay, Duration::zero());
   dispatch_source_set_timer(timer, dispatch_time(DISPATCH_TIME_NOW, positive.count()), interval, 0);
   return timer;
@@ -52,7 +59,7 @@ dispatch_source_t makeTimer(Duration delay, std::uint64_t interval) {
 ///
 /// A one-time timer keeps itself alive: its handler owns it until it is cancelled,
 /// upon which dispatch lets go of the handler. A repeating one belongs to its
-/// token. Timers fire in the order of their moments, and two calls are further
+/// token. One-time timers fire in the order of their moments, and two calls are further
 /// apart than the ticks of the clock, so that equal delays run in the order in
 /// which they were given.
 class DispatchMainQueue : public MainQueue {
@@ -80,8 +87,8 @@ class DispatchMainQueue : public MainQueue {
     const bool isDue = delay <= Duration::zero();
     // Dispatch itself makes one beat of those that were missed, and keeps to the
     // grid.
-    dispatch_source_t timer =
-        makeTimer(isDue ? grid : delay, static_cast<std::uint64_t>(grid.count()));
+    dispatch_source_t timer = makeTimer(Precision::Shared, isDue ? grid : delay,
+                                        static_cast<std::uint64_t>(grid.count()));
     const dispatch_block_t handler = ^{
       @autoreleasepool {
         if (!beat->isOver) beat->block();
@@ -109,7 +116,7 @@ class DispatchMainQueue : public MainQueue {
       });
       return nil;
     }
-    dispatch_source_t timer = makeTimer(delay, DISPATCH_TIME_FOREVER);
+    dispatch_source_t timer = makeTimer(Precision::Strict, delay, DISPATCH_TIME_FOREVER);
     dispatch_source_set_event_handler(timer, ^{
       dispatch_source_cancel(timer);
       runOnce(work);

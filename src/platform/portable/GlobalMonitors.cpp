@@ -17,7 +17,7 @@ Token GlobalMonitors::add(std::uint64_t mask, std::function<void()> handler) {
   });
 }
 
-void GlobalMonitors::tell(EventMask type) {
+void GlobalMonitors::deliver(EventMask type) {
   telling_ += 1;
   // By index: a handler may add a monitor. Ended ones stay until all handlers were called.
   for (std::size_t i = 0; i < monitors_.size(); ++i) {

@@ -20,7 +20,7 @@ class GlobalMonitors {
 
   /// Calls the handlers of that type, in the order in which they were added. They may add and end
   /// monitors. Allocates nothing.
-  void tell(EventMask type);
+  void deliver(EventMask type);
 
   /// All types that have a monitor.
   [[nodiscard]] std::uint64_t mask() const { return mask_; }
@@ -37,7 +37,7 @@ class GlobalMonitors {
   std::function<void()> maskChanged_;
   std::vector<std::shared_ptr<Monitor>> monitors_;
   std::uint64_t mask_ = 0;
-  /// The number of nested calls of tell().
+  /// The number of nested calls of deliver().
   int telling_ = 0;
   /// Leads tokens to this object, for its life.
   std::shared_ptr<GlobalMonitors*> self_;

@@ -41,7 +41,7 @@ void SpaceWindows::remove(WindowNumber number) {
   if (found == places_.end()) return;
   windows_.erase(found->second);
   places_.erase(found);
-  tell();
+  notifyWatcher();
 }
 
 SpaceWindows::Window* SpaceWindows::find(WindowNumber number) {
@@ -65,14 +65,14 @@ void SpaceWindows::orderFront(WindowNumber number) {
     return other.number == number || other.level <= window->level;
   });
   windows_.splice(place, windows_, window);
-  tell();
+  notifyWatcher();
 }
 
 void SpaceWindows::orderOut(WindowNumber number) {
   Window* window = find(number);
   if (!window) return;
   window->isOrderedIn = false;
-  tell();
+  notifyWatcher();
 }
 
 void SpaceWindows::addToSpaces(std::span<const WindowNumber> windows,
@@ -80,7 +80,7 @@ void SpaceWindows::addToSpaces(std::span<const WindowNumber> windows,
   for (const WindowNumber number : windows) {
     if (Window* window = find(number)) addOnce(window->spaces, spaces);
   }
-  tell();
+  notifyWatcher();
 }
 
 void SpaceWindows::removeFromSpaces(std::span<const WindowNumber> windows,
@@ -90,7 +90,7 @@ void SpaceWindows::removeFromSpaces(std::span<const WindowNumber> windows,
     if (!window) continue;
     std::erase_if(window->spaces, [&](SpaceID space) { return contains(spaces, space); });
   }
-  tell();
+  notifyWatcher();
 }
 
 std::vector<SpaceWindows::SpaceID> SpaceWindows::spacesOf(
@@ -108,7 +108,7 @@ void SpaceWindows::move(WindowNumber number, std::vector<SpaceID> spaces) {
   Window* window = find(number);
   if (!window) return;
   window->spaces = std::move(spaces);
-  tell();
+  notifyWatcher();
 }
 
 void SpaceWindows::removeSpaces(const std::function<bool(SpaceID)>& isGone, SpaceID refuge) {
@@ -118,7 +118,7 @@ void SpaceWindows::removeSpaces(const std::function<bool(SpaceID)>& isGone, Spac
     if (window.spaces.empty() && refuge != 0) window.spaces = {refuge};
     isMoved = true;
   }
-  if (isMoved) tell();
+  if (isMoved) notifyWatcher();
 }
 
 std::vector<SpaceWindows::WindowNumber> SpaceWindows::shownByMissionControl(SpaceID space) const {
@@ -146,7 +146,7 @@ bool SpaceWindows::isOnScreen(WindowNumber number, SpaceID space) const {
   return window && window->isOrderedIn && isIn(*window, space);
 }
 
-void SpaceWindows::tell() const {
+void SpaceWindows::notifyWatcher() const {
   if (watcher_) watcher_();
 }
 

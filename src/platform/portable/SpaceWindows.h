@@ -80,7 +80,7 @@ class SpaceWindows {
   [[nodiscard]] std::size_t count() const { return windows_.size(); }
 
  private:
-  void tell() const;
+  void notifyWatcher() const;
 
   std::function<SpaceID()> activeSpace_;
   std::function<void()> watcher_;

@@ -10,13 +10,13 @@ from support.processes import wait_until
 from support.vembrix import Defaults, Vembrix
 from support.x11_requests import processor_time, processor_times
 
-# At the start fonts, plug-ins and the session bus still have their say.
+# Seconds in which fonts, plug-ins and the session bus settle after the start.
 SETTLING = 5
 STARTS = 5
 LABELS_OFF = {"ShowSignInSwipeMode": False, "ShowSignAfterSelection": False}
-# A label goes half a second after its coming.
+# Longer than the half second for which a label is shown.
 LABEL_PERIOD = 1.0
-# As fast as a hand may go.
+# The fastest switching by hand.
 PLAIN_PERIOD = 0.25
 
 
@@ -62,7 +62,7 @@ def start_time(command):
     times = []
     for _ in range(STARTS):
         with Desktop() as desktop, desktop.pixels() as pixels:
-            # Half way up a strip of any width, text or not.
+            # A row of pixels through the middle of a strip of any width and text.
             places = [(desktop.size[0] - offset, 12) for offset in range(1, 60)]
             ground = [pixels.at(*place) for place in places]
             begin = time.monotonic()
@@ -109,7 +109,7 @@ def switches(command, count, period, settings=None, compositor=False):
         drive(desktop, count, period)
         server_alone = idle.read().server
         process = start_program(desktop, command, settings)
-        # The first look at a desktop is not the one that counts.
+        # The first visit of a desktop is not measured.
         drive(desktop, 8, period)
         meter = Meter(desktop, process.popen.pid)
         time.sleep(SETTLING)

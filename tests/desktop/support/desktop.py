@@ -41,8 +41,8 @@ shadow-exclude = ["_GTK_FRAME_EXTENTS@:c"];
 wintypes: { dock = { shadow = false; }; };
 """
 
-# No service directories: nothing is started by asking for its name, so the only
-# services are those of the test.
+# Without service directories no service is started on demand, so the only services are
+# those of the test.
 BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>
@@ -57,7 +57,7 @@ BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Config
 </busconfig>
 """
 
-# What of the caller's session would reach the programs on this desktop.
+# Variables of the caller's session that would reach the programs on this desktop.
 FOREIGN = re.compile(
     r"^(DISPLAY|WAYLAND_DISPLAY|XAUTHORITY|SESSION_MANAGER|DESKTOP_.*|GNOME_.*|GTK_.*|KDE_.*|"
     r"DBUS_.*|XDG_.*|QT_.*|VEMBRIX_.*|LANG|LANGUAGE|LC_.*)$"
@@ -94,7 +94,7 @@ class Desktop:
         self.window_manager = None
 
     def __enter__(self):
-        # Short, since the path of a socket is limited to 107 characters.
+        # Short, because the path of a socket has at most 107 characters.
         self.directory = tempfile.mkdtemp(prefix="vembrix-", dir="/tmp")
         try:
             self._start()
@@ -114,7 +114,7 @@ class Desktop:
         os.mkdir(self.path("bus"), mode=0o700)
         self._make_folders()
         if "FONTCONFIG_FILE" not in self.environment:
-            # The fonts of the machine would decide how things look.
+            # Keeps the machine's fonts out of the pictures.
             raise AssertionError("FONTCONFIG_FILE must name a set of tests/fonts, as ctest has it")
         self._start_server()
         self._start_bus()
@@ -269,8 +269,8 @@ class Desktop:
             raise AssertionError(
                 f"{self.window_manager.name} ended: {self.window_manager.output()}"
             )
-        # The property outlives a window manager that was killed, the window
-        # that it names does not.
+        # The property outlives a killed window manager. The window that it names does
+        # not.
         window = self.root_property("_NET_SUPPORTING_WM_CHECK")
         if not window:
             return False
@@ -278,8 +278,8 @@ class Desktop:
         return self.count is not None and self.current is not None
 
     def _wait_until_it_obeys(self):
-        # It announces the desktops before it listens; what it is asked until
-        # then is lost.
+        # It announces the desktops before it handles requests; earlier requests are
+        # lost.
         if self.count < 2:
             return
         first = self.current
@@ -364,7 +364,7 @@ class Desktop:
 
     def windows_of_class(self, name):
         """Windows of any depth. Any may be gone again."""
-        # Fails where a window goes while it is asked about its children.
+        # Fails when a window ends while its children are listed.
         tree = wait_until(lambda: self.run("xwininfo", "-root", "-tree"), "the windows")
         pattern = re.compile(r'^\s+(0x[0-9a-f]+) .*: \("([^"]*)" "([^"]*)"\)', re.MULTILINE)
         return [

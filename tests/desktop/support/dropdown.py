@@ -2,7 +2,7 @@
 
 from support.processes import wait_until
 
-# Of the native menu, in points.
+# Sizes of the native menu, in points.
 INSET = 5
 ROW_HEIGHT = 24
 DOT_X = 21
@@ -55,7 +55,7 @@ class Dropdown:
     def hover(self, index, offset=NAME_X):
         x, y, _, _ = self.window().frame()
         middle = y + self._scale * (INSET + index * ROW_HEIGHT + ROW_HEIGHT // 2)
-        # Two moves, as a hand makes them.
+        # Two moves, as with a real mouse.
         self.point_at(x + self._scale * offset - 1, middle)
         self.point_at(x + self._scale * offset, middle)
 
@@ -89,8 +89,8 @@ class Dropdown:
         self.desktop.run("xdotool", "key", "--delay", "20", *names)
 
     def type(self, text):
-        # Slowly: for what no key has, xdotool lends a key the sign and takes it
-        # back, both of which the program has to notice first.
+        # Slowly: for characters that no key has, xdotool remaps a key and restores it, and the
+        # program must notice both.
         for character in text:
             delay = "40" if character.isascii() else "400"
             self.desktop.run("xdotool", "type", "--delay", delay, character)

@@ -12,7 +12,7 @@ from support.desktop import Window
 from support.processes import Timeout, wait_until
 from support.screen import Picture
 
-# Of the settings.
+# Keys of the settings.
 SWIPE_ALPHA = 0.78
 
 OPACITY = "_NET_WM_WINDOW_OPACITY"
@@ -65,7 +65,7 @@ class Showing:
     def __init__(self, identifier, begin):
         self.identifier = identifier
         self.begin = begin
-        # Nothing while it is seen.
+        # No label is seen while it is shown.
         self.end = None
 
     @property
@@ -106,15 +106,15 @@ class Showings:
                     showing.end = time.monotonic()
         elif "override YES" in line:
             begin = time.monotonic()
-            # Once: the other thread may take it back in between.
+            # Read once, because the other thread may change it in between.
             if frozen := self._frozen:
                 os.kill(frozen, signal.SIGSTOP)
             if Window(self._desktop, identifier).read("WM_CLASS") == OWN_CLASS:
-                # Others that come up later let the program stay as it is.
+                # Windows that appear later do not change the program's state.
                 self._frozen = None
                 self._showings.append(Showing(identifier, begin))
             elif frozen:
-                # Some window managers have windows of this kind themselves.
+                # Some window managers have windows of this kind of their own.
                 os.kill(frozen, signal.SIGCONT)
 
     def since(self, begin):
@@ -175,7 +175,7 @@ class Labels:
     def arrival(self, index):
         """Goes to the desktop and yields its label, which stays, as the program is
         stopped meanwhile."""
-        # At first a label may not be ready, and a busy machine may see it too late.
+        # The first label may not be ready, and on a busy machine it may be seen too late.
         for _ in range(5):
             if self.desktop.current == index:
                 self._leave(index)
@@ -191,7 +191,7 @@ class Labels:
     def _leave(self, index):
         self.desktop.go_to(0 if index else 1)
         wait_until(lambda: self.desktop.current != index, "another desktop")
-        # As long as a label's half second, and that in which a timer readies the others.
+        # The half second of a label and the half second in which a timer prepares the others.
         time.sleep(1)
 
     def _arrive(self, index):
@@ -210,8 +210,8 @@ class Hand:
         self._desktop = desktop
 
     def point_at(self, x, y):
-        # A pointer that another program puts somewhere was not moved by a hand: the
-        # last bit is the device's.
+        # The last bit means a device. A pointer that another program moved has only the
+        # other bits.
         self._desktop.run(
             "xdotool", "mousemove", str(x + 2), str(y + 2), "mousemove_relative", "--", "-2", "-2"
         )
@@ -221,7 +221,7 @@ class Hand:
         self.point_at(720, 860)
 
     def point_at_corner(self):
-        # Put there by another program, as pointers of remote desktops are.
+        # Moved by another program, as the pointer of a remote desktop is.
         self._desktop.run("xdotool", "mousemove", "0", "0")
 
     def click(self):
@@ -253,7 +253,7 @@ class OpacitySpy:
         self._process.end()
 
 
-# What is seen
+# Observations of the screen
 
 
 def over(*layers):

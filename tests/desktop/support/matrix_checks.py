@@ -13,7 +13,7 @@ from support.vembrix import Defaults
 HOME = 1
 NAMED = 1
 NAME = "Mail"
-# A label is seen for half a second; the other one is the machine's.
+# A label is shown for half a second; the other half is an allowance for a busy machine.
 LABEL_LIMIT = 1.0
 
 _TREE_LINE = re.compile(r"^( +)(0x[0-9a-f]+) .*?(\d+)x(\d+)\+-?\d+\+-?\d+ +\+(-?\d+)\+(-?\d+)$")
@@ -86,7 +86,7 @@ def maximised(trial):
         least = desktop.primary()[2] * 0.8
         wait_until(lambda: window.frame()[2] > least, lambda: f"maximising; {window.frame()}")
     x, y, width, height = trial.settled(lambda: frame_of(desktop, window))
-    # Its border may reach beyond what is free; its title bar lies within that.
+    # The window's border may extend beyond the free area; the title bar lies inside it.
     border = int((window.read("_NET_FRAME_EXTENTS") or "0").split(", ")[0])
     frame = (x + border, y + border, width - 2 * border, height - 2 * border)
     strip = trial.program.strip().frame()
@@ -139,12 +139,12 @@ def clicks(trial):
     trial.visit(HOME)
     script = r'printf "\033[?1000h"; stty raw -echo; : >"$0"; head -c 1 >"$0"; exec sleep 100000'
     path = desktop.path("clicked")
-    # Large: the window manager may put it anywhere.
+    # Large, because the window manager may place it anywhere.
     window = trial.open(
         "Clicked", "-geometry", "200x70", "-fs", "8", "-e", "sh", "-c", script, path
     )
     wait_until(lambda: os.path.exists(path), "the window to be ready")
-    # In front of the desktop's other window.
+    # In front of the other window of the desktop.
     desktop.run("wmctrl", "-i", "-a", window.identifier)
     try:
         with trial.labels.arrival(HOME) as shown:
@@ -152,7 +152,7 @@ def clicks(trial):
             desktop.run("xdotool", "mousemove", *map(str, point))
 
             def arrives():
-                # Again: a window manager that says where one has come to takes the first.
+                # A second click: a window manager that shows a desktop's name after a switch takes the first.
                 desktop.run("xdotool", "click", "1")
                 return os.path.getsize(path)
 
@@ -187,7 +187,7 @@ def places(trial):
     trial.visit(HOME)
     found = trial.open_three()
     wanted = trial.places_without_it()
-    # A pixel: the border that awesome draws around panels, too.
+    # One pixel: awesome draws a border around panels, too.
     off = max(abs(a - b) for pair in zip(found, wanted) for a, b in zip(*pair))
     expect(off <= 1, f"{found} in place of {wanted}")
 
@@ -290,14 +290,14 @@ def four_two_six(trial):
         wait_until(program_sees, lambda: f"{count} rows; there are {trial.row_count()}")
         for index in {0, NAMED, count - 1}:
             trial.visit(index)
-    # Those of the most desktops that there were, and none that was there for a moment.
+    # One for each of the most desktops at one time, and none for a desktop of a moment.
     known = Defaults(desktop).read().get("KnownSpaceUUIDs", [])
     expect(len(known) == 6, f"known are {known}")
 
 
 CHECKS = {
     "tour": tour,
-    # Before others move on what a window manager counts.
+    # Before other desktops change the numbers that the window manager uses.
     "places": places,
     "panels": panels,
     "maximised": maximised,

@@ -5,15 +5,15 @@ from support.processes import wait_until
 
 TABS = ["Label", "Colors", "Menu Bar", "Theme", "Diagnostics", "About"]
 
-# Of a menu's commands and separators.
+# Heights of a menu's commands and separators.
 COMMAND_HEIGHT = 22
 SEPARATOR_HEIGHT = 11
 
-# In a theme with a sidebar, from the window's top left.
+# The place of tabs in a theme with a sidebar, from the window's top left.
 SIDEBAR_X = 76
 SIDEBAR_TOP = 33
 SIDEBAR_STEP = 28
-# Where nothing is.
+# A point without a control.
 EMPTY = (595, 515)
 
 

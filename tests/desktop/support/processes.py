@@ -9,8 +9,8 @@ import subprocess
 import sys
 import time
 
-# Long enough for a sanitizer build on a busy machine; a condition that holds is
-# noticed at once, so the limit costs nothing but in failures.
+# Long enough for a sanitizer build on a busy machine. A condition that holds is noticed at
+# once, so only failures take this long.
 LIMIT = 30.0 * float(os.environ.get("VEMBRIX_TEST_SLOWNESS", "1"))
 POLL = 0.02
 
@@ -68,8 +68,8 @@ class Process:
     def __init__(self, arguments, environment, output_path, **options):
         self.name = os.path.basename(arguments[0])
         self.output_path = output_path
-        # A session of its own, so that a terminal's interrupt ends the test
-        # first and the test ends its programs in order.
+        # In a session of its own, so that an interrupt from a terminal ends the test first, and
+        # the test ends its programs in order.
         with open(output_path, "ab") as output:
             self.popen = subprocess.Popen(
                 arguments,

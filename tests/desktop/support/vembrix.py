@@ -10,11 +10,11 @@ from support.desktop import Desktop
 from support.processes import LIMIT, wait_until
 from support.screen import distance, rgb
 
-# How far a pixel may be off its colour, of 255.
+# The largest difference of a pixel's component from its colour, of 255.
 TOLERANCE = 4
 
 PINK = rgb(1.0, 0.71, 0.76)
-# Light ink would not show on a light bar: it is darkened there.
+# Light text is darkened on a light bar.
 HALVED_PINK = rgb(0.5, 0.355, 0.38)
 BLUE = rgb(0.69, 0.83, 1.0)
 GREEN = rgb(0.72, 0.96, 0.72)
@@ -41,7 +41,7 @@ class Defaults:
 
     def write_bytes(self, data):
         os.makedirs(self.folder, mode=0o700, exist_ok=True)
-        # Replaced in one step: the program may read at any moment.
+        # Replaced in one step, because the program may read it at any time.
         temporary = f"{self.path}.test"
         with open(temporary, "wb") as file:
             file.write(data)
@@ -172,7 +172,7 @@ def _state(process):
     return "it runs" if process.running else f"it ended: {process.popen.returncode}"
 
 
-# Of the windows that are there as long as the program runs.
+# Roles of the windows that exist as long as the program runs.
 LASTING_ROLES = ("status-item", "label", "tour-overlay")
 
 
@@ -187,7 +187,7 @@ class DesktopTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cls.desktop = Desktop(cls.window_manager, cls.desktops, cls.compositor)
-        # Python 3.11's enterClassContext, also for earlier ones.
+        # Does what enterClassContext does from Python 3.11 on.
         cls.desktop.__enter__()
         cls.addClassCleanup(cls.desktop.end)
 
@@ -210,7 +210,7 @@ class SharedRunTest(DesktopTest):
     """Tests that also share one run of the program, since the tour takes seconds. Each
     finds it on the first desktop, with the first settings and no window open."""
 
-    # The keys of settings that each test finds as the one before has left them.
+    # Keys that each test takes over from the previous one.
     kept_settings = ()
 
     program = None
@@ -220,7 +220,7 @@ class SharedRunTest(DesktopTest):
         self.defaults = Defaults(self.desktop)
         if self._may_go_on():
             self.desktop.tidy(lasting=[cls.program.process])
-        # The desktop may have begun anew, and ended the program.
+        # The desktop may have been restarted, which ends the program.
         if self._may_go_on():
             self._rest()
         else:
@@ -230,7 +230,7 @@ class SharedRunTest(DesktopTest):
             cls.first_settings = self.defaults.read()
 
     def _may_go_on(self):
-        # It reads the names once.
+        # The program reads the names once.
         runs = self.program and self.program.process.running
         return runs and not self.defaults.read().get("SpaceNames")
 
@@ -240,7 +240,7 @@ class SharedRunTest(DesktopTest):
         kept = {key: stored[key] for key in self.kept_settings if key in stored}
         if stored != {**self.first_settings, **kept}:
             self.defaults.write({**self.first_settings, **kept})
-            # What it shows of them, it shows anew on the next desktop.
+            # The next desktop shows the new values.
             self.desktop.go_to(1)
             self.program.wait_for_title("Desktop 2")
             self.desktop.go_to(0)

@@ -9,7 +9,7 @@ from dataclasses import dataclass, field
 from support.desktop import BUS_CONFIG, OPENBOX_CONFIG, Desktop
 from support.processes import run, wait_until
 
-# Programs of a whole session find their settings by the session bus.
+# Programs of a whole session find their settings through the session bus.
 SERVICES_CONFIG = BUS_CONFIG.replace("<auth>", "<standard_session_servicedirs/>\n  <auth>", 1)
 
 LASTING_WORDS = {
@@ -17,7 +17,7 @@ LASTING_WORDS = {
     "LIBGL_ALWAYS_SOFTWARE": "1",
 }
 
-# Changes of what they keep elsewhere last as long as the program that makes them.
+# Settings outside the file last as long as the program that sets them.
 OWN_SETTINGS = {"GSETTINGS_BACKEND": "memory"}
 
 KWIN_CONFIG = """[Desktops]
@@ -72,7 +72,7 @@ def _awesome_config(desktops):
     return text.replace(nine, "{ " + ", ".join(f'"{n}"' for n in range(1, desktops + 1)) + " }")
 
 
-# How many desktops there are
+# The number of desktops
 
 
 def _ask(desktop, count):
@@ -87,7 +87,7 @@ def _ask_fvwm(desktop, count):
             desktop.run("wmctrl", "-i", "-r", window.identifier, "-t", "0")
 
     def has_as_many():
-        # It does what it is asked when it is asked the next time.
+        # The window manager carries out a request when the next one arrives.
         desktop.set_count(count)
         return desktop.count == count
 
@@ -95,7 +95,7 @@ def _ask_fvwm(desktop, count):
 
 
 def _configure_jwm(desktop, count):
-    # It would stay on a desktop that is none any more.
+    # It would stay on a desktop that no longer exists.
     desktop.reach(0)
     desktop.write_configuration(count)
     desktop.run("jwm", "-restart")
@@ -130,7 +130,7 @@ def _tell_awesome(desktop, count):
 
 def _tell_i3(desktop, command):
     def answers():
-        # Fails until it has said where it listens.
+        # Fails until the program has announced its address.
         with contextlib.suppress(AssertionError):
             return desktop.run("i3-msg", command)
         return None
@@ -156,22 +156,22 @@ def _use_i3_workspaces(desktop, count):
 
 @dataclass(frozen=True)
 class WindowManager:
-    # What is started, the window manager first; {home} is the user's home folder.
+    # The commands to start, the window manager first; {home} is the user's home folder.
     commands: tuple
-    # By path in the home folder; a text, or a function of the number of desktops.
+    # Files by path in the home folder: a text, or a function of the number of desktops.
     files: dict = field(default_factory=dict)
     environment: dict = field(default_factory=dict)
-    # Its session has more programs, which are started on demand.
+    # Whether its session has more programs, which are started on demand.
     has_services: bool = False
     with_picom: bool = False
     change_count: Callable = _ask
-    # What the titles of its desktops are before the user names them.
+    # The titles of its desktops before the user names them.
     names: tuple = tuple(f"Desktop {number}" for number in range(1, 7))
-    # Whether they come and go with what is on them.
+    # Whether desktops come and go with their windows.
     on_demand: bool = False
     tiles: bool = False
     size: tuple = (1440, 900)
-    # Name and place, the primary one first.
+    # Name and place of each screen, the primary one first.
     monitors: tuple = ()
 
 
@@ -261,7 +261,7 @@ class MatrixDesktop(Desktop):
 
     def _make_folders(self):
         super()._make_folders()
-        # Some know no other place for their configuration.
+        # Some window managers read their configuration from no other place.
         os.symlink(self.path("config"), self.path("home", ".config"))
 
     def bus_config(self):
@@ -280,7 +280,7 @@ class MatrixDesktop(Desktop):
         self.window_manager = self.start(commands[0], environment)
         wait_until(self._window_manager_answers, f"{commands[0][0]} to manage the screen")
         if not self.kind.on_demand:
-            # Some make them one by one.
+            # Some window managers create them one by one.
             wait_until(lambda: self.count == self._desktops, "its desktops")
             self._wait_until_it_obeys()
         if not self._is_begun:
@@ -319,7 +319,7 @@ class MatrixDesktop(Desktop):
                 f"workspace {index + 1}",
             )
         else:
-            # Again where it has begun anew meanwhile.
+            # Once more if the window manager has restarted meanwhile.
             wait_until(lambda: self._obeys(index), f"desktop {index + 1}")
 
     def change_count(self, count):
@@ -334,14 +334,14 @@ class MatrixDesktop(Desktop):
 
     def focused_name(self):
         """The title of the window with the keyboard focus; empty where there is none."""
-        # Fails where the focus is nowhere or at a window without a name.
+        # Fails when no window, or one without a name, has the focus.
         with contextlib.suppress(AssertionError):
             return self.run("xdotool", "getwindowfocus", "getwindowname").strip()
         return ""
 
     def active_name(self):
         """The title of the window manager's active window."""
-        # Fails where none is.
+        # Fails when there is none.
         with contextlib.suppress(AssertionError):
             return run(["xdotool", "getactivewindow", "getwindowname"], self.environment).strip()
         return ""

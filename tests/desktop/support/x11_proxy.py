@@ -16,11 +16,11 @@ import sys
 import time
 
 BUFFER = 1 << 16
-# A file descriptor or two go with a request for shared memory.
+# A request for shared memory carries up to two file descriptors.
 DESCRIPTORS = socket.CMSG_SPACE(16 * array.array("i").itemsize)
 
 
-# Where displays begin that no server takes by itself.
+# The first display number that no server takes by default.
 FIRST_DISPLAY = 10_000
 
 
@@ -63,7 +63,7 @@ class Requests:
             return False
         length = self._number_at(2, 2)
         if length == 0:
-            # A big request: the length follows.
+            # A BIG-REQUESTS request: the length follows.
             if len(self._bytes) < 8:
                 return False
             length = self._number_at(4, 4)
@@ -123,7 +123,7 @@ class Relay:
 
 
 def main():
-    # The process's own number, so that two never want the same.
+    # The process's number, so that two proxies never want the same display.
     number = FIRST_DISPLAY + os.getpid()
     relay = Relay(number, os.environ["DISPLAY"].removeprefix(":"))
     print(number, flush=True)

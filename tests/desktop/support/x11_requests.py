@@ -7,7 +7,7 @@ from collections import Counter
 from support.desktop import HERE, SYSTEM_PYTHON
 from support.processes import wait_until
 
-# The requests of a program at work; other ones go by their number.
+# Names of the requests of a running program. Others are shown by number.
 CORE_NAMES = {
     1: "CreateWindow", 2: "ChangeWindowAttributes", 4: "DestroyWindow", 8: "MapWindow",
     10: "UnmapWindow", 12: "ConfigureWindow", 14: "GetGeometry", 15: "QueryTree",
@@ -28,7 +28,7 @@ class RequestLog:
         self.environment = {"DISPLAY": f":{number}"}
 
     def _lines(self):
-        # The last may not be whole yet.
+        # The last line may be incomplete.
         return self._process.output().split("\n")[:-1]
 
     def between(self, begin, end):

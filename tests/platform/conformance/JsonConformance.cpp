@@ -254,7 +254,7 @@ TEST(JsonConformance, HalfASurrogatePairNeverBecomesMalformedText) {
   }
 }
 
-// Hostile text: nothing here may crash or hang.
+// Hostile text must neither crash nor hang the parser.
 
 TEST(JsonConformance, ATruncatedTextIsNothing) {
   const std::string text =

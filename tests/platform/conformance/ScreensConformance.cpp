@@ -71,8 +71,8 @@ TEST_F(ScreensConformance, AChangeIsAnnouncedOnceWhenItHolds) {
   system_.resizeScreen(1200, 800);
   EXPECT_TRUE(system_.runUntil([&] { return !seen.empty(); }, kPatience));
   EXPECT_TRUE(runUntilSize(1200, 800));
-  // What the desktop does about it (its bars move) may be a change of its own;
-  // none is told twice.
+  // The desktop may answer with a change of its own, such as moved panels; no change is
+  // announced twice.
   system_.runFor(milliseconds(200));
   ASSERT_FALSE(seen.empty());
   EXPECT_NE(seen.front(), before);

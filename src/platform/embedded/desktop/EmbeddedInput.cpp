@@ -12,7 +12,7 @@ Token EmbeddedInput::addGlobalMonitor(std::uint64_t mask, std::function<void()> 
 void EmbeddedInput::send(EventMask type, Target target) {
   if (target == Target::OwnWindow) return;
   if (type == KeyDown && !keysTold_()) return;
-  monitors_.tell(type);
+  monitors_.deliver(type);
 }
 
 void EmbeddedInput::moveMouse(Point location, Target target) {

@@ -26,7 +26,7 @@ class QtStatusItem : public StatusItem {
     button.addAction(widget().menuAction());
     // The window manager knows nothing of the menu and of the keyboard that it has had.
     QObject::connect(&widget(), &QMenu::aboutToHide, &strip_,
-                     [this] { tellTime(*strip_.windowHandle()); });
+                     [this] { updateUserTime(*strip_.windowHandle()); });
   }
 
   DropdownMenu* menu() const override { return menu_.get(); }

@@ -101,7 +101,7 @@ bool isManaged(QWindow& window) {
   return isListed(*ewmh, listed, nativeId(window)) || isFramed;
 }
 
-void tellTime(QWindow& window) {
+void updateUserTime(QWindow& window) {
   auto* ewmh = ewmhOfQt();
   if (!ewmh) return;
   // Each change of a property is an event that has the server's time, also this one.

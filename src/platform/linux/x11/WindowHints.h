@@ -46,7 +46,7 @@ bool isManaged(QWindow& window);
 /// Gives window managers that track the time of the last event a later one than any request so far,
 /// so that their next action, such as giving a window the keyboard, is not refused as outdated.
 /// They must manage the window.
-void tellTime(QWindow& window);
+void updateUserTime(QWindow& window);
 
 /// Sets the space that the window reserves.
 void setStrut(QWindow& window, const Strut& strut);

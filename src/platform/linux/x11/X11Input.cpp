@@ -143,7 +143,7 @@ void X11Input::noteInput(const xcb_ge_generic_event_t& event) {
       noteButton(as<xcb_input_raw_button_press_event_t>(event).detail);
       break;
     case XCB_INPUT_RAW_KEY_PRESS:
-      if (!ownWindows_->haveKeyboard()) monitors_.tell(KeyDown);
+      if (!ownWindows_->haveKeyboard()) monitors_.deliver(KeyDown);
       break;
     case XCB_INPUT_RAW_MOTION:
       if (!moved_ && !ownWindows_->havePointer()) {
@@ -164,11 +164,11 @@ void X11Input::noteButton(std::uint32_t button) {
   if (button >= Button::FirstScroll && button <= Button::LastScroll) return;
   if (ownWindows_->havePointer()) return;
   if (button == Button::Left) {
-    monitors_.tell(LeftMouseDown);
+    monitors_.deliver(LeftMouseDown);
   } else if (button == Button::Right) {
-    monitors_.tell(RightMouseDown);
+    monitors_.deliver(RightMouseDown);
   } else {
-    monitors_.tell(OtherMouseDown);
+    monitors_.deliver(OtherMouseDown);
   }
 }
 
@@ -191,7 +191,7 @@ void X11Input::batchEnd() {
   if (!std::exchange(moved_, false)) return;
   inRound_ = true;
   location_.reset();
-  monitors_.tell(MouseMoved);
+  monitors_.deliver(MouseMoved);
   inRound_ = false;
 }
 

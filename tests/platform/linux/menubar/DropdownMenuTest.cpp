@@ -286,7 +286,7 @@ TEST_F(DropdownMenuTest, ACommandMayOpenTheMenuWithOtherItems) {
   EXPECT_THAT(events(), ElementsAre("Again, open"));
 }
 
-// What a row is told.
+// Calls of a row's handlers.
 
 class TellingHandler : public SpaceRowHandler {
  public:

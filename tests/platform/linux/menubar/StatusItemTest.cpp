@@ -248,7 +248,7 @@ TEST_F(StatusItemTest, DrawsNamesOfAllScripts) {
 
 TEST_F(StatusItemTest, DrawsEmojiInTheirColors) {
   const QImage image = show(filled(" \xF0\x9F\x8D\x8E "));
-  // A red apple: nothing like its ground, and no shade of grey.
+  // The apple's red is neither in the background nor a shade of grey.
   EXPECT_GT(count(image, qRgb(210, 40, 50), 50), 10);
 }
 

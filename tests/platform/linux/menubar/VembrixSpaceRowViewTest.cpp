@@ -302,7 +302,7 @@ TEST_F(VembrixSpaceRowViewTest, ClosingTheMenuEndsTheEditingWithoutAName) {
   EXPECT_THAT(names_, IsEmpty());
 }
 
-// For those who do not see it.
+// Accessibility.
 
 struct Told {
   QString name;

@@ -56,7 +56,7 @@ bool X11Client::waitUntil(const std::function<bool()>& condition, std::chrono::m
 }
 
 bool X11Client::demand(std::string_view property, std::uint32_t value) {
-  // A window manager that is still starting may miss what it is told.
+  // A window manager that is still starting may miss a message.
   constexpr int kAttempts = 300;
   for (int i = 0; i < kAttempts; ++i) {
     tellWindowManager(property, value);
@@ -385,7 +385,7 @@ std::vector<std::uint32_t> X11Client::cardinals(xcb_window_t window, std::string
   const auto value = property(window, name);
   if (!value || value->format != 32) return {};
   std::vector<std::uint32_t> result(value->bytes.size() / sizeof(std::uint32_t));
-  // There is no address to copy to where there is nothing to copy.
+  // An empty list may have no address, which memcpy() must not get.
   if (!result.empty()) {
     std::memcpy(result.data(), value->bytes.data(), result.size() * sizeof(std::uint32_t));
   }

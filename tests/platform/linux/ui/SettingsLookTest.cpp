@@ -151,7 +151,7 @@ TEST_P(SettingsLookTest, NothingOverlaps) {
   ASSERT_GT(widgets.size(), 4U);
   for (std::size_t i = 0; i < widgets.size(); ++i) {
     for (std::size_t j = i + 1; j < widgets.size(); ++j) {
-      // A scrolled page lies under nothing but its own edge.
+      // Only the page's own edge may cover a scrolled page.
       const bool areOfOnePage = widgets[i]->parentWidget() == widgets[j]->parentWidget();
       if (!areOfOnePage) continue;
       EXPECT_FALSE(placeOf(*widgets[i]).intersects(placeOf(*widgets[j])))
