@@ -12,11 +12,12 @@ import signal
 import sys
 import time
 
-from support.desktop import Desktop, Portal
+from support.desktop import Desktop
 from support.dropdown import Dropdown
 from support.furniture import NOTES, hang_wallpaper, open_note, open_window
 from support.labels import Labels, Showings
 from support.processes import wait_until
+from support.settings_portal import Portal
 from support.vembrix import BLACK, BLUE, GREEN, HALVED_PINK, PEACH, PINK, Defaults, Vembrix
 
 LONG_NAME = "The quarterly numbers and everything that belongs to them"

@@ -15,12 +15,13 @@ import sys
 import threading
 import time
 
-from support.desktop import Desktop, Portal
+from support.desktop import Desktop
 from support.dropdown import INSET, NAME_X, ROW_HEIGHT, Dropdown
 from support.furniture import NOTES, hang_wallpaper, open_note
 from support.labels import Labels
 from support.processes import wait_until
 from support.screen import Picture
+from support.settings_portal import Portal
 from support.vembrix import Defaults, Vembrix
 
 TICK = 0.1

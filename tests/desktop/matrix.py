@@ -12,13 +12,13 @@ import signal
 import sys
 import time
 
-from support.desktop import Window
 from support.dropdown import Dropdown
 from support.furniture import NOTES, hang_wallpaper, open_note, open_window
 from support.labels import Labels, Showings
 from support.matrix_checks import CHECKS, HOME
 from support.processes import WindowGone, wait_until
 from support.vembrix import Vembrix
+from support.window import Window
 from support.window_managers import WINDOW_MANAGERS, MatrixDesktop
 from support.x11_requests import RequestLog
 

@@ -3,7 +3,7 @@
 import time
 import unittest
 
-from support.desktop import Portal
+from support.settings_portal import Portal
 from support.dropdown import Dropdown
 from support.processes import wait_until
 from support.screen import rgb

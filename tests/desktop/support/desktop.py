@@ -16,6 +16,7 @@ import tempfile
 
 from support.processes import LIMIT, Process, Timeout, WindowGone, run, wait_until
 from support.screen import Picture, Pixels
+from support.window import Window, property_value
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 SYSTEM_PYTHON = "/usr/bin/python3"
@@ -214,11 +215,11 @@ class Desktop:
         )  # fmt: skip
         os.close(writer)
         with os.fdopen(reader) as pipe:
-            number = self._first_line(pipe, self.server)
+            number = self.first_line(pipe, self.server)
         self.environment["DISPLAY"] = f":{number}"
 
     @staticmethod
-    def _first_line(stream, process):
+    def first_line(stream, process):
         if not select.select([stream], [], [], LIMIT)[0]:
             raise Timeout(f"waited {LIMIT:g} s for {process.name}")
         line = stream.readline().strip()
@@ -242,7 +243,7 @@ class Desktop:
              "--print-address=1"],
             stdout=subprocess.PIPE, text=True,
         )  # fmt: skip
-        address = self._first_line(bus.popen.stdout, bus)
+        address = self.first_line(bus.popen.stdout, bus)
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
 
     def start_window_manager(self, name="openbox"):
@@ -312,7 +313,7 @@ class Desktop:
 
     def root_property(self, name):
         """The value as xprop writes it, or None."""
-        return _property_value(self.run("xprop", "-root", "-notype", name))
+        return property_value(self.run("xprop", "-root", "-notype", name))
 
     def _root_number(self, name):
         value = self.root_property(name)
@@ -370,80 +371,6 @@ class Desktop:
         return [
             Window(self, match[1]) for match in pattern.finditer(tree) if name in match.groups()[1:]
         ]
-
-
-class Window:
-    def __init__(self, desktop, identifier):
-        self._desktop = desktop
-        self.identifier = identifier
-
-    def read(self, name):
-        """The property's value as xprop writes it, without the quotes of a single string;
-        None where there is none, or the window is gone."""
-        try:
-            text = self._desktop.run("xprop", "-id", self.identifier, "-notype", name)
-        except WindowGone:
-            return None
-        value = _property_value(text)
-        if value is not None and re.fullmatch(r'"(?:[^"\\]|\\.)*"', value):
-            return re.sub(r"\\(.)", r"\1", value[1:-1])
-        return value
-
-    @property
-    def name(self):
-        return self.read("_NET_WM_NAME")
-
-    def frame(self):
-        """x, y, width, height in pixels; origin at the top left. Raises WindowGone."""
-        text = self._desktop.run("xwininfo", "-id", self.identifier)
-        return tuple(
-            int(re.search(rf"{label}:\s+(-?\d+)", text)[1])
-            for label in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
-        )
-
-    @property
-    def visible(self):
-        try:
-            return "IsViewable" in self._desktop.run("xwininfo", "-id", self.identifier)
-        except WindowGone:
-            return False
-
-
-class Portal:
-    """The desktop's settings portal, for light and dark and for motion."""
-
-    LIGHT, DARK = 2, 1
-
-    def __init__(self, desktop, color_scheme, reduced_motion=False):
-        portal = os.path.join(HERE, "portal.py")
-        self._process = desktop.start(
-            [SYSTEM_PYTHON, "-B", portal, str(color_scheme), str(int(reduced_motion))],
-            stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True,
-        )  # fmt: skip
-        self._expect("ready")
-
-    def set(self, color_scheme):
-        """Changes it; returns when all subscribers were notified."""
-        self._process.popen.stdin.write(f"{color_scheme}\n")
-        self._process.popen.stdin.flush()
-        self._expect(f"told {color_scheme}")
-
-    def _expect(self, line):
-        found = Desktop._first_line(self._process.popen.stdout, self._process)
-        if found != line:
-            raise AssertionError(f"the portal said {found!r}, not {line!r}")
-
-
-def _property_value(text):
-    """The value of `xprop -notype NAME`, or None."""
-    text = text.rstrip("\n")
-    if " = " in text:
-        return text.split(" = ", 1)[1]
-    if ": window id # " in text:
-        return text.split(": ", 1)[1]
-    if ":" in text and not re.search(r":\s+(no such atom|not found)", text):
-        return text.split(":", 1)[1].strip()
-    return None
 
 
 if __name__ == "__main__":

@@ -8,9 +8,10 @@ import subprocess
 import threading
 import time
 
-from support.desktop import Window
 from support.processes import Timeout, wait_until
-from support.screen import Picture
+from support.screen import Picture, distance
+from support.vembrix import TOLERANCE
+from support.window import Window
 
 # Keys of the settings.
 SWIPE_ALPHA = 0.78
@@ -19,6 +20,22 @@ OPACITY = "_NET_WM_WINDOW_OPACITY"
 OPAQUE = 0xFFFFFFFF
 
 OWN_CLASS = '"vembrix", "Vembrix"'
+
+GROUND = (128, 144, 160)
+NAMES = ["Desktop 1", "Desktop 2", "Desktop 3", "Desktop 4"]
+
+# The time from a label's appearance to its end, with an allowance for a busy machine.
+ARRIVAL = 0.5
+LATE = 0.7
+# Longer than a label is shown, and longer than the period of the timer that prepares the others.
+SETTLED = 1.0
+
+
+def paint_ground(desktop):
+    desktop.run("hsetroot", "-solid", "#%02x%02x%02x" % GROUND)
+    wait_until(
+        lambda: distance(desktop.picture().pixel(100, 860), GROUND) <= TOLERANCE, "the ground"
+    )
 
 
 def opacity_of(text):
