@@ -43,8 +43,8 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "names and colours for virtual desktops")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "Vembrix shows the name of the current virtual desktop at the top right of the
-screen, on a colour of its own, and in large letters on the desktop itself when
-one comes there. Its list of all desktops goes to them and renames them.
+screen, on the colours of that desktop, and in large letters on the desktop
+itself on arrival. Its list of all desktops switches to them and renames them.
 
-It works under X11 with every window manager that follows the EWMH standard.")
+It works under X11 with every window manager that supports the EWMH standard.")
 include(CPack)
