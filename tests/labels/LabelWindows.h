@@ -4,7 +4,7 @@
 #include <map>
 #include <set>
 
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/TestDesktop.h"
 #include "platform/embedded/faces/RecordingSignWindow.h"
 
 namespace vembrix {
@@ -16,8 +16,8 @@ class LabelWindows {
   using SpaceID = WindowServer::SpaceID;
 
   LabelWindows() {
-    desktop_.watchWindowSpaces([this](const EmbeddedDesktop::WindowSpacesCall& call) {
-      if (call.kind != EmbeddedDesktop::WindowSpacesCall::Kind::Add) return;
+    desktop_.watchWindowSpaces([this](const TestDesktop::WindowSpacesCall& call) {
+      if (call.kind != TestDesktop::WindowSpacesCall::Kind::Add) return;
       owners_.try_emplace(call.windows.front(), call.spaces.front());
     });
   }
@@ -36,7 +36,7 @@ class LabelWindows {
   }
 
  private:
-  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  TestDesktop& desktop_ = TestDesktop::shared();
   std::map<WindowServer::WindowNumber, SpaceID> owners_;
 };
 

@@ -19,7 +19,7 @@ using testing::IsEmpty;
 using testing::Pair;
 using testing::SizeIs;
 using Array = PropertyList::Array;
-using Kind = EmbeddedDesktop::WindowSpacesCall::Kind;
+using Kind = TestDesktop::WindowSpacesCall::Kind;
 
 class SignPlacementTest : public SignTest {
  protected:
@@ -31,7 +31,7 @@ class SignPlacementTest : public SignTest {
   };
 
   void watchCalls() {
-    desktop_.watchWindowSpaces([this](const EmbeddedDesktop::WindowSpacesCall& call) {
+    desktop_.watchWindowSpaces([this](const TestDesktop::WindowSpacesCall& call) {
       calls_.push_back({call.kind,
                         {call.windows.begin(), call.windows.end()},
                         {call.spaces.begin(), call.spaces.end()}});

@@ -10,7 +10,7 @@
 #include "platform/DockSwipeEvent.h"
 #include "platform/NotificationCenter.h"
 #include "platform/PropertyList.h"
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/TestDesktop.h"
 #include "platform/embedded/services/EmbeddedMainQueue.h"
 
 namespace vembrix {
@@ -120,7 +120,7 @@ class SignWalk {
   std::mt19937 random_;
   SignModel& model_;
   const LabelWindows& windows_;
-  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  TestDesktop& desktop_ = TestDesktop::shared();
   EmbeddedMainQueue& queue_ = EmbeddedMainQueue::shared();
   Observation announcement_;
   bool wasAnnounced_ = false;

@@ -9,7 +9,7 @@
 #include "menubar/DropdownContent.h"
 #include "menubar/MenuBarController.h"
 #include "menubar/SpaceRow.h"
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/TestDesktop.h"
 #include "platform/embedded/faces/RecordingDropdownMenu.h"
 #include "platform/embedded/faces/RecordingStatusItem.h"
 #include "platform/embedded/services/EmbeddedApplication.h"
@@ -73,7 +73,7 @@ class DropdownTest : public testing::Test {
     return static_cast<std::size_t>(std::ranges::find(ids, desktop_.activeSpace()) - ids.begin());
   }
 
-  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  TestDesktop& desktop_ = TestDesktop::shared();
   EmbeddedMainQueue& queue_ = EmbeddedMainQueue::shared();
   EmbeddedUserDefaults& defaults_ = EmbeddedUserDefaults::shared();
   PreferencesStore& store_ = PreferencesStore::shared();

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/TestDesktop.h"
 #include "platform/embedded/faces/RecordingDropdownMenu.h"
 #include "platform/embedded/faces/RecordingStatusItem.h"
 #include "platform/embedded/services/EmbeddedUserDefaults.h"
@@ -37,7 +37,7 @@ class MenuBarControllerTest : public testing::Test {
     SpaceManager::shared().reload();
   }
 
-  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  TestDesktop& desktop_ = TestDesktop::shared();
   EmbeddedUserDefaults& defaults_ = EmbeddedUserDefaults::shared();
   PreferencesStore& store_ = PreferencesStore::shared();
   std::shared_ptr<MenuBarController> controller_;

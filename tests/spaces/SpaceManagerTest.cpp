@@ -4,7 +4,7 @@
 
 #include <set>
 
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/TestDesktop.h"
 #include "platform/embedded/services/EmbeddedUserDefaults.h"
 #include "spaces/SpaceObserver.h"
 #include "support/AllocationCounter.h"
@@ -41,7 +41,7 @@ class SpaceManagerTest : public testing::Test {
     return uuids;
   }
 
-  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  TestDesktop& desktop_ = TestDesktop::shared();
   EmbeddedUserDefaults& defaults_ = EmbeddedUserDefaults::shared();
   SpaceManager& manager_ = SpaceManager::shared();
 };

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/TestDesktop.h"
 #include "platform/embedded/services/EmbeddedLog.h"
 #include "platform/embedded/services/EmbeddedMainQueue.h"
 #include "settings/PreferencesStore.h"
@@ -26,7 +26,7 @@ class SpaceSwitchingTest : public testing::Test {
   SpaceInfo space(std::size_t place) { return manager_.spaces().at(place); }
   void start(std::size_t place) { desktop_.activate(desktop_.spaceAt(place)); }
 
-  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  TestDesktop& desktop_ = TestDesktop::shared();
   EmbeddedMainQueue& queue_ = EmbeddedMainQueue::shared();
   SpaceManager& manager_ = SpaceManager::shared();
   SpaceObserver observer_;

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/TestDesktop.h"
 #include "platform/embedded/services/EmbeddedLog.h"
 #include "platform/embedded/services/EmbeddedMainQueue.h"
 #include "spaces/SpaceManager.h"
@@ -29,7 +29,7 @@ class SpaceTourTest : public testing::Test {
 
   static std::vector<std::string> log() { return EmbeddedLog::shared().lines(); }
 
-  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  TestDesktop& desktop_ = TestDesktop::shared();
   EmbeddedMainQueue& queue_ = EmbeddedMainQueue::shared();
   SpaceManager& manager_ = SpaceManager::shared();
   SpaceObserver observer_;

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/DockSwipeEvent.h"
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/TestDesktop.h"
 #include "platform/embedded/services/EmbeddedLog.h"
 #include "platform/embedded/services/EmbeddedMainQueue.h"
 #include "spaces/DockSwipe.h"
@@ -42,7 +42,7 @@ class SwipeWatcherTest : public testing::Test {
     queue_.runPending();
   }
 
-  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  TestDesktop& desktop_ = TestDesktop::shared();
   EmbeddedMainQueue& queue_ = EmbeddedMainQueue::shared();
   std::shared_ptr<SwipeWatcher> watcher_ = SwipeWatcher::create();
   std::vector<bool> swipes_;

@@ -12,7 +12,7 @@
 
 #include "labels/SpaceSignWindowController.h"
 #include "platform/NotificationCenter.h"
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/TestDesktop.h"
 #include "platform/embedded/faces/RecordingSignWindow.h"
 #include "platform/embedded/services/EmbeddedLog.h"
 #include "platform/embedded/services/EmbeddedMainQueue.h"
@@ -94,7 +94,7 @@ class SignTest : public testing::Test {
   }
   static std::vector<std::string> log() { return EmbeddedLog::shared().lines(); }
 
-  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  TestDesktop& desktop_ = TestDesktop::shared();
   EmbeddedMainQueue& queue_ = EmbeddedMainQueue::shared();
   EmbeddedUserDefaults& defaults_ = EmbeddedUserDefaults::shared();
   PreferencesStore& store_ = PreferencesStore::shared();

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/NotificationCenter.h"
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/TestDesktop.h"
 #include "platform/embedded/services/EmbeddedLog.h"
 #include "platform/embedded/services/EmbeddedMainQueue.h"
 #include "support/AllocationCounter.h"
@@ -34,7 +34,7 @@ class MissionControlWatcherTest : public testing::Test {
 
   static std::vector<std::string> log() { return EmbeddedLog::shared().lines(); }
 
-  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  TestDesktop& desktop_ = TestDesktop::shared();
   EmbeddedMainQueue& queue_ = EmbeddedMainQueue::shared();
   MissionControlWatcher& watcher_ = MissionControlWatcher::shared();
   int posts_ = 0;

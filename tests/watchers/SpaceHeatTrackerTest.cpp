@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/NotificationCenter.h"
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/TestDesktop.h"
 #include "platform/embedded/services/EmbeddedUserDefaults.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
@@ -36,7 +36,7 @@ class SpaceHeatTrackerTest : public testing::Test {
   }
   PropertyList stored() { return defaults_.object("SpaceHeatRecency"); }
 
-  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  TestDesktop& desktop_ = TestDesktop::shared();
   EmbeddedUserDefaults& defaults_ = EmbeddedUserDefaults::shared();
   SpaceObserver observer_;
   Observation arrival_ = NotificationCenter::workspace().addObserver(

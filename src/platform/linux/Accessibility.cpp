@@ -1,7 +1,7 @@
 #include "platform/Accessibility.h"
 
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
 #include "platform/linux/session/ChosenDesktop.h"
+#include "platform/linux/x11/X11Services.h"
 
 namespace vembrix {
 namespace {
@@ -14,9 +14,13 @@ class X11Accessibility : public Accessibility {
 
 }  // namespace
 
+Accessibility& X11Services::accessibility() {
+  static auto& accessibility = *new X11Accessibility;
+  return accessibility;
+}
+
 Accessibility& Accessibility::shared() {
-  static X11Accessibility x11;
-  return chosenDesktop().x11 ? x11 : EmbeddedDesktop::shared().accessibility();
+  return chosenDesktop().services.accessibility();
 }
 
 }  // namespace vembrix

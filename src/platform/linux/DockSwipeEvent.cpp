@@ -2,16 +2,18 @@
 
 #include <unistd.h>
 
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
 #include "platform/linux/session/ChosenDesktop.h"
 #include "platform/linux/x11/X11Dock.h"
+#include "platform/linux/x11/X11Services.h"
 
 namespace vembrix {
 
+std::unique_ptr<DockSwipeEvent> X11Services::makeSwipeEvent() {
+  return X11Dock::on(desktop_).events().makeEvent(getpid(), [] { return true; });
+}
+
 std::unique_ptr<DockSwipeEvent> DockSwipeEvent::create() {
-  X11Desktop* x11 = chosenDesktop().x11;
-  if (!x11) return EmbeddedDesktop::shared().makeSwipeEvent();
-  return X11Dock::on(*x11).events().makeEvent(getpid(), [] { return true; });
+  return chosenDesktop().services.makeSwipeEvent();
 }
 
 }  // namespace vembrix

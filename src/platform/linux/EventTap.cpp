@@ -2,10 +2,10 @@
 
 #include "platform/Application.h"
 #include "platform/DockSwipeEvent.h"
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
 #include "platform/linux/session/ChosenDesktop.h"
 #include "platform/linux/x11/X11Dock.h"
 #include "platform/linux/x11/X11Input.h"
+#include "platform/linux/x11/X11Services.h"
 
 namespace vembrix {
 namespace {
@@ -21,12 +21,14 @@ void followTouchpad(EventStream& events) {
 
 }  // namespace
 
-std::unique_ptr<EventTap> EventTap::create(Handler handler) {
-  X11Desktop* x11 = chosenDesktop().x11;
-  if (!x11) return EmbeddedDesktop::shared().makeTap(std::move(handler));
-  EventStream& events = X11Dock::on(*x11).events();
+std::unique_ptr<EventTap> X11Services::makeTap(EventTap::Handler handler) {
+  EventStream& events = X11Dock::on(desktop_).events();
   [[maybe_unused]] static const bool follows = (followTouchpad(events), true);
   return events.makeTap(std::move(handler));
+}
+
+std::unique_ptr<EventTap> EventTap::create(Handler handler) {
+  return chosenDesktop().services.makeTap(std::move(handler));
 }
 
 }  // namespace vembrix

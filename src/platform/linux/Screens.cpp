@@ -6,8 +6,8 @@
 #include "platform/Application.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
 #include "platform/linux/session/ChosenDesktop.h"
+#include "platform/linux/x11/X11Services.h"
 
 namespace vembrix {
 namespace {
@@ -81,12 +81,15 @@ class QtScreens : public QObject, public Screens {
 
 }  // namespace
 
-const Screens& Screens::shared() {
-  if (!chosenDesktop().x11) return EmbeddedDesktop::shared().screens();
+const Screens& X11Services::screens() {
   // Qt knows its screens only as an application.
   Application::shared();
   static auto& screens = *new QtScreens;
   return screens;
+}
+
+const Screens& Screens::shared() {
+  return chosenDesktop().services.screens();
 }
 
 }  // namespace vembrix

@@ -2,9 +2,8 @@
 
 #include <utility>
 
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
 #include "platform/linux/session/ChosenDesktop.h"
-#include "platform/linux/x11/X11Desktop.h"
+#include "platform/linux/x11/X11Services.h"
 
 namespace vembrix {
 namespace {
@@ -24,18 +23,15 @@ class X11SpaceNaming : public SpaceNaming {
   X11Desktop& desktop_;
 };
 
-SpaceNaming& choose() {
-  X11Desktop* x11 = chosenDesktop().x11;
-  if (!x11) return EmbeddedDesktop::shared().spaceNaming();
-  static X11SpaceNaming naming(*x11);
+}  // namespace
+
+SpaceNaming& X11Services::spaceNaming() {
+  static auto& naming = *new X11SpaceNaming(desktop_);
   return naming;
 }
 
-}  // namespace
-
 SpaceNaming* SpaceNaming::shared() {
-  static SpaceNaming& naming = choose();
-  return &naming;
+  return &chosenDesktop().services.spaceNaming();
 }
 
 }  // namespace vembrix

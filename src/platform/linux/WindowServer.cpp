@@ -5,10 +5,9 @@
 #include <vector>
 
 #include "platform/Application.h"
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
 #include "platform/linux/session/ChosenDesktop.h"
 #include "platform/linux/x11/WindowList.h"
-#include "platform/linux/x11/X11Desktop.h"
+#include "platform/linux/x11/X11Services.h"
 
 namespace vembrix {
 namespace {
@@ -84,19 +83,15 @@ class X11WindowServer : public WindowServer {
   std::optional<WindowList> windows_;
 };
 
-WindowServer& choose() {
-  X11Desktop* x11 = chosenDesktop().x11;
-  if (!x11) return EmbeddedDesktop::shared().windowServer();
-  // Never destroyed: Qt, which feeds it, is not either.
-  static auto& server = *new X11WindowServer(*x11);
+}  // namespace
+
+WindowServer& X11Services::windowServer() {
+  static auto& server = *new X11WindowServer(desktop_);
   return server;
 }
 
-}  // namespace
-
 WindowServer& WindowServer::shared() {
-  static WindowServer& server = choose();
-  return server;
+  return chosenDesktop().services.windowServer();
 }
 
 }  // namespace vembrix

@@ -1,4 +1,4 @@
-#include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/embedded/desktop/TestDesktop.h"
 
 #include <gmock/gmock.h>
 
@@ -17,7 +17,7 @@ class EmbeddedDesktopTest : public testing::Test {
     return center.addObserver(name, [&posts] { posts += 1; });
   }
 
-  EmbeddedDesktop& desktop_ = EmbeddedDesktop::shared();
+  TestDesktop& desktop_ = TestDesktop::shared();
   int switches_ = 0;
   Observation switchObservation_ =
       count(NotificationCenter::workspace(), notification::kActiveSpaceDidChange, switches_);

@@ -64,29 +64,23 @@ class EmbeddedDesktop::WindowServerService : public WindowServer {
   PropertyList CGSCopyManagedDisplaySpaces(ConnectionID) override {
     return desktop_.managedDisplaySpaces();
   }
-  SpaceID CGSGetActiveSpace(ConnectionID) override {
-    return desktop_.activeOverride_.value_or(desktop_.activeSpace());
-  }
+  SpaceID CGSGetActiveSpace(ConnectionID) override { return desktop_.activeSpace(); }
   void CGSManagedDisplaySetCurrentSpace(ConnectionID, std::string_view display,
                                         SpaceID space) override {
     desktop_.switchDisplayTo(display, space);
   }
-  bool canPlaceWindows() const override { return desktop_.canPlaceWindows_; }
+  bool canPlaceWindows() const override { return true; }
 
   void CGSAddWindowsToSpaces(ConnectionID, std::span<const WindowNumber> windows,
                              std::span<const SpaceID> spaces) override {
-    tell(WindowSpacesCall::Kind::Add, windows, spaces);
     desktop_.windows_.addToSpaces(windows, known(spaces));
   }
   void CGSRemoveWindowsFromSpaces(ConnectionID, std::span<const WindowNumber> windows,
                                   std::span<const SpaceID> spaces) override {
-    tell(WindowSpacesCall::Kind::Remove, windows, spaces);
     desktop_.windows_.removeFromSpaces(windows, spaces);
   }
   PropertyList CGSCopySpacesForWindows(ConnectionID, std::uint32_t,
                                        std::span<const WindowNumber> windows) override {
-    tell(WindowSpacesCall::Kind::Copy, windows, {});
-    if (desktop_.windowSpacesOverride_) return *desktop_.windowSpacesOverride_;
     PropertyList::Array answer;
     for (const SpaceID space : desktop_.windows_.spacesOf(windows, desktop_.spaceIDs())) {
       answer.emplace_back(static_cast<std::int64_t>(space));
@@ -96,10 +90,6 @@ class EmbeddedDesktop::WindowServerService : public WindowServer {
   PropertyList CGWindowListCopyWindowInfo(std::uint32_t) override { return desktop_.windowList(); }
 
  private:
-  void tell(WindowSpacesCall::Kind kind, std::span<const WindowNumber> windows,
-            std::span<const SpaceID> spaces) const {
-    if (desktop_.windowSpacesWatcher_) desktop_.windowSpacesWatcher_({kind, windows, spaces});
-  }
   [[nodiscard]] std::vector<SpaceID> known(std::span<const SpaceID> spaces) const {
     std::vector<SpaceID> known;
     std::ranges::copy_if(spaces, std::back_inserter(known),
@@ -109,11 +99,6 @@ class EmbeddedDesktop::WindowServerService : public WindowServer {
 
   EmbeddedDesktop& desktop_;
 };
-
-EmbeddedDesktop& EmbeddedDesktop::shared() {
-  static EmbeddedDesktop desktop;
-  return desktop;
-}
 
 EmbeddedDesktop::EmbeddedDesktop()
     : dock_([this](Dock::Direction direction, Dock::Arrival arrival) {
@@ -135,7 +120,7 @@ EmbeddedDesktop::~EmbeddedDesktop() = default;
 Accessibility& EmbeddedDesktop::accessibility() {
   return *accessibility_;
 }
-Screens& EmbeddedDesktop::screens() {
+const Screens& EmbeddedDesktop::screens() {
   return *screens_;
 }
 SpaceNaming& EmbeddedDesktop::spaceNaming() {
@@ -328,7 +313,6 @@ EmbeddedDesktop::DisplayState* EmbeddedDesktop::displayOf(SpaceID space) {
 // Answers
 
 const PropertyList& EmbeddedDesktop::managedDisplaySpaces() {
-  if (answerOverride_) return *answerOverride_;
   if (!answer_.isNull()) return answer_;
   PropertyList::Array displays;
   for (const DisplayState& state : displays_) {
@@ -345,14 +329,6 @@ const PropertyList& EmbeddedDesktop::managedDisplaySpaces() {
   }
   answer_ = PropertyList(std::move(displays));
   return answer_;
-}
-
-void EmbeddedDesktop::overrideManagedDisplaySpaces(std::optional<PropertyList> answer) {
-  answerOverride_ = std::move(answer);
-}
-
-void EmbeddedDesktop::overrideActiveSpace(std::optional<SpaceID> answer) {
-  activeOverride_ = answer;
 }
 
 // The system around the Spaces

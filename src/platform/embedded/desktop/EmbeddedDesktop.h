@@ -1,11 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +17,7 @@
 #include "platform/SpaceNaming.h"
 #include "platform/WindowServer.h"
 #include "platform/embedded/desktop/EmbeddedInput.h"
+#include "platform/portable/DesktopServices.h"
 #include "platform/portable/Dock.h"
 #include "platform/portable/EventStream.h"
 #include "platform/portable/SpaceWindows.h"
@@ -32,7 +31,7 @@ namespace vembrix {
 ///
 /// Initially there is one display "Main" of 1440 x 900 points with four ordinary Spaces, the first
 /// of them active.
-class EmbeddedDesktop {
+class EmbeddedDesktop : public DesktopServices {
  public:
   using SpaceID = WindowServer::SpaceID;
 
@@ -50,13 +49,11 @@ class EmbeddedDesktop {
     double menuBarHeight = 24;
   };
 
-  /// The desktop that the services of the embedded platform show.
+  /// The process's desktop, which the linked platform makes.
   static EmbeddedDesktop& shared();
 
   EmbeddedDesktop();
-  ~EmbeddedDesktop();
-  EmbeddedDesktop(const EmbeddedDesktop&) = delete;
-  EmbeddedDesktop& operator=(const EmbeddedDesktop&) = delete;
+  ~EmbeddedDesktop() override;
 
   // Displays. Each change posts kScreenParametersDidChange.
 
@@ -100,62 +97,21 @@ class EmbeddedDesktop {
   // ends the slide first. A swipe past either end of the list has no effect.
 
   /// The devices and their monitors.
-  EmbeddedInput& input() { return input_; }
+  EmbeddedInput& input() override { return input_; }
   /// The session's gesture events.
   EventStream& events() { return events_; }
-  /// Create an event for this process to post (null when refused), and a tap on all events. Both
-  /// need the permission.
-  std::unique_ptr<DockSwipeEvent> makeSwipeEvent();
-  std::unique_ptr<EventTap> makeTap(EventTap::Handler handler);
   /// Performs a whole swipe of the user on the trackpad.
   void swipe(Dock::Direction direction);
-  /// Refuses the next `count` swipe events that this process asks for.
-  void refuseSwipeEvents(int count) { eventsToRefuse_ = count; }
-  /// Refuses all taps, even with the permission.
-  void refuseTaps() { refusesTaps_ = true; }
   /// Sets how long Spaces slide after a swipe has ended; initially 200 ms.
   void setTransitionTime(Duration time) { transitionTime_ = time; }
-  /// Makes the Dock ignore the next `count` swipes.
-  void loseSwipes(int count) { swipesToLose_ = count; }
-  /// Number of swipes that moved the user or reached the end of the list.
-  int completedSwipes() const { return completedSwipes_; }
 
   /// Opens or closes Mission Control, during which the Dock covers every display.
   void setMissionControl(bool open) { missionControl_ = open; }
   /// The windows of all programs, this one's included, and the Spaces that hold them.
-  SpaceWindows& windows() { return windows_; }
+  SpaceWindows& windows() override { return windows_; }
   /// Another program opens a window in the active Space, in the top left corner of the
   /// primary display.
   void addWindow(std::string owner, Size size);
-  /// Overrides the window list's answer.
-  void overrideWindowList(std::optional<PropertyList> answer) {
-    windowListOverride_ = std::move(answer);
-  }
-
-  // Override the window server's answers; empty to end that. Changes are not announced.
-
-  void overrideManagedDisplaySpaces(std::optional<PropertyList> answer);
-  void overrideActiveSpace(std::optional<SpaceID> answer);
-  void overrideSpacesForWindows(std::optional<PropertyList> answer) {
-    windowSpacesOverride_ = std::move(answer);
-  }
-
-  /// Sets whether windows can be added to and removed from Spaces; initially true.
-  void setCanPlaceWindows(bool can) { canPlaceWindows_ = can; }
-
-  /// A program's call to the window server about windows in Spaces. The lists are valid during the
-  /// call.
-  struct WindowSpacesCall {
-    enum class Kind { Add, Remove, Copy };
-    Kind kind{};
-    std::span<const WindowServer::WindowNumber> windows;
-    /// Empty for a query.
-    std::span<const SpaceID> spaces;
-  };
-  /// Sets what receives each such call before it is carried out; may be empty.
-  void watchWindowSpaces(std::function<void(const WindowSpacesCall&)> watcher) {
-    windowSpacesWatcher_ = std::move(watcher);
-  }
 
   // The user's permission and the look of the system.
 
@@ -179,12 +135,18 @@ class EmbeddedDesktop {
   /// Number of times that a published name has changed.
   int publishCount() const { return publishCount_; }
 
-  // The desktop as services.
+  // The desktop as services. Events to post and taps need the permission.
 
-  Accessibility& accessibility();
-  Screens& screens();
-  SpaceNaming& spaceNaming();
-  WindowServer& windowServer();
+  Accessibility& accessibility() override;
+  const Screens& screens() override;
+  SpaceNaming& spaceNaming() override;
+  WindowServer& windowServer() override;
+  std::unique_ptr<DockSwipeEvent> makeSwipeEvent() override;
+  std::unique_ptr<EventTap> makeTap(EventTap::Handler handler) override;
+
+ protected:
+  /// Moves the active display to the neighbouring Space, as the Dock does when a swipe has ended.
+  virtual void swipeCompleted(Dock::Direction direction, Dock::Arrival arrival);
 
  private:
   struct Space {
@@ -219,21 +181,15 @@ class EmbeddedDesktop {
   void switchDisplayTo(std::string_view display, SpaceID space);
   void publishName(SpaceID space, std::string_view name);
   PropertyList windowList() const;
-  void swipeCompleted(Dock::Direction direction, Dock::Arrival arrival);
   void endTransition();
 
   std::vector<DisplayState> displays_;
   std::size_t activeDisplay_ = 0;
   SpaceID nextSpaceID_ = 1;
-  std::optional<PropertyList> answerOverride_;
-  std::optional<SpaceID> activeOverride_;
-  std::optional<PropertyList> windowSpacesOverride_;
-  std::function<void(const WindowSpacesCall&)> windowSpacesWatcher_;
   /// The cached answer of the window server; null when out of date.
   PropertyList answer_;
 
   bool announcesSpaces_ = false;
-  bool canPlaceWindows_ = true;
   bool trusted_ = true;
   bool missionControl_ = false;
   int promptCount_ = 0;
@@ -248,16 +204,11 @@ class EmbeddedDesktop {
   EventStream events_;
   EmbeddedInput input_;
   Duration transitionTime_ = std::chrono::milliseconds(200);
-  int eventsToRefuse_ = 0;
-  bool refusesTaps_ = false;
-  int swipesToLose_ = 0;
-  int completedSwipes_ = 0;
   /// Empty unless Spaces slide.
   WorkItem transition_;
   SpaceID transitionTarget_ = 0;
 
   SpaceWindows windows_{[this] { return activeSpace(); }};
-  std::optional<PropertyList> windowListOverride_;
 
   std::unique_ptr<AccessibilityService> accessibility_;
   std::unique_ptr<ScreensService> screens_;

@@ -36,15 +36,11 @@ PropertyList windowDescription(const std::string& owner, const Rect& frame, doub
 std::unique_ptr<DockSwipeEvent> EmbeddedDesktop::makeSwipeEvent() {
   // Any process but a device, which is 0.
   constexpr std::int64_t kOwnProcess = 1;
-  if (eventsToRefuse_ > 0) {
-    eventsToRefuse_ -= 1;
-    return nullptr;
-  }
   return events_.makeEvent(kOwnProcess, [this] { return trusted_; });
 }
 
 std::unique_ptr<EventTap> EmbeddedDesktop::makeTap(EventTap::Handler handler) {
-  return trusted_ && !refusesTaps_ ? events_.makeTap(std::move(handler)) : nullptr;
+  return trusted_ ? events_.makeTap(std::move(handler)) : nullptr;
 }
 
 void EmbeddedDesktop::swipe(Dock::Direction direction) {
@@ -55,11 +51,6 @@ void EmbeddedDesktop::swipe(Dock::Direction direction) {
 }
 
 void EmbeddedDesktop::swipeCompleted(Dock::Direction direction, Dock::Arrival arrival) {
-  if (swipesToLose_ > 0) {
-    swipesToLose_ -= 1;
-    return;
-  }
-  completedSwipes_ += 1;
   endTransition();
   if (activeDisplay_ >= displays_.size()) return;
   const DisplayState& state = displays_[activeDisplay_];
@@ -87,7 +78,6 @@ void EmbeddedDesktop::addWindow(std::string owner, Size size) {
 }
 
 PropertyList EmbeddedDesktop::windowList() const {
-  if (windowListOverride_) return *windowListOverride_;
   const double height = displays_.empty() ? 0 : displays_.front().display.frame.height;
   PropertyList::Array list;
   if (missionControl_) {

@@ -10,7 +10,7 @@
 #include "platform/SystemLog.h"
 #include "platform/embedded/desktop/EmbeddedDesktop.h"
 #include "platform/linux/session/ProgramEnd.h"
-#include "platform/linux/x11/X11Desktop.h"
+#include "platform/linux/x11/X11Services.h"
 
 namespace vembrix {
 namespace {
@@ -32,7 +32,8 @@ bool wantsEmbedded() {
 }
 
 ChosenDesktop embedded(const char* qtPlatform) {
-  return {nullptr, environment("QT_QPA_PLATFORM").empty() ? qtPlatform : nullptr};
+  return {EmbeddedDesktop::shared(), nullptr,
+          environment("QT_QPA_PLATFORM").empty() ? qtPlatform : nullptr};
 }
 
 struct Choice {
@@ -46,9 +47,10 @@ Choice choose() {
   std::unique_ptr<X11Connection> connection = X11Connection::open();
   if (!connection) return {embedded("offscreen"), isEmbeddedWanted};
   if (isEmbeddedWanted) return {embedded("xcb"), true};
-  auto desktop = std::make_unique<X11Desktop>(std::move(connection));
-  // Never destroyed: it must be there until the very end of the process.
-  return {{desktop.release(), "xcb"}, false};
+  // Never destroyed: they must be there until the very end of the process.
+  auto& desktop = *new X11Desktop(std::move(connection));
+  auto& services = *new X11Services(desktop);
+  return {{services, &desktop, "xcb"}, false};
 }
 
 const Choice& choice() {
@@ -57,6 +59,11 @@ const Choice& choice() {
 }
 
 }  // namespace
+
+EmbeddedDesktop& EmbeddedDesktop::shared() {
+  static EmbeddedDesktop desktop;
+  return desktop;
+}
 
 const ChosenDesktop& chosenDesktop() {
   return choice().desktop;
@@ -77,8 +84,7 @@ void requireDesktop() {
 }
 
 SpaceWindows& chosenWindows() {
-  X11Desktop* x11 = chosenDesktop().x11;
-  return x11 ? x11->windows() : EmbeddedDesktop::shared().windows();
+  return chosenDesktop().services.windows();
 }
 
 }  // namespace vembrix

@@ -2,11 +2,14 @@
 
 namespace vembrix {
 
+class DesktopServices;
 class SpaceWindows;
 class X11Desktop;
 
 /// The desktop that the program runs on.
 struct ChosenDesktop {
+  /// The services of the seam that differ from one desktop to another.
+  DesktopServices& services;
   /// The desktop of the X session; null for the desktop in the process.
   X11Desktop* x11 = nullptr;
   /// The matching Qt platform; null where the user has named one.

@@ -10,6 +10,7 @@
 #include "platform/Application.h"
 #include "platform/Screens.h"
 #include "platform/WindowServer.h"
+#include "platform/embedded/desktop/EmbeddedDesktop.h"
 #include "platform/linux/support/PrivateDisplay.h"
 #include "platform/linux/support/SentLines.h"
 #include "platform/linux/support/TestSession.h"
@@ -84,6 +85,28 @@ TEST_F(ChosenDesktopTest, IsTheEmbeddedOneWhereThatIsDemanded) {
   EXPECT_EQ(qtPlatform(), "xcb");
   requireDesktop();
   EXPECT_THAT(sentLines(), IsEmpty());
+}
+
+TEST_F(ChosenDesktopTest, AllServicesAreThoseOfTheEmbeddedOneWhereThatIsChosen) {
+  PrivateDisplay display;
+  display.startWindowManager();
+  demand("embedded");
+  EmbeddedDesktop& desktop = EmbeddedDesktop::shared();
+  EXPECT_EQ(&Accessibility::shared(), &desktop.accessibility());
+  EXPECT_EQ(&InputMonitor::shared(), &desktop.input());
+  EXPECT_EQ(&Screens::shared(), &desktop.screens());
+  EXPECT_EQ(SpaceNaming::shared(), &desktop.spaceNaming());
+  EXPECT_EQ(&WindowServer::shared(), &desktop.windowServer());
+  EXPECT_EQ(&chosenDesktop().services.windows(), &desktop.windows());
+
+  int events = 0;
+  const auto tap = EventTap::create([&events](std::uint32_t, const TappedEvent&) { events += 1; });
+  ASSERT_NE(tap, nullptr);
+  tap->enable();
+  desktop.swipe(Dock::Direction::Right);
+  EXPECT_EQ(events, 3) << "the tap";
+  DockSwipeEvent::create()->post();
+  EXPECT_EQ(events, 4) << "the events that are posted";
 }
 
 TEST_F(ChosenDesktopTest, TheUsersQtPlatformStands) {
