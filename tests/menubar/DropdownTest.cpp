@@ -1,89 +1,20 @@
-// The dropdown of the status item, from its opening to what it does to the
-// desktop.
+#include "menubar/DropdownTest.h"
 
 #include <gmock/gmock.h>
 
 #include <string>
-#include <vector>
 
 #include "menubar/DropdownContent.h"
-#include "menubar/MenuBarController.h"
-#include "menubar/SpaceRow.h"
-#include "platform/embedded/desktop/TestDesktop.h"
-#include "platform/embedded/faces/RecordingDropdownMenu.h"
-#include "platform/embedded/faces/RecordingStatusItem.h"
-#include "platform/embedded/services/EmbeddedApplication.h"
-#include "platform/embedded/services/EmbeddedMainQueue.h"
-#include "platform/embedded/services/EmbeddedUserDefaults.h"
-#include "settings/PreferencesStore.h"
-#include "spaces/SpaceManager.h"
-#include "spaces/SpaceObserver.h"
 
 namespace vembrix {
 namespace {
 
-using std::chrono::seconds;
 using testing::ElementsAre;
 using testing::SizeIs;
 using Array = PropertyList::Array;
 using SpaceType = EmbeddedDesktop::SpaceType;
 
-constexpr Srgb kPink{1.0, 0.71, 0.76};
-constexpr Srgb kBlue{0.69, 0.83, 1.0};
-
-class DropdownTest : public testing::Test {
- protected:
-  void SetUp() override {
-    SpaceManager::shared().reload();
-    controller_ = MenuBarController::create();
-  }
-
-  RecordingDropdownMenu& menu() {
-    return static_cast<RecordingDropdownMenu&>(*RecordingStatusItem::current()->menu());
-  }
-
-  /// Closes the menu where it is open, and opens it anew.
-  RecordingDropdownMenu& open() {
-    menu().close();
-    menu().open();
-    return menu();
-  }
-
-  RecordingSpaceRowView& row(std::size_t place) { return *menu().rows().at(place); }
-  /// The only oval of a row's dot.
-  const DotImage::Oval& dot(std::size_t place) { return row(place).content().dot.ovals.at(0); }
-
-  /// Renames the row of that place in the open menu.
-  void rename(std::size_t place, std::string_view name) {
-    row(place).hover();
-    row(place).clickPencil();
-    row(place).type(name);
-    menu().press(RowKey::Return);
-  }
-
-  std::string strip() { return RecordingStatusItem::current()->title(); }
-  static std::string uuid(std::size_t place) {
-    return "embedded-space-" + std::to_string(place + 1);
-  }
-  PropertyList storedName(std::size_t place) { return defaults_.object("SpaceNames")[uuid(place)]; }
-  /// The uuids in the order of use, the last used first; before the first opening.
-  void setRecency(Array uuids) { defaults_.set("SpaceHeatRecency", std::move(uuids)); }
-  std::size_t activePlace() {
-    const auto ids = desktop_.spaceIDs();
-    return static_cast<std::size_t>(std::ranges::find(ids, desktop_.activeSpace()) - ids.begin());
-  }
-
-  TestDesktop& desktop_ = TestDesktop::shared();
-  EmbeddedMainQueue& queue_ = EmbeddedMainQueue::shared();
-  EmbeddedUserDefaults& defaults_ = EmbeddedUserDefaults::shared();
-  PreferencesStore& store_ = PreferencesStore::shared();
-  SpaceObserver observer_;
-  Observation arrival_ = NotificationCenter::workspace().addObserver(
-      notification::kActiveSpaceDidChange, [this] { observer_.activeSpaceDidChange(); });
-  std::shared_ptr<MenuBarController> controller_;
-};
-
-// What it holds.
+// What it holds
 
 TEST_F(DropdownTest, HasARowPerDesktopThenPreferencesThenQuit) {
   EXPECT_THAT(open().titles(), ElementsAre("Desktop 1", "Desktop 2", "Desktop 3", "Desktop 4", "-",
@@ -171,7 +102,7 @@ TEST_F(DropdownTest, AThousandOpeningsLeaveOneSetOfRows) {
   EXPECT_EQ(RecordingSpaceRowView::liveCount(), 0);
 }
 
-// Dots and names.
+// Dots and names
 
 TEST_F(DropdownTest, TheActiveDesktopHasADiscAndASemiboldName) {
   desktop_.activate(desktop_.spaceAt(1));
@@ -230,7 +161,7 @@ TEST_F(DropdownTest, NamesOfAnyScriptAreShown) {
   EXPECT_EQ(row(3).state().label, emoji);
 }
 
-// Heat.
+// Heat
 
 TEST_F(DropdownTest, AHeatOfExactlyFiveHundredthsGlowsNotAndOfSixGlowsInTheRimsColor) {
   EXPECT_EQ(heatGlow(0.05), std::nullopt);
@@ -279,7 +210,7 @@ TEST_F(DropdownTest, AHeatPaletteOfTheWrongKindIsTheFirst) {
   EXPECT_EQ(heatGlow(1.0), Color(Srgb{1.0, 0.64, 0.24, 1.0}));
 }
 
-// Themes.
+// Themes
 
 TEST_F(DropdownTest, TheAppearanceIsThatOfTheThemeAtTheOpening) {
   EXPECT_EQ(open().appearance(), Appearance::Light);
@@ -316,190 +247,6 @@ TEST_F(DropdownTest, WithAnyOtherThemeTheCommandsHaveTheSystemsFont) {
     EXPECT_EQ(menu().command("Preferences…")->font, system) << theme.name;
     EXPECT_EQ(menu().command("Quit Vembrix")->font, system) << theme.name;
   }
-}
-
-// What it does.
-
-TEST_F(DropdownTest, AClickOnARowClosesTheMenuAndMovesTheUserThere) {
-  open();
-  row(2).clickName();
-  EXPECT_FALSE(menu().isOpen());
-  queue_.advance(seconds(2));
-  EXPECT_EQ(activePlace(), 2U);
-  EXPECT_EQ(strip(), " Desktop 3 ");
-}
-
-TEST_F(DropdownTest, WithoutThePermissionAClickMovesTheUserAtOnce) {
-  desktop_.setTrusted(false);
-  open();
-  row(3).clickDot();
-  queue_.runPending();
-  EXPECT_EQ(activePlace(), 3U);
-}
-
-TEST_F(DropdownTest, AClickOnTheCurrentDesktopOnlyCloses) {
-  open();
-  row(0).clickName();
-  EXPECT_FALSE(menu().isOpen());
-  queue_.advance(seconds(2));
-  EXPECT_EQ(activePlace(), 0U);
-  EXPECT_EQ(desktop_.completedSwipes(), 0);
-}
-
-TEST_F(DropdownTest, TheArrowKeysAndReturnMoveTheUser) {
-  open();
-  menu().highlight(0);
-  menu().highlight(1);
-  menu().press(RowKey::Return);
-  queue_.advance(seconds(2));
-  EXPECT_EQ(activePlace(), 1U);
-}
-
-TEST_F(DropdownTest, ARowActsAlsoWhenTheMenuIsFilledAnewBeforeIt) {
-  open();
-  row(1).clickName();
-  open();
-  queue_.advance(seconds(2));
-  EXPECT_EQ(activePlace(), 1U);
-}
-
-TEST_F(DropdownTest, AClickOnADesktopThatVanishedMeanwhileLeavesTheUserOnADesktop) {
-  open();
-  desktop_.removeSpace(desktop_.spaceAt(3));
-  row(3).clickName();
-  queue_.advance(seconds(2));
-  EXPECT_LT(activePlace(), 3U);
-  SpaceManager::shared().reload();
-  EXPECT_EQ(SpaceManager::shared().activeSpaceID(), desktop_.activeSpace());
-}
-
-TEST_F(DropdownTest, AClickOnADesktopThatIsKnownToHaveVanishedDoesNothing) {
-  for (const bool trusted : {true, false}) {
-    desktop_.setTrusted(trusted);
-    open();
-    desktop_.removeSpace(desktop_.spaceAt(desktop_.spaceIDs().size() - 1));
-    SpaceManager::shared().reload();
-    menu().rows().back()->clickName();
-    queue_.advance(seconds(2));
-    EXPECT_EQ(activePlace(), 0U);
-  }
-}
-
-TEST_F(DropdownTest, ARenameShowsAtOnceInTheRowAndOnTheStripAndTheMenuStaysOpen) {
-  open();
-  rename(0, "  Work 🛠 ");
-  EXPECT_TRUE(menu().isOpen());
-  EXPECT_EQ(row(0).state().label, "  Work 🛠 ");
-  EXPECT_EQ(storedName(0), PropertyList(std::string("Work 🛠")));
-  EXPECT_EQ(strip(), " Work 🛠 ");
-  EXPECT_EQ(open().titles().front(), "Work 🛠");
-}
-
-TEST_F(DropdownTest, ABlankNameBringsTheDefaultBack) {
-  open();
-  rename(0, "Work");
-  open();
-  rename(0, "   ");
-  EXPECT_EQ(row(0).state().label, "Work") << "the name that the menu opened with";
-  EXPECT_TRUE(storedName(0).isNull());
-  EXPECT_EQ(strip(), " Desktop 1 ");
-  EXPECT_EQ(open().titles().front(), "Desktop 1");
-}
-
-TEST_F(DropdownTest, EscapeLeavesTheOldName) {
-  open();
-  row(0).hover();
-  row(0).clickPencil();
-  row(0).type("Work");
-  menu().press(RowKey::Escape);
-  EXPECT_TRUE(menu().isOpen());
-  EXPECT_EQ(row(0).state().label, "Desktop 1");
-  EXPECT_TRUE(storedName(0).isNull());
-  EXPECT_EQ(strip(), " Desktop 1 ");
-}
-
-TEST_F(DropdownTest, ReturnWithoutAChangeStoresTheNameThatIsShown) {
-  open();
-  row(1).hover();
-  row(1).clickPencil();
-  menu().press(RowKey::Return);
-  EXPECT_EQ(storedName(1), PropertyList(std::string("Desktop 2")));
-  EXPECT_EQ(row(1).state().label, "Desktop 2");
-}
-
-TEST_F(DropdownTest, SeveralDesktopsAreRenamedInOneOpening) {
-  open();
-  rename(0, "Mail");
-  rename(1, "Code");
-  EXPECT_EQ(open().titles()[0], "Mail");
-  EXPECT_EQ(menu().titles()[1], "Code");
-}
-
-TEST_F(DropdownTest, ARenamedDesktopThatVanishedMeanwhileKeepsItsNameForItsReturn) {
-  open();
-  desktop_.removeSpace(desktop_.spaceAt(3));
-  SpaceManager::shared().reload();
-  rename(3, "Gone");
-  EXPECT_EQ(storedName(3), PropertyList(std::string("Gone")));
-  EXPECT_THAT(open().rows(), SizeIs(3));
-  menu().close();
-  desktop_.addSpace("Main", SpaceType::Desktop, uuid(3));
-  EXPECT_EQ(open().titles()[3], "Gone");
-}
-
-TEST_F(DropdownTest, AMenuFilledAnewDuringTheEditingForgetsWhatWasTyped) {
-  open();
-  row(0).hover();
-  row(0).clickPencil();
-  row(0).type("Wor");
-  open();
-  EXPECT_FALSE(row(0).state().isEditing);
-  EXPECT_EQ(row(0).state().label, "Desktop 1");
-  EXPECT_TRUE(storedName(0).isNull());
-  EXPECT_EQ(RecordingSpaceRowView::liveCount(), 4);
-  rename(0, "Work");
-  EXPECT_EQ(strip(), " Work ");
-}
-
-TEST_F(DropdownTest, ACommandKeyDuringTheEditingIsText) {
-  open();
-  row(0).hover();
-  row(0).clickPencil();
-  menu().pressKeyEquivalent("q");
-  EXPECT_TRUE(menu().isOpen());
-  EXPECT_FALSE(EmbeddedApplication::shared().isTerminated());
-}
-
-TEST_F(DropdownTest, PreferencesBringsTheProgramToTheFront) {
-  open();
-  menu().choose("Preferences…");
-  EXPECT_FALSE(menu().isOpen());
-  EXPECT_EQ(EmbeddedApplication::shared().activationCount(), 1);
-  open();
-  menu().pressKeyEquivalent(",");
-  EXPECT_EQ(EmbeddedApplication::shared().activationCount(), 2);
-}
-
-TEST_F(DropdownTest, QuitEndsTheProgram) {
-  open();
-  menu().pressKeyEquivalent("q");
-  EXPECT_FALSE(menu().isOpen());
-  EXPECT_TRUE(EmbeddedApplication::shared().isTerminated());
-}
-
-TEST_F(DropdownTest, ReturnOnASelectedCommandChoosesIt) {
-  open();
-  menu().highlight(7);
-  menu().press(RowKey::KeypadEnter);
-  EXPECT_TRUE(EmbeddedApplication::shared().isTerminated());
-}
-
-TEST_F(DropdownTest, CommandsOutliveTheControllerWithoutHarm) {
-  open();
-  const auto action = std::get<std::function<void()>>(menu().command("Preferences…")->action);
-  controller_.reset();
-  action();
-  EXPECT_EQ(EmbeddedApplication::shared().activationCount(), 0);
 }
 
 }  // namespace
