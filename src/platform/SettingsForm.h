@@ -108,6 +108,9 @@ struct ColorGrid {
   /// name where it cannot be expressed in them.
   std::function<void(int index, const Color& color)> onChange;
   TextStyle nameStyle;
+  /// Returns the colours to be offered first where the user chooses one, with a name for each.
+  /// Called whenever a choice begins.
+  std::function<std::vector<Well>()> swatches = {};
 };
 
 struct PushButton {

@@ -1,4 +1,8 @@
+#include <algorithm>
+#include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
@@ -34,10 +38,11 @@ void colorModeChanged(int index) {
   if (index == 1) store().setColorMode(ColorMode::ColorBackground);
 }
 
-void paletteSelected(int index) {
+/// The palette of that place in the popup, or null.
+const ColorPalette* paletteAt(int index) {
   const auto& palettes = PreferencesStore::palettes();
-  if (index < 0 || std::cmp_greater_equal(index, palettes.size())) return;
-  store().applyPalette(palettes[static_cast<std::size_t>(index)]);
+  if (index < 0 || std::cmp_greater_equal(index, palettes.size())) return nullptr;
+  return &palettes[static_cast<std::size_t>(index)];
 }
 
 /// The desktop at that place among the desktops as they are now, or null.
@@ -61,23 +66,49 @@ void spaceColorChanged(int index, const Color& color) {
   store().setSpaceColors(colors);
 }
 
-Popup palettePopup() {
-  std::vector<std::string> names;
-  for (const ColorPalette& palette : PreferencesStore::palettes()) names.push_back(palette.name);
-  return popupOf(std::move(names), kShownPalette,
-                 [](int index, const std::string&) { paletteSelected(index); });
+/// The palette that the page's popup shows.
+using ShownPalette = std::shared_ptr<const ColorPalette*>;
+
+ShownPalette firstShownPalette() {
+  const auto& palettes = PreferencesStore::palettes();
+  const auto found = std::ranges::find(palettes, kShownPalette, &ColorPalette::name);
+  return std::make_shared<const ColorPalette*>(found == palettes.end() ? nullptr : &*found);
 }
 
-ColorGrid desktopColors() {
-  ColorGrid grid{
-      .wells = {}, .onChange = spaceColorChanged, .nameStyle = {ds::kBodyFont, ds::kTextColor}};
+Popup palettePopup(const ShownPalette& shown) {
+  std::vector<std::string> names;
+  for (const ColorPalette& palette : PreferencesStore::palettes()) names.push_back(palette.name);
+  return popupOf(std::move(names), kShownPalette, [shown](int index, const std::string&) {
+    const ColorPalette* palette = paletteAt(index);
+    if (!palette) return;
+    *shown = palette;
+    store().applyPalette(*palette);
+  });
+}
+
+/// The desktops with their colours, as they are now.
+std::vector<ColorGrid::Well> desktopColors() {
+  std::vector<ColorGrid::Well> desktops;
   const SpaceManager& manager = SpaceManager::shared();
   for (const SpaceInfo& space : manager.spaces()) {
     if (!space.isDesktop()) continue;
     const SpaceColorConfig config = store().colorConfig(space.uuid);
-    grid.wells.push_back({manager.displayName(space), usedColor(config).srgb()});
+    desktops.push_back({manager.displayName(space), usedColor(config).srgb()});
   }
-  return grid;
+  return desktops;
+}
+
+/// The palette's colours, and those of the desktops that are not among them.
+std::vector<ColorGrid::Well> swatchesOf(const ColorPalette* palette) {
+  std::vector<ColorGrid::Well> swatches;
+  for (const CodableColor& color : palette ? palette->colors : std::vector<CodableColor>()) {
+    swatches.push_back({palette->name + " " + std::to_string(swatches.size() + 1), color.srgb()});
+  }
+  for (ColorGrid::Well& desktop : desktopColors()) {
+    const auto same = std::ranges::find(swatches, desktop.color, &ColorGrid::Well::color);
+    if (same == swatches.end()) swatches.push_back(std::move(desktop));
+  }
+  return swatches;
 }
 
 }  // namespace
@@ -89,9 +120,13 @@ SettingsForm makeColorsTab() {
                    editsForeground() ? kTextColorTitle : kBackgroundColorTitle,
                    [](int index, const std::string&) { colorModeChanged(index); }),
            FormBuilder::controlWidth);
-  form.row("Palette:", palettePopup(), FormBuilder::controlWidth);
+  const ShownPalette palette = firstShownPalette();
+  form.row("Palette:", palettePopup(palette), FormBuilder::controlWidth);
   form.header("Desktop Colors");
-  form.full(desktopColors());
+  form.full(ColorGrid{.wells = desktopColors(),
+                      .onChange = spaceColorChanged,
+                      .nameStyle = {ds::kBodyFont, ds::kTextColor},
+                      .swatches = [palette] { return swatchesOf(*palette); }});
   return form.take();
 }
 

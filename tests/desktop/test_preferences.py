@@ -10,7 +10,7 @@ from support.preferences import Preferences
 from support.processes import wait_until
 from support.screen import distance, rgb
 from test_settings import WRONG_TYPES
-from support.vembrix import TOLERANCE, DesktopTest, SharedRunTest
+from support.vembrix import PINK, TOLERANCE, DesktopTest, SharedRunTest
 
 ALPINE = rgb(0.96, 0.965, 0.973)
 CORAL = rgb(0.1, 0.1, 0.11)
@@ -127,25 +127,64 @@ class PreferencesTest(SharedRunTest):
         self.press("Colors", 1, "End")
         wait_until(lambda: "SpaceColors" in self.defaults.read(), "colours of a palette")
 
-    def test_a_colour_well_opens_the_dialog(self):
-        self.preferences.open()
-        self.press("Colors", 2, "space")
-        wait_until(self.dialog, "the dialog for colours")
-        # The dialog's field for the colour's name.
-        self.preferences.key("alt+h")
-        self.preferences.key("ctrl+a")
-        self.desktop.run("xdotool", "type", "--delay", "20", "#00ff00")
-        self.preferences.key("Return")
+    def test_the_dialog_of_a_well_changes_the_colour_at_once(self):
+        self.open_dialog()
+        self.pick("#00ff00")
         self.program.wait_for_fill((0, 255, 0))
+        self.preferences.key("Return")
+        self.wait_until_dialog_closed()
         wait_until(lambda: "SpaceColors" in self.defaults.read(), "the stored colour")
         colors = json.loads(self.defaults.read()["SpaceColors"])
         self.assertEqual(colors["x11-desktop-1"]["background"]["green"], 1)
 
+    def test_escape_in_the_dialog_brings_the_former_colour_back(self):
+        self.open_dialog()
+        self.pick("#00ff00")
+        self.program.wait_for_fill((0, 255, 0))
+        self.preferences.key("Escape")
+        self.wait_until_dialog_closed()
+        self.program.wait_for_fill(PINK)
+
+    def test_the_dialog_stands_beside_the_settings(self):
+        self.open_dialog()
+        left, _, width, _ = self.preferences.window().frame()
+        x, y, dialog_width, height = self.dialog().frame()
+        self.assertGreaterEqual(x, left + width)
+        self.assertLessEqual(x + dialog_width, self.desktop.size[0])
+        self.assertLessEqual(y + height, self.desktop.size[1])
+        kinds = self.dialog().read("_NET_WM_WINDOW_TYPE").split(", ")
+        self.assertEqual(kinds[0], "_NET_WM_WINDOW_TYPE_DIALOG")
+        self.assertIn(self.preferences.window().identifier, self.dialog().read("WM_TRANSIENT_FOR"))
+        self.assertIn("_NET_WM_STATE_SKIP_TASKBAR", self.dialog().read("_NET_WM_STATE"))
+        self.preferences.key("Escape")
+        self.wait_until_dialog_closed()
+
+    def open_dialog(self):
+        """Opens the dialog of the first desktop's well."""
+        self.preferences.open()
+        self.press("Colors", 2, "space")
+        wait_until(self.dialog, "the dialog for colours")
+        wait_until(lambda: self.is_active(self.dialog()), "the keyboard in the dialog")
+
+    def pick(self, color):
+        # Its field for the colour's name.
+        self.preferences.key("alt+h")
+        self.preferences.key("ctrl+a")
+        self.desktop.run("xdotool", "type", "--delay", "20", color)
+
+    def wait_until_dialog_closed(self):
+        wait_until(lambda: self.dialog() is None, "the dialog to close")
+        wait_until(
+            lambda: self.is_active(self.preferences.window()), "the keyboard in the settings"
+        )
+
+    def is_active(self, window):
+        active = self.desktop.root_property("_NET_ACTIVE_WINDOW")
+        return int(active.split()[-1], 16) == int(window.identifier, 16)
+
     def dialog(self):
         for window in self.desktop.windows_of_class("vembrix"):
-            # The label window of the desktop has the same name.
-            is_label = window.read("WM_WINDOW_ROLE") == "label"
-            if window.visible and window.name == "Desktop 1" and not is_label and window.frame()[2] > 300:
+            if window.visible and window.read("WM_WINDOW_ROLE") == "color-dialog":
                 return window
         return None
 

@@ -82,6 +82,29 @@ TEST_F(ColorsTabTest, ChoosingAPaletteRecoloursEveryDesktopAndReopeningShowsPast
               ElementsAre(Color(neon[0].srgb()), Color(neon[1].srgb()), Color(neon[2].srgb())));
 }
 
+TEST_F(ColorsTabTest, ThePalettesColoursAndThenThoseOfTheDesktopsAreOfferedFirst) {
+  setDesktops(2);
+  open("Colors");
+  const auto offered = [&] {
+    std::vector<Color> colors;
+    for (const auto& swatch : window().colorGrid().swatches()) colors.push_back(swatch.color);
+    return colors;
+  };
+  const auto colorsOf = [](std::string_view name) {
+    std::vector<Color> colors;
+    for (const CodableColor& color : paletteNamed(name).colors) colors.emplace_back(color.srgb());
+    return colors;
+  };
+  EXPECT_EQ(offered(), colorsOf("Pastel")) << "the desktops have colours of it";
+  window().pickColor(1, kPicked);
+  std::vector<Color> expected = colorsOf("Pastel");
+  expected.emplace_back(kPicked);
+  EXPECT_EQ(offered(), expected);
+  window().choose("Palette:", "Neon");
+  EXPECT_EQ(offered(), colorsOf("Neon"));
+  EXPECT_EQ(window().colorGrid().swatches().front().name, "Neon 1");
+}
+
 TEST_F(ColorsTabTest, WithTheColorModeUnsetTheWellsShowAndEditBackgroundColours) {
   setDesktops(2);
   const CodableColor text{0.1, 0.2, 0.3, 1};

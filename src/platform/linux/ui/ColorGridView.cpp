@@ -40,6 +40,12 @@ void ColorGridView::addCell(int index, const ColorGrid::Well& well) {
     if (grid_.onChange) grid_.onChange(index, color);
   };
   auto* button = new ColorWell(name, well.color, changed, this);
+  button->setSwatches([this] {
+    std::vector<Color> colors;
+    if (!grid_.swatches) return colors;
+    for (ColorGrid::Well& swatch : grid_.swatches()) colors.push_back(swatch.color);
+    return colors;
+  });
   const QSize natural = label->sizeHint();
   cells_.push_back({label, button, natural.width()});
   rowHeight_ = std::max(rowHeight_, natural.height());

@@ -173,8 +173,23 @@ NSView* makeView(const StatusLabel& label, FormParts& parts) {
   return view;
 }
 
-NSColorWell* makeWell(const ColorGrid::Well& well, NSInteger place) {
-  auto* view = [[NSColorWell alloc] initWithFrame:NSZeroRect];
+/// The colours under their names, which tell them apart in the list.
+NSColorList* colorList(const std::vector<ColorGrid::Well>& swatches) {
+  auto* list = [[NSColorList alloc] initWithName:@"Vembrix"];
+  for (const ColorGrid::Well& swatch : swatches) {
+    NSString* name = nativeString(swatch.name);
+    while ([list colorWithKey:name]) name = [name stringByAppendingString:@"\u2032"];
+    [list setColor:nativeColor(swatch.color) forKey:name];
+  }
+  return list;
+}
+
+NSColorWell* makeWell(const ColorGrid& grid, NSInteger place) {
+  const ColorGrid::Well& well = grid.wells[static_cast<std::size_t>(place)];
+  auto* view = [[VembrixColorWell alloc] initWithFrame:NSZeroRect];
+  if (grid.swatches) {
+    view.swatches = [swatches = grid.swatches] { return colorList(swatches()); };
+  }
   view.color = nativeColor(well.color);
   view.continuous = YES;
   view.tag = place;
@@ -236,7 +251,7 @@ NSGridView* makeColorGrid(const ColorGrid& colors, FormParts& parts) {
     truncate(name, kOneLineResistance);
     // The well says it, too.
     name.accessibilityElement = NO;
-    NSColorWell* view = makeWell(well, place++);
+    NSColorWell* view = makeWell(colors, place++);
     addTarget(view, parts, [onChange = colors.onChange](NSControl* sender) {
       wellDidChange(static_cast<NSColorWell*>(sender), onChange);
     });

@@ -21,6 +21,30 @@
 
 @end
 
+@implementation VembrixColorWell {
+  NSColorList* offered_;
+}
+
+- (void)activate:(BOOL)exclusive {
+  [super activate:exclusive];
+  [self withdrawSwatches];
+  if (!self.swatches) return;
+  offered_ = self.swatches();
+  [NSColorPanel.sharedColorPanel attachColorList:offered_];
+}
+
+- (void)deactivate {
+  [super deactivate];
+  [self withdrawSwatches];
+}
+
+- (void)withdrawSwatches {
+  if (offered_) [NSColorPanel.sharedColorPanel detachColorList:offered_];
+  offered_ = nil;
+}
+
+@end
+
 @implementation VembrixLinkButton
 
 - (void)resetCursorRects {

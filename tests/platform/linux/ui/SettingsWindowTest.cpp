@@ -7,7 +7,6 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
-#include <QColorDialog>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -24,7 +23,9 @@
 #include <stdexcept>
 
 #include "platform/Application.h"
+#include "platform/linux/Conversions.h"
 #include "platform/linux/support/TestSession.h"
+#include "platform/linux/ui/ColorDialog.h"
 #include "platform/linux/ui/SettingsContentView.h"
 #include "platform/linux/ui/ThemedView.h"
 #include "platform/linux/ui/controls/ColorWell.h"
@@ -397,21 +398,23 @@ class ColorWellTest : public SettingsWindowTest {
     ColorGrid grid;
     for (int i = 0; i < count; ++i)
       grid.wells.push_back({"Desktop " + std::to_string(i + 1), kRed});
+    grid.swatches = [this] { return swatches_; };
     grid.onChange = [this](int index, const Color& color) { changes_.emplace_back(index, color); };
     show({full(grid)});
   }
 
-  QColorDialog* openDialog(const QString& name) {
+  ColorDialog* openDialog(const QString& name) {
     QTest::mouseClick(&control<ColorWell>(name), Qt::LeftButton);
-    return control<ColorWell>(name).findChild<QColorDialog*>();
+    return control<ColorWell>(name).findChild<ColorDialog*>();
   }
 
   std::vector<std::pair<int, Color>> changes_;
+  std::vector<ColorGrid::Well> swatches_;
 };
 
 TEST_F(ColorWellTest, OpensTheDialogAndReportsWhatIsTriedOut) {
   showWells(3);
-  QColorDialog* dialog = openDialog("Desktop 2");
+  ColorDialog* dialog = openDialog("Desktop 2");
   ASSERT_NE(dialog, nullptr);
   EXPECT_TRUE(dialog->isVisible());
   EXPECT_EQ(dialog->currentColor(), QColor(Qt::red));
@@ -425,7 +428,7 @@ TEST_F(ColorWellTest, OpensTheDialogAndReportsWhatIsTriedOut) {
 
 TEST_F(ColorWellTest, CancellingTakesTheColorBack) {
   showWells(1);
-  QColorDialog* dialog = openDialog("Desktop 1");
+  ColorDialog* dialog = openDialog("Desktop 1");
   dialog->setCurrentColor(Qt::blue);
   dialog->reject();
   EXPECT_THAT(changes_, ElementsAre(std::pair(0, Color(kBlue)), std::pair(0, Color(kRed))));
@@ -437,9 +440,69 @@ TEST_F(ColorWellTest, CancellingWithoutAChangeReportsNothing) {
   EXPECT_THAT(changes_, IsEmpty());
 }
 
+TEST_F(ColorWellTest, TheDialogHasTheWindowsAppearanceAndFontAndPlainButtons) {
+  SettingsContent content = themedWith(tabOf({full(ColorGrid{{{"W", kRed}}, {}, {}})}));
+  content.chrome.appearance = Appearance::Dark;
+  show(content);
+  ColorDialog* dialog = openDialog("W");
+  EXPECT_LT(dialog->grab().toImage().pixelColor(2, 2).lightnessF(), 0.3F);
+  const QFont font = nativeFont(Font{});
+  for (const QAbstractButton* button : dialog->findChildren<QAbstractButton*>()) {
+    EXPECT_TRUE(button->icon().isNull()) << button->text().toStdString();
+    EXPECT_FALSE(button->text().contains('&')) << button->text().toStdString();
+    EXPECT_EQ(button->font().family(), font.family());
+  }
+}
+
+TEST_F(ColorWellTest, TheDialogOffersTheSwatchesRowByRowAndThenItsOwn) {
+  constexpr int kRows = 6;
+  const QColor last = QColorDialog::standardColor(47);
+  showWells(1);
+  for (int i = 0; i < 9; ++i) swatches_.push_back({"", Srgb{0, i / 10.0, 1}});
+  openDialog("Desktop 1")->reject();
+  clearRetired();
+  EXPECT_EQ(QColorDialog::standardColor(0), QColor::fromRgbF(0, 0, 1));
+  EXPECT_EQ(QColorDialog::standardColor(7 * kRows).rgb(), QColor::fromRgbF(0, 0.7F, 1).rgb());
+  EXPECT_EQ(QColorDialog::standardColor(1).rgb(), QColor::fromRgbF(0, 0.8F, 1).rgb());
+  EXPECT_EQ(QColorDialog::standardColor(47), last);
+  swatches_.resize(60, {"", kBlue});
+  openDialog("Desktop 1")->reject();
+  clearRetired();
+  EXPECT_EQ(QColorDialog::standardColor(47), QColor(Qt::blue));
+  swatches_.clear();
+  openDialog("Desktop 1")->reject();
+  EXPECT_EQ(QColorDialog::standardColor(47), last) << "Qt's own come back";
+}
+
+TEST(ColorDialogTest, StandsBesideTheWindowWhereThereIsRoom) {
+  const QRect whole(0, 24, 1440, 876);
+  const auto place = [](const QRect& window, const QRect& screen) {
+    constexpr QSize kDialog(300, 600);
+    const QRect well(window.center(), QSize(44, 24));
+    const QRect dialog(placeBeside(window, well, kDialog, screen), kDialog);
+    EXPECT_FALSE(dialog.intersects(well));
+    EXPECT_TRUE(screen.contains(dialog));
+    return dialog;
+  };
+  const QRect middle(420, 190, 600, 548);
+  EXPECT_EQ(place(middle, whole).topLeft(), QPoint(1028, 190));
+  EXPECT_EQ(place(middle.translated(300, 0), whole).right() + 1 + 8, 720);
+  EXPECT_EQ(place(middle.translated(0, 150), whole).bottom(), whole.bottom());
+  // On a screen to the left of the first one.
+  EXPECT_EQ(place(middle.translated(-1440, 0), whole.translated(-1440, 0)).left(), -412);
+  // Where there is room on neither side it covers the window, not the well.
+  EXPECT_TRUE(place({100, 60, 600, 548}, {0, 0, 800, 720}).intersects({100, 60, 600, 548}));
+}
+
+TEST(ColorDialogTest, ATooSmallScreenShowsItsTop) {
+  const QRect screen(0, 0, 320, 240);
+  EXPECT_EQ(placeBeside(screen, {40, 100, 44, 24}, {300, 600}, screen), QPoint(20, 0));
+  EXPECT_EQ(placeBeside(screen, {260, 100, 44, 24}, {300, 600}, screen), QPoint(0, 0));
+}
+
 TEST_F(ColorWellTest, OtherContentClosesTheDialog) {
   showWells(1);
-  const QPointer<QColorDialog> dialog = openDialog("Desktop 1");
+  const QPointer<ColorDialog> dialog = openDialog("Desktop 1");
   show(std::vector<FormRow>{});
   clearRetired();
   EXPECT_TRUE(dialog.isNull());
@@ -640,7 +703,7 @@ TEST_F(SettingsWindowTest, EveryControlMayReplaceTheContent) {
       [] { QTest::mouseClick(&control<QPushButton>("B"), Qt::LeftButton); },
       [] {
         QTest::mouseClick(&control<ColorWell>(), Qt::LeftButton);
-        control<ColorWell>().findChild<QColorDialog*>()->setCurrentColor(Qt::blue);
+        control<ColorWell>().findChild<ColorDialog*>()->setCurrentColor(Qt::blue);
       }};
   window_->setTabClickHandler([=](int) { replace(); });
   for (const auto& use : uses) {

@@ -1,12 +1,12 @@
 #include "platform/linux/ui/controls/ColorWell.h"
 
-#include <QColorDialog>
 #include <QPainter>
 #include <QPainterPath>
 #include <utility>
 
 #include "platform/SettingsForm.h"
 #include "platform/linux/Conversions.h"
+#include "platform/linux/ui/ColorDialog.h"
 #include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/controls/ControlPainting.h"
 #include "platform/linux/ui/controls/ControlStyle.h"
@@ -74,9 +74,11 @@ void ColorWell::paintEvent(QPaintEvent* /*event*/) {
 
 void ColorWell::choose() {
   if (dialog_) return;
-  dialog_ = new QColorDialog(shownColor(), this);
-  dialog_->setAttribute(Qt::WA_DeleteOnClose);
-  dialog_->setOption(QColorDialog::ShowAlphaChannel);
+  std::vector<QColor> swatches;
+  for (const Color& color : swatches_ ? swatches_() : std::vector<Color>()) {
+    swatches.push_back(nativeColor(color, appearanceOf(palette())));
+  }
+  dialog_ = new ColorDialog(shownColor(), swatches, *this);
   dialog_->setWindowTitle(accessibleName());
   connect(dialog_, &QColorDialog::currentColorChanged, this, [this](const QColor& color) {
     // Not what the dialog shows at first: that is not the user's.
@@ -85,7 +87,7 @@ void ColorWell::choose() {
   connect(dialog_, &QColorDialog::rejected, this, [this, before = color_] {
     if (color_ != before) setColor(before);
   });
-  dialog_->open();
+  dialog_->openBeside(*this);
 }
 
 void ColorWell::setColor(const Color& color) {

@@ -3,22 +3,30 @@
 #include <QPointer>
 #include <QPushButton>
 #include <functional>
+#include <utility>
+#include <vector>
 
 #include "platform/Color.h"
 
 class QColor;
-class QColorDialog;
 
 namespace vembrix {
 
-/// Shows a colour and opens the desktop's colour dialog to change it. Reports each colour tried out
-/// there at once; cancelling the dialog reports the former colour. Main thread.
+class ColorDialog;
+
+/// Shows a colour and opens a dialog to change it. Reports each colour tried out there at once;
+/// cancelling the dialog reports the former colour. Main thread.
 class ColorWell : public QPushButton {
   Q_OBJECT
 
  public:
   ColorWell(const QString& name, const Color& color,
             std::function<void(const Color& color)> changed, QWidget* parent);
+
+  /// Sets what the dialog offers first, asked for whenever it opens.
+  void setSwatches(std::function<std::vector<Color>()> swatches) {
+    swatches_ = std::move(swatches);
+  }
 
   [[nodiscard]] const Color& color() const { return color_; }
   [[nodiscard]] QColor shownColor() const;
@@ -33,7 +41,8 @@ class ColorWell : public QPushButton {
 
   Color color_;
   std::function<void(const Color&)> changed_;
-  QPointer<QColorDialog> dialog_;
+  std::function<std::vector<Color>()> swatches_;
+  QPointer<ColorDialog> dialog_;
 };
 
 }  // namespace vembrix

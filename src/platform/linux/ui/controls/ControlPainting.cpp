@@ -138,6 +138,13 @@ void paintSlider(QPainter& painter, const QRectF& slider, const QRectF& knob,
   stroke(painter, face, face.width() / 2, black(0.16));
 }
 
+void paintStepper(QPainter& painter, const QRectF& rect, const QColor& color) {
+  painter.setPen(roundPen(color, 1.2));
+  painter.setBrush(Qt::NoBrush);
+  paintChevron(painter, rect.center() - QPointF(0, 4.75), 1);
+  paintChevron(painter, rect.center() + QPointF(0, 4.75), -1);
+}
+
 void paintField(QPainter& painter, const QRectF& rect, const ControlState& state) {
   fill(painter, rect, kFieldRadius, isDark(state) ? white(0.08) : white(1));
   stroke(painter, rect, kFieldRadius, isDark(state) ? white(0.16) : black(0.16));

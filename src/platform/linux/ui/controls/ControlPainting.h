@@ -33,6 +33,8 @@ inline constexpr int kFieldHeight = 22;
 inline constexpr int kFieldPadding = 7;
 inline constexpr double kFieldRadius = 5;
 inline constexpr int kScrollerWidth = 11;
+/// The width of the part of a number's field that holds the arrows.
+inline constexpr int kStepperWidth = 16;
 inline constexpr double kFocusRingWidth = 3;
 inline constexpr int kMenuRowHeight = 22;
 /// The distance from a menu row's leading edge to its text; the tick is to its left.
@@ -56,6 +58,8 @@ void paintCheckbox(QPainter& painter, const QRectF& box, bool isOn, const Contro
 /// Paints a slider; the part of the track before the knob is filled.
 void paintSlider(QPainter& painter, const QRectF& slider, const QRectF& knob,
                  const ControlState& state);
+/// Paints the two arrows that step a number in the middle of `rect`.
+void paintStepper(QPainter& painter, const QRectF& rect, const QColor& color);
 void paintField(QPainter& painter, const QRectF& rect, const ControlState& state);
 /// Paints a ring around the outside of `rect`.
 void paintFocusRing(QPainter& painter, const QRectF& rect, double radius, Appearance appearance);

@@ -1,10 +1,12 @@
 #include "platform/linux/ui/controls/ControlStyle.h"
 
+#include <QDialogButtonBox>
 #include <QPainter>
 #include <QStyleOptionButton>
 #include <QStyleOptionComboBox>
 #include <QStyleOptionMenuItem>
 #include <QStyleOptionSlider>
+#include <QStyleOptionSpinBox>
 #include <algorithm>
 
 #include "platform/linux/ui/ColorFollower.h"
@@ -120,6 +122,21 @@ void drawMenuPanel(const QStyleOption& option, double radius, QPainter& painter)
   painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
 }
 
+/// The part of a number's field with the two arrows.
+QRect stepperRect(const QRect& field) {
+  return field.adjusted(field.width() - kStepperWidth, 0, 0, 0);
+}
+
+QRect stepperPart(const QRect& field, QStyle::SubControl part) {
+  const QRect stepper = stepperRect(field);
+  if (part == QStyle::SC_SpinBoxUp) return stepper.adjusted(0, 0, 0, -stepper.height() / 2);
+  if (part == QStyle::SC_SpinBoxDown) return stepper.adjusted(0, stepper.height() / 2, 0, 0);
+  // Qt's field for the text keeps two points more.
+  const int padding = kFieldPadding - 2;
+  if (part == QStyle::SC_SpinBoxEditField) return field.adjusted(padding, 0, -kStepperWidth, 0);
+  return field;
+}
+
 QRect knobRect(const QStyleOptionSlider& option) {
   const int free = option.rect.width() - kKnobSize;
   const int left = QStyle::sliderPositionFromValue(option.minimum, option.maximum,
@@ -191,6 +208,8 @@ int ControlStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
     // A click on the track takes the knob there.
     case SH_Slider_AbsoluteSetButtons:
       return Qt::LeftButton;
+    case SH_DialogButtonLayout:
+      return QDialogButtonBox::MacLayout;
     case SH_Slider_PageSetButtons:
     case SH_UnderlineShortcut:
     case SH_EtchDisabledText:
@@ -217,6 +236,9 @@ QSize ControlStyle::sizeFromContents(ContentsType type, const QStyleOption* opti
       return {size.width() + kPopupTextLeading + 24, std::max(kPopupHeight, size.height())};
     case CT_Slider:
       return {size.width(), kSliderHeight};
+    case CT_SpinBox:
+      return {size.width() + 2 * kFieldPadding + kStepperWidth,
+              std::max(kFieldHeight, size.height())};
     case CT_LineEdit:
       return {size.width() + 2 * kFieldPadding, std::max(kFieldHeight, size.height())};
     case CT_MenuItem: {
@@ -267,6 +289,7 @@ QRect ControlStyle::subControlRect(ComplexControl control, const QStyleOptionCom
     if (part == SC_ScrollBarAddPage) page.setTop(knob.bottom() + 1);
     return part == SC_ScrollBarSubPage || part == SC_ScrollBarAddPage ? page : QRect();
   }
+  if (control == CC_SpinBox) return stepperPart(option->rect, part);
   if (control == CC_ComboBox) {
     if (part == SC_ComboBoxEditField) return popupTextRect(option->rect);
     if (part == SC_ComboBoxListBoxPopup) {
@@ -345,6 +368,9 @@ void ControlStyle::drawComplexControl(ComplexControl control, const QStyleOption
     paintScroller(*painter, scrollerKnobRect(*slider), stateOf(*slider));
   } else if (control == CC_ComboBox && popup) {
     drawPopupButton(*popup, *painter);
+  } else if (control == CC_SpinBox) {
+    paintField(*painter, option->rect, stateOf(*option));
+    paintStepper(*painter, stepperRect(option->rect), option->palette.color(QPalette::Text));
   } else {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
   }
