@@ -167,7 +167,7 @@ class PreferencesTest(SharedRunTest):
         wait_until(lambda: self.is_active(self.dialog()), "the keyboard in the dialog")
 
     def pick(self, color):
-        # Its field for the colour's name.
+        # The dialog's field for the colour's name.
         self.preferences.key("alt+h")
         self.preferences.key("ctrl+a")
         self.desktop.run("xdotool", "type", "--delay", "20", color)
