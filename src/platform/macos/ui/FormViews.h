@@ -18,7 +18,7 @@
 /// A well that adds colours of its own to those of the colour panel while it is active.
 @interface VembrixColorWell : NSColorWell
 /// Asked whenever the well becomes active.
-@property(copy, nullable) NSColorList* (^swatches)(void);
+@property(copy) NSColorList* (^swatches)(void);
 @end
 
 /// A button without a border, under a pointing hand.
