@@ -16,9 +16,9 @@ inline constexpr Font kControlFont{};
 inline constexpr Font kCommandFont{.design = Font::Design::Monospaced, .size = 11};
 
 inline constexpr Color kTextColor{SystemColor::Label};
-/// The colour of notes and unselected tabs. More opaque than the system's own secondary label
-/// colour, which is too faint for small type (less than 4.5 : 1 on white).
-inline constexpr Color kSecondaryTextColor{SystemColor::SecondaryLabel, 0.6};
+/// The colour of notes and unselected tabs. The system's own, as it is: it follows the system's
+/// setting for more contrast.
+inline constexpr Color kSecondaryTextColor{SystemColor::SecondaryLabel};
 
 }  // namespace ds
 }  // namespace vembrix

@@ -25,7 +25,8 @@ constexpr LightAndDark valuesOf(SystemColor name) {
     case SystemColor::Label:
       return {black(0.85), white(0.85)};
     case SystemColor::SecondaryLabel:
-      return {black(0.5), white(0.55)};
+      // Opaque enough for small type on every ground of the settings and the menus (4.5 : 1).
+      return {black(0.6), white(0.6)};
     case SystemColor::TextBackground:
       return {bytes(255, 255, 255), bytes(30, 30, 30)};
     case SystemColor::Separator:

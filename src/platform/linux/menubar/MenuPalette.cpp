@@ -41,6 +41,8 @@ QPalette menuPalette(Appearance appearance) {
     faint.setAlphaF(0.25F);
     palette.setColor(QPalette::Disabled, role, faint);
   }
+  palette.setColor(QPalette::PlaceholderText,
+                   nativeColor(Color(SystemColor::SecondaryLabel), appearance));
   palette.setColor(QPalette::Base, nativeColor(Color(SystemColor::TextBackground), appearance));
   palette.setColor(QPalette::Highlight, nativeColor(Color(SystemColor::ControlAccent), appearance));
   palette.setColor(QPalette::HighlightedText, Qt::white);

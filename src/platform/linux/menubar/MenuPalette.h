@@ -14,7 +14,7 @@ QColor menuBarColor(Appearance appearance);
 /// The colour of titles and template images on it.
 QColor menuBarTextColor(Appearance appearance);
 
-/// The palette of menus and their controls.
+/// The palette of menus and their controls. Its placeholder text is that of key equivalents.
 QPalette menuPalette(Appearance appearance);
 
 /// The palette of edit fields.

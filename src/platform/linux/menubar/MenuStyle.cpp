@@ -73,7 +73,7 @@ void drawItem(const QStyleOptionMenuItem& item, const QString& shortcut, QPainte
   painter.setFont(item.font);
   painter.setPen(ink);
   painter.drawText(rect, kOneLine | Qt::AlignLeft, item.text);
-  painter.setPen(isSelected ? ink : faint(ink, 0.55F));
+  painter.setPen(isSelected ? ink : item.palette.color(QPalette::PlaceholderText));
   painter.drawText(rect, kOneLine | Qt::AlignRight, shortcut);
 }
 
