@@ -6,8 +6,11 @@
 namespace vembrix {
 
 int lineHeight(const QFont& font) {
-  const QFontMetricsF metrics(font);
-  return static_cast<int>(std::ceil(metrics.ascent()) + std::ceil(metrics.descent()));
+  return lineBaseline(font) + static_cast<int>(std::ceil(QFontMetricsF(font).descent()));
+}
+
+int lineBaseline(const QFont& font) {
+  return static_cast<int>(std::ceil(QFontMetricsF(font).ascent()));
 }
 
 double middleBaseline(const QFont& font, double height, double scale) {

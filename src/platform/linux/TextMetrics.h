@@ -7,6 +7,9 @@ namespace vembrix {
 /// Returns the height of a line that clips no letter, in whole points.
 int lineHeight(const QFont& font);
 
+/// Returns the baseline of a line of that height, in whole points from its top.
+int lineBaseline(const QFont& font);
+
 /// Returns the baseline that centres capitals in that height, in points from its top, on a whole
 /// row of pixels at that scale. Unlike that of a centred line box, it is the same for every font of
 /// one size.

@@ -5,6 +5,7 @@
 #include <QPushButton>
 
 #include "platform/linux/Conversions.h"
+#include "platform/linux/TextMetrics.h"
 #include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/ColorGridView.h"
 #include "platform/linux/ui/controls/CheckboxButton.h"
@@ -102,7 +103,8 @@ struct Builder {
     QObject::connect(control, &QPushButton::clicked, control, [action = button.action] {
       if (action) action();
     });
-    return {control, baselineInMiddle(*control)};
+    return {control,
+            control->isFlat() ? lineBaseline(control->font()) : baselineInMiddle(*control)};
   }
 
   BuiltControl operator()(const SelectableText& text) const {

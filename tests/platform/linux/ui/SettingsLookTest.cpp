@@ -28,6 +28,7 @@
 #include "platform/linux/ui/SettingsContentView.h"
 #include "platform/linux/ui/controls/ColorWell.h"
 #include "platform/linux/ui/controls/FocusRing.h"
+#include "platform/linux/ui/controls/LineLabel.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
 #include "ui/AppTheme.h"
@@ -187,6 +188,20 @@ TEST_P(SettingsLookTest, NoFocusRingIsCutOff) {
       EXPECT_TRUE(ring->parentWidget()->rect().contains(ring->geometry())) << textOf(*widget);
     }
   }
+}
+
+TEST_P(SettingsLookTest, TheRowsOfTheAboutPageStepEvenly) {
+  constexpr int kAbout = 5;
+  if (tab() != kAbout) return;
+  std::vector<int> baselines;
+  for (QWidget* widget : shown()) {
+    const auto* label = qobject_cast<LineLabel*>(widget);
+    if (label && label->text().endsWith(':')) {
+      baselines.push_back(placeOf(*label).top() + label->baseline());
+    }
+  }
+  ASSERT_EQ(baselines.size(), 3U);
+  EXPECT_EQ(baselines[1] - baselines[0], baselines[2] - baselines[1]);
 }
 
 TEST_P(SettingsLookTest, OnlyManyDesktopsScroll) {

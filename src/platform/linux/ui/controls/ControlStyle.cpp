@@ -9,6 +9,7 @@
 #include <QStyleOptionSpinBox>
 #include <algorithm>
 
+#include "platform/linux/TextMetrics.h"
 #include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/controls/ControlPainting.h"
 
@@ -78,8 +79,12 @@ void drawPushButton(const QStyleOptionButton& option, QPainter& painter) {
   QColor ink = option.palette.color(QPalette::ButtonText);
   if (isFlat && option.state.testFlag(QStyle::State_Sunken)) ink.setAlphaF(ink.alphaF() * 0.6F);
   painter.setPen(ink);
-  paintLine(painter, option.rect, plainText(option.text),
-            isFlat ? TextPlace::Leading : TextPlace::Center);
+  if (isFlat) {
+    painter.drawText(option.rect.topLeft() + QPoint(0, lineBaseline(painter.font())),
+                     plainText(option.text));
+  } else {
+    paintLine(painter, option.rect, plainText(option.text), TextPlace::Center);
+  }
 }
 
 void drawPopupButton(const QStyleOptionComboBox& option, QPainter& painter) {
@@ -229,8 +234,9 @@ QSize ControlStyle::sizeFromContents(ContentsType type, const QStyleOption* opti
     case CT_PushButton: {
       const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
       const bool isFlat = button && button->features.testFlag(QStyleOptionButton::Flat);
-      return {size.width() + (isFlat ? 2 : 2 * kButtonPadding),
-              std::max(kButtonHeight, size.height())};
+      // Without a border it is a line of text as high as the others.
+      const int least = !isFlat ? kButtonHeight : widget ? lineHeight(widget->font()) : 0;
+      return {size.width() + (isFlat ? 2 : 2 * kButtonPadding), std::max(least, size.height())};
     }
     case CT_ComboBox:
       return {size.width() + kPopupTextLeading + 24, std::max(kPopupHeight, size.height())};

@@ -4,6 +4,7 @@
 #include <QFontMetrics>
 #include <QPainter>
 #include <QStyleOptionFrame>
+#include <QTextLayout>
 #include <algorithm>
 
 #include "platform/linux/TextMetrics.h"
@@ -49,6 +50,7 @@ int SelectableLine::baseline() const {
 }
 
 int SelectableLine::baseline(int height) const {
+  if (!hasFrame()) return lineBaseline(font());
   // Where Qt has it.
   const QFontMetrics metrics(font());
   return (height - textMargins().bottom() - metrics.height() + 1) / 2 + metrics.ascent();
@@ -68,15 +70,36 @@ void SelectableLine::paintEvent(QPaintEvent* event) {
   const QRect line =
       style()->subElementRect(QStyle::SE_LineEditContents, &option, this).adjusted(2, 0, -2, 0);
   const QFontMetrics metrics(font());
-  if (hasFocus() || metrics.horizontalAdvance(text()) <= line.width()) {
+  const bool isWhole = metrics.horizontalAdvance(text()) <= line.width();
+  // Scrolled by the keys.
+  if (hasFocus() && !isWhole) {
     QLineEdit::paintEvent(event);
     return;
   }
   QPainter painter(this);
   style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, this);
   painter.setPen(palette().color(QPalette::Text));
-  painter.drawText(line.left(), baseline(height()),
-                   metrics.elidedText(text(), Qt::ElideRight, line.width()));
+  // Qt would have the baseline between two points, and so beside that of the row's label.
+  paintText(painter, line,
+            isWhole ? text() : metrics.elidedText(text(), Qt::ElideRight, line.width()));
+}
+
+void SelectableLine::paintText(QPainter& painter, const QRect& line, const QString& shown) const {
+  QTextLayout layout(shown, font());
+  layout.beginLayout();
+  const QTextLine only = layout.createLine();
+  layout.endLayout();
+  QList<QTextLayout::FormatRange> selection;
+  if (hasFocus() && hasSelectedText()) {
+    QTextCharFormat format;
+    format.setBackground(palette().brush(QPalette::Highlight));
+    format.setForeground(palette().brush(QPalette::HighlightedText));
+    selection.append({selectionStart(), selectionLength(), format});
+  }
+  const double left = layoutDirection() == Qt::RightToLeft
+                          ? line.right() + 1 - only.naturalTextWidth()
+                          : line.left();
+  layout.draw(&painter, {left, baseline(height()) - only.ascent()}, selection);
 }
 
 }  // namespace vembrix

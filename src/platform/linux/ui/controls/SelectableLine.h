@@ -28,6 +28,7 @@ class SelectableLine : public QLineEdit {
   /// The height of a framed line.
   [[nodiscard]] int fieldHeight() const;
   void liftText();
+  void paintText(QPainter& painter, const QRect& line, const QString& shown) const;
 };
 
 }  // namespace vembrix
