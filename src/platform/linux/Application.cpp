@@ -80,7 +80,7 @@ class LinuxApplication::QtObject : public QApplication {
 
   bool notify(QObject* receiver, QEvent* event) override {
     // Qt's own threads deliver events, too.
-    if (receiver->thread() == thread()) noteLoopEvent(receiver, *event);
+    if (receiver->thread() == thread()) noteLoopEvent(receiver);
     // Qt would close its popups, and learns 0.4 s late that another program has the focus:
     // a menu that was opened meanwhile would close under the user's hand.
     const bool isDeactivation = receiver == this && event->type() == QEvent::ApplicationDeactivate;

@@ -31,8 +31,9 @@ void postWakeUp(QObject& receiver) {
 /// One list by due time holds what is to run; a posted event runs what is due, a
 /// single Qt timer stands for the next entry. A repeating entry that is on time
 /// gets a Qt timer of its own, which costs the least at each beat; one that has
-/// missed a beat goes back to the list, since Qt would not keep its rhythm. Made
-/// on the main thread.
+/// missed a beat goes back to the list, since Qt would not keep its rhythm. A poll
+/// leaves the list at each beat and comes back with the next event. Made on the
+/// main thread.
 class QtMainQueue : public QObject, public MainQueue {
  public:
   void async(std::function<void()> block) override {
@@ -64,13 +65,9 @@ class QtMainQueue : public QObject, public MainQueue {
     return tokenFor(entry);
   }
 
-  void note(const QObject* receiver, const QEvent& event) {
-    if (receiver == this && event.type() == QEvent::Timer) {
-      const auto beat = beatOf(static_cast<const QTimerEvent&>(event).timerId());
-      if (beat != beating_.end() && (*beat)->isPoll) return;
-    }
-    events_ += 1;
-    if (!resting_.empty()) endRest();
+  void note(const QObject* receiver) {
+    // Of its own events only those matter in which a block runs that is no poll.
+    if (receiver != this) endRest();
   }
 
   bool event(QEvent* event) override {
@@ -107,9 +104,8 @@ class QtMainQueue : public QObject, public MainQueue {
     int timer = 0;
     /// Rests while there are no events.
     bool isPoll = false;
-    /// How many there had been at its last beat.
-    std::uint64_t seenEvents = 0;
   };
+  using Entries = std::map<Key, std::shared_ptr<Entry>>;
 
   static Duration now() { return std::chrono::steady_clock::now().time_since_epoch(); }
 
@@ -143,9 +139,14 @@ class QtMainQueue : public QObject, public MainQueue {
       gone = takeFrom(beating_, entry);
       return;
     }
-    if (entry.isPoll) gone = takeFrom(resting_, entry);
-    if (gone) return;
-    decltype(entries_)::node_type ended;
+    Entries::node_type ended;
+    const auto resting =
+        std::ranges::find(resting_, &entry, [](const auto& node) { return node.mapped().get(); });
+    if (resting != resting_.end()) {
+      ended = std::move(*resting);
+      resting_.erase(resting);
+      return;
+    }
     const std::lock_guard lock(mutex_);
     ended = entries_.extract(entry.key);
   }
@@ -168,6 +169,7 @@ class QtMainQueue : public QObject, public MainQueue {
     while (const std::shared_ptr<Entry> entry = takeDue(limit, time)) {
       // Before the block: it may open a menu, whose loop the others run in.
       arm(time);
+      if (!entry->isPoll) endRest();
       entry->block();
       time = now();
     }
@@ -179,8 +181,13 @@ class QtMainQueue : public QObject, public MainQueue {
   std::shared_ptr<Entry> takeDue(Duration limit, Duration time) {
     const std::lock_guard lock(mutex_);
     if (entries_.empty() || entries_.begin()->first.first > limit) return nullptr;
-    std::shared_ptr<Entry> entry = entries_.extract(entries_.begin()).mapped();
-    if (entry->interval > Duration::zero() && !startBeating(entry, time)) {
+    Entries::node_type node = entries_.extract(entries_.begin());
+    std::shared_ptr<Entry> entry = node.mapped();
+    if (entry->isPoll) {
+      // From before its beat, so that an event that the beat causes is not missed.
+      entry->key.first = nextBeat(*entry, time);
+      resting_.push_back(std::move(node));
+    } else if (entry->interval > Duration::zero() && !startBeating(entry, time)) {
       insert(entry, nextBeat(*entry, time));
     }
     return entry;
@@ -226,26 +233,21 @@ class QtMainQueue : public QObject, public MainQueue {
       }
       arm(time);
     }
+    endRest();
     entry->block();
-    if (entry->isPoll) restIfQuiet(entry);
-  }
-
-  /// After two beats without an event between them.
-  void restIfQuiet(const std::shared_ptr<Entry>& entry) {
-    if (std::exchange(entry->seenEvents, events_) != events_) return;
-    // The entry was ended, or has missed a beat.
-    if (!takeFrom(beating_, *entry)) return;
-    killTimer(std::exchange(entry->timer, 0));
-    resting_.push_back(entry);
   }
 
   void endRest() {
+    if (resting_.empty()) return;
     const Duration time = now();
     {
       const std::lock_guard lock(mutex_);
-      for (const std::shared_ptr<Entry>& entry : resting_) {
-        const Duration due = entry->key.first;
-        insert(entry, due > time ? due : nextBeat(*entry, time));
+      for (Entries::node_type& node : resting_) {
+        Entry& entry = *node.mapped();
+        const Duration due = entry.key.first;
+        entry.key = {due > time ? due : nextBeat(entry, time), sequence_++};
+        node.key() = entry.key;
+        entries_.insert(std::move(node));
       }
     }
     resting_.clear();
@@ -293,7 +295,7 @@ class QtMainQueue : public QObject, public MainQueue {
   static constexpr std::chrono::milliseconds kMaxTimer = std::chrono::hours(24);
 
   std::mutex mutex_;
-  std::map<Key, std::shared_ptr<Entry>> entries_;
+  Entries entries_;
   std::uint64_t sequence_ = 0;
   bool isWaking_ = false;
 
@@ -303,9 +305,7 @@ class QtMainQueue : public QObject, public MainQueue {
   /// Those that have a timer of their own; the key tells when the next beat is due.
   std::vector<std::shared_ptr<Entry>> beating_;
   /// Polls whose next beat waits for an event.
-  std::vector<std::shared_ptr<Entry>> resting_;
-  /// Number of the loop's events, without the beats of polls.
-  std::uint64_t events_ = 0;
+  std::vector<Entries::node_type> resting_;
 };
 
 QtMainQueue& qtQueue() {
@@ -320,8 +320,8 @@ MainQueue& MainQueue::main() {
   return qtQueue();
 }
 
-void noteLoopEvent(const QObject* receiver, const QEvent& event) {
-  qtQueue().note(receiver, event);
+void noteLoopEvent(const QObject* receiver) {
+  qtQueue().note(receiver);
 }
 
 }  // namespace vembrix
