@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/linux/x11/QtEwmh.h"
+#include "platform/linux/x11/X11Image.h"
 
 namespace vembrix {
 namespace {
@@ -14,17 +15,14 @@ namespace {
 constexpr std::uint8_t kTranslucentDepth = 32;
 constexpr std::uint8_t kOpaqueDepth = 24;
 
-/// 8 bits per colour, in the order in which images have them; 0 for none.
+/// One for images; 0 for none.
 xcb_visualid_t visualOfDepth(const xcb_screen_t& screen, std::uint8_t wanted) {
   for (auto depth = xcb_screen_allowed_depths_iterator(&screen); depth.rem > 0;
        xcb_depth_next(&depth)) {
     if (depth.data->depth != wanted) continue;
     for (auto visual = xcb_depth_visuals_iterator(depth.data); visual.rem > 0;
          xcb_visualtype_next(&visual)) {
-      const xcb_visualtype_t& type = *visual.data;
-      const bool fits = type._class == XCB_VISUAL_CLASS_TRUE_COLOR && type.red_mask == 0xFF0000 &&
-                        type.green_mask == 0xFF00 && type.blue_mask == 0xFF;
-      if (fits) return type.visual_id;
+      if (hasOrderOfImages(*visual.data)) return visual.data->visual_id;
     }
   }
   return 0;

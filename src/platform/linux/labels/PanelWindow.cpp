@@ -2,7 +2,6 @@
 
 #include <xcb/xfixes.h>
 
-#include <QtEndian>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -12,6 +11,7 @@
 #include <vector>
 
 #include "platform/linux/labels/PanelConnection.h"
+#include "platform/linux/x11/X11Image.h"
 
 namespace vembrix {
 namespace {
@@ -112,11 +112,7 @@ void PanelWindow::setGeometry(const QRect& geometry) {
 
 void PanelWindow::setPicture(const QImage& picture) {
   xcb_connection_t* xcb = connection_->xcb();
-  const xcb_pixmap_t pixmap = xcb_generate_id(xcb);
-  xcb_create_pixmap(xcb, connection_->format().depth, pixmap, id_,
-                    static_cast<std::uint16_t>(picture.width()),
-                    static_cast<std::uint16_t>(picture.height()));
-  put(pixmap, picture, {});
+  const xcb_pixmap_t pixmap = makePixmap(xcb, id_, connection_->format().depth, picture);
   xcb_change_window_attributes(xcb, id_, XCB_CW_BACK_PIXMAP, &pixmap);
   // The window keeps it.
   xcb_free_pixmap(xcb, pixmap);
@@ -126,31 +122,8 @@ void PanelWindow::setPicture(const QImage& picture) {
 }
 
 void PanelWindow::paint(const QImage& part, const QPoint& corner) {
-  put(id_, part, corner);
+  putImage(connection_->xcb(), id_, connection_->format().depth, part, corner);
   connection_->flush();
-}
-
-void PanelWindow::put(std::uint32_t drawable, const QImage& picture, const QPoint& corner) const {
-  xcb_connection_t* xcb = connection_->xcb();
-  const xcb_setup_t* setup = xcb_get_setup(xcb);
-  QImage image = picture;
-  if ((setup->image_byte_order == XCB_IMAGE_ORDER_LSB_FIRST) != (Q_BYTE_ORDER == Q_LITTLE_ENDIAN)) {
-    qbswap<4>(picture.constBits(), picture.sizeInBytes() / 4, image.bits());
-  }
-  const xcb_gcontext_t context = xcb_generate_id(xcb);
-  xcb_create_gc(xcb, context, drawable, 0, nullptr);
-  // As many lines at a time as a request may have, in units of 4 bytes.
-  const auto perLine = static_cast<int>(image.bytesPerLine());
-  const int lines = std::max((int{setup->maximum_request_length} * 4 - 64) / perLine, 1);
-  for (int y = 0; y < image.height(); y += lines) {
-    const int height = std::min(lines, image.height() - y);
-    xcb_put_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, drawable, context,
-                  static_cast<std::uint16_t>(image.width()), static_cast<std::uint16_t>(height),
-                  static_cast<std::int16_t>(corner.x()), static_cast<std::int16_t>(corner.y() + y),
-                  0, connection_->format().depth, static_cast<std::uint32_t>(height * perLine),
-                  image.constScanLine(y));
-  }
-  xcb_free_gc(xcb, context);
 }
 
 void PanelWindow::setShape(const QRegion& shape) {

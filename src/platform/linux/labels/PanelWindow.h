@@ -60,7 +60,6 @@ class PanelWindow {
 
  private:
   explicit PanelWindow(std::shared_ptr<PanelConnection> connection, const QString& role);
-  void put(std::uint32_t drawable, const QImage& picture, const QPoint& corner) const;
   void sendOpacity(double opacity);
   void putInFront() const;
 

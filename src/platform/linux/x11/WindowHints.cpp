@@ -1,6 +1,8 @@
 #include "platform/linux/x11/WindowHints.h"
 
+#include <QByteArray>
 #include <QPoint>
+#include <QString>
 #include <QWindow>
 #include <algorithm>
 #include <array>
@@ -99,6 +101,21 @@ bool isManaged(QWindow& window) {
   const XcbPtr<xcb_query_tree_reply_t> tree{xcb_query_tree_reply(ewmh->connection, asked, nullptr)};
   const bool isFramed = tree && tree->parent != tree->root;
   return isListed(*ewmh, listed, nativeId(window)) || isFramed;
+}
+
+void setName(QWindow& window, const QString& name) {
+  auto* ewmh = ewmhOfQt();
+  if (!ewmh) {
+    window.setTitle(name);
+    return;
+  }
+  // Qt would send each of the two by itself, which wakes the program twice.
+  const QByteArray text = name.toUtf8();
+  for (const xcb_atom_t property : {xcb_atom_t{XCB_ATOM_WM_NAME}, ewmh->_NET_WM_NAME}) {
+    xcb_change_property(ewmh->connection, XCB_PROP_MODE_REPLACE, nativeId(window), property,
+                        ewmh->UTF8_STRING, 8, static_cast<std::uint32_t>(text.size()),
+                        text.constData());
+  }
 }
 
 void updateUserTime(QWindow& window) {

@@ -8,6 +8,7 @@
 #include "platform/linux/menubar/strip/Strut.h"
 
 class QPoint;
+class QString;
 class QWindow;
 
 namespace vembrix {
@@ -42,6 +43,9 @@ QPoint originInPixels(QWindow& window);
 /// Returns whether the window manager lists or frames the window, and so controls its stacking.
 /// Asks the X server and waits.
 bool isManaged(QWindow& window);
+
+/// Sets the window's name. The request is sent with the next ones.
+void setName(QWindow& window, const QString& name);
 
 /// Gives window managers that track the time of the last event a later one than any request so far,
 /// so that their next action, such as giving a window the keyboard, is not refused as outdated.

@@ -130,6 +130,7 @@ void WindowList::noteConfiguration(const xcb_configure_notify_event_t& event) {
   if (window->pixels != pixels) {
     forgetAnswers(*window);
     window->pixels = pixels;
+    hasNews_ = true;
     forgetAnswers(*window);
   }
   restack(event.window, event.above_sibling);
@@ -148,6 +149,7 @@ void WindowList::noteReparenting(const xcb_reparent_notify_event_t& event) {
     }
   } else if (const auto frame = find(event.event); frame != windows_.end()) {
     frame->isStale = true;
+    hasNews_ = true;
   }
 }
 
@@ -159,13 +161,16 @@ void WindowList::noteProperty(const xcb_property_notify_event_t& event) {
   const auto window = std::ranges::find_if(windows_, [&](const Window& candidate) {
     return candidate.id == event.window || candidate.client == event.window;
   });
-  if (window != windows_.end()) window->isStale = true;
+  if (window == windows_.end()) return;
+  window->isStale = true;
+  hasNews_ = true;
 }
 
 void WindowList::setMapped(xcb_window_t id, bool isMapped) {
   const auto window = find(id);
   if (window == windows_.end() || window->isMapped == isMapped) return;
   window->isMapped = isMapped;
+  hasNews_ = true;
   // Events report the changes of a window that was read once, also of a hidden one; but one without
   // a name then may have got one.
   if (isMapped && window->owner.empty()) window->isStale = true;
@@ -209,7 +214,9 @@ void WindowList::restack(xcb_window_t id, xcb_window_t sibling) {
 
 void WindowList::refresh() {
   const QSize large = halfOfSmallestScreen();
-  if (std::exchange(large_, large) != large) answers_ = {};
+  const bool isAnotherSize = std::exchange(large_, large) != large;
+  if (isAnotherSize) answers_ = {};
+  if (!std::exchange(hasNews_, false) && !isAnotherSize) return;
   for (Window& window : windows_) {
     if (!window.isMapped || !window.isStale || !isLarge(window)) continue;
     read(window);

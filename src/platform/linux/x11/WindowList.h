@@ -79,6 +79,8 @@ class WindowList {
   Windows windows_;
   /// Half of the smallest screen, in pixels.
   QSize large_;
+  /// Whether a window has changed since the last look at those to be read.
+  bool hasNews_ = false;
 
   /// The answers with desktop elements, and without.
   std::array<std::optional<PropertyList>, 2> answers_;

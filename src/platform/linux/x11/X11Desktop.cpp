@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/NotificationCenter.h"
+#include "platform/UserDefaults.h"
 #include "platform/linux/session/DesktopNames.h"
 #include "platform/linux/session/ProgramEnd.h"
 
@@ -184,6 +185,8 @@ void X11Desktop::finishBatch() {
   if (now.known) {
     windows_.removeSpaces([this](SpaceID space) { return !isKnown(space); }, now.active);
   }
+  // The title and the labels, which follow within this call, are drawn by the same settings.
+  const Token reading = UserDefaults::standard().beginReading();
   NotificationCenter::workspace().post(notification::kActiveSpaceDidChange);
 }
 

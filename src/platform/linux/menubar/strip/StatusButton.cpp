@@ -29,8 +29,12 @@ QSize StatusButton::sizeHint() const {
 
 void StatusButton::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
+  paint(painter, height());
+}
+
+void StatusButton::paint(QPainter& painter, int height) {
   // A panel that it stands on may be flatter.
-  const int above = (height() - StatusItemLabel::kBarHeight) / 2;
+  const int above = (height - StatusItemLabel::kBarHeight) / 2;
   painter.translate(0, above);
   label_.paint(painter, Application::shared().effectiveAppearance().value_or(Appearance::Light));
 }

@@ -26,6 +26,9 @@ class StatusButton : public QAbstractButton {
 
   [[nodiscard]] QSize sizeHint() const override;
 
+  /// Paints the button as it is with that height.
+  void paint(QPainter& painter, int height);
+
  protected:
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;

@@ -19,6 +19,8 @@ constexpr double kPadding = 5;
 /// More characters than any screen is wide, and more points.
 constexpr qsizetype kMaxTitleLength = 2048;
 constexpr double kMaxWidth = 16384;
+/// As many desktops as most people have, and more.
+constexpr std::size_t kMaxWidths = 64;
 
 const std::string* titleOf(const StatusItemContent& content) {
   if (const auto* plain = std::get_if<StatusItemContent::PlainTitle>(&content.label)) {
@@ -57,20 +59,31 @@ StatusItemLabel::StatusItemLabel() {
 void StatusItemLabel::setContent(const StatusItemContent& content) {
   content_ = content;
   const std::string* title = titleOf(content_);
-  layOut(title ? QString::fromStdString(*title) : QString());
+  setTitle(title ? QString::fromStdString(*title) : QString());
 }
 
-void StatusItemLabel::layOut(const QString& text) {
+void StatusItemLabel::setTitle(const QString& text) {
   QString line = text.left(kMaxTitleLength);
   if (!line.isEmpty() && line.back().isHighSurrogate()) line.chop(1);
   // The menu bar has one line.
   line.replace(QLatin1Char('\n'), QLatin1Char(' '));
   if (line == title_.text()) return;
   title_.setText(line);
-  title_.beginLayout();
-  const QTextLine only = title_.createLine();
-  title_.endLayout();
+  if (const auto known = widths_.find(line); known != widths_.end()) {
+    titleWidth_ = known->second;
+    return;
+  }
+  layOut();
+  const QTextLine only = title_.lineCount() > 0 ? title_.lineAt(0) : QTextLine();
   titleWidth_ = only.isValid() ? only.naturalTextWidth() : 0;
+  if (widths_.size() == kMaxWidths) widths_.clear();
+  widths_.emplace(line, titleWidth_);
+}
+
+void StatusItemLabel::layOut() {
+  title_.beginLayout();
+  title_.createLine();
+  title_.endLayout();
 }
 
 int StatusItemLabel::width() const {
@@ -88,7 +101,7 @@ QString StatusItemLabel::name() const {
   return title ? QString::fromStdString(*title).trimmed() : QStringLiteral("Vembrix");
 }
 
-void StatusItemLabel::paint(QPainter& painter, Appearance appearance) const {
+void StatusItemLabel::paint(QPainter& painter, Appearance appearance) {
   painter.fillRect(0, 0, width(), kBarHeight, menuBarColor(appearance));
   painter.setRenderHint(QPainter::Antialiasing);
   if (content_.fill) {
@@ -108,7 +121,8 @@ void StatusItemLabel::paint(QPainter& painter, Appearance appearance) const {
   }
 }
 
-void StatusItemLabel::paintTitle(QPainter& painter) const {
+void StatusItemLabel::paintTitle(QPainter& painter) {
+  if (title_.lineCount() == 0) layOut();
   if (title_.lineCount() == 0) return;
   const QTextLine line = title_.lineAt(0);
   double x = (width() - titleWidth_) / 2;

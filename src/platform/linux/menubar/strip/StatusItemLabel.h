@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QTextLayout>
+#include <unordered_map>
 
 #include "platform/StatusItem.h"
 
@@ -29,17 +30,21 @@ class StatusItemLabel {
   [[nodiscard]] QString name() const;
 
   /// Paints an area of width() by kBarHeight at the origin.
-  void paint(QPainter& painter, Appearance appearance) const;
+  void paint(QPainter& painter, Appearance appearance);
 
  private:
-  void layOut(const QString& text);
-  void paintTitle(QPainter& painter) const;
+  void setTitle(const QString& text);
+  void layOut();
+  void paintTitle(QPainter& painter);
   void paintImage(QPainter& painter, const TemplateImage& image) const;
 
   StatusItemContent content_;
-  /// Empty for an image.
+  /// Empty for an image. Laid out when it is measured or painted for the first time.
   QTextLayout title_;
   double titleWidth_ = 0;
+  /// The widths of the titles so far, so that a title that comes back is not laid out again to be
+  /// measured.
+  std::unordered_map<QString, double> widths_;
 };
 
 }  // namespace vembrix

@@ -43,11 +43,8 @@ StatusStrip::StatusStrip(std::function<void()> clicked)
   updateSurroundings();
   makeWindow();
   followScreens();
-  themeObservation_ =
-      NotificationCenter::distributed().addObserver(notification::kInterfaceThemeChanged, [this] {
-        update();
-        button_.update();
-      });
+  themeObservation_ = NotificationCenter::distributed().addObserver(
+      notification::kInterfaceThemeChanged, [this] { draw(size()); });
 }
 
 StatusStrip::~StatusStrip() = default;
@@ -62,7 +59,10 @@ void StatusStrip::setContent(const StatusItemContent& content) {
 void StatusStrip::updateName() {
   // Not the widget's title, in which "[*]" is no text.
   const QString name = button_.label().name();
-  if (windowHandle()->title() != name) windowHandle()->setTitle(name);
+  if (std::exchange(name_, name) == name) return;
+  if (picture_) picture_->mute(true);
+  setName(*windowHandle(), name);
+  if (picture_) picture_->mute(false);
 }
 
 // The window
@@ -71,10 +71,29 @@ void StatusStrip::makeWindow() {
   // Makes the native window, so that its hints are there before it is shown.
   const auto id = static_cast<xcb_window_t>(winId());
   makeDock(*windowHandle());
+  drawByServer(id);
   strut_.reset();
   if (guard_) guard_->watch(id);
   if (panels_) panels_->leaveOut(id);
+  name_ = QString();
   updateName();
+}
+
+void StatusStrip::drawByServer(xcb_window_t window) {
+  if (picture_) {
+    picture_->setWindow(window);
+  } else {
+    picture_ = StripPicture::create(window);
+  }
+  if (!picture_) return;
+  // Qt paints neither for itself nor when a part of the window comes to light.
+  setUpdatesEnabled(false);
+  windowHandle()->installEventFilter(this);
+}
+
+bool StatusStrip::eventFilter(QObject* object, QEvent* event) {
+  const bool isPainting = event->type() == QEvent::Expose || event->type() == QEvent::Paint;
+  return (isPainting && object == windowHandle()) || QWidget::eventFilter(object, event);
 }
 
 void StatusStrip::remakeWindow() {
@@ -192,9 +211,13 @@ void StatusStrip::moveTo(const QRect& target) {
     // Window managers that stretch docks ignore the requested position along the edge and do not
     // report that.
     const bool isAlong = former.top() == target.top() && former.height() == target.height();
-    if (!isStretched_ || !isAlong) setGeometry(target);
+    if (!isStretched_ || !isAlong) {
+      draw(target.size());
+      setGeometry(target);
+    }
   }
   placeButton();
+  draw(size());
 }
 
 void StatusStrip::reserve() {
@@ -214,15 +237,19 @@ void StatusStrip::raiseOverPanel() {
   if (position_.isOnPanel && panels_->isBelowPanel(position_.geometry)) raise();
 }
 
-void StatusStrip::placeButton() {
+QRect StatusStrip::itemIn(const QSize& strip) const {
   const int width = target_.isEmpty() ? button_.sizeHint().width() : target_.width();
   const int offset = isStretched_ ? target_.x() - leftEnd_ : 0;
-  button_.setGeometry(std::clamp(offset, 0, std::max(this->width() - width, 0)), 0, width,
-                      height());
+  return {std::clamp(offset, 0, std::max(strip.width() - width, 0)), 0, width, strip.height()};
+}
+
+void StatusStrip::placeButton() {
+  button_.setGeometry(itemIn(size()));
 }
 
 void StatusStrip::noteGeometry() {
   updateStretch();
+  draw(size());
   if (guard_ && isVisible() && geometry() != target_) guard_->checkSoon();
 }
 
@@ -251,6 +278,36 @@ void StatusStrip::resizeEvent(QResizeEvent* /*event*/) {
 void StatusStrip::paintEvent(QPaintEvent* /*event*/) {
   const auto appearance = Application::shared().effectiveAppearance().value_or(Appearance::Light);
   QPainter(this).fillRect(rect(), menuBarColor(appearance));
+}
+
+void StatusStrip::draw(const QSize& size) {
+  if (!picture_) {
+    update();
+    button_.update();
+    return;
+  }
+  // Before the first place is known.
+  if (target_.isEmpty()) return;
+  const StripPicture::Frame frame{
+      .size = pixelsOfGeometry({target_.topLeft(), size}).size(),
+      .item = itemIn(size),
+      .scale = devicePixelRatioF(),
+      .appearance = Application::shared().effectiveAppearance().value_or(Appearance::Light)};
+  const bool isResizing = isVisible() && size != this->size();
+  picture_->show(button_.label().content(), frame,
+                 isResizing ? StripPicture::Shows::WithNewSize : StripPicture::Shows::Now,
+                 [&] { return picture(frame); });
+}
+
+QImage StatusStrip::picture(const StripPicture::Frame& frame) {
+  QImage image(frame.size, QImage::Format_RGB32);
+  image.setDevicePixelRatio(frame.scale);
+  image.fill(menuBarColor(frame.appearance));
+  QPainter painter(&image);
+  painter.setClipRect(frame.item);
+  painter.translate(frame.item.topLeft());
+  button_.paint(painter, frame.item.height());
+  return image;
 }
 
 // Dragging

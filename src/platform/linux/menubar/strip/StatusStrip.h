@@ -9,6 +9,7 @@
 #include "platform/NotificationCenter.h"
 #include "platform/linux/menubar/strip/StatusButton.h"
 #include "platform/linux/menubar/strip/StripGuard.h"
+#include "platform/linux/menubar/strip/StripPicture.h"
 #include "platform/linux/menubar/strip/StripPlacement.h"
 #include "platform/linux/x11/X11Panels.h"
 
@@ -31,6 +32,7 @@ class StatusStrip : public QWidget {
   [[nodiscard]] const QRect& itemGeometry() const { return target_; }
 
  protected:
+  bool eventFilter(QObject* object, QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void moveEvent(QMoveEvent* event) override;
@@ -41,6 +43,8 @@ class StatusStrip : public QWidget {
   void followPanels();
   void makeWindow();
   void remakeWindow();
+  /// Lets the X server draw the window where it can.
+  void drawByServer(xcb_window_t window);
   void updateName();
 
   void updateSurroundings();
@@ -49,7 +53,12 @@ class StatusStrip : public QWidget {
   void arrange(const std::optional<StripPlace>& place);
   void moveTo(const QRect& target);
   void reserve();
+  /// The item's place in a strip of that size.
+  [[nodiscard]] QRect itemIn(const QSize& strip) const;
   void placeButton();
+  /// Draws the strip as it is with that size.
+  void draw(const QSize& size);
+  [[nodiscard]] QImage picture(const StripPicture::Frame& frame);
   /// To be called when the window was moved or resized, by any program.
   void noteGeometry();
   void updateStretch();
@@ -62,6 +71,10 @@ class StatusStrip : public QWidget {
   void drop();
 
   StatusButton button_;
+  /// The window's name.
+  QString name_;
+  /// Null where Qt paints.
+  std::unique_ptr<StripPicture> picture_;
   Observation themeObservation_;
   /// Null without X11.
   std::unique_ptr<X11Panels> panels_;
