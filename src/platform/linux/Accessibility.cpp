@@ -1,7 +1,7 @@
 #include "platform/Accessibility.h"
 
 #include "platform/linux/session/ChosenDesktop.h"
-#include "platform/linux/x11/X11Services.h"
+#include "platform/linux/session/X11Services.h"
 
 namespace vembrix {
 namespace {

@@ -3,8 +3,8 @@
 #include <unistd.h>
 
 #include "platform/linux/session/ChosenDesktop.h"
+#include "platform/linux/session/X11Services.h"
 #include "platform/linux/x11/X11Dock.h"
-#include "platform/linux/x11/X11Services.h"
 
 namespace vembrix {
 

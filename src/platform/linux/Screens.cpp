@@ -7,7 +7,7 @@
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
 #include "platform/linux/session/ChosenDesktop.h"
-#include "platform/linux/x11/X11Services.h"
+#include "platform/linux/session/X11Services.h"
 
 namespace vembrix {
 namespace {

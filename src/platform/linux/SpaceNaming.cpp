@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "platform/linux/session/ChosenDesktop.h"
-#include "platform/linux/x11/X11Services.h"
+#include "platform/linux/session/X11Services.h"
 
 namespace vembrix {
 namespace {

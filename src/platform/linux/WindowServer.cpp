@@ -6,8 +6,8 @@
 
 #include "platform/Application.h"
 #include "platform/linux/session/ChosenDesktop.h"
+#include "platform/linux/session/X11Services.h"
 #include "platform/linux/x11/WindowList.h"
-#include "platform/linux/x11/X11Services.h"
 
 namespace vembrix {
 namespace {

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "platform/linux/labels/PanelConnection.h"
-#include "platform/linux/menubar/strip/X11Image.h"
+#include "platform/linux/x11/X11Image.h"
 
 namespace vembrix {
 namespace {

@@ -10,7 +10,7 @@
 #include "platform/SystemLog.h"
 #include "platform/embedded/desktop/EmbeddedDesktop.h"
 #include "platform/linux/session/ProgramEnd.h"
-#include "platform/linux/x11/X11Services.h"
+#include "platform/linux/session/X11Services.h"
 
 namespace vembrix {
 namespace {

@@ -7,7 +7,7 @@
 
 #include "platform/linux/x11/QtEwmh.h"
 #include "platform/linux/x11/X11Connection.h"
-#include "platform/linux/menubar/strip/X11Image.h"
+#include "platform/linux/x11/X11Image.h"
 
 namespace vembrix {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/linux/menubar/strip/X11Image.h"
+#include "platform/linux/x11/X11Image.h"
 
 #include <xcb/xcb.h>
 
