@@ -12,6 +12,7 @@ packages_build=(
   libxcb-ewmh-dev
   libxcb-icccm4-dev
   libxcb-randr0-dev
+  libxcb-sync-dev
   libxcb-xfixes0-dev
   libxcb-xinput-dev
   nlohmann-json3-dev

@@ -6,13 +6,14 @@
 #include <QScreen>
 #include <QTimerEvent>
 #include <algorithm>
-#include <chrono>
-#include <cmath>
-#include <cstdint>
+#include <array>
+#include <cstddef>
 #include <utility>
 
 namespace vembrix {
 namespace {
+
+using std::chrono::milliseconds;
 
 /// The curve by which AppKit eases in and out.
 const QEasingCurve& easing() {
@@ -24,35 +25,41 @@ const QEasingCurve& easing() {
   return curve;
 }
 
-/// Between two pictures of the screen, in milliseconds.
-int pictureInterval() {
+/// Between two pictures of the screen.
+milliseconds pictureInterval() {
   constexpr double kUsualRate = 60;
   constexpr double kSlowest = 30;
   constexpr double kFastest = 120;
   const QScreen* screen = QGuiApplication::primaryScreen();
   // Virtual screens report 0.
   const double rate = screen && screen->refreshRate() > 1 ? screen->refreshRate() : kUsualRate;
-  return static_cast<int>(std::lround(1000 / std::clamp(rate, kSlowest, kFastest)));
+  return milliseconds(static_cast<int>(1000 / std::clamp(rate, kSlowest, kFastest)));
 }
 
 }  // namespace
 
-AlphaFade::AlphaFade(std::function<void(double)> apply) : apply_(std::move(apply)) {}
+AlphaFade::AlphaFade(std::function<void(double)> apply, Player player)
+    : apply_(std::move(apply)), player_(std::move(player)) {}
 
 double AlphaFade::value() const {
-  if (!isRunning()) return to_;
+  return isRunning() ? valueAt(Duration(clock_.nsecsElapsed())) : to_;
+}
+
+double AlphaFade::valueAt(Duration elapsed) const {
   const double progress =
-      static_cast<double>(clock_.nsecsElapsed()) / static_cast<double>(duration_.count());
+      static_cast<double>(elapsed.count()) / static_cast<double>(duration_.count());
   return progress < 1 ? from_ + (to_ - from_) * easing().valueForProgress(progress) : to_;
 }
 
 void AlphaFade::setGradual(bool gradual) {
   if (std::exchange(isGradual_, gradual) == gradual || !isRunning()) return;
+  stopPlaying();
   waitForStep();
 }
 
 void AlphaFade::set(double value) {
   timer_.stop();
+  stopPlaying();
   ended_ = nullptr;
   to_ = value;
   apply(value);
@@ -60,6 +67,7 @@ void AlphaFade::set(double value) {
 
 void AlphaFade::animate(double value, Duration duration, std::function<void()> ended) {
   from_ = this->value();
+  stopPlaying();
   to_ = value;
   duration_ = duration;
   ended_ = std::move(ended);
@@ -68,7 +76,11 @@ void AlphaFade::animate(double value, Duration duration, std::function<void()> e
     return;
   }
   clock_.start();
-  timer_.start(pictureInterval(), Qt::PreciseTimer, this);
+  if (isGradual_) {
+    waitForStep();
+  } else {
+    waitFor(pictureInterval());
+  }
 }
 
 void AlphaFade::timerEvent(QTimerEvent* event) {
@@ -78,15 +90,44 @@ void AlphaFade::timerEvent(QTimerEvent* event) {
     finish();
     return;
   }
-  apply(value);
-  if (!isGradual_) waitForStep();
+  if (!isPlaying_) apply(value);
+  if (!isGradual_ || isPlaying_) waitForStep();
 }
 
 void AlphaFade::waitForStep() {
+  if (isGradual_ && !isPlaying_ && !play()) {
+    waitFor(pictureInterval());
+    return;
+  }
   const Duration left = duration_ - Duration(clock_.nsecsElapsed());
-  const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(left).count();
-  const int rest = static_cast<int>(std::max<std::int64_t>(milliseconds, 0));
-  timer_.start(isGradual_ ? pictureInterval() : rest, Qt::PreciseTimer, this);
+  waitFor(std::max(std::chrono::ceil<std::chrono::milliseconds>(left), milliseconds(0)));
+}
+
+void AlphaFade::waitFor(milliseconds time) {
+  timer_.start(static_cast<int>(time.count()), Qt::PreciseTimer, this);
+}
+
+bool AlphaFade::play() {
+  if (!player_.play) return false;
+  // For long animations a timer does.
+  constexpr std::size_t kMost = 128;
+  const milliseconds interval = pictureInterval();
+  const Duration begin(clock_.nsecsElapsed());
+  std::array<double, kMost> values{};
+  std::size_t count = 0;
+  for (Duration time = begin + interval; time < duration_; time += interval) {
+    if (count == kMost) return false;
+    values[count++] = valueAt(time);
+  }
+  isPlaying_ = player_.play(interval, std::span(values).first(count));
+  return isPlaying_;
+}
+
+void AlphaFade::stopPlaying() {
+  if (!std::exchange(isPlaying_, false)) return;
+  player_.stop();
+  // Whatever the player has come to.
+  applied_ = -1;
 }
 
 void AlphaFade::apply(double value) {
@@ -95,6 +136,7 @@ void AlphaFade::apply(double value) {
 
 void AlphaFade::finish() {
   timer_.stop();
+  stopPlaying();
   apply(to_);
   // Emptied first: it may start another animation.
   if (const auto ended = std::exchange(ended_, nullptr)) ended();

@@ -3,19 +3,30 @@
 #include <QBasicTimer>
 #include <QElapsedTimer>
 #include <QObject>
+#include <chrono>
 #include <functional>
+#include <span>
 
 #include "platform/MainQueue.h"
 
 namespace vembrix {
 
 /// The alpha value of a window and its animation, which eases in and out and ends exactly at the
-/// new value. A gradual one takes a step per frame of the screen, another only one right after the
-/// beginning. At rest no timer runs. Main thread; needs a Qt application.
+/// new value. A gradual one takes a step per frame of the screen, by a timer or by a player that
+/// takes the steps by itself; another only one right after the beginning. At rest no timer runs.
+/// Main thread; needs a Qt application.
 class AlphaFade : public QObject {
  public:
-  /// `apply` gets each new value.
-  explicit AlphaFade(std::function<void(double)> apply);
+  struct Player {
+    /// Takes a step to each of the values, the first one an interval from now. Returns false where
+    /// it cannot.
+    std::function<bool(std::chrono::milliseconds interval, std::span<const double>)> play;
+    /// Ends that, wherever it is.
+    std::function<void()> stop;
+  };
+
+  /// `apply` gets each new value that is not the player's.
+  explicit AlphaFade(std::function<void(double)> apply, Player player = {});
 
   /// The present value, also during an animation.
   [[nodiscard]] double value() const;
@@ -37,10 +48,16 @@ class AlphaFade : public QObject {
   void apply(double value);
   void finish();
   void waitForStep();
+  [[nodiscard]] double valueAt(Duration elapsed) const;
+  void waitFor(std::chrono::milliseconds time);
+  bool play();
+  void stopPlaying();
 
   std::function<void(double)> apply_;
   std::function<void()> ended_;
+  Player player_;
   bool isGradual_ = false;
+  bool isPlaying_ = false;
   QBasicTimer timer_;
   QElapsedTimer clock_;
   Duration duration_{};

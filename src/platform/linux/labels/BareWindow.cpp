@@ -42,7 +42,15 @@ BareWindow::BareWindow(const Options& options, PanelContent& content)
                                    .level = options.level,
                                    .collectionBehavior = options.collectionBehavior,
                                    .spaces = {}})),
-      alpha_([this](double alpha) { applyAlpha(alpha); }) {
+      alpha_([this](double alpha) { applyAlpha(alpha); },
+             {.play =
+                  [this](auto interval, auto alphas) {
+                    return isShown_ && window_ && window_->playOpacities(interval, alphas);
+                  },
+              .stop =
+                  [this] {
+                    if (window_) window_->stopOpacities();
+                  }}) {
   PanelStage::shared().add(*this);
 }
 
@@ -91,16 +99,20 @@ void BareWindow::applyAlpha(double alpha) {
 void BareWindow::setOnScreen(bool isOnScreen) {
   isOnScreen_ = isOnScreen;
   // Values in between are visible only with a compositor.
-  alpha_.setGradual(isOnScreen && Compositor::shared().isRunning());
+  const bool isGradual = isOnScreen && Compositor::shared().isRunning();
+  if (!isGradual) alpha_.setGradual(false);
   const bool isShown = isOnScreen && alpha_.value() > 0;
-  if (isShown == isShown_) return;
-  isShown_ = isShown;
-  if (isShown) {
-    show();
-  } else {
-    hide();
+  if (isShown != isShown_) {
+    isShown_ = isShown;
+    if (isShown) {
+      show();
+    } else {
+      hide();
+    }
+    content_.setVisible(isShown);
   }
-  content_.setVisible(isShown);
+  // There has to be a window that fades.
+  if (isGradual) alpha_.setGradual(true);
 }
 
 void BareWindow::show() {
@@ -159,7 +171,7 @@ void BareWindow::refresh() {
 void BareWindow::update(const QRectF& part) {
   const QScreen* screen = QGuiApplication::primaryScreen();
   // A picture that is out of date is drawn as a whole soon.
-  if (!isShown_ || !window_ || !isPainted_ || !screen) return;
+  if (!isShown_ || !window_ || !isPainted_ || !screen || part.isEmpty()) return;
   const double scale = screen->devicePixelRatio();
   window_->paint(picture(scale, backing(), part), scaled(part, scale).toAlignedRect().topLeft());
 }

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/linux/labels/OpacityPlayer.h"
 #include "platform/linux/labels/PanelConnection.h"
 #include "platform/linux/x11/X11Image.h"
 
@@ -46,6 +47,10 @@ void setShapeRegion(const PanelConnection& connection, xcb_window_t window, xcb_
   xcb_xfixes_destroy_region(xcb, region);
 }
 
+std::uint32_t opacityValue(double opacity) {
+  return static_cast<std::uint32_t>(std::llround(std::clamp(opacity, 0.0, 1.0) * 0xFFFFFFFF));
+}
+
 }  // namespace
 
 std::unique_ptr<PanelWindow> PanelWindow::create(const QString& role) {
@@ -75,6 +80,7 @@ PanelWindow::PanelWindow(std::shared_ptr<PanelConnection> connection, const QStr
 }
 
 PanelWindow::~PanelWindow() {
+  stopOpacities();
   connection_->remove(id_);
   xcb_destroy_window(connection_->xcb(), id_);
   connection_->flush();
@@ -151,17 +157,41 @@ void PanelWindow::setShadow(int extent) {
 
 void PanelWindow::sendOpacity(double opacity) {
   if (std::exchange(opacity_, opacity) == opacity) return;
-  const auto value =
-      static_cast<std::uint32_t>(std::llround(std::clamp(opacity, 0.0, 1.0) * 0xFFFFFFFF));
+  const std::uint32_t value = opacityValue(opacity);
   setNumbers(*connection_, id_, connection_->atoms().opacity, std::span(&value, 1));
 }
 
 void PanelWindow::setOpacity(double opacity) {
+  if (player_) {
+    connection_->flush();
+    player_->set(id_, connection_->atoms().opacity, opacityValue(opacity));
+    return;
+  }
   sendOpacity(opacity);
   connection_->flush();
 }
 
+bool PanelWindow::playOpacities(std::chrono::milliseconds interval,
+                                std::span<const double> opacities) {
+  constexpr std::size_t kMost = 128;
+  auto player = OpacityPlayer::current();
+  if (!player || player->isPlaying() || opacities.size() > kMost) return false;
+  std::array<std::uint32_t, kMost> values{};
+  std::ranges::transform(opacities, values.begin(), opacityValue);
+  player->play(id_, connection_->atoms().opacity, interval,
+               std::span(values).first(opacities.size()));
+  player_ = std::move(player);
+  isPlaying_ = true;
+  opacity_ = -1;
+  return true;
+}
+
+void PanelWindow::stopOpacities() {
+  if (std::exchange(isPlaying_, false)) player_->stop(connection_->xcb());
+}
+
 void PanelWindow::show(double opacity) {
+  player_.reset();
   // Set before mapping, so that the window appears with this opacity.
   sendOpacity(opacity);
   putInFront();

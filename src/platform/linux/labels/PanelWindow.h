@@ -5,11 +5,14 @@
 #include <QRect>
 #include <QRegion>
 #include <QString>
+#include <chrono>
 #include <cstdint>
 #include <memory>
+#include <span>
 
 namespace vembrix {
 
+class OpacityPlayer;
 class PanelConnection;
 
 /// An X window unknown to window managers (override-redirect) that lets input through. The server
@@ -53,6 +56,11 @@ class PanelWindow {
 
   /// Sets the opacity for the compositor, from 0 to 1.
   void setOpacity(double opacity);
+  /// Makes the server take a step to each of the opacities, the first one an interval from now.
+  /// Returns false where it cannot.
+  bool playOpacities(std::chrono::milliseconds interval, std::span<const double> opacities);
+  /// Ends that. Where the opacity is after it is open until it is set.
+  void stopOpacities();
   /// Shows the window in front of all others.
   void show(double opacity);
   void raise();
@@ -67,7 +75,11 @@ class PanelWindow {
   std::uint32_t id_;
   QString name_;
   QRect geometry_;
+  /// -1 while it is not known.
   double opacity_ = -1;
+  /// Has played since the window was shown, so that later opacities have to come after that.
+  std::shared_ptr<OpacityPlayer> player_;
+  bool isPlaying_ = false;
   std::int64_t bytes_ = 0;
 };
 

@@ -14,6 +14,7 @@ bool hasOrderOfImages(const xcb_visualtype_t& visual) {
 
 void putImage(xcb_connection_t* xcb, xcb_drawable_t drawable, std::uint8_t depth,
               const QImage& image, const QPoint& corner) {
+  if (image.isNull()) return;
   const xcb_setup_t* setup = xcb_get_setup(xcb);
   // A copy shares the pixels.
   QImage ordered = image;

@@ -7,6 +7,7 @@
 #include <iterator>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "platform/Application.h"
@@ -338,6 +339,67 @@ TEST_F(CompositedLabelTest, ComesUpAsFaintAsItIs) {
   label->setAlphaValue(0.25);
   const xcb_window_t window = this->window();
   EXPECT_THAT(opacity(window), ElementsAre(0x40000000U));
+}
+
+TEST_F(CompositedLabelTest, ItsFadeGoesOnWhileTheProgramIsBusy) {
+  const auto label = make("Mail");
+  const xcb_window_t window = this->window();
+  label->animateAlphaValue(0.2, milliseconds(1500));
+  ASSERT_TRUE(runUntil([&] { return opacity(window)[0] < 0xFFFFFFFFU; }));
+  const std::uint32_t before = opacity(window)[0];
+  // No event is read meanwhile.
+  std::this_thread::sleep_for(milliseconds(300));
+  EXPECT_LT(opacity(window)[0], before);
+}
+
+TEST_F(CompositedLabelTest, AFadeThatIsBrokenOffDoesNotComeThrough) {
+  const auto label = make("Mail");
+  const xcb_window_t window = this->window();
+  for (int round = 0; round < 5; ++round) {
+    label->animateAlphaValue(0.1, milliseconds(400));
+    ASSERT_TRUE(runUntil([&] { return opacity(window)[0] < 0xE0000000U; }));
+    label->setAlphaValue(1);
+    ASSERT_TRUE(runUntil([&] { return opacity(window)[0] == 0xFFFFFFFFU; }));
+    runFor(milliseconds(100));
+    EXPECT_THAT(opacity(window), ElementsAre(0xFFFFFFFFU));
+  }
+}
+
+TEST_F(CompositedLabelTest, AFadeInThePlaceOfAnotherEndsWhereItIsTo) {
+  const auto label = make("Mail");
+  const xcb_window_t window = this->window();
+  label->animateAlphaValue(0.1, std::chrono::seconds(1));
+  ASSERT_TRUE(runUntil([&] { return opacity(window)[0] < 0xE0000000U; }));
+  label->animateAlphaValue(0.5, milliseconds(200));
+  runFor(milliseconds(1200));
+  EXPECT_THAT(opacity(window), ElementsAre(0x80000000U));
+}
+
+TEST_F(CompositedLabelTest, TwoFadeAtTheSameTime) {
+  const auto first = make("First");
+  const auto second = make("Second");
+  ASSERT_TRUE(runUntil([&] { return shown().size() == 2; }));
+  first->animateAlphaValue(0.5, milliseconds(300));
+  second->animateAlphaValue(0.5, milliseconds(300));
+  EXPECT_TRUE(runUntil([&] {
+    return std::ranges::all_of(windows(), [&](xcb_window_t window) {
+      return opacity(window) == std::vector{0x80000000U};
+    });
+  }));
+}
+
+TEST_F(CompositedLabelTest, HiddenOnTheWayOutItComesBackAsItIs) {
+  const auto label = make("Mail");
+  const xcb_window_t window = this->window();
+  label->animateAlphaValue(0.1, milliseconds(500));
+  ASSERT_TRUE(runUntil([&] { return opacity(window)[0] < 0xE0000000U; }));
+  ASSERT_TRUE(client().goToDesktop(1));
+  ASSERT_TRUE(runUntilShown({}));
+  label->setAlphaValue(1);
+  ASSERT_TRUE(client().goToDesktop(0));
+  ASSERT_TRUE(runUntilShown({"Mail"}));
+  runFor(milliseconds(500));
+  EXPECT_THAT(opacity(window), ElementsAre(0xFFFFFFFFU));
 }
 
 TEST_F(CompositedLabelTest, FadesStepByStep) {
