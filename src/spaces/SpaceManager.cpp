@@ -128,7 +128,7 @@ void SpaceManager::rememberUUIDs() {
     for (const std::string_view uuid : uuids) merged.emplace_back(std::string(uuid));
     knownUUIDs_ = PropertyList(std::move(merged));
   }
-  if (stored != knownUUIDs_) defaults.set(knownUUIDsKey, knownUUIDs_);
+  defaults.set(knownUUIDsKey, knownUUIDs_);
 }
 
 }  // namespace vembrix

@@ -35,6 +35,8 @@ class X11DesktopTest : public testing::Test {
     if (windowManager == WindowManager::Running) display_.startWindowManager();
     desktop_ = std::make_unique<X11Desktop>(X11Connection::open());
     desktop_->follow();
+    // Announcements of the application's own start do not count.
+    changes_ = 0;
   }
 
   /// The number of Spaces; empty without a list.
