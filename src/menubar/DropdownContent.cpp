@@ -17,6 +17,7 @@ constexpr double kFaintHeat = 0.05;
 
 MenuItem makeCommand(const AppTheme& theme, MenuCommand command) {
   applyThemeFont(theme, command);
+  if (theme.name != AppTheme::stock().name) command.highlight = selectionTint(theme);
   return command;
 }
 
@@ -35,12 +36,14 @@ std::vector<MenuItem> makeDropdownItems(std::function<void()> showPreferences) {
   items.push_back(makeCommand(theme, {.title = "Preferences…",
                                       .font = {},
                                       .keyEquivalent = ",",
-                                      .action = std::move(showPreferences)}));
+                                      .action = std::move(showPreferences),
+                                      .highlight = {}}));
   items.emplace_back(MenuSeparator{});
   items.push_back(makeCommand(theme, {.title = "Quit Vembrix",
                                       .font = {},
                                       .keyEquivalent = "q",
-                                      .action = MenuCommand::Standard::Terminate}));
+                                      .action = MenuCommand::Standard::Terminate,
+                                      .highlight = {}}));
   return items;
 }
 

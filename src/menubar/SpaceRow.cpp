@@ -34,6 +34,10 @@ std::string dotDescription(const SpaceRow::Desktop& desktop) {
 
 }  // namespace
 
+Color selectionTint(const AppTheme& theme) {
+  return withAlpha(theme.accent, kTintAlpha);
+}
+
 DotImage makeDot(const SpaceRow::Desktop& desktop) {
   constexpr double kSize = row_metrics::kDotSize;
   constexpr double kRing = kSize - 2 * kRingInset;
@@ -160,7 +164,7 @@ void SpaceRow::cancel() {
 
 void SpaceRow::showTint() {
   if (isHovered_ || isHighlighted_) {
-    state_.background = withAlpha(PreferencesStore::shared().theme().accent, kTintAlpha);
+    state_.background = selectionTint(PreferencesStore::shared().theme());
   } else {
     state_.background.reset();
   }

@@ -11,6 +11,8 @@
 
 namespace vembrix {
 
+struct AppTheme;
+
 /// A desktop's row in the dropdown: switches to the desktop on a click, shows a rename button and a
 /// tint under the pointer, and edits the name in place. Main thread.
 class SpaceRow : public SpaceRowHandler {
@@ -66,6 +68,9 @@ class SpaceRow : public SpaceRowHandler {
   /// The state that the view shows.
   SpaceRowState state_;
 };
+
+/// Returns the theme's tint of what is selected in the dropdown.
+Color selectionTint(const AppTheme& theme);
 
 /// Returns a disc for the active desktop, else a ring, with a glow inside when the desktop is warm.
 DotImage makeDot(const SpaceRow::Desktop& desktop);

@@ -25,6 +25,9 @@ struct MenuCommand {
   std::string keyEquivalent;
   /// A closure runs after the menu has closed.
   std::variant<Standard, std::function<void()>> action;
+  /// What is behind the command while it is selected; empty for the system's selection. Where the
+  /// system draws the menu, as on macOS, the selection is always the system's.
+  std::optional<Color> highlight = {};
 };
 
 struct MenuSeparator {};

@@ -3,7 +3,9 @@
 import unittest
 
 from support.dropdown import Dropdown
+from support.furniture import hang_wallpaper
 from support.processes import wait_until
+from support.screen import distance
 from support.vembrix import SharedRunTest
 
 
@@ -21,6 +23,18 @@ class DropdownTest(SharedRunTest):
         self.assertEqual(self.menu.window().read("WM_CLASS"), '"vembrix", "Vembrix"')
         self.menu.key("Escape")
         self.menu.wait_until_closed()
+
+    def test_without_a_compositor_the_edge_is_light_and_the_corners_have_no_specks(self):
+        hang_wallpaper(self.desktop)
+        self.menu.open()
+        x, y, width, height = self.menu.window().frame()
+        picture = self.desktop.picture()
+        edge = picture.pixel(x + width // 2, y + height - 1)
+        ground = picture.pixel(x + width // 2, y + height - 3)
+        self.assertTrue(20 < distance(edge, ground) < 80, f"{edge} around {ground}")
+        for left in (x, x + width - 8):
+            corner = picture.crop(left, y + height - 8, 8, 8)
+            self.assertGreater(corner.nearest((0, 0, 0))[1], 100, "darker than the wallpaper")
 
     def test_a_click_on_a_name_switches(self):
         self.menu.open()

@@ -230,6 +230,22 @@ TEST_F(DropdownTest, WithTheStockThemeTheCommandsKeepTheMenusFont) {
   EXPECT_EQ(menu().command("Quit Vembrix")->font, std::nullopt);
 }
 
+TEST_F(DropdownTest, SelectedCommandsHaveTheTintOfSelectedRowsAndWithStockTheSystems) {
+  for (const AppTheme& theme : AppTheme::all()) {
+    PreferencesStore::shared().setThemeName(theme.name);
+    open();
+    for (const char* title : {"Preferences…", "Quit Vembrix"}) {
+      const std::optional<Color> tint = menu().command(title)->highlight;
+      if (theme.name == "Stock") {
+        EXPECT_EQ(tint, std::nullopt);
+      } else {
+        EXPECT_EQ(tint, selectionTint(theme));
+        EXPECT_EQ(tint->alpha(), 0.16);
+      }
+    }
+  }
+}
+
 TEST_F(DropdownTest, WithAMonospacedThemeTheCommandsAreMonospaced) {
   store_.setThemeName("Paper");
   open();

@@ -78,6 +78,9 @@ class QtDropdownMenu : public NativeDropdownMenu {
   void add(MenuCommand& command) {
     QAction* action = menu_.addAction(menuTitle(command.title));
     if (command.font) action->setFont(nativeFont(*command.font));
+    if (command.highlight) {
+      action->setData(nativeColor(*command.highlight, applied_.value_or(Appearance::Light)));
+    }
     if (!command.keyEquivalent.empty()) {
       const QString key = QString::fromStdString(command.keyEquivalent).toUpper();
       action->setShortcut(QKeySequence(QStringLiteral("Ctrl+") + key));

@@ -12,15 +12,14 @@
 #include <algorithm>
 
 #include "platform/linux/TextMetrics.h"
+#include "platform/linux/session/Compositor.h"
 
 namespace vembrix {
 namespace {
 
 /// Above the first item and below the last one.
 constexpr int kEndMargin = 5;
-/// From the edge of the menu to the highlight of an item.
-constexpr int kHighlightInset = 5;
-constexpr int kHighlightRadius = 4;
+constexpr int kHighlightInset = MenuStyle::kHighlightInset;
 /// From the edge of the menu to titles and key equivalents.
 constexpr int kTitleInset = 14;
 constexpr int kShortcutGap = 24;
@@ -29,10 +28,13 @@ constexpr QLatin1String kWideKey("Ctrl+W");
 constexpr int kItemHeight = 22;
 constexpr int kSeparatorHeight = 11;
 
-/// Qt would make room for it beside the rows, too, which have none.
-QString shortcutOf(const QStyleOptionMenuItem& item, const QWidget* widget) {
+const QAction* actionOf(const QStyleOptionMenuItem& item, const QWidget* widget) {
   const auto* menu = qobject_cast<const QMenu*>(widget);
-  const QAction* action = menu ? menu->actionAt(item.rect.center()) : nullptr;
+  return menu ? menu->actionAt(item.rect.center()) : nullptr;
+}
+
+/// Qt would make room for it beside the rows, too, which have none.
+QString shortcutOf(const QAction* action) {
   return action ? action->shortcut().toString(QKeySequence::NativeText) : QString();
 }
 
@@ -46,6 +48,14 @@ QColor faint(QColor ink, float share) {
   return ink;
 }
 
+/// What a translucent colour shows over an opaque one.
+QColor over(const QColor& color, const QColor& ground) {
+  const float share = color.alphaF();
+  const auto mix = [share](float top, float bottom) { return top * share + bottom * (1 - share); };
+  return QColor::fromRgbF(mix(color.redF(), ground.redF()), mix(color.greenF(), ground.greenF()),
+                          mix(color.blueF(), ground.blueF()));
+}
+
 void drawSeparator(const QStyleOptionMenuItem& item, QPainter& painter) {
   const QRectF rect = item.rect;
   const QRectF line(rect.x() + kTitleInset - kHighlightInset, rect.center().y() - 0.5,
@@ -53,17 +63,20 @@ void drawSeparator(const QStyleOptionMenuItem& item, QPainter& painter) {
   painter.fillRect(line, faint(item.palette.color(QPalette::WindowText), 0.14F));
 }
 
-void drawItem(const QStyleOptionMenuItem& item, const QString& shortcut, QPainter& painter) {
+void drawItem(const QStyleOptionMenuItem& item, const QAction* action, QPainter& painter) {
+  const QString shortcut = shortcutOf(action);
+  const QColor tint = action ? action->data().value<QColor>() : QColor();
   const bool isSelected =
       item.state.testFlag(QStyle::State_Selected) && item.state.testFlag(QStyle::State_Enabled);
   if (isSelected) {
     painter.setPen(Qt::NoPen);
-    painter.setBrush(item.palette.brush(QPalette::Highlight));
+    painter.setBrush(tint.isValid() ? tint : item.palette.color(QPalette::Highlight));
     painter.drawRoundedRect(QRectF(item.rect).adjusted(kHighlightInset, 0, -kHighlightInset, 0),
-                            kHighlightRadius, kHighlightRadius);
+                            MenuStyle::kHighlightRadius, MenuStyle::kHighlightRadius);
   }
+  const bool isInverted = isSelected && !tint.isValid();
   const QColor ink =
-      item.palette.color(isSelected ? QPalette::HighlightedText : QPalette::WindowText);
+      item.palette.color(isInverted ? QPalette::HighlightedText : QPalette::WindowText);
   const QFontMetricsF metrics(item.font);
   const double baseline =
       middleBaseline(item.font, item.rect.height(), painter.device()->devicePixelRatio());
@@ -79,6 +92,22 @@ void drawItem(const QStyleOptionMenuItem& item, const QString& shortcut, QPainte
 
 }  // namespace
 
+void paintMenuPanel(QPainter& painter, const QRect& rect, const QPalette& palette) {
+  const QColor ground = palette.color(QPalette::Window);
+  QColor edge = faint(palette.color(QPalette::WindowText), 0.22F);
+  painter.save();
+  if (!Compositor::shared().isRunning()) {
+    edge = over(edge, ground);
+    painter.fillRect(rect, edge);
+  }
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(edge);
+  painter.setBrush(ground);
+  painter.drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), MenuStyle::kCornerRadius,
+                          MenuStyle::kCornerRadius);
+  painter.restore();
+}
+
 MenuStyle::MenuStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
 
 void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -90,7 +119,7 @@ void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, 
     if (isSeparator(*item)) {
       drawSeparator(*item, *painter);
     } else {
-      drawItem(*item, shortcutOf(*item, widget), *painter);
+      drawItem(*item, actionOf(*item, widget), *painter);
     }
     painter->restore();
     return;
@@ -107,13 +136,7 @@ void MenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     return;
   }
-  painter->save();
-  painter->setRenderHint(QPainter::Antialiasing);
-  painter->setPen(faint(option->palette.color(QPalette::WindowText), 0.22F));
-  painter->setBrush(option->palette.brush(QPalette::Window));
-  painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), kCornerRadius,
-                           kCornerRadius);
-  painter->restore();
+  paintMenuPanel(*painter, option->rect, option->palette);
 }
 
 QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,

@@ -11,6 +11,7 @@
 #include "platform/linux/Conversions.h"
 #include "platform/linux/TextMetrics.h"
 #include "platform/linux/menubar/MenuPalette.h"
+#include "platform/linux/menubar/MenuStyle.h"
 
 namespace vembrix {
 namespace {
@@ -210,7 +211,9 @@ void VembrixSpaceRowView::paintEvent(QPaintEvent* /*event*/) {
   if (state_.background) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(nativeColor(*state_.background, appearance_));
-    painter.drawRoundedRect(rect(), kCornerRadius, kCornerRadius);
+    // Like the highlight of a command.
+    constexpr int kInset = MenuStyle::kHighlightInset;
+    painter.drawRoundedRect(rect().adjusted(kInset, 0, -kInset, 0), kCornerRadius, kCornerRadius);
   }
   paintDot(painter);
   if (state_.isEditing) {

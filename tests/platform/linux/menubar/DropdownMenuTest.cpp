@@ -141,6 +141,25 @@ TEST_F(DropdownMenuTest, AsksForItsItemsEachTimeItOpens) {
   EXPECT_EQ(widget().actions().size(), 2 + 4);
 }
 
+TEST_F(DropdownMenuTest, ASelectedCommandHasTheHighlightThatItIsGivenElseTheSystems) {
+  std::vector<MenuItem> items;
+  items.push_back(commandOf("System", ""));
+  items.push_back(commandOf("Given", ""));
+  std::get<MenuCommand>(items.back()).highlight = Srgb{1, 0, 0, 0.5};
+  user_.open(std::move(items));
+  const auto selected = [this](int index) {
+    QAction* action = widget().actions()[index];
+    widget().setActiveAction(action);
+    // To the left of the title.
+    const QPoint place = widget().actionGeometry(action).topLeft() + QPoint(9, 10);
+    return pictureOf(widget(), Qt::white).pixelColor(place);
+  };
+  EXPECT_EQ(selected(0), widget().palette().color(QPalette::Highlight));
+  const QColor given = selected(1);
+  EXPECT_NEAR(given.red(), (255 + ground().red()) / 2, 1);
+  EXPECT_NEAR(given.blue(), ground().blue() / 2, 1);
+}
+
 TEST_F(DropdownMenuTest, DoesNotOpenWithoutItems) {
   user_.open({});
   EXPECT_FALSE(user_.isOpen());

@@ -40,7 +40,6 @@ inline constexpr int kMenuRowHeight = 22;
 /// The distance from a menu row's leading edge to its text; the tick is to its left.
 inline constexpr int kMenuTextLeading = 24;
 inline constexpr int kMenuPadding = 5;
-inline constexpr double kMenuRadius = 6;
 }  // namespace control_metrics
 
 /// The state of a control that its drawing depends on, besides the value.

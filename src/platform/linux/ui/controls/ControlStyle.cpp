@@ -10,6 +10,8 @@
 #include <algorithm>
 
 #include "platform/linux/TextMetrics.h"
+#include "platform/linux/menubar/MenuStyle.h"
+#include "platform/linux/session/Compositor.h"
 #include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/controls/ControlPainting.h"
 
@@ -105,7 +107,10 @@ void drawMenuRow(const QStyleOptionMenuItem& option, QPainter& painter) {
   if (isSelected) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(option.palette.color(QPalette::Highlight));
-    painter.drawRoundedRect(option.rect.adjusted(kMenuPadding - 1, 0, 1 - kMenuPadding, 0), 4, 4);
+    // The rows lie within the panel's edge.
+    constexpr int kInset = MenuStyle::kHighlightInset - 1;
+    painter.drawRoundedRect(option.rect.adjusted(kInset, 0, -kInset, 0),
+                            MenuStyle::kHighlightRadius, MenuStyle::kHighlightRadius);
     ink = option.palette.color(QPalette::HighlightedText);
   }
   if (option.checked) {
@@ -117,14 +122,6 @@ void drawMenuRow(const QStyleOptionMenuItem& option, QPainter& painter) {
   painter.setPen(ink);
   paintLine(painter, option.rect.adjusted(kMenuTextLeading, 0, -kMenuPadding, 0),
             plainText(option.text), TextPlace::Leading);
-}
-
-void drawMenuPanel(const QStyleOption& option, double radius, QPainter& painter) {
-  const bool isDark = appearanceOf(option.palette) == Appearance::Dark;
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(isDark ? QColor(255, 255, 255, 50) : QColor(0, 0, 0, 50));
-  painter.setBrush(option.palette.color(QPalette::Base));
-  painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
 }
 
 /// The part of a number's field with the two arrows.
@@ -213,6 +210,13 @@ int ControlStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
     // A click on the track takes the knob there.
     case SH_Slider_AbsoluteSetButtons:
       return Qt::LeftButton;
+    case SH_Menu_Mask:
+      if (auto* mask = qstyleoption_cast<QStyleHintReturnMask*>(data);
+          mask && option && !Compositor::shared().isRunning()) {
+        mask->region = roundedShape(option->rect, MenuStyle::kCornerRadius);
+        return 1;
+      }
+      return 0;
     case SH_DialogButtonLayout:
       return QDialogButtonBox::MacLayout;
     case SH_Slider_PageSetButtons:
@@ -317,13 +321,9 @@ void ControlStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
       paintField(*painter, option->rect, stateOf(*option));
       painter->restore();
       return;
-    case PE_PanelMenu: {
-      const bool isTranslucent = widget && widget->testAttribute(Qt::WA_TranslucentBackground);
-      painter->save();
-      drawMenuPanel(*option, isTranslucent ? kMenuRadius : 0, *painter);
-      painter->restore();
+    case PE_PanelMenu:
+      paintMenuPanel(*painter, option->rect, option->palette);
       return;
-    }
     // FocusRing stands in for all of them.
     case PE_FrameFocusRect:
     case PE_FrameLineEdit:
@@ -353,7 +353,11 @@ void ControlStyle::drawControl(ControlElement element, const QStyleOption* optio
   } else if (element == CE_MenuItem && row) {
     drawMenuRow(*row, *painter);
   } else if (element == CE_ShapedFrame) {
-    // A menu's panel has its edge, everything else has none.
+    // A menu of another shape than a rectangle has nothing but this frame; everything else has
+    // none.
+    if (widget && widget->isWindow() && !widget->mask().isEmpty()) {
+      paintMenuPanel(*painter, option->rect, option->palette);
+    }
   } else {
     painter->restore();
     QProxyStyle::drawControl(element, option, painter, widget);

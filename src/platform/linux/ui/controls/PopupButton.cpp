@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QWheelEvent>
 
+#include "platform/linux/menubar/MenuPalette.h"
 #include "platform/linux/session/Compositor.h"
 #include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/controls/ControlStyle.h"
@@ -27,14 +28,18 @@ void PopupButton::showPopup() {
   // The menu is a window of its own and inherits neither.
   QWidget* menu = view()->window();
   if (menu != window()) {
-    const QPalette colors = settingsPalette(appearanceOf(palette()));
+    QPalette colors = menuPalette(appearanceOf(palette()));
+    // Its rows are drawn on the panel.
+    colors.setColor(QPalette::Base, colors.color(QPalette::Window));
     for (QWidget* part : {menu, static_cast<QWidget*>(view()), view()->viewport()}) {
       part->setStyle(&ControlStyle::shared());
       part->setPalette(colors);
     }
     menu->setWindowRole(QStringLiteral("menu"));
-    // Round corners need a compositor to show what is behind them.
-    menu->setAttribute(Qt::WA_TranslucentBackground, Compositor::shared().isRunning());
+    // Smooth corners need a compositor to show what is behind them.
+    const bool isTranslucent = Compositor::shared().isRunning();
+    menu->setAttribute(Qt::WA_TranslucentBackground, isTranslucent);
+    if (isTranslucent) menu->clearMask();
   }
   QComboBox::showPopup();
 }
