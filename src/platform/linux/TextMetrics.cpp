@@ -1,6 +1,7 @@
 #include "platform/linux/TextMetrics.h"
 
 #include <QFontMetricsF>
+#include <QPainter>
 #include <cmath>
 
 namespace vembrix {
@@ -15,6 +16,13 @@ int lineBaseline(const QFont& font) {
 
 double middleBaseline(const QFont& font, double height, double scale) {
   return std::round((height + QFontMetricsF(font).capHeight()) / 2 * scale) / scale;
+}
+
+void drawLine(QPainter& painter, const QPointF& start, const QString& text) {
+  const Qt::LayoutDirection before = painter.layoutDirection();
+  painter.setLayoutDirection(Qt::LayoutDirectionAuto);
+  painter.drawText(start, text);
+  painter.setLayoutDirection(before);
 }
 
 }  // namespace vembrix

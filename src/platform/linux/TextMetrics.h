@@ -1,6 +1,9 @@
 #pragma once
 
 class QFont;
+class QPainter;
+class QPointF;
+class QString;
 
 namespace vembrix {
 
@@ -14,5 +17,9 @@ int lineBaseline(const QFont& font);
 /// row of pixels at that scale. Unlike that of a centred line box, it is the same for every font of
 /// one size.
 double middleBaseline(const QFont& font, double height, double scale);
+
+/// Draws one line from that point on, at the left end of its baseline. The text decides its
+/// direction, whatever the widget's is: so the ellipsis of a name is where the name ends.
+void drawLine(QPainter& painter, const QPointF& start, const QString& text);
 
 }  // namespace vembrix

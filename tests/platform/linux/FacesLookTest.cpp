@@ -213,6 +213,30 @@ TEST_P(DropdownLookTest, ANameStandsOnItsBaselineWhateverElseIsInIt) {
   }
 }
 
+TEST_P(DropdownLookTest, ALongNameHasItsEllipsisWhereItsScriptEnds) {
+  std::vector<MenuItem> items;
+  for (const QString& letter : {QStringLiteral("H"), QStringLiteral("\u05d0")}) {
+    items.emplace_back(rowOf(letter.repeated(60).toStdString(), false));
+  }
+  user_.open(std::move(items));
+  const auto heightAt = [&](std::size_t index, bool atRight) {
+    VembrixSpaceRowView& row = user_.row(index);
+    const QRect name(36, 0, row.width() - 36 - 40, row.height());
+    const QImage image = partOf(row, name);
+    const QRect ink = inkOf(image);
+    const int part = 6 * image.height() / row.height();
+    const int left = atRight ? ink.right() + 1 - part : ink.left();
+    // With some of the ground at its left.
+    QImage end = image.copy(left, 0, part, image.height());
+    end.setPixelColor(0, 0, image.pixelColor(0, 0));
+    return inkOf(end).height() * row.height() / image.height();
+  };
+  for (const bool atRight : {false, true}) {
+    EXPECT_EQ(heightAt(0, atRight) < 5, atRight);
+    EXPECT_EQ(heightAt(1, atRight) < 5, !atRight);
+  }
+}
+
 TEST_P(DropdownLookTest, ACommandShowsTheWholeOfItsTitleAndKeys) {
   std::vector<MenuItem> items = makeDropdownItems([] {});
   user_.open(std::move(items));

@@ -248,7 +248,7 @@ void VembrixSpaceRowView::paintLabel(QPainter& painter) const {
   // By its baseline: signs that another font draws may be higher, which must not move
   // the others.
   // Names in scripts that run to the left begin beside the dot, too.
-  painter.drawText(QPointF(kTextLeft, baseline), text);
+  drawLine(painter, QPointF(kTextLeft, baseline), text);
 }
 
 void VembrixSpaceRowView::paintFocusRing(QPainter& painter) const {

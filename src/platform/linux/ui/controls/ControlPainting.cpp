@@ -189,7 +189,8 @@ void paintLine(QPainter& painter, const QRect& rect, const QString& text, TextPl
   } else if (shown.isRightToLeft()) {
     x += free;
   }
-  painter.drawText(QPointF(x, rect.top() + centeredBaseline(painter.font(), rect.height())), shown);
+  drawLine(painter, {x, double(rect.top() + centeredBaseline(painter.font(), rect.height()))},
+           shown);
 }
 
 }  // namespace vembrix

@@ -4,6 +4,8 @@
 #include <QTextLayout>
 #include <cmath>
 
+#include "platform/linux/TextMetrics.h"
+
 namespace vembrix {
 
 QSize LineLabel::sizeHint() const {
@@ -33,7 +35,7 @@ const LineLabel::Line& LineLabel::line() const {
 void LineLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setPen(palette().color(QPalette::WindowText));
-  painter.drawText(QPoint(0, baseline()), text());
+  drawLine(painter, QPoint(0, baseline()), text());
 }
 
 }  // namespace vembrix
