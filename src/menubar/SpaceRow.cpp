@@ -54,19 +54,6 @@ DotImage makeDot(const SpaceRow::Desktop& desktop) {
   return {{kSize, kSize}, {oval}};
 }
 
-Rect editFieldFrame(Size bounds) {
-  constexpr double kLeading =
-      row_metrics::kDotInset + row_metrics::kDotSize + row_metrics::kTextGap;
-  return {kLeading, (bounds.height - row_metrics::kEditFieldHeight) / 2,
-          bounds.width - kLeading - row_metrics::kTrailingInset, row_metrics::kEditFieldHeight};
-}
-
-Rect renameButtonFrame(Size bounds) {
-  constexpr double kSize = row_metrics::kRenameButtonSize;
-  return {bounds.width - row_metrics::kTrailingInset - kSize, (bounds.height - kSize) / 2, kSize,
-          kSize};
-}
-
 std::unique_ptr<SpaceRowView> SpaceRow::create(Desktop desktop, Actions actions) {
   SpaceRowContent content{.dot = makeDot(desktop),
                           .dotDescription = dotDescription(desktop),
@@ -105,8 +92,9 @@ void SpaceRow::setShown(bool isShown) {
 
 RowPart SpaceRow::hitTest(Point point, Size bounds) const {
   if (!contains({0, 0, bounds.width, bounds.height}, point)) return RowPart::None;
-  if (state_.isEditing && contains(editFieldFrame(bounds), point)) return RowPart::EditField;
-  if (state_.showsRenameButton && contains(renameButtonFrame(bounds), point)) {
+  const SpaceRowLayout layout = layOutRow(bounds);
+  if (state_.isEditing && contains(layout.editField, point)) return RowPart::EditField;
+  if (state_.showsRenameButton && contains(layout.renameButton, point)) {
     return RowPart::RenameButton;
   }
   return RowPart::Row;
@@ -115,7 +103,7 @@ RowPart SpaceRow::hitTest(Point point, Size bounds) const {
 void SpaceRow::mouseUp(Point point, Size bounds) {
   if (state_.isEditing) return;
   // The button acts by itself.
-  if (state_.showsRenameButton && contains(renameButtonFrame(bounds), point)) return;
+  if (state_.showsRenameButton && contains(layOutRow(bounds).renameButton, point)) return;
   closeAndSwitch();
 }
 

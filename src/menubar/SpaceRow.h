@@ -75,9 +75,4 @@ Color selectionTint(const AppTheme& theme);
 /// Returns a disc for the active desktop, else a ring, with a glow inside when the desktop is warm.
 DotImage makeDot(const SpaceRow::Desktop& desktop);
 
-// The frames of the parts in a row of that size; origin at its bottom left.
-
-Rect editFieldFrame(Size bounds);
-Rect renameButtonFrame(Size bounds);
-
 }  // namespace vembrix

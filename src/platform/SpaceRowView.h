@@ -8,6 +8,7 @@
 #include "platform/Color.h"
 #include "platform/Font.h"
 #include "platform/Geometry.h"
+#include "platform/SpaceRowLayout.h"
 
 namespace vembrix {
 
@@ -30,24 +31,7 @@ struct DotImage {
   bool operator==(const DotImage&) const = default;
 };
 
-/// The layout of a row, in points; the same on every system. The parts are centred vertically.
 namespace row_metrics {
-inline constexpr Size kSize{220, 24};
-/// The corner radius of the tint behind a row.
-inline constexpr double kCornerRadius = 4;
-/// Width and height.
-inline constexpr double kDotSize = 14;
-/// The distances from the row's leading edge to the dot, and from the dot to the text.
-inline constexpr double kDotInset = 14;
-inline constexpr double kTextGap = 10;
-/// The distance from the edit field and the rename button to the row's trailing edge.
-inline constexpr double kTrailingInset = 10;
-/// The least distance between the label and the rename button.
-inline constexpr double kLabelGap = 8;
-inline constexpr double kEditFieldHeight = 20;
-/// Width and height of the rename button and of the symbol in it.
-inline constexpr double kRenameButtonSize = 22;
-inline constexpr double kRenameSymbolSize = 16;
 /// Seconds between two checks whether the pointer is over a row of the open menu, where the system
 /// does not report it.
 inline constexpr double kHoverInterval = 0.05;

@@ -138,10 +138,14 @@ TEST_F(SpaceRowTest, AMonospacedThemeMakesTheNamesMonospaced) {
 // Where its parts are.
 
 TEST_F(SpaceRowTest, ThePartsStandByTheRowsWidthAndHeight) {
-  EXPECT_EQ(editFieldFrame({220, 24}), (Rect{38, 2, 172, 20}));
-  EXPECT_EQ(renameButtonFrame({220, 24}), (Rect{188, 1, 22, 22}));
-  EXPECT_EQ(editFieldFrame({300, 30}), (Rect{38, 5, 252, 20}));
-  EXPECT_EQ(renameButtonFrame({300, 30}), (Rect{268, 4, 22, 22}));
+  EXPECT_EQ(layOutRow({220, 24}), (SpaceRowLayout{.dot = {14, 5, 14, 14},
+                                                  .label = {38, 0, 142, 24},
+                                                  .editField = {38, 2, 172, 20},
+                                                  .renameButton = {188, 1, 22, 22}}));
+  EXPECT_EQ(layOutRow({300, 30}), (SpaceRowLayout{.dot = {14, 8, 14, 14},
+                                                  .label = {38, 0, 222, 30},
+                                                  .editField = {38, 5, 252, 20},
+                                                  .renameButton = {268, 4, 22, 22}}));
 }
 
 TEST_F(SpaceRowTest, OutsideTheRowNothingIsHit) {

@@ -10,6 +10,10 @@ namespace {
 
 int liveRows = 0;
 
+Point middleOf(const Rect& rect) {
+  return {rect.x + rect.width / 2, rect.y + rect.height / 2};
+}
+
 }  // namespace
 
 std::unique_ptr<SpaceRowView> SpaceRowView::create(SpaceRowContent content, SpaceRowState state,
@@ -65,17 +69,15 @@ void RecordingSpaceRowView::click(Point point) {
 }
 
 void RecordingSpaceRowView::clickDot() {
-  click({row_metrics::kDotInset + row_metrics::kDotSize / 2, bounds_.height / 2});
+  click(middleOf(layOutRow(bounds_).dot));
 }
 
 void RecordingSpaceRowView::clickName() {
-  const double text = row_metrics::kDotInset + row_metrics::kDotSize + row_metrics::kTextGap;
-  click({text + 20, bounds_.height / 2});
+  click(middleOf(layOutRow(bounds_).label));
 }
 
 void RecordingSpaceRowView::clickPencil() {
-  const double trailing = bounds_.width - row_metrics::kTrailingInset;
-  click({trailing - row_metrics::kRenameButtonSize / 2, bounds_.height / 2});
+  click(middleOf(layOutRow(bounds_).renameButton));
 }
 
 KeyHandling RecordingSpaceRowView::press(RowKey key) {

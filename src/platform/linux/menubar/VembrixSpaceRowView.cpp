@@ -18,7 +18,6 @@ namespace {
 
 using namespace row_metrics;
 
-constexpr double kTextLeft = kDotInset + kDotSize + kTextGap;
 constexpr double kFocusRingWidth = 2;
 
 /// To the row's coordinates, from Qt's.
@@ -28,6 +27,15 @@ Point flipped(const QPointF& place, const QWidget& row) {
 
 Size boundsOf(const QWidget& row) {
   return {static_cast<double>(row.width()), static_cast<double>(row.height())};
+}
+
+SpaceRowLayout layoutOf(const QWidget& row) {
+  return layOutRow(boundsOf(row));
+}
+
+/// From the row's coordinates, to Qt's.
+QRect flipped(const Rect& frame, const QWidget& row) {
+  return QRectF(frame.x, row.height() - frame.y - frame.height, frame.width, frame.height).toRect();
 }
 
 /// One line, whatever the name has in it.
@@ -62,7 +70,6 @@ RenameButton::RenameButton(const QString& title, QWidget* parent) : QAbstractBut
   setFocusPolicy(Qt::NoFocus);
   setToolTip(title);
   setAccessibleName(title);
-  resize(static_cast<int>(kRenameButtonSize), static_cast<int>(kRenameButtonSize));
 }
 
 void RenameButton::setColor(const QColor& color) {
@@ -164,10 +171,7 @@ RowEditField& VembrixSpaceRowView::editField() {
 }
 
 void VembrixSpaceRowView::placeEditField() {
-  const auto left = static_cast<int>(kTextLeft);
-  const auto fieldHeight = static_cast<int>(kEditFieldHeight);
-  const auto inset = static_cast<int>(kTrailingInset);
-  editField_->setGeometry(left, (height() - fieldHeight) / 2, width() - left - inset, fieldHeight);
+  editField_->setGeometry(flipped(layoutOf(*this).editField, *this));
 }
 
 QSize VembrixSpaceRowView::sizeHint() const {
@@ -181,9 +185,7 @@ bool VembrixSpaceRowView::event(QEvent* event) {
 }
 
 void VembrixSpaceRowView::resizeEvent(QResizeEvent* /*event*/) {
-  const auto button = static_cast<int>(kRenameButtonSize);
-  const auto inset = static_cast<int>(kTrailingInset);
-  renameButton_->move(width() - inset - button, (height() - button) / 2);
+  renameButton_->setGeometry(flipped(layoutOf(*this).renameButton, *this));
   if (editField_) placeEditField();
 }
 
@@ -224,10 +226,11 @@ void VembrixSpaceRowView::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void VembrixSpaceRowView::paintDot(QPainter& painter) const {
-  const double top = (height() - content_.dot.size.height) / 2;
+  const QPointF topLeft = flipped(layoutOf(*this).dot, *this).topLeft();
   for (const DotImage::Oval& oval : content_.dot.ovals) {
-    const double y = top + content_.dot.size.height - oval.rect.y - oval.rect.height;
-    const QRectF rect(kDotInset + oval.rect.x, y, oval.rect.width, oval.rect.height);
+    const double down = content_.dot.size.height - oval.rect.y - oval.rect.height;
+    const QRectF rect(topLeft + QPointF(oval.rect.x, down),
+                      QSizeF(oval.rect.width, oval.rect.height));
     painter.setPen(Qt::NoPen);
     painter.setBrush(oval.fill ? QBrush(nativeColor(*oval.fill, appearance_)) : QBrush());
     painter.drawEllipse(rect);
@@ -239,16 +242,16 @@ void VembrixSpaceRowView::paintDot(QPainter& painter) const {
 }
 
 void VembrixSpaceRowView::paintLabel(QPainter& painter) const {
-  const double right = width() - kTrailingInset - kRenameButtonSize - kLabelGap;
+  const Rect frame = layoutOf(*this).label;
   const QFontMetricsF metrics(font());
   const double baseline = middleBaseline(font(), height(), painter.device()->devicePixelRatio());
   painter.setPen(nativeColor(Color(SystemColor::Label), appearance_));
   painter.setFont(font());
-  const QString text = metrics.elidedText(lineOf(state_.label), Qt::ElideRight, right - kTextLeft);
+  const QString text = metrics.elidedText(lineOf(state_.label), Qt::ElideRight, frame.width);
   // By its baseline: signs that another font draws may be higher, which must not move
   // the others.
   // Names in scripts that run to the left begin beside the dot, too.
-  drawLine(painter, QPointF(kTextLeft, baseline), text);
+  drawLine(painter, QPointF(frame.x, baseline), text);
 }
 
 void VembrixSpaceRowView::paintFocusRing(QPainter& painter) const {

@@ -80,34 +80,49 @@ NSButton* makeRenameButton(const SpaceRowContent& content) {
   return button;
 }
 
-/// Centred over the row's height.
+/// What keeps the parts where layOutRow() puts them, whatever the row's width.
 NSArray<NSLayoutConstraint*>* constraints(NSView* row, NSView* dot, const SpaceRowParts& parts) {
+  const Size size = row_metrics::kSize;
+  const SpaceRowLayout layout = layOutRow(size);
+  const auto leading = [row](NSView* part, const Rect& frame) {
+    return [part.leadingAnchor constraintEqualToAnchor:row.leadingAnchor constant:frame.x];
+  };
+  const auto trailingInset = [&size](const Rect& frame) {
+    return size.width - frame.x - frame.width;
+  };
+  const auto trailing = [&](NSView* part, const Rect& frame) {
+    return [part.trailingAnchor constraintEqualToAnchor:row.trailingAnchor
+                                               constant:-trailingInset(frame)];
+  };
+  const auto width = [](NSView* part, const Rect& frame) {
+    return [part.widthAnchor constraintEqualToConstant:frame.width];
+  };
+  const auto height = [](NSView* part, const Rect& frame) {
+    return [part.heightAnchor constraintEqualToConstant:frame.height];
+  };
   NSMutableArray<NSLayoutConstraint*>* all = [NSMutableArray array];
   for (NSView* part in @[ dot, parts.label, parts.editField, parts.renameButton ]) {
     [all addObject:[part.centerYAnchor constraintEqualToAnchor:row.centerYAnchor]];
   }
   [all addObjectsFromArray:@[
-    [dot.leadingAnchor constraintEqualToAnchor:row.leadingAnchor constant:row_metrics::kDotInset],
-    [dot.widthAnchor constraintEqualToConstant:row_metrics::kDotSize],
-    [dot.heightAnchor constraintEqualToConstant:row_metrics::kDotSize],
+    leading(dot, layout.dot),
+    width(dot, layout.dot),
+    height(dot, layout.dot),
 
-    [parts.label.leadingAnchor constraintEqualToAnchor:dot.trailingAnchor
-                                              constant:row_metrics::kTextGap],
-    [parts.label.trailingAnchor constraintLessThanOrEqualToAnchor:parts.renameButton.leadingAnchor
-                                                         constant:-row_metrics::kLabelGap],
+    leading(parts.label, layout.label),
+    // As wide as its text where that is narrower.
+    [parts.label.trailingAnchor constraintLessThanOrEqualToAnchor:row.trailingAnchor
+                                                         constant:-trailingInset(layout.label)],
 
-    [parts.editField.leadingAnchor constraintEqualToAnchor:dot.trailingAnchor
-                                                  constant:row_metrics::kTextGap],
-    [parts.editField.trailingAnchor constraintEqualToAnchor:row.trailingAnchor
-                                                   constant:-row_metrics::kTrailingInset],
-    [parts.editField.heightAnchor constraintEqualToConstant:row_metrics::kEditFieldHeight],
+    leading(parts.editField, layout.editField),
+    trailing(parts.editField, layout.editField),
+    height(parts.editField, layout.editField),
 
-    [parts.renameButton.trailingAnchor constraintEqualToAnchor:row.trailingAnchor
-                                                      constant:-row_metrics::kTrailingInset],
-    [parts.renameButton.widthAnchor constraintEqualToConstant:row_metrics::kRenameButtonSize],
-    [parts.renameButton.heightAnchor constraintEqualToConstant:row_metrics::kRenameButtonSize],
+    trailing(parts.renameButton, layout.renameButton),
+    width(parts.renameButton, layout.renameButton),
+    height(parts.renameButton, layout.renameButton),
 
-    [row.heightAnchor constraintEqualToConstant:row_metrics::kSize.height],
+    [row.heightAnchor constraintEqualToConstant:size.height],
   ]];
   return all;
 }
