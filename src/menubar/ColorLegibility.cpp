@@ -16,10 +16,6 @@ double lightened(double component) {
 
 }  // namespace
 
-Appearance systemAppearance() {
-  return Application::shared().effectiveAppearance().value_or(Appearance::Light);
-}
-
 Color adjustedForeground(const Color& color) {
   return adjustedForeground(color, systemAppearance());
 }

@@ -17,7 +17,4 @@ Color adjustedForeground(const Color& color, Appearance appearance);
 /// Returns black for light colours, white for dark ones and for colours of the system. Any thread.
 Color contrastingColor(const Color& color);
 
-/// Returns the system's appearance; light when unknown. Main thread.
-Appearance systemAppearance();
-
 }  // namespace vembrix

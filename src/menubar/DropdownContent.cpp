@@ -5,6 +5,7 @@
 
 #include "menubar/ColorLegibility.h"
 #include "menubar/SpaceRow.h"
+#include "platform/Application.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
 #include "watchers/SpaceHeatTracker.h"

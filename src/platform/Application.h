@@ -67,4 +67,9 @@ class Application {
   [[nodiscard]] virtual bool reducesMotion() const = 0;
 };
 
+/// Returns the application's present appearance; light when unknown. Main thread.
+inline Appearance systemAppearance() {
+  return orLight(Application::shared().effectiveAppearance());
+}
+
 }  // namespace vembrix

@@ -28,6 +28,11 @@ enum class SystemColor {
 
 enum class Appearance { Light, Dark };
 
+/// Returns the appearance to draw for: an unknown one counts as light.
+constexpr Appearance orLight(std::optional<Appearance> appearance) {
+  return appearance.value_or(Appearance::Light);
+}
+
 /// A colour as the product states it: fixed sRGB components, or a named colour
 /// of the system that a face resolves when it draws, so that it follows light
 /// and dark. A plain value, usable from any thread.

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "menubar/ColorLegibility.h"
 #include "menubar/DropdownContent.h"
+#include "platform/Application.h"
 #include "spaces/SpaceManager.h"
 #include "ui/AppTheme.h"
 #include "ui/ThemePreviewRenderer.h"

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/Application.h"
 #include "platform/embedded/desktop/EmbeddedDesktop.h"
 
 namespace vembrix {

@@ -100,14 +100,13 @@ class QtDropdownMenu : public NativeDropdownMenu {
     row->setMenu(
         {.close = [this] { menu_.close(); }, .prepareEditing = [this] { menu_.prepareEditing(); }});
     VembrixSpaceRowView* widget = row->makeWidget();
-    widget->setAppearance(applied_.value_or(Appearance::Light));
+    widget->setAppearance(orLight(applied_));
     menu_.addRow(widget);
     rows_.push_back(std::move(row));
   }
 
   void applyAppearance() {
-    const auto system = Application::shared().effectiveAppearance();
-    const Appearance appearance = appearance_.value_or(system.value_or(Appearance::Light));
+    const Appearance appearance = appearance_.value_or(systemAppearance());
     if (appearance == applied_) return;
     applied_ = appearance;
     menu_.setPalette(menuPalette(appearance));

@@ -103,8 +103,7 @@ class QtPreviewCanvas : public PreviewCanvas {
   std::optional<std::string> draw(SettingsContent content) override {
     const QSize size = rounded(sizeOf(content));
     SettingsContentView view(content, 0, {}, nullptr);
-    view.setSystemAppearance(
-        Application::shared().effectiveAppearance().value_or(Appearance::Light));
+    view.setSystemAppearance(systemAppearance());
     view.resize(size);
     QImage picture = makePicture(size);
     view.render(&picture);

@@ -125,8 +125,7 @@ class QtSettingsWindow : public SettingsWindow {
   }
 
   void applyAppearance() {
-    const auto system = Application::shared().effectiveAppearance();
-    if (view_) view_->setSystemAppearance(system.value_or(Appearance::Light));
+    if (view_) view_->setSystemAppearance(systemAppearance());
   }
 
   /// In the middle of the screen, and no larger than what is free there with a title

@@ -68,8 +68,7 @@ Size sizeOf(const SettingsContent& content) {
 Srgb groundOf(const SettingsContent& content, NSView* view) {
   if (const auto* themed = std::get_if<ThemedContent>(&content.body)) {
     if (const auto* material = std::get_if<Material>(&themed->backdrop)) {
-      const auto appearance = appearanceFrom(view.effectiveAppearance);
-      return groundOf(*material, appearance.value_or(Appearance::Light));
+      return groundOf(*material, orLight(appearanceFrom(view.effectiveAppearance)));
     }
   }
   __block Srgb ground;

@@ -36,7 +36,7 @@ void StatusButton::paint(QPainter& painter, int height) {
   // A panel that it stands on may be flatter.
   const int above = (height - StatusItemLabel::kBarHeight) / 2;
   painter.translate(0, above);
-  label_.paint(painter, Application::shared().effectiveAppearance().value_or(Appearance::Light));
+  label_.paint(painter, systemAppearance());
 }
 
 void StatusButton::mousePressEvent(QMouseEvent* event) {

@@ -276,7 +276,7 @@ void StatusStrip::resizeEvent(QResizeEvent* /*event*/) {
 }
 
 void StatusStrip::paintEvent(QPaintEvent* /*event*/) {
-  const auto appearance = Application::shared().effectiveAppearance().value_or(Appearance::Light);
+  const Appearance appearance = systemAppearance();
   QPainter(this).fillRect(rect(), menuBarColor(appearance));
 }
 
