@@ -16,6 +16,10 @@
 
 namespace vembrix {
 
+/// The height in points of the title bar that content of full size reaches under. Where the system
+/// lets no content reach there, as much of the content's top is left out.
+inline constexpr double kTitleBarHeight = 28;
+
 /// The window's frame around the content.
 struct WindowChrome {
   /// Empty to follow the system.
@@ -173,6 +177,12 @@ struct ThemedContent {
 struct SettingsContent {
   WindowChrome chrome;
   std::variant<PlainContent, ThemedContent> body;
+
+  /// Before the window lays it out; with what reaches under the title bar.
+  [[nodiscard]] Size size() const {
+    const auto* themed = std::get_if<ThemedContent>(&body);
+    return themed ? themed->rootSize : std::get<PlainContent>(body).size;
+  }
 };
 
 /// Face: the settings window. Not on the screen before show(); the user closes it with its close

@@ -16,8 +16,7 @@ namespace {
 
 constexpr Size kWindowSize{600, 520};
 constexpr const char* kWindowTitle = "Vembrix Preferences";
-/// With the strip under the title bar.
-constexpr Size kThemedRootSize{600, 548};
+constexpr Size kThemedRootSize{kWindowSize.width, kWindowSize.height + kTitleBarHeight};
 constexpr double kPlainInset = 12;
 
 constexpr const char* kGathering = "Gathering log…";

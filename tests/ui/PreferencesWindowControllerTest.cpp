@@ -39,6 +39,7 @@ TEST_F(PreferencesWindowControllerTest, StockIsThePlainTabViewInPlainChrome) {
   const PlainContent* plain = window().plain();
   ASSERT_NE(plain, nullptr);
   EXPECT_EQ(plain->size, (Size{600, 520}));
+  EXPECT_EQ(controller_.buildContent().size(), (Size{600, 520}));
   EXPECT_EQ(plain->inset, 12);
   EXPECT_EQ(window().content().chrome, WindowChrome{});
 }
@@ -50,6 +51,7 @@ TEST_F(PreferencesWindowControllerTest, EveryOtherThemeIsThemedUnderATransparent
     open("Label", theme.name);
     ASSERT_NE(window().themed(), nullptr);
     EXPECT_EQ(window().themed()->rootSize, (Size{600, 548}));
+    EXPECT_EQ(controller_.buildContent().size(), (Size{600, 548}));
     const WindowChrome& chrome = window().content().chrome;
     EXPECT_TRUE(chrome.hasFullSizeContent);
     EXPECT_TRUE(chrome.hasTransparentTitleBar);

@@ -45,11 +45,6 @@ std::optional<std::string> encoded(const QImage& picture) {
   return bytes.toStdString();
 }
 
-Size sizeOf(const SettingsContent& content) {
-  if (const auto* plain = std::get_if<PlainContent>(&content.body)) return plain->size;
-  return std::get<ThemedContent>(content.body).rootSize;
-}
-
 /// Draws the parts of a mock; the painter counts from the top.
 class MenuMockPainter {
  public:
@@ -101,7 +96,7 @@ class MenuMockPainter {
 class QtPreviewCanvas : public PreviewCanvas {
  public:
   std::optional<std::string> draw(SettingsContent content) override {
-    const QSize size = rounded(sizeOf(content));
+    const QSize size = rounded(content.size());
     SettingsContentView view(content, 0, {}, nullptr);
     view.setSystemAppearance(systemAppearance());
     view.resize(size);

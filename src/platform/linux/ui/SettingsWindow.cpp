@@ -17,11 +17,6 @@
 namespace vembrix {
 namespace {
 
-/// Window managers draw the title bar, and nothing can reach up under it. Content
-/// that would lies as if it did: this much of its top, the height of a title bar
-/// of macOS, is left out, so that what stands below the title bar is the same.
-constexpr double kTitleBarHeight = 28;
-
 /// Identifies the focused control, to find it again in other content.
 struct FocusedControl {
   QByteArray kind;
@@ -80,6 +75,7 @@ class QtSettingsWindow : public SettingsWindow {
       // It may be replaced while it runs.
       if (const auto handler = tabClicked_) handler(index);
     };
+    // Window managers draw the title bar, and no content can reach up under it.
     view_ = new SettingsContentView(content, kTitleBarHeight, tabClicked, &window_);
     applyAppearance();
     view_->setGeometry(window_.rect());

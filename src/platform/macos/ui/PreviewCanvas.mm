@@ -59,11 +59,6 @@ std::optional<std::string> picture(NSView* view, const Srgb& ground) {
   return encoded(context.get());
 }
 
-Size sizeOf(const SettingsContent& content) {
-  if (const auto* plain = std::get_if<PlainContent>(&content.body)) return plain->size;
-  return std::get<ThemedContent>(content.body).rootSize;
-}
-
 /// What is seen where the content draws nothing, in the look of that view.
 Srgb groundOf(const SettingsContent& content, NSView* view) {
   if (const auto* themed = std::get_if<ThemedContent>(&content.body)) {
@@ -133,7 +128,7 @@ class SystemPreviewCanvas : public PreviewCanvas {
   std::optional<std::string> draw(SettingsContent content) override {
     // There is no pool of AppKit's outside an event.
     @autoreleasepool {
-      const Size size = sizeOf(content);
+      const Size size = content.size();
       // Every settings window comes from SettingsWindow::create().
       const auto window = SettingsWindow::create(size, "");
       NSWindow* native = static_cast<NativeSettingsWindow&>(*window).nativeWindow();
