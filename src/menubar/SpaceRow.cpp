@@ -13,13 +13,6 @@ constexpr double kTintAlpha = 0.16;
 constexpr double kRingInset = 1;
 constexpr double kRingWidth = 1.5;
 
-Color withAlpha(const Color& color, double alpha) {
-  if (const auto name = color.systemColor()) return Color(*name, alpha);
-  Srgb components = *color.srgb();
-  components.alpha = alpha;
-  return components;
-}
-
 Font labelFont(bool isActive) {
   const bool isMono = PreferencesStore::shared().theme().usesMonoFont;
   return {.design = isMono ? Font::Design::Monospaced : Font::Design::System,
@@ -35,7 +28,7 @@ std::string dotDescription(const SpaceRow::Desktop& desktop) {
 }  // namespace
 
 Color selectionTint(const AppTheme& theme) {
-  return withAlpha(theme.accent, kTintAlpha);
+  return theme.accent.withAlpha(kTintAlpha);
 }
 
 DotImage makeDot(const SpaceRow::Desktop& desktop) {

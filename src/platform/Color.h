@@ -51,6 +51,12 @@ class Color {
   /// The name; empty for a colour of fixed components.
   [[nodiscard]] constexpr std::optional<SystemColor> systemColor() const { return name_; }
   [[nodiscard]] constexpr double alpha() const { return components_.alpha; }
+  /// The same colour at another opacity.
+  [[nodiscard]] constexpr Color withAlpha(double alpha) const {
+    Color color = *this;
+    color.components_.alpha = alpha;
+    return color;
+  }
 
   bool operator==(const Color&) const = default;
 

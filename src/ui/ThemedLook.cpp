@@ -48,11 +48,6 @@ struct Overloaded : Cases... {
 template <typename... Cases>
 Overloaded(Cases...) -> Overloaded<Cases...>;
 
-Color withAlpha(const Color& color, double alpha) {
-  if (const auto srgb = color.srgb()) return Srgb{srgb->red, srgb->green, srgb->blue, alpha};
-  return Color(*color.systemColor(), alpha);
-}
-
 Material materialOf(AppTheme::Material material) {
   switch (material) {
     case AppTheme::Material::Sidebar:
@@ -81,7 +76,7 @@ TabButton tabButton(const AppTheme& theme, const TabName& name, bool isSelected)
   button.style.color = isSelected ? theme.accent : ds::kSecondaryTextColor;
   if (theme.usesMonoFont) button.style.font.design = Font::Design::Monospaced;
   const auto background =
-      isSelected ? std::optional(withAlpha(theme.accent, kSelectedAlpha)) : std::nullopt;
+      isSelected ? std::optional(theme.accent.withAlpha(kSelectedAlpha)) : std::nullopt;
   switch (theme.navigation) {
     case Navigation::Pills:
       button.cornerRadius = bar::kPillRadius;
