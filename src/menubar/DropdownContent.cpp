@@ -83,12 +83,7 @@ std::optional<Color> heatGlow(double heat) {
 }
 
 void applyThemeFont(const AppTheme& theme, MenuCommand& command) {
-  if (theme.name == AppTheme::stock().name) return;
-  command.font = Font{
-      .design = theme.usesMonoFont ? Font::Design::Monospaced : Font::Design::System,
-      .weight = Font::Weight::Regular,
-      .size = {},
-  };
+  if (!theme.isPlain()) command.font = theme.font();
 }
 
 }  // namespace vembrix

@@ -14,10 +14,8 @@ constexpr double kRingInset = 1;
 constexpr double kRingWidth = 1.5;
 
 Font labelFont(bool isActive) {
-  const bool isMono = PreferencesStore::shared().theme().usesMonoFont;
-  return {.design = isMono ? Font::Design::Monospaced : Font::Design::System,
-          .weight = isActive ? Font::Weight::Semibold : Font::Weight::Regular,
-          .size = {}};
+  return PreferencesStore::shared().theme().font(isActive ? Font::Weight::Semibold
+                                                          : Font::Weight::Regular);
 }
 
 std::string dotDescription(const SpaceRow::Desktop& desktop) {

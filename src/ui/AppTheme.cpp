@@ -99,6 +99,12 @@ std::optional<Appearance> AppTheme::appearance() const {
   return *isDark ? Appearance::Dark : Appearance::Light;
 }
 
+Font AppTheme::font(Font::Weight weight, std::optional<double> size) const {
+  return {.design = usesMonoFont ? Font::Design::Monospaced : Font::Design::System,
+          .weight = weight,
+          .size = size};
+}
+
 const std::vector<AppTheme>& AppTheme::all() {
   static const std::vector<AppTheme> themes = makeThemes();
   return themes;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/Color.h"
+#include "platform/Font.h"
 
 namespace vembrix {
 
@@ -63,6 +64,12 @@ struct AppTheme {
 
   /// The forced appearance; empty to follow the system.
   [[nodiscard]] std::optional<Appearance> appearance() const;
+  /// The theme's font, in points; without a size, that of the system's menus and controls.
+  [[nodiscard]] Font font(Font::Weight weight = Font::Weight::Regular,
+                          std::optional<double> size = {}) const;
+
+  /// Whether the theme is the system's own look; depends on its name alone.
+  [[nodiscard]] bool isPlain() const { return name == stock().name; }
 
   bool operator==(const AppTheme&) const = default;
 

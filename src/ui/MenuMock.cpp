@@ -57,11 +57,7 @@ std::optional<MenuMock> ThemePreviewRenderer::renderMenuMock(const AppTheme& the
   mock.background =
       mock.appearance == Appearance::Dark ? Srgb{0.17, 0.17, 0.18} : Srgb{0.95, 0.95, 0.95};
   mock.cornerRadius = kCornerRadius;
-  const Font font{
-      .design = theme.usesMonoFont ? Font::Design::Monospaced : Font::Design::System,
-      .weight = Font::Weight::Regular,
-      .size = {},
-  };
+  const Font font = theme.font();
   double y = mock.size.height - kTopMargin;
   addRows(mock, y);
   addCommand(mock, "Preferences…", font, y);

@@ -61,7 +61,7 @@ SettingsContent PreferencesWindowController::buildContent() {
   const AppTheme& theme = PreferencesStore::shared().theme();
   diagnosticsStatus_ = isGathering_ ? kGathering : "";
   SettingsContent content{.chrome = windowChrome(theme), .body = {}};
-  if (isPlain(theme)) {
+  if (theme.isPlain()) {
     content.body = buildPlainContent();
   } else {
     content.body = buildThemedContent(theme);

@@ -71,10 +71,9 @@ TabButton tabButton(const AppTheme& theme, const TabName& name, bool isSelected)
   TabButton button;
   button.text = name.label;
   button.isSelected = isSelected;
-  button.style.font = {.weight = isSelected ? Font::Weight::Semibold : Font::Weight::Regular,
-                       .size = kTabFontSize};
+  button.style.font =
+      theme.font(isSelected ? Font::Weight::Semibold : Font::Weight::Regular, kTabFontSize);
   button.style.color = isSelected ? theme.accent : ds::kSecondaryTextColor;
-  if (theme.usesMonoFont) button.style.font.design = Font::Design::Monospaced;
   const auto background =
       isSelected ? std::optional(theme.accent.withAlpha(kSelectedAlpha)) : std::nullopt;
   switch (theme.navigation) {
@@ -143,13 +142,9 @@ void setMono(FormControl& control) {
 
 }  // namespace
 
-bool isPlain(const AppTheme& theme) {
-  return theme.name == AppTheme::stock().name;
-}
-
 WindowChrome windowChrome(const AppTheme& theme) {
   WindowChrome chrome{.appearance = theme.appearance()};
-  if (isPlain(theme)) return chrome;
+  if (theme.isPlain()) return chrome;
   chrome.hasFullSizeContent = true;
   chrome.hasTransparentTitleBar = true;
   chrome.showsTitle = false;

@@ -10,9 +10,6 @@ namespace vembrix {
 
 // The look of a theme in the settings window. Any thread.
 
-/// Returns whether the theme uses the system's own look; depends on its name alone.
-bool isPlain(const AppTheme& theme);
-
 WindowChrome windowChrome(const AppTheme& theme);
 Backdrop backdropOf(const AppTheme& theme);
 NavigationLayout navigationLayout(AppTheme::Navigation navigation);

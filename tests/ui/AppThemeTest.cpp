@@ -112,6 +112,25 @@ TEST(AppThemeTest, RadiiFontsAndNavigationAreThoseOfTheTable) {
                                       Navigation::Sidebar));
 }
 
+TEST(AppThemeTest, AMonospacedThemeHasAMonospacedFont) {
+  for (const AppTheme& theme : AppTheme::all()) {
+    const auto design = theme.name == "Paper" ? Font::Design::Monospaced : Font::Design::System;
+    EXPECT_EQ(theme.font(), (Font{design, Font::Weight::Regular, {}})) << theme.name;
+    EXPECT_EQ(theme.font(Font::Weight::Semibold, 12.5),
+              (Font{design, Font::Weight::Semibold, 12.5}))
+        << theme.name;
+  }
+}
+
+TEST(AppThemeTest, StockAloneIsPlain) {
+  for (const AppTheme& theme : AppTheme::all()) {
+    EXPECT_EQ(theme.isPlain(), theme.name == "Stock") << theme.name;
+  }
+  AppTheme theme;
+  theme.name = "Stock";
+  EXPECT_TRUE(theme.isPlain()) << "whatever else it says";
+}
+
 TEST(AppThemeTest, TheBlurbsAreOneSentenceEach) {
   std::vector<std::string> blurbs;
   for (const AppTheme& theme : AppTheme::all()) blurbs.push_back(theme.blurb);

@@ -37,9 +37,9 @@ TEST(ThemedLookTest, EveryTabHasOneButtonInTheirOrderAndOneIsSelected) {
 
 TEST(ThemedLookTest, StockIsPlainByItsNameAlone) {
   AppTheme theme = themeNamed("Coral");
-  EXPECT_FALSE(isPlain(theme));
+  EXPECT_FALSE(theme.isPlain());
   theme.name = "Stock";
-  EXPECT_TRUE(isPlain(theme));
+  EXPECT_TRUE(theme.isPlain());
   EXPECT_EQ(windowChrome(theme).background, Color(SystemColor::WindowBackground));
   EXPECT_TRUE(windowChrome(theme).showsTitle);
 }
