@@ -15,11 +15,6 @@ ROWS = (
     ("platform",),
 )
 RANK = {folder: rank for rank, row in enumerate(ROWS) for folder in row}
-# Against the arrows, and why.
-ALLOWED = {
-    # A theme is a plain value, and the store resolves the stored name of one.
-    ("settings", "ui/AppTheme.h"),
-}
 
 # Where a system may be known, by a word of the path.
 SYSTEM_FOLDERS = re.compile(
@@ -75,7 +70,7 @@ def arrow_faults(path):
     for line, quote, name in includes(path):
         target_path = resolve(path, name) if quote == '"' else None
         target = folder_of(target_path) if target_path else None
-        if target is None or (source, name) in ALLOWED:
+        if target is None:
             continue
         if RANK.get(target, -1) < RANK[source]:
             yield line, f"{source} must not know {target} ({name})"

@@ -2,8 +2,8 @@
 
 #include "app/AppDelegate.h"
 #include "app/LegacyDefaults.h"
+#include "app/ThemePreviewRenderer.h"
 #include "platform/Application.h"
-#include "ui/ThemePreviewRenderer.h"
 
 namespace vembrix {
 

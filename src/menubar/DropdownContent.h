@@ -7,8 +7,8 @@
 
 #include "platform/Color.h"
 #include "platform/DropdownMenu.h"
+#include "settings/AppTheme.h"
 #include "spaces/SpaceInfo.h"
-#include "ui/AppTheme.h"
 
 namespace vembrix {
 

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "platform/UserDefaults.h"
+#include "settings/AppTheme.h"
 #include "settings/CodableColor.h"
 #include "settings/ColorPalette.h"
 #include "settings/HeatPalette.h"
-#include "ui/AppTheme.h"
 
 namespace vembrix {
 
@@ -88,6 +88,8 @@ class PreferencesStore {
   [[nodiscard]] const SpaceColors& spaceColors() const;
   /// Does nothing where a colour cannot be encoded (is not finite).
   void setSpaceColors(const SpaceColors& colors);
+
+  // By the places of the desktops, and so defined beside their model.
 
   /// The stored colours of the Space; else its default colour for both.
   [[nodiscard]] SpaceColorConfig colorConfig(std::string_view spaceUUID) const;

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "platform/SettingsWindow.h"
-#include "ui/AppTheme.h"
+#include "settings/AppTheme.h"
 
 namespace vembrix {
 

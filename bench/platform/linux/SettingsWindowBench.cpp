@@ -15,8 +15,8 @@
 
 #include "BenchSession.h"
 #include "platform/SettingsWindow.h"
+#include "settings/AppTheme.h"
 #include "settings/PreferencesStore.h"
-#include "ui/AppTheme.h"
 #include "ui/PreferencesWindowController.h"
 
 namespace vembrix {

@@ -14,14 +14,14 @@
 #include <vector>
 
 #include "BenchSession.h"
+#include "app/ThemePreviewRenderer.h"
 #include "platform/PreviewCanvas.h"
 #include "platform/linux/ui/SettingsContentView.h"
+#include "settings/AppTheme.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
-#include "ui/AppTheme.h"
 #include "ui/PreferencesWindowController.h"
 #include "ui/SettingsTabs.h"
-#include "ui/ThemePreviewRenderer.h"
 
 namespace vembrix {
 namespace {

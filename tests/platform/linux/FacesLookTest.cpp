@@ -25,8 +25,8 @@
 #include "platform/linux/labels/PanelStage.h"
 #include "platform/linux/menubar/RowEditField.h"
 #include "platform/linux/support/DropdownUser.h"
+#include "settings/AppTheme.h"
 #include "settings/PreferencesStore.h"
-#include "ui/AppTheme.h"
 
 namespace vembrix {
 namespace {

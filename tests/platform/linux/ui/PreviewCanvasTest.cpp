@@ -10,15 +10,15 @@
 #include <utility>
 #include <vector>
 
+#include "app/ThemePreviewRenderer.h"
 #include "menubar/SpaceRow.h"
 #include "platform/Application.h"
 #include "platform/embedded/desktop/EmbeddedDesktop.h"
 #include "platform/linux/support/TestSession.h"
+#include "settings/AppTheme.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
-#include "ui/AppTheme.h"
 #include "ui/PreferencesWindowController.h"
-#include "ui/ThemePreviewRenderer.h"
 
 namespace vembrix {
 namespace {

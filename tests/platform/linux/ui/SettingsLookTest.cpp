@@ -29,9 +29,9 @@
 #include "platform/linux/ui/controls/ColorWell.h"
 #include "platform/linux/ui/controls/FocusRing.h"
 #include "platform/linux/ui/controls/LineLabel.h"
+#include "settings/AppTheme.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
-#include "ui/AppTheme.h"
 #include "ui/PreferencesWindowController.h"
 #include "ui/SettingsTabs.h"
 

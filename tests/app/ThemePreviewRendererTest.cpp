@@ -1,4 +1,4 @@
-#include "ui/ThemePreviewRenderer.h"
+#include "app/ThemePreviewRenderer.h"
 
 #include <gmock/gmock.h>
 
@@ -18,9 +18,9 @@
 #include "platform/embedded/faces/RecordingStatusItem.h"
 #include "platform/embedded/services/EmbeddedApplication.h"
 #include "platform/embedded/services/EmbeddedUserDefaults.h"
+#include "settings/AppTheme.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
-#include "ui/AppTheme.h"
 
 namespace vembrix {
 namespace {

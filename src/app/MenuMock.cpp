@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/ThemePreviewRenderer.h"
 #include "menubar/DropdownContent.h"
 #include "platform/Application.h"
+#include "settings/AppTheme.h"
 #include "spaces/SpaceManager.h"
-#include "ui/AppTheme.h"
-#include "ui/ThemePreviewRenderer.h"
 
 namespace vembrix {
 namespace {

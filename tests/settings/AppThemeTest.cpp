@@ -1,4 +1,4 @@
-#include "ui/AppTheme.h"
+#include "settings/AppTheme.h"
 
 #include <gmock/gmock.h>
 

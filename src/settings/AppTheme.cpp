@@ -1,4 +1,4 @@
-#include "ui/AppTheme.h"
+#include "settings/AppTheme.h"
 
 namespace vembrix {
 namespace {

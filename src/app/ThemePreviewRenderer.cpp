@@ -1,4 +1,4 @@
-#include "ui/ThemePreviewRenderer.h"
+#include "app/ThemePreviewRenderer.h"
 
 #include <algorithm>
 #include <array>
@@ -11,9 +11,9 @@
 #include <system_error>
 #include <utility>
 
+#include "settings/AppTheme.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
-#include "ui/AppTheme.h"
 #include "ui/PreferencesWindowController.h"
 #include "ui/SettingsTabs.h"
 
