@@ -23,7 +23,7 @@ void buildContent(benchmark::State& state) {
   state.counters["allocations"] = benchmark::Counter(
       static_cast<double>(allocationCount() - before), benchmark::Counter::kAvgIterations);
   state.SetLabel(theme.name + ", " +
-                 std::string(kTabNames.at(static_cast<std::size_t>(state.range(1))).label));
+                 std::string(kTabs.at(static_cast<std::size_t>(state.range(1))).label));
 }
 constexpr int kColors = 1;
 BENCHMARK(buildContent)

@@ -1,7 +1,6 @@
 #include "app/ThemePreviewRenderer.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -23,10 +22,6 @@ namespace {
 constexpr std::string_view kOption = "--render-theme-previews";
 /// The theme that shows all its tabs, and the one of new users.
 constexpr std::string_view kDefaultTheme = "Alpine";
-
-/// Of the tabs, in their order, as the files are called.
-constexpr std::array<std::string_view, kTabCount> kFileTabNames = {
-    "label", "colors", "menubar", "theme", "diagnostics", "about"};
 
 /// The argument after the option; null where one of them is missing.
 const char* requestedDirectory(std::span<const char* const> arguments) {
@@ -63,8 +58,8 @@ void renderSettings(const std::string& prefix, int tabCount) {
   for (int tab = 0; tab < tabCount; ++tab) {
     controller.setSelectedTabIndex(tab);
     const auto png = PreviewCanvas::shared().draw(controller.buildContent());
-    const std::string_view identifier = kFileTabNames[static_cast<std::size_t>(tab)];
-    if (png) write(joined({prefix, "-", identifier, ".png"}), *png);
+    const std::string_view name = kTabs[static_cast<std::size_t>(tab)].fileName;
+    if (png) write(joined({prefix, "-", name, ".png"}), *png);
   }
 }
 

@@ -21,7 +21,7 @@ SelectableText bundleText(std::string_view key, const char* fallback) {
 
 }  // namespace
 
-SettingsForm makeAboutTab() {
+SettingsForm makeAboutTab(const TabContext& /*context*/) {
   FormBuilder form;
   form.header("Vembrix");
   form.row("Version:", bundleText("CFBundleShortVersionString", "development"));

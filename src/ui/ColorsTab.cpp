@@ -113,7 +113,7 @@ std::vector<ColorGrid::Well> swatchesOf(const ColorPalette* palette) {
 
 }  // namespace
 
-SettingsForm makeColorsTab() {
+SettingsForm makeColorsTab(const TabContext& /*context*/) {
   FormBuilder form;
   form.row("Color Mode:",
            popupOf({kTextColorTitle, kBackgroundColorTitle},

@@ -20,7 +20,7 @@ void widthModeChanged(int index) {
 
 }  // namespace
 
-SettingsForm makeMenuBarTab() {
+SettingsForm makeMenuBarTab(const TabContext& /*context*/) {
   FormBuilder form;
   const bool isFixed = store().menuBarWidthMode() == MenuBarWidthMode::MaxTitleLength;
   form.row("Menu Bar Width:",

@@ -6,32 +6,12 @@
 #include "ui/DS.h"
 
 namespace vembrix {
-namespace {
-
-SettingsForm makeForm(int index, const TabContext& context) {
-  switch (index) {
-    case 0:
-      return makeSignTab();
-    case 1:
-      return makeColorsTab();
-    case 2:
-      return makeMenuBarTab();
-    case kThemeTabIndex:
-      return makeThemeTab(context);
-    case 4:
-      return makeDiagnosticsTab(context);
-    default:
-      return makeAboutTab();
-  }
-}
-
-}  // namespace
 
 SettingsTab makeTab(int index, const TabContext& context) {
-  const TabName& name = kTabNames.at(static_cast<std::size_t>(index));
-  return {.identifier = std::string(name.identifier),
-          .label = std::string(name.label),
-          .form = makeForm(index, context)};
+  const TabKind& kind = kTabs.at(static_cast<std::size_t>(index));
+  return {.identifier = std::string(kind.identifier),
+          .label = std::string(kind.label),
+          .form = kind.makeForm(context)};
 }
 
 Popup popupOf(std::vector<std::string> items, std::string_view selectedTitle,

@@ -12,22 +12,6 @@ namespace vembrix {
 // The tabs of the settings window. A page shows the settings and Spaces at its creation, does not
 // follow later changes, and writes each setting as soon as the user changes it. Main thread.
 
-/// A tab's identifier and the name that the user sees.
-struct TabName {
-  std::string_view identifier;
-  std::string_view label;
-};
-
-/// In display order.
-inline constexpr std::array<TabName, 6> kTabNames = {{{"sign", "Label"},
-                                                      {"colors", "Colors"},
-                                                      {"menubar", "Menu Bar"},
-                                                      {"theme", "Theme"},
-                                                      {"diagnostics", "Diagnostics"},
-                                                      {"about", "About"}}};
-inline constexpr int kTabCount = static_cast<int>(kTabNames.size());
-inline constexpr int kThemeTabIndex = 3;
-
 /// The window controller's callbacks and state for the pages.
 struct TabContext {
   /// The user chose a theme, by its name.
@@ -43,15 +27,43 @@ struct TabContext {
 inline constexpr const char* kDiagnosticsStatusID = "diagnostics-status";
 inline constexpr const char* kCopyDiagnosticLogID = "copy-diagnostic-log";
 
-/// Creates the tab of that index in kTabNames.
-SettingsTab makeTab(int index, const TabContext& context);
-
-SettingsForm makeSignTab();
-SettingsForm makeColorsTab();
-SettingsForm makeMenuBarTab();
+SettingsForm makeSignTab(const TabContext& context);
+SettingsForm makeColorsTab(const TabContext& context);
+SettingsForm makeMenuBarTab(const TabContext& context);
 SettingsForm makeThemeTab(const TabContext& context);
 SettingsForm makeDiagnosticsTab(const TabContext& context);
-SettingsForm makeAboutTab();
+SettingsForm makeAboutTab(const TabContext& context);
+
+/// One of the tabs, before its page is made.
+struct TabKind {
+  std::string_view identifier;
+  /// The name that the user sees.
+  std::string_view label;
+  /// The tab's name in those of preview pictures.
+  std::string_view fileName;
+  SettingsForm (*makeForm)(const TabContext& context);
+};
+
+/// In display order.
+inline constexpr std::array<TabKind, 6> kTabs = {
+    {{"sign", "Label", "label", makeSignTab},
+     {"colors", "Colors", "colors", makeColorsTab},
+     {"menubar", "Menu Bar", "menubar", makeMenuBarTab},
+     {"theme", "Theme", "theme", makeThemeTab},
+     {"diagnostics", "Diagnostics", "diagnostics", makeDiagnosticsTab},
+     {"about", "About", "about", makeAboutTab}}};
+inline constexpr int kTabCount = static_cast<int>(kTabs.size());
+
+/// Returns the index in kTabs of the tab that the builder makes.
+constexpr int tabIndexOf(SettingsForm (*makeForm)(const TabContext&)) {
+  int index = 0;
+  while (kTabs.at(static_cast<std::size_t>(index)).makeForm != makeForm) index += 1;
+  return index;
+}
+inline constexpr int kThemeTabIndex = tabIndexOf(makeThemeTab);
+
+/// Creates the tab of that index in kTabs.
+SettingsTab makeTab(int index, const TabContext& context);
 
 /// Returns a popup that shows the item of that title; none where it is missing.
 Popup popupOf(std::vector<std::string> items, std::string_view selectedTitle,

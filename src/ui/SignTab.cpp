@@ -32,7 +32,7 @@ Popup heatPalettePopup() {
 
 }  // namespace
 
-SettingsForm makeSignTab() {
+SettingsForm makeSignTab(const TabContext& /*context*/) {
   FormBuilder form;
   form.row("Label Text Size:",
            sliderOf(60, 300, store().signTextSize(),

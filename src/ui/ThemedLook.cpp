@@ -67,9 +67,9 @@ Color windowBackground(const AppTheme::Background& background) {
                     background);
 }
 
-TabButton tabButton(const AppTheme& theme, const TabName& name, bool isSelected) {
+TabButton tabButton(const AppTheme& theme, const TabKind& tab, bool isSelected) {
   TabButton button;
-  button.text = name.label;
+  button.text = tab.label;
   button.isSelected = isSelected;
   button.style.font =
       theme.font(isSelected ? Font::Weight::Semibold : Font::Weight::Regular, kTabFontSize);
@@ -184,9 +184,9 @@ std::optional<Card> cardOf(const AppTheme& theme) {
 
 std::vector<TabButton> tabButtons(const AppTheme& theme, int selected) {
   std::vector<TabButton> buttons;
-  buttons.reserve(kTabNames.size());
+  buttons.reserve(kTabs.size());
   for (int i = 0; i < kTabCount; ++i) {
-    buttons.push_back(tabButton(theme, kTabNames[static_cast<std::size_t>(i)], i == selected));
+    buttons.push_back(tabButton(theme, kTabs[static_cast<std::size_t>(i)], i == selected));
   }
   return buttons;
 }

@@ -31,8 +31,8 @@ class SettingsPages : public testing::Test {
   static RecordingSettingsWindow& window() { return *RecordingSettingsWindow::current(); }
 
   static int indexOf(std::string_view tab) {
-    const auto found = std::ranges::find(kTabNames, tab, &TabName::label);
-    return static_cast<int>(found - kTabNames.begin());
+    const auto found = std::ranges::find(kTabs, tab, &TabKind::label);
+    return static_cast<int>(found - kTabs.begin());
   }
 
   /// The model has that many desktops on one display.

@@ -103,7 +103,7 @@ TEST_F(PreferencesWindowControllerTest, AThemedTabThatIsClickedShowsItsPageAndKe
   const int contents = window().contentCount();
   for (int i = kTabCount - 1; i >= 0; --i) {
     window().clickTab(i);
-    EXPECT_EQ(window().tab().identifier, kTabNames[static_cast<std::size_t>(i)].identifier);
+    EXPECT_EQ(window().tab().identifier, kTabs[static_cast<std::size_t>(i)].identifier);
     EXPECT_EQ(controller_.selectedTabIndex(), i);
     for (int j = 0; j < kTabCount; ++j) {
       EXPECT_EQ(window().themed()->page.buttons[static_cast<std::size_t>(j)].isSelected, i == j);

@@ -86,7 +86,7 @@ class SettingsContrastTest : public SettingsPages {
   template <typename Check>
   void forEachPage(const Check& check) {
     for (const AppTheme& theme : AppTheme::all()) {
-      for (const TabName& tab : kTabNames) {
+      for (const TabKind& tab : kTabs) {
         const SettingsContent& content = open(tab.label, theme.name).content();
         for (const Appearance appearance : appearancesOf(content.chrome)) {
           SCOPED_TRACE(theme.name + ", " + std::string(tab.label) +
