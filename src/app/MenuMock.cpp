@@ -1,6 +1,6 @@
 // The dropdown as a picture.
 
-#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "app/ThemePreviewRenderer.h"
@@ -26,8 +26,7 @@ constexpr double kSeparatorRise = 5;
 constexpr double kLabelDrop = 20;
 
 void addRows(MenuMock& mock, double& y) {
-  for (const SpaceInfo& space : SpaceManager::shared().spaces()) {
-    if (!space.isDesktop()) continue;
+  for (const SpaceInfo& space : SpaceManager::shared().desktops()) {
     y -= kRowHeight;
     mock.rows.push_back({makeSpaceRow(space), {0, y, kWidth, kRowHeight}});
   }
@@ -48,7 +47,7 @@ void addCommand(MenuMock& mock, const char* title, const Font& font, double& y) 
 }  // namespace
 
 std::optional<MenuMock> ThemePreviewRenderer::renderMenuMock(const AppTheme& theme) {
-  const auto count = std::ranges::count_if(SpaceManager::shared().spaces(), &SpaceInfo::isDesktop);
+  const auto count = std::ranges::distance(SpaceManager::shared().desktops());
   if (count == 0) return std::nullopt;
   MenuMock mock;
   const std::optional<Appearance> forced = theme.appearance();

@@ -140,13 +140,10 @@ void SpaceSignWindowController::primeNonActiveSigns() {
 }
 
 void SpaceSignWindowController::spacesChanged() {
-  const std::vector<SpaceInfo>& spaces = SpaceManager::shared().spaces();
   std::unordered_set<SpaceID> desktops;
-  for (const SpaceInfo& space : spaces) {
-    if (space.isDesktop()) desktops.insert(space.spaceID);
-  }
+  for (const SpaceInfo& space : SpaceManager::shared().desktops()) desktops.insert(space.spaceID);
   std::erase_if(windows_, [&](const auto& entry) { return !desktops.contains(entry.first); });
-  for (const SpaceInfo& space : spaces) {
+  for (const SpaceInfo& space : SpaceManager::shared().spaces()) {
     const auto found = windows_.find(space.spaceID);
     if (found == windows_.end()) continue;
     const std::string name = SpaceManager::shared().displayName(space);

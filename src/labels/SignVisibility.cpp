@@ -35,8 +35,7 @@ const SpaceInfo* neighbor(bool isRight) {
   const SpaceManager& manager = SpaceManager::shared();
   const SpaceInfo* former = nullptr;
   bool isPast = false;
-  for (const SpaceInfo& space : manager.spaces()) {
-    if (!space.isDesktop()) continue;
+  for (const SpaceInfo& space : manager.desktops()) {
     if (isPast) return &space;
     if (space.spaceID == manager.activeSpaceID()) {
       if (!isRight) return former;

@@ -25,13 +25,11 @@ MenuItem makeCommand(const AppTheme& theme, MenuCommand command) {
 }  // namespace
 
 std::vector<MenuItem> makeDropdownItems(std::function<void()> showPreferences) {
-  const std::vector<SpaceInfo>& spaces = SpaceManager::shared().spaces();
+  const SpaceManager& manager = SpaceManager::shared();
   constexpr std::size_t kOtherItems = 4;
   std::vector<MenuItem> items;
-  items.reserve(spaces.size() + kOtherItems);
-  for (const SpaceInfo& space : spaces) {
-    if (space.isDesktop()) items.emplace_back(makeSpaceRow(space));
-  }
+  items.reserve(manager.spaces().size() + kOtherItems);
+  for (const SpaceInfo& space : manager.desktops()) items.emplace_back(makeSpaceRow(space));
   const AppTheme& theme = PreferencesStore::shared().theme();
   items.emplace_back(MenuSeparator{});
   items.push_back(makeCommand(theme, {.title = "Preferences…",

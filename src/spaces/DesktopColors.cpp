@@ -25,8 +25,7 @@ CodableColor PreferencesStore::defaultColor(std::string_view spaceUUID) {
   const auto palette = std::ranges::find(palettes(), kDefaultPalette, &ColorPalette::name);
   if (palette == palettes().end() || palette->colors.empty()) return CodableColor::of(kWhite);
   std::size_t place = 0;
-  for (const SpaceInfo& space : SpaceManager::shared().spaces()) {
-    if (!space.isDesktop()) continue;
+  for (const SpaceInfo& space : SpaceManager::shared().desktops()) {
     if (space.uuid == spaceUUID) return palette->colors[place % palette->colors.size()];
     place += 1;
   }
@@ -37,8 +36,7 @@ void PreferencesStore::applyPalette(const ColorPalette& palette) {
   if (palette.colors.empty()) programmingError("a palette without colours was applied");
   SpaceColors colors = spaceColors();
   std::size_t place = 0;
-  for (const SpaceInfo& space : SpaceManager::shared().spaces()) {
-    if (!space.isDesktop()) continue;
+  for (const SpaceInfo& space : SpaceManager::shared().desktops()) {
     const CodableColor& color = palette.colors[place++ % palette.colors.size()];
     SpaceColorConfig& config =
         colors.try_emplace(space.uuid, colorConfig(space.uuid)).first->second;

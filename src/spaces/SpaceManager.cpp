@@ -120,9 +120,7 @@ void SpaceManager::rememberUUIDs() {
     if (const auto* known = stored.asArrayOfStrings()) {
       for (const PropertyList& uuid : *known) uuids.insert(*uuid.asString());
     }
-    for (const SpaceInfo& space : spaces_) {
-      if (space.isDesktop()) uuids.insert(space.uuid);
-    }
+    for (const SpaceInfo& space : desktops()) uuids.insert(space.uuid);
     PropertyList::Array merged;
     merged.reserve(uuids.size());
     for (const std::string_view uuid : uuids) merged.emplace_back(std::string(uuid));

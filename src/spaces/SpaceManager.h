@@ -12,6 +12,7 @@
 
 #include "platform/NotificationCenter.h"
 #include "platform/PropertyList.h"
+#include "spaces/DesktopView.h"
 #include "spaces/ISSDirection.h"
 #include "spaces/SpaceInfo.h"
 
@@ -39,6 +40,9 @@ class SpaceManager {
   /// other in the window server's order. Empty until the first reload(). The
   /// reference stays valid, its contents until the next reload().
   [[nodiscard]] const std::vector<SpaceInfo>& spaces() const { return spaces_; }
+
+  /// The ordinary desktops among them, of all displays; valid until the next reload().
+  [[nodiscard]] DesktopView desktops() const { return DesktopView(spaces_); }
 
   /// The window server's id of the active Space; 0 before the first reload().
   [[nodiscard]] std::uint64_t activeSpaceID() const { return activeSpaceID_; }

@@ -66,8 +66,8 @@ std::string SpaceManager::displayName(const SpaceInfo& space) const {
 
 int SpaceManager::numberOf(const SpaceInfo& space) const {
   int number = 0;
-  for (const SpaceInfo& other : spaces_) {
-    if (!other.isDesktop() || other.displayUUID != space.displayUUID) continue;
+  for (const SpaceInfo& other : desktops()) {
+    if (other.displayUUID != space.displayUUID) continue;
     number += 1;
     if (other == space) return number;
   }

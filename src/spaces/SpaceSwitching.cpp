@@ -64,8 +64,7 @@ void SpaceManager::directSwitch(const SpaceInfo& space) {
 
 std::optional<std::ptrdiff_t> SpaceManager::desktopIndex(std::uint64_t spaceID) const {
   std::ptrdiff_t index = 0;
-  for (const SpaceInfo& space : spaces_) {
-    if (!space.isDesktop()) continue;
+  for (const SpaceInfo& space : desktops()) {
     if (space.spaceID == spaceID) return index;
     index += 1;
   }

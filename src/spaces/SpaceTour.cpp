@@ -1,6 +1,6 @@
 // The tour through all desktops after launch.
 
-#include <algorithm>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -23,7 +23,7 @@ constexpr seconds kHardTimeout{20};
 }  // namespace
 
 void SpaceManager::performAutoTour(std::function<void()> completion) {
-  const auto count = std::ranges::count_if(spaces_, &SpaceInfo::isDesktop);
+  const auto count = std::ranges::distance(desktops());
   const std::optional<std::ptrdiff_t> start = desktopIndex(activeSpaceID_);
   if (count < 2 || !start) {
     if (completion) completion();

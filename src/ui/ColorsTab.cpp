@@ -48,9 +48,8 @@ const ColorPalette* paletteAt(int index) {
 /// The desktop at that place among the desktops as they are now, or null.
 const SpaceInfo* desktopAt(int index) {
   if (index < 0) return nullptr;
-  int place = 0;
-  for (const SpaceInfo& space : SpaceManager::shared().spaces()) {
-    if (space.isDesktop() && place++ == index) return &space;
+  for (const SpaceInfo& space : SpaceManager::shared().desktops()) {
+    if (index-- == 0) return &space;
   }
   return nullptr;
 }
@@ -90,8 +89,7 @@ Popup palettePopup(const ShownPalette& shown) {
 std::vector<ColorGrid::Well> desktopColors() {
   std::vector<ColorGrid::Well> desktops;
   const SpaceManager& manager = SpaceManager::shared();
-  for (const SpaceInfo& space : manager.spaces()) {
-    if (!space.isDesktop()) continue;
+  for (const SpaceInfo& space : manager.desktops()) {
     const SpaceColorConfig config = store().colorConfig(space.uuid);
     desktops.push_back({manager.displayName(space), usedColor(config).srgb()});
   }
