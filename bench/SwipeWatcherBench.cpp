@@ -12,9 +12,9 @@ namespace {
 /// earliest: 1 was posted by a process, 2 is of another type, 3 another gesture.
 GestureEvent otherEvent(std::int64_t fieldCount) {
   GestureEvent event;
-  event.setInteger(dockswipe::SourceProcess, fieldCount == 1 ? 77 : 0);
-  event.setInteger(dockswipe::EventType, fieldCount == 2 ? 5 : dockswipe::kDockControl);
-  event.setInteger(dockswipe::GestureKind, 8);
+  event.setIntegerField(dockswipe::SourceProcess, fieldCount == 1 ? 77 : 0);
+  event.setIntegerField(dockswipe::EventType, fieldCount == 2 ? 5 : dockswipe::kDockControl);
+  event.setIntegerField(dockswipe::GestureKind, 8);
   return event;
 }
 

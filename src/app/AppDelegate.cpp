@@ -50,8 +50,8 @@ void AppDelegate::applicationDidFinishLaunching() {
   };
   hot_->start();
   swipes_ = SwipeWatcher::create();
-  swipes_->onSwipeBegan = [weak = std::weak_ptr(signs_)](bool isRight) {
-    if (const auto signs = weak.lock()) signs->handleSwipeBegan(isRight);
+  swipes_->onSwipeBegan = [weak = std::weak_ptr(signs_)](ISSDirection direction) {
+    if (const auto signs = weak.lock()) signs->handleSwipeBegan(direction);
   };
   swipes_->start();
 

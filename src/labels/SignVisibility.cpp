@@ -31,14 +31,14 @@ constexpr std::uint64_t kBehaviorWhileOthersShow = Transient | IgnoresCycle;
 
 /// The desktop next to the active one; null at the ends of the list, and where the
 /// active Space is no desktop.
-const SpaceInfo* neighbor(bool isRight) {
+const SpaceInfo* neighbor(ISSDirection direction) {
   const SpaceManager& manager = SpaceManager::shared();
   const SpaceInfo* former = nullptr;
   bool isPast = false;
   for (const SpaceInfo& space : manager.desktops()) {
     if (isPast) return &space;
     if (space.spaceID == manager.activeSpaceID()) {
-      if (!isRight) return former;
+      if (direction == ISSDirection::Left) return former;
       isPast = true;
     }
     former = &space;
@@ -80,14 +80,14 @@ void SpaceSignWindowController::hideAll() {
   }
 }
 
-void SpaceSignWindowController::handleSwipeBegan(bool isRight) {
+void SpaceSignWindowController::handleSwipeBegan(ISSDirection direction) {
   const PreferencesStore& preferences = PreferencesStore::shared();
   if (!preferences.showSignInSwipeMode() || isTouring_) return;
   const double alpha = preferences.signSwipeAlpha();
   const SpaceID active = SpaceManager::shared().activeSpaceID();
   flashWorkItem_.reset();
   setAlphaOfAllBut(active, alpha);
-  const SpaceInfo* target = neighbor(isRight);
+  const SpaceInfo* target = neighbor(direction);
   if (!target || windows_.contains(target->spaceID)) return;
   WindowServer& server = WindowServer::shared();
   // A new window is in the active Space and would stay there.

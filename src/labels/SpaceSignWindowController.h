@@ -8,6 +8,7 @@
 #include <unordered_set>
 
 #include "labels/Sign.h"
+#include "platform/ISSDirection.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
 #include "platform/TourOverlay.h"
@@ -34,7 +35,7 @@ class SpaceSignWindowController : public std::enable_shared_from_this<SpaceSignW
   void showAll();
 
   /// To be called when the user begins to swipe to the next or the previous desktop.
-  void handleSwipeBegan(bool isRight);
+  void handleSwipeBegan(ISSDirection direction);
 
  private:
   using SpaceID = WindowServer::SpaceID;

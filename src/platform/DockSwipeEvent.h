@@ -36,17 +36,24 @@ inline constexpr std::int64_t kHorizontal = 1;
 
 }  // namespace dockswipe
 
+/// Takes the numbered fields of an event. Main thread.
+class EventFields {
+ public:
+  virtual void setIntegerField(int field, std::int64_t value) = 0;
+  virtual void setDoubleField(int field, double value) = 0;
+
+ protected:
+  ~EventFields() = default;
+};
+
 /// A synthetic gesture event. Main thread. A posted event has no effect without the permission for
 /// Accessibility.
-class DockSwipeEvent {
+class DockSwipeEvent : public EventFields {
  public:
   /// Creates an event without source and fields; null when the system refuses.
   static std::unique_ptr<DockSwipeEvent> create();
 
   virtual ~DockSwipeEvent() = default;
-
-  virtual void setIntegerField(int field, std::int64_t value) = 0;
-  virtual void setDoubleField(int field, double value) = 0;
 
   /// Posts the event, as it is now, into the session's event stream.
   virtual void post() = 0;

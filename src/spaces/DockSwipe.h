@@ -1,6 +1,6 @@
 #pragma once
 
-#include "spaces/ISSDirection.h"
+#include "platform/ISSDirection.h"
 
 namespace vembrix {
 

@@ -10,10 +10,10 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/ISSDirection.h"
 #include "platform/NotificationCenter.h"
 #include "platform/PropertyList.h"
 #include "spaces/DesktopView.h"
-#include "spaces/ISSDirection.h"
 #include "spaces/SpaceInfo.h"
 
 namespace vembrix {

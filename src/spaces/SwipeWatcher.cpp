@@ -1,7 +1,7 @@
 #include "spaces/SwipeWatcher.h"
 
-#include "platform/DockSwipeEvent.h"
 #include "platform/MainQueue.h"
+#include "platform/SwipeMoment.h"
 #include "platform/SystemLog.h"
 
 namespace vembrix {
@@ -27,33 +27,28 @@ void SwipeWatcher::handle(std::uint32_t type, const TappedEvent& event) {
     if (tap_) tap_->enable();
     return;
   }
-  // Receives every event of the session: these three tests reject all but swipes of the user and of
-  // other programs.
+  // Receives every event of the session: this test and the first of swipeMoment() reject all but
+  // swipes of the user and of other programs.
   if (event.integerField(dockswipe::SourceProcess) != 0) return;
-  if (event.integerField(dockswipe::EventType) != dockswipe::kDockControl) return;
-  if (event.integerField(dockswipe::GestureKind) != dockswipe::kDockSwipe) return;
-  switch (event.integerField(dockswipe::GesturePhase)) {
+  const auto moment = swipeMoment(event);
+  if (!moment) return;
+  switch (moment->phase) {
     case dockswipe::Begin:
     case dockswipe::Change:
-      swipeMoved(event);
+      swipeMoved(moment->direction());
       break;
     case dockswipe::End:
     case dockswipe::Cancel:
       swipeFired_ = false;
       break;
-    default:
-      break;
   }
 }
 
-void SwipeWatcher::swipeMoved(const TappedEvent& event) {
+void SwipeWatcher::swipeMoved(ISSDirection direction) {
   if (swipeFired_) return;
   swipeFired_ = true;
-  const double velocity = event.doubleField(dockswipe::VelocityX);
-  const double progress = event.doubleField(dockswipe::Progress);
-  const bool isRight = (velocity != 0.0 ? velocity : progress) >= 0;
-  MainQueue::main().async([weak = weak_from_this(), isRight] {
-    if (const auto watcher = weak.lock()) watcher->onSwipeBegan(isRight);
+  MainQueue::main().async([weak = weak_from_this(), direction] {
+    if (const auto watcher = weak.lock()) watcher->onSwipeBegan(direction);
   });
 }
 

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "platform/EventTap.h"
+#include "platform/ISSDirection.h"
 
 namespace vembrix {
 
@@ -15,7 +16,7 @@ class SwipeWatcher : public std::enable_shared_from_this<SwipeWatcher> {
 
   /// Called on the main queue, once per swipe, after the event's own handling.
   /// Set before start().
-  std::function<void(bool isRight)> onSwipeBegan = [](bool) {};
+  std::function<void(ISSDirection direction)> onSwipeBegan = [](ISSDirection) {};
 
   /// Starts to listen; to be called once. Without the permission for Accessibility it logs one line
   /// and never reports a swipe.
@@ -24,7 +25,7 @@ class SwipeWatcher : public std::enable_shared_from_this<SwipeWatcher> {
  private:
   SwipeWatcher() = default;
   void handle(std::uint32_t type, const TappedEvent& event);
-  void swipeMoved(const TappedEvent& event);
+  void swipeMoved(ISSDirection direction);
 
   std::unique_ptr<EventTap> tap_;
   /// Whether the gesture under way has been reported.

@@ -11,6 +11,7 @@
 #include "labels/SignModelDesktop.h"
 #include "platform/EventTap.h"
 #include "platform/Geometry.h"
+#include "platform/ISSDirection.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
 #include "platform/SignWindow.h"
@@ -140,7 +141,7 @@ class SignModel {
   void showAll();
   void rise(SpaceID exception);
   void hideAll();
-  void swipeBegan(bool isRight);
+  void swipeBegan(ISSDirection direction);
   void activeChanged();
   void missionControlChanged();
   void tourWillStart();

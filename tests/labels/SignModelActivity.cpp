@@ -72,8 +72,9 @@ void SignModel::gesture(std::uint32_t type, const TappedEvent& event) {
   if (phase == 4 || phase == 8) swipeIsKnown_ = false;
   if ((phase != 1 && phase != 2) || std::exchange(swipeIsKnown_, true)) return;
   const double velocity = event.doubleField(129);
-  const double direction = velocity != 0 ? velocity : event.doubleField(124);
-  MainQueue::main().async([this, isRight = direction >= 0] { swipeBegan(isRight); });
+  const double way = velocity != 0 ? velocity : event.doubleField(124);
+  const auto direction = way >= 0 ? ISSDirection::Right : ISSDirection::Left;
+  MainQueue::main().async([this, direction] { swipeBegan(direction); });
 }
 
 void SignModel::clickedOrTyped() {

@@ -105,7 +105,7 @@ void SignModel::hideAll() {
   }
 }
 
-void SignModel::swipeBegan(bool isRight) {
+void SignModel::swipeBegan(ISSDirection direction) {
   if (!model::isOn(kSwipeMode) || isTouring_) return;
   const double alpha = swipeAlpha();
   arrivalFade_.reset();
@@ -114,6 +114,7 @@ void SignModel::swipeBegan(bool isRight) {
   const auto all = desktops();
   const auto from = std::ranges::find(all, active_, &model::Space::id);
   if (from == all.end()) return;
+  const bool isRight = direction == ISSDirection::Right;
   if (isRight ? from + 1 == all.end() : from == all.begin()) return;
   const model::Space& target = isRight ? from[1] : from[-1];
   if (labels_.contains(target.id)) return;

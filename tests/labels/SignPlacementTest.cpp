@@ -50,15 +50,15 @@ TEST_F(SignPlacementTest, WithoutSpacesThereIsNoLabel) {
   begin(0);
   EXPECT_EQ(labelCount(), 0U);
   controller_->showAll();
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   queue_.advance(seconds(20));
   EXPECT_EQ(labelCount(), 0U);
 }
 
 TEST_F(SignPlacementTest, WithOneDesktopNothingIsEverSeen) {
   begin(1);
-  controller_->handleSwipeBegan(true);
-  controller_->handleSwipeBegan(false);
+  controller_->handleSwipeBegan(ISSDirection::Right);
+  controller_->handleSwipeBegan(ISSDirection::Left);
   controller_->showAll();
   advance(600);
   EXPECT_EQ(labelCount(), 1U);
@@ -301,8 +301,8 @@ TEST_F(SignPlacementTest, FromAFullScreenSpaceASwipeMakesNoLabel) {
   begin(2);
   const auto full = desktop_.addSpace("Main", EmbeddedDesktop::SpaceType::FullScreen);
   desktop_.activate(full);
-  controller_->handleSwipeBegan(false);
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Left);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   EXPECT_EQ(labelCount(), 1U);
   EXPECT_FALSE(hasLabel(space(1)));
 }
@@ -335,7 +335,7 @@ TEST_F(SignPlacementTest, TheDesktopsOfTwoDisplaysEachHaveOneLabel) {
 TEST_F(SignPlacementTest, ASwipeGoesOnFromDisplayToDisplayInTheOrderOfTheList) {
   desktop_.addDisplay({.identifier = "Second", .frame = {1440, 0, 1920, 1080}});
   begin(1);
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   EXPECT_TRUE(hasLabel(desktop_.spaceIDs().at(1)));
 }
 

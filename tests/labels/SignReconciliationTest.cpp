@@ -17,7 +17,7 @@ using Kind = TestDesktop::WindowSpacesCall::Kind;
 TEST_F(SignPlacementTest, ASwipeBornLabelIsAddedToItsSpaceAndThenTakenOutOfTheActiveOne) {
   begin();
   watchCalls();
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   const auto number = label(1).windowNumber();
   EXPECT_THAT(calls_, ElementsAre(Call{Kind::Add, {number}, {space(1)}},
                                   Call{Kind::Remove, {number}, {space(0)}}));
@@ -30,7 +30,7 @@ TEST_F(SignPlacementTest, ASwipeBornLabelIsAddedToItsSpaceAndThenTakenOutOfTheAc
 TEST_F(SignPlacementTest, WithoutTheMeansToMoveWindowsLabelsAreMadeOnlyWhereTheyBelong) {
   desktop_.setCanPlaceWindows(false);
   begin();
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   turn();
   EXPECT_EQ(labelCount(), 1U) << "the neighbour's would be born in the active Space, and stay";
   goTo(1);
@@ -51,7 +51,7 @@ TEST_F(SignPlacementTest, WithoutTheMeansToMoveWindowsAStrayLabelIsNotReportedOv
 TEST_F(SignPlacementTest, ASwipeBornLabelHasTheHeatOfADesktopThatIsNotActive) {
   defaults_.set("SpaceHeatRecency", Array{"embedded-space-1", "embedded-space-2"});
   begin();
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   EXPECT_EQ(label(1).view().look().borderWidth, 4) << "the most recent but for the active one";
   EXPECT_DOUBLE_EQ(label(0).view().look().rim.alpha, 1);
 }
@@ -59,7 +59,7 @@ TEST_F(SignPlacementTest, ASwipeBornLabelHasTheHeatOfADesktopThatIsNotActive) {
 TEST_F(SignPlacementTest, ASwipeToADesktopWithALabelAsksTheWindowServerNothing) {
   beginWithAllLabels();
   watchCalls();
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   EXPECT_THAT(calls_, IsEmpty());
   EXPECT_EQ(labelCount(), 4U);
 }
@@ -69,7 +69,7 @@ TEST_F(SignPlacementTest, ASwipePassesOverFullScreenSpaces) {
   desktop_.addSpace("Main", EmbeddedDesktop::SpaceType::FullScreen);
   desktop_.addSpace("Main");
   manager_.reload();
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   EXPECT_FALSE(hasLabel(space(1)));
   EXPECT_TRUE(hasLabel(space(2)));
 }

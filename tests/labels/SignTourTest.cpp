@@ -171,7 +171,7 @@ TEST_F(SignTourTest, PrimingAndSwipesLeaveTheLabelsAloneDuringATour) {
   startTour();
   advance(600);
   desktop_.wake();
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   turn();
   EXPECT_THAT(alphas(), Each(0));
 }
@@ -179,7 +179,7 @@ TEST_F(SignTourTest, PrimingAndSwipesLeaveTheLabelsAloneDuringATour) {
 TEST_F(SignTourTest, ASwipeDuringATourMakesNoLabel) {
   begin();
   startTour();
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   EXPECT_EQ(labelCount(), 1U);
 }
 

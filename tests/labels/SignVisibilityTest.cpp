@@ -282,7 +282,7 @@ TEST_F(CalmSignVisibilityTest, ASwipeThatIsGivenUpLeavesNoLabelBehind) {
   goTo(1);
   turn();
   advance(100);
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   advance(400);
   EXPECT_EQ(alpha(1), 0);
 }
@@ -324,7 +324,7 @@ TEST_F(CalmSignVisibilityTest, TheSettingCountsFromTheNextFadeOn) {
 TEST_F(SignVisibilityTest, ASwipeShowsTheOthersAndLeavesTheActiveLabel) {
   beginWithAllLabels();
   for (std::size_t place = 0; place < 4; ++place) label(place).setAlphaValue(0.1);
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   EXPECT_THAT(alphas(), all(0.1, 0.78));
   EXPECT_FALSE(label(1).isAnimating());
 }
@@ -335,7 +335,7 @@ TEST_F(SignVisibilityTest, ASwipeLeftFromTheFirstDesktopMakesNoLabelButShowsTheO
   goTo(0);
   turn();
   label(1).setAlphaValue(0);
-  controller_->handleSwipeBegan(false);
+  controller_->handleSwipeBegan(ISSDirection::Left);
   EXPECT_EQ(labelCount(), 2U);
   EXPECT_EQ(alpha(1), 0.78);
 }
@@ -343,20 +343,20 @@ TEST_F(SignVisibilityTest, ASwipeLeftFromTheFirstDesktopMakesNoLabelButShowsTheO
 TEST_F(SignVisibilityTest, ASwipeRightFromTheLastDesktopMakesNoLabel) {
   begin(2);
   goTo(1);
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   EXPECT_EQ(labelCount(), 2U);
 }
 
 TEST_F(SignVisibilityTest, WithSwipeModeOffASwipeDoesNothingAndAnArrivalNeverFlashes) {
   store_.setShowSignInSwipeMode(false);
   begin();
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   EXPECT_EQ(labelCount(), 1U);
   goTo(1);
   goTo(0);
   label(0).setAlphaValue(0.5);
   label(1).setAlphaValue(0.5);
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   EXPECT_EQ(alpha(1), 0.5);
   goTo(1);
   turn();
@@ -415,7 +415,7 @@ TEST_F(SignVisibilityTest, GoingOnDuringAFlashBringsTheLabelLeftBehindBack) {
 TEST_F(SignVisibilityTest, ASwipeOrAShowBeforeTheTurnCancelsTheFlash) {
   beginWithAllLabels();
   goTo(1);
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   turn();
   EXPECT_FALSE(label(1).isAnimating());
   goTo(2);
@@ -440,7 +440,7 @@ TEST_F(SignVisibilityTest, ADesktopMayVanishBeforeAndDuringItsFlash) {
 
 TEST_F(SignVisibilityTest, TheTargetOfASwipeMayVanish) {
   begin();
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   desktop_.removeSpace(space(1));
   manager_.reload();
   EXPECT_EQ(labelCount(), 1U);
@@ -450,7 +450,7 @@ TEST_F(SignVisibilityTest, ASwipeDuringAShowMakesTheLabelOfTheNeighbor) {
   begin();
   controller_->showAll();
   advance(100);
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   ASSERT_TRUE(hasLabel(space(1)));
   EXPECT_EQ(alpha(1), 0.78);
 }
@@ -459,7 +459,7 @@ TEST_F(SignVisibilityTest, ASwipeInMissionControlLastsUntilTheNextTick) {
   beginWithAllLabels();
   setMissionControl(true);
   EXPECT_THAT(alphas(), all(0, 1));
-  controller_->handleSwipeBegan(true);
+  controller_->handleSwipeBegan(ISSDirection::Right);
   EXPECT_THAT(alphas(), atRest());
   advance(500);
   EXPECT_THAT(alphas(), all(0, 1));
@@ -546,7 +546,7 @@ TEST_F(SignVisibilityTest, ASwipeShowsWhatWasWavedAwayToo) {
   advance(400);
   const Observation observation =
       NotificationCenter::defaultCenter().addObserver(SpaceManager::didChange, [&] {
-        controller_->handleSwipeBegan(true);
+        controller_->handleSwipeBegan(ISSDirection::Right);
         EXPECT_EQ(alpha(0), 0.78);
       });
   desktop_.addSpace("Main");
@@ -720,11 +720,11 @@ class WiredSignsTest : public SignTest {
   }
   GestureEvent swipeBegin(double velocity, std::int64_t process = 0) const {
     GestureEvent event;
-    event.setInteger(dockswipe::SourceProcess, process);
-    event.setInteger(dockswipe::EventType, dockswipe::kDockControl);
-    event.setInteger(dockswipe::GestureKind, dockswipe::kDockSwipe);
-    event.setInteger(dockswipe::GesturePhase, dockswipe::Begin);
-    event.setDouble(dockswipe::VelocityX, velocity);
+    event.setIntegerField(dockswipe::SourceProcess, process);
+    event.setIntegerField(dockswipe::EventType, dockswipe::kDockControl);
+    event.setIntegerField(dockswipe::GestureKind, dockswipe::kDockSwipe);
+    event.setIntegerField(dockswipe::GesturePhase, dockswipe::Begin);
+    event.setDoubleField(dockswipe::VelocityX, velocity);
     return event;
   }
 
@@ -775,7 +775,7 @@ TEST_F(WiredSignsTest, ASwipeToTheLeftLooksToTheLeft) {
   EXPECT_FALSE(hasLabel(space(0)));
   desktop_.events().sendToTaps(dockswipe::kDockControl, [&] {
     GestureEvent end = swipeBegin(0);
-    end.setInteger(dockswipe::GesturePhase, dockswipe::Cancel);
+    end.setIntegerField(dockswipe::GesturePhase, dockswipe::Cancel);
     return end;
   }());
   desktop_.events().send(swipeBegin(-0.5));
@@ -793,7 +793,7 @@ TEST_F(WiredSignsTest, TheProgramsOwnSwipesShowNoLabels) {
 }
 
 TEST_F(WiredSignsTest, AWholeSwipeEndsWithTheFadeOfTheLabelArrivedAt) {
-  desktop_.swipe(Dock::Direction::Right);
+  desktop_.swipe(ISSDirection::Right);
   advance(200);
   ASSERT_EQ(desktop_.activeSpace(), space(1));
   turn();

@@ -42,7 +42,7 @@ std::string SignWalk::switchDirectly() {
 
 std::string SignWalk::swipe() {
   const bool isRight = oneIn(2);
-  desktop_.swipe(isRight ? Dock::Direction::Right : Dock::Direction::Left);
+  desktop_.swipe(isRight ? ISSDirection::Right : ISSDirection::Left);
   return isRight ? "a swipe to the right" : "a swipe to the left";
 }
 
@@ -62,12 +62,12 @@ std::string SignWalk::sendGesture(dockswipe::Phase phase) {
   const double progress = oneOf(kSpeeds);
   const int process = oneIn(6) ? 42 : 0;
   GestureEvent event;
-  event.setInteger(dockswipe::SourceProcess, process);
-  event.setInteger(dockswipe::EventType, dockswipe::kDockControl);
-  event.setInteger(dockswipe::GestureKind, oneIn(10) ? 22 : dockswipe::kDockSwipe);
-  event.setInteger(dockswipe::GesturePhase, phase);
-  event.setDouble(dockswipe::VelocityX, velocity);
-  event.setDouble(dockswipe::Progress, progress);
+  event.setIntegerField(dockswipe::SourceProcess, process);
+  event.setIntegerField(dockswipe::EventType, dockswipe::kDockControl);
+  event.setIntegerField(dockswipe::GestureKind, oneIn(10) ? 22 : dockswipe::kDockSwipe);
+  event.setIntegerField(dockswipe::GesturePhase, phase);
+  event.setDoubleField(dockswipe::VelocityX, velocity);
+  event.setDoubleField(dockswipe::Progress, progress);
   desktop_.events().send(event);
   return "a gesture in phase " + std::to_string(phase) + " of velocity " +
          std::to_string(velocity) + " and progress " + std::to_string(progress) + " by process " +

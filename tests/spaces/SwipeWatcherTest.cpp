@@ -21,19 +21,19 @@ constexpr const char* kNoTap =
 class SwipeWatcherTest : public testing::Test {
  protected:
   void start() {
-    watcher_->onSwipeBegan = [this](bool isRight) { swipes_.push_back(isRight); };
+    watcher_->onSwipeBegan = [this](ISSDirection direction) { swipes_.push_back(direction); };
     watcher_->start();
   }
 
   static GestureEvent event(std::int64_t phase, double velocity, double progress,
                             std::int64_t source = 0) {
     GestureEvent event;
-    event.setInteger(dockswipe::SourceProcess, source);
-    event.setInteger(dockswipe::EventType, 30);
-    event.setInteger(dockswipe::GestureKind, 23);
-    event.setInteger(dockswipe::GesturePhase, phase);
-    event.setDouble(dockswipe::VelocityX, velocity);
-    event.setDouble(dockswipe::Progress, progress);
+    event.setIntegerField(dockswipe::SourceProcess, source);
+    event.setIntegerField(dockswipe::EventType, 30);
+    event.setIntegerField(dockswipe::GestureKind, 23);
+    event.setIntegerField(dockswipe::GesturePhase, phase);
+    event.setDoubleField(dockswipe::VelocityX, velocity);
+    event.setDoubleField(dockswipe::Progress, progress);
     return event;
   }
 
@@ -45,34 +45,34 @@ class SwipeWatcherTest : public testing::Test {
   TestDesktop& desktop_ = TestDesktop::shared();
   EmbeddedMainQueue& queue_ = EmbeddedMainQueue::shared();
   std::shared_ptr<SwipeWatcher> watcher_ = SwipeWatcher::create();
-  std::vector<bool> swipes_;
+  std::vector<ISSDirection> swipes_;
 };
 
 TEST_F(SwipeWatcherTest, AUsersSwipeIsReportedOnceAndItsWay) {
   start();
-  desktop_.swipe(Dock::Direction::Right);
+  desktop_.swipe(ISSDirection::Right);
   queue_.runPending();
-  desktop_.swipe(Dock::Direction::Left);
+  desktop_.swipe(ISSDirection::Left);
   queue_.runPending();
-  EXPECT_THAT(swipes_, ElementsAre(true, false));
+  EXPECT_THAT(swipes_, ElementsAre(ISSDirection::Right, ISSDirection::Left));
 }
 
 TEST_F(SwipeWatcherTest, ZeroVelocityAndNegativeProgressIsNotRight) {
   start();
   send(event(1, 0.0, -0.25));
-  EXPECT_THAT(swipes_, ElementsAre(false));
+  EXPECT_THAT(swipes_, ElementsAre(ISSDirection::Left));
 }
 
 TEST_F(SwipeWatcherTest, BothValuesExactlyZeroIsRight) {
   start();
   send(event(2, 0.0, 0.0));
-  EXPECT_THAT(swipes_, ElementsAre(true));
+  EXPECT_THAT(swipes_, ElementsAre(ISSDirection::Right));
 }
 
 TEST_F(SwipeWatcherTest, TheVelocityWinsOverTheProgress) {
   start();
   send(event(1, -0.5, 0.5));
-  EXPECT_THAT(swipes_, ElementsAre(false));
+  EXPECT_THAT(swipes_, ElementsAre(ISSDirection::Left));
 }
 
 TEST_F(SwipeWatcherTest, AGestureThatNeverEndsSuppressesLaterSwipesUntilAnEndOrCancel) {
@@ -83,10 +83,10 @@ TEST_F(SwipeWatcherTest, AGestureThatNeverEndsSuppressesLaterSwipesUntilAnEndOrC
   EXPECT_EQ(swipes_.size(), 1U);
   send(event(8, 0, 0));
   send(event(2, -1, 0));
-  EXPECT_THAT(swipes_, ElementsAre(true, false));
+  EXPECT_THAT(swipes_, ElementsAre(ISSDirection::Right, ISSDirection::Left));
   send(event(4, 0, 0));
   send(event(1, 1, 0));
-  EXPECT_THAT(swipes_, ElementsAre(true, false, true));
+  EXPECT_THAT(swipes_, ElementsAre(ISSDirection::Right, ISSDirection::Left, ISSDirection::Right));
 }
 
 TEST_F(SwipeWatcherTest, OtherPhasesMeanNothing) {
@@ -106,10 +106,10 @@ TEST_F(SwipeWatcherTest, AnEventOfAProcessIsIgnored) {
 TEST_F(SwipeWatcherTest, OtherGesturesAndEventsAreIgnored) {
   start();
   GestureEvent other = event(1, 1, 1);
-  other.setInteger(dockswipe::GestureKind, 8);
+  other.setIntegerField(dockswipe::GestureKind, 8);
   send(other);
   other = event(1, 1, 1);
-  other.setInteger(dockswipe::EventType, 29);
+  other.setIntegerField(dockswipe::EventType, 29);
   send(other);
   EXPECT_THAT(swipes_, IsEmpty());
 }
@@ -119,7 +119,7 @@ TEST_F(SwipeWatcherTest, TheReportComesAfterTheEventIsHandled) {
   desktop_.events().send(event(1, 1, 0));
   EXPECT_THAT(swipes_, IsEmpty());
   queue_.runPending();
-  EXPECT_THAT(swipes_, ElementsAre(true));
+  EXPECT_THAT(swipes_, ElementsAre(ISSDirection::Right));
 }
 
 TEST_F(SwipeWatcherTest, ADisabledTapIsEnabledAgain) {
@@ -128,7 +128,7 @@ TEST_F(SwipeWatcherTest, ADisabledTapIsEnabledAgain) {
     swipes_.clear();
     desktop_.events().disableTaps(reason);
     send(event(1, 1, 0));
-    EXPECT_THAT(swipes_, ElementsAre(true));
+    EXPECT_THAT(swipes_, ElementsAre(ISSDirection::Right));
     send(event(4, 1, 0));
   }
 }
@@ -179,7 +179,7 @@ TEST_F(SwipeWatcherTest, OtherEventsAllocateNothing) {
   start();
   const GestureEvent synthetic = event(1, 1, 1, 77);
   GestureEvent other = event(1, 1, 1);
-  other.setInteger(dockswipe::EventType, 5);
+  other.setIntegerField(dockswipe::EventType, 5);
   const GestureEvent following = event(2, 1, 1);
   send(event(1, 1, 1));
   const std::size_t before = allocationCount();

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "platform/DockSwipeEvent.h"
+#include "platform/SwipeMoment.h"
 
 namespace vembrix {
 namespace {
@@ -21,9 +21,9 @@ constexpr double kInstantVelocity = 100.0;
 Dock::Dock(Mover mover) : mover_(std::move(mover)) {}
 
 void Dock::handle(const TappedEvent& event) {
-  if (event.integerField(dockswipe::EventType) != dockswipe::kDockControl) return;
-  if (event.integerField(dockswipe::GestureKind) != dockswipe::kDockSwipe) return;
-  switch (event.integerField(dockswipe::GesturePhase)) {
+  const auto moment = swipeMoment(event);
+  if (!moment) return;
+  switch (moment->phase) {
     case dockswipe::Begin:
       begun_ += 1;
       if (onBegin_) onBegin_();
@@ -31,13 +31,13 @@ void Dock::handle(const TappedEvent& event) {
     case dockswipe::End:
       if (begun_ > 0) {
         begun_ -= 1;
-        end(event.doubleField(dockswipe::Progress), event.doubleField(dockswipe::VelocityX));
+        end(moment->progress, moment->velocity);
       }
       break;
     case dockswipe::Cancel:
       begun_ = std::max(begun_ - 1, 0);
       break;
-    default:
+    case dockswipe::Change:
       break;
   }
 }
@@ -45,10 +45,10 @@ void Dock::handle(const TappedEvent& event) {
 void Dock::end(double progress, double velocity) {
   if (std::abs(progress) < kNoProgress) {
     if (std::abs(velocity) < kInstantVelocity) return;
-    mover_(velocity > 0 ? Direction::Right : Direction::Left, Arrival::AtOnce);
+    mover_(directionOf(velocity), Arrival::AtOnce);
     return;
   }
-  const Direction direction = progress > 0 ? Direction::Right : Direction::Left;
+  const ISSDirection direction = directionOf(progress);
   const double onwards = progress > 0 ? velocity : -velocity;
   const bool completes = onwards >= kFlickVelocity ||
                          (std::abs(progress) >= kEnoughProgress && onwards > -kFlickVelocity);

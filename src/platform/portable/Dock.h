@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "platform/EventTap.h"
+#include "platform/ISSDirection.h"
 
 namespace vembrix {
 
@@ -11,14 +12,13 @@ namespace vembrix {
 /// moves at most one Space. The caller checks for the ends of the list of Spaces. Main thread.
 class Dock {
  public:
-  enum class Direction { Left = -1, Right = 1 };
   enum class Arrival {
     /// The Spaces slide.
     AfterTransition,
     /// A very short swipe at high speed has no transition.
     AtOnce,
   };
-  using Mover = std::function<void(Direction, Arrival)>;
+  using Mover = std::function<void(ISSDirection, Arrival)>;
 
   explicit Dock(Mover mover);
 

@@ -5,14 +5,14 @@
 
 namespace vembrix {
 
-void GestureEvent::setInteger(int field, std::int64_t value) {
+void GestureEvent::setIntegerField(int field, std::int64_t value) {
   if (Entry* entry = entryFor(field)) {
     entry->integer = value;
     entry->real = static_cast<double>(value);
   }
 }
 
-void GestureEvent::setDouble(int field, double value) {
+void GestureEvent::setDoubleField(int field, double value) {
   if (Entry* entry = entryFor(field)) {
     entry->real = value;
     entry->integer = static_cast<std::int64_t>(value);
@@ -87,13 +87,15 @@ class EventStream::PostableEvent : public DockSwipeEvent {
   PostableEvent(EventStream& stream, std::int64_t sourceProcess, std::function<bool()> permitted)
       : stream_(stream), sourceProcess_(sourceProcess), permitted_(std::move(permitted)) {}
 
-  void setIntegerField(int field, std::int64_t value) override { event_.setInteger(field, value); }
-  void setDoubleField(int field, double value) override { event_.setDouble(field, value); }
+  void setIntegerField(int field, std::int64_t value) override {
+    event_.setIntegerField(field, value);
+  }
+  void setDoubleField(int field, double value) override { event_.setDoubleField(field, value); }
 
   void post() override {
     if (!permitted_()) return;
     GestureEvent sent = event_;
-    sent.setInteger(dockswipe::SourceProcess, sourceProcess_);
+    sent.setIntegerField(dockswipe::SourceProcess, sourceProcess_);
     stream_.send(sent);
   }
 

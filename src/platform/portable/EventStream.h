@@ -13,10 +13,10 @@ namespace vembrix {
 
 /// A gesture as numbered fields. A value; holds at most as many fields as a Dock swipe has and
 /// drops further ones.
-class GestureEvent final : public TappedEvent {
+class GestureEvent final : public TappedEvent, public EventFields {
  public:
-  void setInteger(int field, std::int64_t value);
-  void setDouble(int field, double value);
+  void setIntegerField(int field, std::int64_t value) override;
+  void setDoubleField(int field, double value) override;
 
   [[nodiscard]] std::int64_t integerField(int field) const override;
   [[nodiscard]] double doubleField(int field) const override;

@@ -16,18 +16,18 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 
-using enum Dock::Direction;
+using enum ISSDirection;
 using enum Dock::Arrival;
 
 class DockTest : public testing::Test {
  protected:
   static GestureEvent event(std::int64_t phase, double progress, double velocity) {
     GestureEvent event;
-    event.setInteger(dockswipe::EventType, dockswipe::kDockControl);
-    event.setInteger(dockswipe::GestureKind, dockswipe::kDockSwipe);
-    event.setInteger(dockswipe::GesturePhase, phase);
-    event.setDouble(dockswipe::Progress, progress);
-    event.setDouble(dockswipe::VelocityX, velocity);
+    event.setIntegerField(dockswipe::EventType, dockswipe::kDockControl);
+    event.setIntegerField(dockswipe::GestureKind, dockswipe::kDockSwipe);
+    event.setIntegerField(dockswipe::GesturePhase, phase);
+    event.setDoubleField(dockswipe::Progress, progress);
+    event.setDoubleField(dockswipe::VelocityX, velocity);
     return event;
   }
 
@@ -37,8 +37,8 @@ class DockTest : public testing::Test {
     dock_.handle(event(dockswipe::End, progress, velocity));
   }
 
-  std::vector<std::pair<Dock::Direction, Dock::Arrival>> moves_;
-  Dock dock_{[this](Dock::Direction direction, Dock::Arrival arrival) {
+  std::vector<std::pair<ISSDirection, Dock::Arrival>> moves_;
+  Dock dock_{[this](ISSDirection direction, Dock::Arrival arrival) {
     moves_.emplace_back(direction, arrival);
   }};
 };
@@ -117,7 +117,7 @@ TEST_F(DockTest, OtherEventsAreNoSwipes) {
   for (const int field : {dockswipe::EventType, dockswipe::GestureKind}) {
     for (const auto phase : {dockswipe::Begin, dockswipe::Change, dockswipe::End}) {
       GestureEvent other = event(phase, 1, 1.5);
-      other.setInteger(field, 22);
+      other.setIntegerField(field, 22);
       dock_.handle(other);
     }
   }

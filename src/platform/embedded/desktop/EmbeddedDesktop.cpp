@@ -101,7 +101,7 @@ class EmbeddedDesktop::WindowServerService : public WindowServer {
 };
 
 EmbeddedDesktop::EmbeddedDesktop()
-    : dock_([this](Dock::Direction direction, Dock::Arrival arrival) {
+    : dock_([this](ISSDirection direction, Dock::Arrival arrival) {
         swipeCompleted(direction, arrival);
       }),
       events_([this](const GestureEvent& event) { dock_.handle(event); }),

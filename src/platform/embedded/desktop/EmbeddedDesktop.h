@@ -101,7 +101,7 @@ class EmbeddedDesktop : public DesktopServices {
   /// The session's gesture events.
   EventStream& events() { return events_; }
   /// Performs a whole swipe of the user on the trackpad.
-  void swipe(Dock::Direction direction);
+  void swipe(ISSDirection direction);
   /// Sets how long Spaces slide after a swipe has ended; initially 200 ms.
   void setTransitionTime(Duration time) { transitionTime_ = time; }
 
@@ -146,7 +146,7 @@ class EmbeddedDesktop : public DesktopServices {
 
  protected:
   /// Moves the active display to the neighbouring Space, as the Dock does when a swipe has ended.
-  virtual void swipeCompleted(Dock::Direction direction, Dock::Arrival arrival);
+  virtual void swipeCompleted(ISSDirection direction, Dock::Arrival arrival);
 
  private:
   struct Space {

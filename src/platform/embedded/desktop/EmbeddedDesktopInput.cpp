@@ -3,20 +3,15 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/SwipeMoment.h"
 #include "platform/embedded/desktop/EmbeddedDesktop.h"
 
 namespace vembrix {
 namespace {
 
-GestureEvent swipeEvent(dockswipe::Phase phase, double progress, double velocity) {
+GestureEvent eventOf(const SwipeMoment& moment) {
   GestureEvent event;
-  event.setInteger(dockswipe::EventType, dockswipe::kDockControl);
-  event.setInteger(dockswipe::GestureKind, dockswipe::kDockSwipe);
-  event.setInteger(dockswipe::GesturePhase, phase);
-  event.setDouble(dockswipe::Progress, progress);
-  event.setInteger(dockswipe::Motion, dockswipe::kHorizontal);
-  event.setDouble(dockswipe::VelocityX, velocity);
-  event.setDouble(dockswipe::VelocityY, velocity);
+  setFields(event, moment);
   return event;
 }
 
@@ -43,19 +38,19 @@ std::unique_ptr<EventTap> EmbeddedDesktop::makeTap(EventTap::Handler handler) {
   return trusted_ ? events_.makeTap(std::move(handler)) : nullptr;
 }
 
-void EmbeddedDesktop::swipe(Dock::Direction direction) {
-  const double s = direction == Dock::Direction::Right ? 1 : -1;
-  events_.send(swipeEvent(dockswipe::Begin, s * 0.01, s * 0.5));
-  events_.send(swipeEvent(dockswipe::Change, s * 0.6, s * 1.2));
-  events_.send(swipeEvent(dockswipe::End, s * 0.8, s * 1.2));
+void EmbeddedDesktop::swipe(ISSDirection direction) {
+  const double s = signOf(direction);
+  events_.send(eventOf({dockswipe::Begin, s * 0.01, s * 0.5}));
+  events_.send(eventOf({dockswipe::Change, s * 0.6, s * 1.2}));
+  events_.send(eventOf({dockswipe::End, s * 0.8, s * 1.2}));
 }
 
-void EmbeddedDesktop::swipeCompleted(Dock::Direction direction, Dock::Arrival arrival) {
+void EmbeddedDesktop::swipeCompleted(ISSDirection direction, Dock::Arrival arrival) {
   endTransition();
   if (activeDisplay_ >= displays_.size()) return;
   const DisplayState& state = displays_[activeDisplay_];
   const auto current = std::ranges::find(state.spaces, state.current, &Space::id);
-  const auto target = current - state.spaces.begin() + static_cast<int>(direction);
+  const auto target = current - state.spaces.begin() + signOf(direction);
   if (target < 0 || target >= std::ssize(state.spaces)) return;
   transitionTarget_ = state.spaces[static_cast<std::size_t>(target)].id;
   if (arrival == Dock::Arrival::AtOnce) {

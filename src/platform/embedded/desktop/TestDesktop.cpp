@@ -114,7 +114,7 @@ std::unique_ptr<EventTap> TestDesktop::makeTap(EventTap::Handler handler) {
   return refusesTaps_ ? nullptr : EmbeddedDesktop::makeTap(std::move(handler));
 }
 
-void TestDesktop::swipeCompleted(Dock::Direction direction, Dock::Arrival arrival) {
+void TestDesktop::swipeCompleted(ISSDirection direction, Dock::Arrival arrival) {
   if (swipesToLose_ > 0) {
     swipesToLose_ -= 1;
     return;

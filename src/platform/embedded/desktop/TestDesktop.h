@@ -57,7 +57,7 @@ class TestDesktop : public EmbeddedDesktop {
   std::unique_ptr<EventTap> makeTap(EventTap::Handler handler) override;
 
  protected:
-  void swipeCompleted(Dock::Direction direction, Dock::Arrival arrival) override;
+  void swipeCompleted(ISSDirection direction, Dock::Arrival arrival) override;
 
  private:
   class ScriptedWindowServer;

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include "platform/SwipeMoment.h"
+
 namespace vembrix {
 namespace {
 
@@ -50,14 +52,7 @@ void TouchpadSwipe::end(Ending ending) {
 
 void TouchpadSwipe::send(dockswipe::Phase phase) const {
   GestureEvent event;
-  event.setInteger(dockswipe::SourceProcess, 0);
-  event.setInteger(dockswipe::EventType, dockswipe::kDockControl);
-  event.setInteger(dockswipe::GestureKind, dockswipe::kDockSwipe);
-  event.setInteger(dockswipe::GesturePhase, phase);
-  event.setInteger(dockswipe::Motion, dockswipe::kHorizontal);
-  event.setDouble(dockswipe::Progress, -x_ / kWayOfOneSpace);
-  event.setDouble(dockswipe::VelocityX, velocity_);
-  event.setDouble(dockswipe::VelocityY, velocity_);
+  setFields(event, {phase, -x_ / kWayOfOneSpace, velocity_});
   send_(event);
 }
 

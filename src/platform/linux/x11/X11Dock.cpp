@@ -15,21 +15,20 @@ X11Dock& X11Dock::on(X11Desktop& desktop) {
 
 X11Dock::X11Dock(X11Desktop& desktop)
     : desktop_(desktop),
-      dock_([this](Dock::Direction direction, Dock::Arrival) { move(direction); }),
+      dock_([this](ISSDirection direction, Dock::Arrival) { move(direction); }),
       events_([this](const GestureEvent& event) { dock_.handle(event); }),
       arrival_(
           NotificationCenter::workspace().addObserver(notification::kActiveSpaceDidChange, [this] {
             if (request_ && request_->space == desktop_.activeSpace()) request_.reset();
           })) {}
 
-void X11Dock::move(Dock::Direction direction) {
+void X11Dock::move(ISSDirection direction) {
   const Clock::time_point now = Clock::now();
   // The model lags behind by a round trip: swipes in quick succession go on from
   // where the former ones lead.
   const bool underWay = request_ && now - request_->time < kPatience;
   const X11Desktop::SpaceID from = underWay ? request_->space : desktop_.activeSpace();
-  const X11Desktop::SpaceID target =
-      desktop_.spaceBeside(from, direction == Dock::Direction::Right ? 1 : -1);
+  const X11Desktop::SpaceID target = desktop_.spaceBeside(from, signOf(direction));
   if (desktop_.activate(target)) request_ = {target, now};
 }
 

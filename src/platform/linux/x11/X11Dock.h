@@ -34,7 +34,7 @@ class X11Dock {
     Clock::time_point time;
   };
 
-  void move(Dock::Direction direction);
+  void move(ISSDirection direction);
 
   X11Desktop& desktop_;
   Dock dock_;

@@ -103,7 +103,7 @@ TEST_F(ChosenDesktopTest, AllServicesAreThoseOfTheEmbeddedOneWhereThatIsChosen) 
   const auto tap = EventTap::create([&events](std::uint32_t, const TappedEvent&) { events += 1; });
   ASSERT_NE(tap, nullptr);
   tap->enable();
-  desktop.swipe(Dock::Direction::Right);
+  desktop.swipe(ISSDirection::Right);
   EXPECT_EQ(events, 3) << "the tap";
   DockSwipeEvent::create()->post();
   EXPECT_EQ(events, 4) << "the events that are posted";

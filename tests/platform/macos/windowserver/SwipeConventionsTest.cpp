@@ -34,13 +34,13 @@ TEST(SwipeConventionsTest, OnMacOS27OnlyThisProgramsOwnEventsAreAPrograms) {
 int swipesNoticed(DeviceEvents devices, std::int64_t named) {
   const auto watcher = SwipeWatcher::create();
   int count = 0;
-  watcher->onSwipeBegan = [&count](bool) { count += 1; };
+  watcher->onSwipeBegan = [&count](ISSDirection) { count += 1; };
   watcher->start();
   GestureEvent event;
-  event.setInteger(dockswipe::SourceProcess, postingProcess(devices, named, kOwn));
-  event.setInteger(dockswipe::EventType, dockswipe::kDockControl);
-  event.setInteger(dockswipe::GestureKind, dockswipe::kDockSwipe);
-  event.setInteger(dockswipe::GesturePhase, dockswipe::Begin);
+  event.setIntegerField(dockswipe::SourceProcess, postingProcess(devices, named, kOwn));
+  event.setIntegerField(dockswipe::EventType, dockswipe::kDockControl);
+  event.setIntegerField(dockswipe::GestureKind, dockswipe::kDockSwipe);
+  event.setIntegerField(dockswipe::GesturePhase, dockswipe::Begin);
   EmbeddedDesktop::shared().events().send(event);
   EmbeddedMainQueue::shared().runPending();
   return count;
