@@ -9,27 +9,11 @@
 #include <cerrno>
 #include <csignal>
 #include <system_error>
-#include <utility>
+
+#include "platform/linux/support/Descriptor.h"
 
 namespace vembrix {
 namespace {
-
-/// A file descriptor that is closed when it goes.
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  ~Descriptor() { close(); }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-
-  [[nodiscard]] int number() const { return number_; }
-  void close() {
-    if (number_ >= 0) ::close(std::exchange(number_, -1));
-  }
-
- private:
-  int number_;
-};
 
 LogTool::LaunchFailure failureOf(const std::string& executable, int error) {
   return {executable + ": " + std::generic_category().message(error)};

@@ -11,6 +11,7 @@
 #include <variant>
 
 #include "platform/linux/defaults/XmlPropertyList.h"
+#include "platform/linux/support/Descriptor.h"
 
 namespace vembrix {
 namespace {
@@ -26,21 +27,6 @@ bool isBeingWritten(const FileState& state) {
   constexpr std::chrono::nanoseconds kLongestWriting = std::chrono::seconds(1);
   return std::abs(fileClock() - state.modified) < kLongestWriting.count();
 }
-
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  ~Descriptor() {
-    if (number_ >= 0) ::close(number_);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-
-  int number() const { return number_; }
-
- private:
-  int number_;
-};
 
 }  // namespace
 

@@ -8,6 +8,7 @@
 
 #include "platform/linux/x11/QtEwmh.h"
 #include "platform/linux/x11/X11Image.h"
+#include "platform/linux/x11/XcbEvent.h"
 
 namespace vembrix {
 namespace {
@@ -92,7 +93,7 @@ bool PanelConnection::has(xcb_window_t window) {
 void PanelConnection::readEvents() {
   while (const XcbPtr<xcb_generic_event_t> event{xcb_poll_for_event(xcb())}) {
     if (eventType(*event) != XCB_DESTROY_NOTIFY) continue;
-    windows_.erase(reinterpret_cast<const xcb_destroy_notify_event_t&>(*event).window);
+    windows_.erase(as<xcb_destroy_notify_event_t>(*event).window);
   }
 }
 

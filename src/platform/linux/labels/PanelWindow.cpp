@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -48,7 +49,8 @@ void setShapeRegion(const PanelConnection& connection, xcb_window_t window, xcb_
 }
 
 std::uint32_t opacityValue(double opacity) {
-  return static_cast<std::uint32_t>(std::llround(std::clamp(opacity, 0.0, 1.0) * 0xFFFFFFFF));
+  constexpr auto kOpaque = std::numeric_limits<std::uint32_t>::max();
+  return static_cast<std::uint32_t>(std::llround(std::clamp(opacity, 0.0, 1.0) * kOpaque));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "platform/linux/x11/QtEwmh.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/XcbEvent.h"
 
 namespace vembrix {
 namespace {
@@ -56,7 +57,7 @@ bool Compositor::nativeEventFilter(const QByteArray& /*eventType*/, void* messag
                                    qintptr* /*result*/) {
   const auto* event = static_cast<const xcb_generic_event_t*>(message);
   if (eventType(*event) != selectionEvent_) return false;
-  const auto& told = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(*event);
+  const auto& told = as<xcb_xfixes_selection_notify_event_t>(*event);
   if (told.selection != ewmhOfQt()->_NET_WM_CM_Sn[kScreen]) return false;
   const bool isRunning = told.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER &&
                          told.owner != XCB_WINDOW_NONE;

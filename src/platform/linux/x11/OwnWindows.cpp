@@ -6,17 +6,9 @@
 
 #include "platform/linux/x11/QtEwmh.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/XcbEvent.h"
 
 namespace vembrix {
-namespace {
-
-template <typename Event>
-const Event& as(const xcb_generic_event_t& event) {
-  return reinterpret_cast<const Event&>(event);
-}
-
-}  // namespace
-
 OwnWindows::OwnWindows(X11EventReader& reader) : reader_(reader) {
   qGuiApp->installEventFilter(this);
   for (QWindow* window : QGuiApplication::topLevelWindows()) {

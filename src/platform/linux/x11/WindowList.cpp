@@ -8,17 +8,12 @@
 
 #include "platform/linux/ScreenCoordinates.h"
 #include "platform/linux/x11/WindowFacts.h"
+#include "platform/linux/x11/WindowHints.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/XcbEvent.h"
 
 namespace vembrix {
 namespace {
-
-constexpr std::uint32_t kAllDesktops = 0xFFFFFFFF;
-
-template <typename Event>
-const Event& as(const xcb_generic_event_t& event) {
-  return reinterpret_cast<const Event&>(event);
-}
 
 /// The place of a window with its border.
 template <typename Geometry>

@@ -11,6 +11,7 @@
 #include "platform/UserDefaults.h"
 #include "platform/linux/session/DesktopNames.h"
 #include "platform/linux/session/ProgramEnd.h"
+#include "platform/linux/x11/XcbEvent.h"
 
 namespace vembrix {
 namespace {
@@ -193,10 +194,10 @@ void X11Desktop::finishBatch() {
 void X11Desktop::note(const xcb_generic_event_t& event) {
   switch (eventType(event)) {
     case XCB_PROPERTY_NOTIFY:
-      notePropertyChange(reinterpret_cast<const xcb_property_notify_event_t&>(event));
+      notePropertyChange(as<xcb_property_notify_event_t>(event));
       break;
     case XCB_DESTROY_NOTIFY:
-      if (reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == checkWindow_) {
+      if (as<xcb_destroy_notify_event_t>(event).window == checkWindow_) {
         stale_.windowManager = true;
       }
       break;

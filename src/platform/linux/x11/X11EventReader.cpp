@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/linux/x11/ForgedEvents.h"
+#include "platform/linux/x11/XcbEvent.h"
 
 namespace vembrix {
 
@@ -72,9 +73,9 @@ void X11EventReader::handle(const xcb_generic_event_t& event) {
 void X11EventReader::forgetIfGone(const xcb_generic_event_t& event) {
   // The next window may have the same id.
   if (eventType(event) == XCB_DESTROY_NOTIFY) {
-    selected_.erase(reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window);
+    selected_.erase(as<xcb_destroy_notify_event_t>(event).window);
   } else if (event.response_type == 0) {
-    const auto& error = reinterpret_cast<const xcb_generic_error_t&>(event);
+    const auto& error = as<xcb_generic_error_t>(event);
     if (error.error_code == XCB_WINDOW) selected_.erase(error.resource_id);
   }
 }

@@ -7,6 +7,7 @@
 
 #include "platform/linux/ScreenCoordinates.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/XcbEvent.h"
 
 namespace vembrix {
 namespace {
@@ -22,11 +23,6 @@ constexpr EventBits kGestures = bit(XCB_INPUT_GESTURE_SWIPE_BEGIN) |
 
 /// The buttons of the core protocol; 4 to 7 are the directions of scrolling.
 enum Button : std::uint32_t { Left = 1, Middle = 2, Right = 3, FirstScroll = 4, LastScroll = 7 };
-
-template <typename Event>
-const Event& as(const xcb_ge_generic_event_t& event) {
-  return reinterpret_cast<const Event&>(event);
-}
 
 double number(xcb_input_fp1616_t value) {
   return value / 65536.0;
@@ -133,7 +129,7 @@ void X11Input::note(const xcb_generic_event_t& event) {
     if (ownWindows_) ownWindows_->note(event);
     return;
   }
-  const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
+  const auto& generic = as<xcb_ge_generic_event_t>(event);
   if (generic.extension == extension_) noteInput(generic);
 }
 

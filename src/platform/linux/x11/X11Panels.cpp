@@ -8,6 +8,8 @@
 #include <tuple>
 #include <utility>
 
+#include "platform/linux/x11/XcbEvent.h"
+
 namespace vembrix {
 namespace {
 
@@ -21,7 +23,7 @@ constexpr std::uint32_t kFollowed =
     XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
 
 template <typename Reply>
-const Reply& as(const void* reply) {
+const Reply& replyAs(const void* reply) {
   return *static_cast<const Reply*>(reply);
 }
 
@@ -98,11 +100,11 @@ bool X11Panels::isBelowPanel(const QRect& area) const {
 void X11Panels::note(const xcb_generic_event_t& event) {
   const int type = eventType(event);
   if (type == XCB_PROPERTY_NOTIFY) {
-    noteProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event));
+    noteProperty(as<xcb_property_notify_event_t>(event));
     return;
   }
   // All of the others begin alike. The parent's share is not for here.
-  const auto& structure = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+  const auto& structure = as<xcb_configure_notify_event_t>(event);
   const xcb_window_t window = structure.window;
   if (structure.event != window) return;
   const bool isGone = type == XCB_UNMAP_NOTIFY || type == XCB_DESTROY_NOTIFY;
@@ -246,7 +248,7 @@ void X11Panels::askForWindows() {
   expect(xcb_query_tree_unchecked(connection_.xcb(), connection_.root()),
          [this](const void* reply) {
            if (reply) {
-             const auto& tree = as<xcb_query_tree_reply_t>(reply);
+             const auto& tree = replyAs<xcb_query_tree_reply_t>(reply);
              listWindows(xcb_query_tree_children(&tree),
                          static_cast<std::size_t>(xcb_query_tree_children_length(&tree)));
            }
@@ -308,20 +310,20 @@ void X11Panels::askForPlace(xcb_window_t id) {
   expect(xcb_get_geometry_unchecked(xcb, id), [this, id](const void* reply) {
     Window* window = find(id);
     if (!window || !reply) return;
-    const auto& size = as<xcb_get_geometry_reply_t>(reply);
+    const auto& size = replyAs<xcb_get_geometry_reply_t>(reply);
     window->facts.geometry.setSize({size.width, size.height});
   });
   expect(xcb_translate_coordinates_unchecked(xcb, id, connection_.root(), 0, 0),
          [this, id](const void* reply) {
            Window* window = find(id);
            if (!window || !reply) return;
-           const auto& corner = as<xcb_translate_coordinates_reply_t>(reply);
+           const auto& corner = replyAs<xcb_translate_coordinates_reply_t>(reply);
            window->facts.geometry.moveTopLeft({corner.dst_x, corner.dst_y});
          });
   expect(xcb_get_window_attributes_unchecked(xcb, id), [this, id](const void* reply) {
     Window* window = find(id);
     if (!window) return;
-    const auto state = reply ? as<xcb_get_window_attributes_reply_t>(reply).map_state
+    const auto state = reply ? replyAs<xcb_get_window_attributes_reply_t>(reply).map_state
                              : std::uint8_t{XCB_MAP_STATE_UNMAPPED};
     window->facts.isMapped = state == XCB_MAP_STATE_VIEWABLE;
   });

@@ -8,6 +8,7 @@
 
 #include "platform/linux/x11/QtEwmh.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/XcbEvent.h"
 
 namespace vembrix {
 namespace {
@@ -95,26 +96,26 @@ bool StripGuard::nativeEventFilter(const QByteArray& /*eventType*/, void* messag
   const auto& event = *static_cast<const xcb_generic_event_t*>(message);
   switch (eventType(event)) {
     case XCB_PROPERTY_NOTIFY:
-      noteProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event));
+      noteProperty(as<xcb_property_notify_event_t>(event));
       break;
     case XCB_REPARENT_NOTIFY:
-      if (reinterpret_cast<const xcb_reparent_notify_event_t&>(event).window == window_) {
+      if (as<xcb_reparent_notify_event_t>(event).window == window_) {
         wasReparented_ = true;
         checkSoon();
       }
       break;
     case XCB_MAP_NOTIFY:
-      if (reinterpret_cast<const xcb_map_notify_event_t&>(event).window == window_) {
+      if (as<xcb_map_notify_event_t>(event).window == window_) {
         wasMapped_ = true;
         mapping_.reset();
         checkSoon();
       }
       break;
     case XCB_UNMAP_NOTIFY:
-      if (reinterpret_cast<const xcb_unmap_notify_event_t&>(event).window == window_) checkSoon();
+      if (as<xcb_unmap_notify_event_t>(event).window == window_) checkSoon();
       break;
     case XCB_DESTROY_NOTIFY:
-      if (reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == window_) {
+      if (as<xcb_destroy_notify_event_t>(event).window == window_) {
         checkSoon();
       }
       break;
