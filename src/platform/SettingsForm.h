@@ -156,6 +156,13 @@ struct StatusLabel {
 using FormControl = std::variant<Slider, Checkbox, Popup, WrappingLabel, Header, ColorGrid,
                                  PushButton, SelectableText, CommandField, StatusLabel>;
 
+/// Returns whether the control is as wide as its row allows; others are as wide as they need, up to
+/// that, and stand at the leading edge.
+inline bool fillsRow(const FormControl& control) {
+  return std::holds_alternative<WrappingLabel>(control) ||
+         std::holds_alternative<CommandField>(control);
+}
+
 /// The vertical alignment of the cells in a row.
 enum class RowAlignment { FirstBaseline, Centered };
 
@@ -164,7 +171,7 @@ struct ControlRow {
   std::string label;
   TextStyle labelStyle;
   FormControl control;
-  /// In points; empty for the control's own width.
+  /// In points; empty for the width that the control takes by itself.
   std::optional<double> controlWidth;
   RowAlignment alignment = RowAlignment::FirstBaseline;
 };

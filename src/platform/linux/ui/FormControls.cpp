@@ -80,7 +80,7 @@ struct Builder {
   BuiltControl operator()(const WrappingLabel& wrapping) const {
     auto* label = makeLabel<QLabel>(wrapping.text, wrapping.style, parent);
     label->setWordWrap(true);
-    return {label, QFontMetrics(label->font()).ascent(), true};
+    return {label, QFontMetrics(label->font()).ascent()};
   }
 
   BuiltControl operator()(const Header& header) const {
@@ -88,7 +88,7 @@ struct Builder {
   }
 
   BuiltControl operator()(const ColorGrid& grid) const {
-    return {new ColorGridView(grid, parent), 0, true};
+    return {new ColorGridView(grid, parent), 0};
   }
 
   BuiltControl operator()(const PushButton& button) const {
@@ -118,12 +118,12 @@ struct Builder {
     auto* field = new SelectableLine(command.text, SelectableLine::Bezel::Rounded, parent);
     setTextStyle(*field, command.style);
     field->setAccessibleName(QString::fromStdString(command.accessibleName));
-    return {field, field->baseline(), true};
+    return {field, field->baseline()};
   }
 
   BuiltControl operator()(const StatusLabel& status) const {
     auto* label = makeLabel<LineLabel>(status.text, status.style, parent);
-    return {label, label->baseline(), true};
+    return {label, label->baseline()};
   }
 };
 

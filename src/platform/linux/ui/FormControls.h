@@ -12,8 +12,6 @@ struct BuiltControl {
   QWidget* widget = nullptr;
   /// The baseline of the first line, from the top, at the natural height.
   int baseline = 0;
-  /// Whether it takes the whole available width, or else only what it needs.
-  bool fillsWidth = false;
 };
 
 /// Main thread; needs a Qt application.

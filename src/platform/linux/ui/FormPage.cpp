@@ -14,17 +14,6 @@ constexpr int kMargin = static_cast<int>(form_metrics::kMargin);
 constexpr int kColumnSpacing = static_cast<int>(form_metrics::kColumnSpacing);
 constexpr int kRowSpacing = static_cast<int>(form_metrics::kRowSpacing);
 
-/// The control's size where it may be as wide as `room`.
-QSize sizeIn(const BuiltControl& control, std::optional<double> width, int room) {
-  const QSize natural = control.widget->sizeHint();
-  QSize size(control.fillsWidth ? room : std::min(natural.width(), room), natural.height());
-  if (width) size.setWidth(std::min(static_cast<int>(std::lround(*width)), room));
-  if (control.widget->hasHeightForWidth()) {
-    size.setHeight(control.widget->heightForWidth(size.width()));
-  }
-  return size.expandedTo(control.widget->minimumSize());
-}
-
 }  // namespace
 
 FormPage::FormPage(const SettingsForm& form) {
@@ -37,6 +26,7 @@ FormPage::FormPage(const SettingsForm& form) {
 void FormPage::add(const ControlRow& row) {
   rows_.push_back({.label = buildLabel(row.label, row.labelStyle, this),
                    .control = buildControl(row.control, this),
+                   .fillsRow = fillsRow(row.control),
                    .controlWidth = row.controlWidth,
                    .alignment = row.alignment});
   keepID(row.control, rows_.back().control.widget);
@@ -45,6 +35,7 @@ void FormPage::add(const ControlRow& row) {
 void FormPage::add(const FullRow& row) {
   rows_.push_back({.label = {},
                    .control = buildControl(row.control, this),
+                   .fillsRow = fillsRow(row.control),
                    .controlWidth = {},
                    .topPadding = row.topPadding});
   keepID(row.control, rows_.back().control.widget);
@@ -63,9 +54,17 @@ void FormPage::setStatus(const ControlID& id, std::string_view text) {
     auto* label = qobject_cast<QLabel*>(widget);
     if (name != id || !label) continue;
     label->setText(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+    fit(*label);
     QAccessibleEvent event(label, QAccessible::Alert);
     QAccessible::updateAccessibility(&event);
   }
+}
+
+void FormPage::fit(const QWidget& control) {
+  for (const Row& row : rows_) {
+    if (row.control.widget == &control) row.measuredRoom = kUnmeasured;
+  }
+  layOut(width(), Placing::Place);
 }
 
 void FormPage::setEnabled(const ControlID& id, bool isEnabled) {
@@ -120,10 +119,21 @@ int FormPage::layOutRow(const Row& row, int top, int width, Placing placing) con
 
 QSize FormPage::controlSize(const Row& row, int room) {
   if (row.measuredRoom != room) {
-    row.measured = sizeIn(row.control, row.controlWidth, room);
+    row.measured = measure(row, room);
     row.measuredRoom = room;
   }
   return row.measured;
+}
+
+QSize FormPage::measure(const Row& row, int room) {
+  const QWidget& control = *row.control.widget;
+  const QSize natural = control.sizeHint();
+  QSize size(row.fillsRow ? room : std::min(natural.width(), room), natural.height());
+  if (row.controlWidth) {
+    size.setWidth(std::min(static_cast<int>(std::lround(*row.controlWidth)), room));
+  }
+  if (control.hasHeightForWidth()) size.setHeight(control.heightForWidth(size.width()));
+  return size.expandedTo(control.minimumSize());
 }
 
 int FormPage::labelColumnWidth() const {

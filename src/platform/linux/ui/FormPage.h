@@ -28,27 +28,34 @@ class FormPage : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  static constexpr int kUnmeasured = -1;
+
   struct Row {
     /// Has no widget in a row of one control.
     BuiltControl label;
     BuiltControl control;
+    bool fillsRow = false;
     std::optional<double> controlWidth;
     RowAlignment alignment = RowAlignment::FirstBaseline;
     double topPadding = 0;
     /// Cached size of the control for that width, as measuring text is costly.
-    mutable int measuredRoom = -1;
+    mutable int measuredRoom = kUnmeasured;
     mutable QSize measured{};
   };
   enum class Placing { Measure, Place };
 
   void add(const ControlRow& row);
   void add(const FullRow& row);
+  /// Gives a control whose text has changed its new width.
+  void fit(const QWidget& control);
   void keepID(const FormControl& control, QWidget* widget);
   /// The page's height.
   int layOut(int width, Placing placing) const;
   /// The row's height.
   int layOutRow(const Row& row, int top, int width, Placing placing) const;
+  /// The control's size where it may be as wide as `room`.
   [[nodiscard]] static QSize controlSize(const Row& row, int room);
+  [[nodiscard]] static QSize measure(const Row& row, int room);
   [[nodiscard]] int labelColumnWidth() const;
 
   std::vector<Row> rows_;

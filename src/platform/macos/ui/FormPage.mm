@@ -22,12 +22,6 @@ NSGridView* makeGrid() {
   return grid;
 }
 
-/// Whether the control takes all the width that there is.
-bool fillsRow(const FormControl& control) {
-  return std::holds_alternative<CommandField>(control) ||
-         std::holds_alternative<WrappingLabel>(control);
-}
-
 void addRow(NSGridView* grid, const ControlRow& row, FormParts& parts) {
   NSTextField* label = makeLabel(row.label, row.labelStyle);
   NSView* control = makeControl(row.control, parts);
@@ -36,6 +30,7 @@ void addRow(NSGridView* grid, const ControlRow& row, FormParts& parts) {
     [control.widthAnchor constraintEqualToConstant:*row.controlWidth].active = YES;
   }
   NSGridRow* added = [grid addRowWithViews:@[ label, control ]];
+  if (fillsRow(row.control)) [added cellAtIndex:1].xPlacement = NSGridCellPlacementFill;
   if (row.alignment == RowAlignment::Centered) {
     added.rowAlignment = NSGridRowAlignmentNone;
     added.yPlacement = NSGridCellPlacementCenter;

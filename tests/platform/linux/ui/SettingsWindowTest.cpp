@@ -363,6 +363,7 @@ TEST_F(SettingsWindowTest, AStatusLabelTakesItsLineWhenEmptyAndShowsWhatItIsTold
   EXPECT_EQ(label.text(), "");
   window_->setStatus("status", "Gathering log\u2026");
   EXPECT_EQ(label.text(), QString::fromUtf8("Gathering log\u2026"));
+  EXPECT_EQ(label.width(), label.sizeHint().width()) << "has room for its text";
   EXPECT_EQ(control<QCheckBox>().y(), below);
 }
 
