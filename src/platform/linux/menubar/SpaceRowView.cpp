@@ -9,7 +9,7 @@
 namespace vembrix {
 namespace {
 
-/// Owns the handler; the menu's item owns the widget.
+/// Owns the handler and keeps what the row shows; the menu's item owns the widget.
 class QtSpaceRowView : public NativeSpaceRowView {
  public:
   QtSpaceRowView(SpaceRowContent content, SpaceRowState state,
@@ -29,11 +29,10 @@ class QtSpaceRowView : public NativeSpaceRowView {
 
   void setState(const SpaceRowState& state) override {
     if (state == state_) return;
-    if (state.isEditing && !state_.isEditing && menu_.prepareEditing) {
-      menu_.prepareEditing();
-    }
+    const bool wasEditing = state_.isEditing;
+    if (state.isEditing && !wasEditing && menu_.prepareEditing) menu_.prepareEditing();
     state_ = state;
-    if (widget_) widget_->setState(state);
+    if (widget_) widget_->stateChanged(wasEditing);
   }
 
   std::string editedText() const override {

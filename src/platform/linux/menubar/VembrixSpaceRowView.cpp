@@ -122,10 +122,7 @@ void VembrixSpaceRowView::setAppearance(Appearance appearance) {
   update();
 }
 
-void VembrixSpaceRowView::setState(const SpaceRowState& state) {
-  if (state == state_) return;
-  const bool wasEditing = state_.isEditing;
-  state_ = state;
+void VembrixSpaceRowView::stateChanged(bool wasEditing) {
   applyState();
   if (state_.isEditing && !wasEditing) beginEditing();
   // Editing that ends under a pointer at rest ends without an event of the pointer.

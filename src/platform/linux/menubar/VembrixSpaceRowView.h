@@ -27,14 +27,15 @@ class RenameButton : public QAbstractButton {
   QColor color_;
 };
 
-/// The widget of a row: draws the row's state and reports the user's input to the handler, which
-/// must outlive it. Main thread.
+/// The widget of a row: draws the row's content and state and reports the user's input to the
+/// handler. All three must outlive it. Main thread.
 class VembrixSpaceRowView : public QWidget {
  public:
   VembrixSpaceRowView(const SpaceRowContent& content, const SpaceRowState& state,
                       SpaceRowHandler& handler);
 
-  void setState(const SpaceRowState& state);
+  /// Shows the state anew after a change; `wasEditing` is what it said before about editing.
+  void stateChanged(bool wasEditing);
   /// Sets the appearance for colours of the system.
   void setAppearance(Appearance appearance);
 
@@ -67,8 +68,8 @@ class VembrixSpaceRowView : public QWidget {
   void paintLabel(QPainter& painter) const;
   void paintFocusRing(QPainter& painter) const;
 
-  SpaceRowContent content_;
-  SpaceRowState state_;
+  const SpaceRowContent& content_;
+  const SpaceRowState& state_;
   SpaceRowHandler& handler_;
   std::function<void()> nameChanged_;
   Appearance appearance_ = Appearance::Light;
