@@ -2,7 +2,7 @@
 
 #include "Expect.h"
 #include "platform/embedded/desktop/EmbeddedDesktop.h"
-#include "platform/linux/session/DesktopNames.h"
+#include "platform/linux/x11/DesktopNames.h"
 #include "spaces/SpaceManager.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -1,6 +1,8 @@
-"""Checks who includes whom, and that no operating system is known outside its
+"""Checks who includes whom, that no two files and no two folders include each
+other, directly or through others, and that no operating system is known outside its
 platform's folder. Prints each fault as path:line: text; status 1 if any."""
 
+import os
 import re
 import sys
 
@@ -90,24 +92,46 @@ def reaches(own, other):
     return other in (None, "portable", own) or (own, other) == ("linux", "embedded")
 
 
-def cycles(paths):
-    """Each chain of includes that leads back to where it started, once."""
+def cycles(nodes, neighbours):
+    """Each chain that leads back to where it started, once."""
     done, trail = set(), []
 
-    def visit(path):
-        if path in trail:
-            yield trail[trail.index(path) :] + [path]
+    def visit(node):
+        if node in trail:
+            yield trail[trail.index(node) :] + [node]
             return
-        if path in done:
+        if node in done:
             return
-        done.add(path)
-        trail.append(path)
-        for dependency in direct_dependencies(path):
-            yield from visit(dependency)
+        done.add(node)
+        trail.append(node)
+        for neighbour in neighbours(node):
+            yield from visit(neighbour)
         trail.pop()
 
+    for node in nodes:
+        yield from visit(node)
+
+
+def folder_graph(paths):
+    """Of each folder of the sources: the other folders that its files include, each
+    with the first such include."""
+    graph = {}
     for path in paths:
-        yield from visit(path)
+        if not path.startswith("src/"):
+            continue
+        known = graph.setdefault(os.path.dirname(path), {})
+        for dependency in direct_dependencies(path):
+            folder = os.path.dirname(dependency)
+            if folder != os.path.dirname(path):
+                known.setdefault(folder, f"{path} includes {dependency}")
+    return graph
+
+
+def folder_faults(paths):
+    graph = folder_graph(paths)
+    for cycle in cycles(graph, lambda folder: graph.get(folder, {})):
+        chain = "; ".join(graph[one][other] for one, other in zip(cycle, cycle[1:]))
+        yield f"{cycle[0]}: a circle of folders: {chain}"
 
 
 def main():
@@ -118,7 +142,11 @@ def main():
         for check in (system_faults, arrow_faults)
         for line, fault in check(path)
     ]
-    faults += [f"{cycle[0]}:1: includes itself: {' > '.join(cycle)}" for cycle in cycles(paths)]
+    faults += [
+        f"{cycle[0]}:1: includes itself: {' > '.join(cycle)}"
+        for cycle in cycles(paths, direct_dependencies)
+    ]
+    faults += folder_faults(paths)
     for fault in faults:
         print(fault)
     return 1 if faults else 0

@@ -5,11 +5,11 @@
 #include <QScreen>
 #include <cmath>
 
-#include "platform/linux/ScreenCoordinates.h"
 #include "platform/linux/labels/PanelShadow.h"
 #include "platform/linux/labels/PanelStage.h"
 #include "platform/linux/session/ChosenDesktop.h"
 #include "platform/linux/session/Compositor.h"
+#include "platform/linux/support/ScreenCoordinates.h"
 #include "platform/portable/SpaceWindows.h"
 
 namespace vembrix {

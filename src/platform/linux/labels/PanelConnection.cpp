@@ -6,9 +6,9 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/linux/support/XcbEvent.h"
 #include "platform/linux/x11/QtEwmh.h"
 #include "platform/linux/x11/X11Image.h"
-#include "platform/linux/x11/XcbEvent.h"
 
 namespace vembrix {
 namespace {

@@ -14,9 +14,9 @@
 #include "platform/linux/Conversions.h"
 #include "platform/linux/menubar/DropdownWidget.h"
 #include "platform/linux/menubar/MenuBarAccessibility.h"
-#include "platform/linux/menubar/MenuPalette.h"
 #include "platform/linux/menubar/NativeDropdownMenu.h"
 #include "platform/linux/menubar/NativeSpaceRowView.h"
+#include "platform/linux/menubar/strip/MenuPalette.h"
 
 namespace vembrix {
 namespace {

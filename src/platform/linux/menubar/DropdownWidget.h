@@ -6,9 +6,9 @@
 #include <optional>
 #include <vector>
 
+#include "platform/linux/menubar/KeyboardLoan.h"
 #include "platform/linux/menubar/MenuStyle.h"
 #include "platform/linux/menubar/VembrixSpaceRowView.h"
-#include "platform/linux/x11/KeyboardLoan.h"
 
 namespace vembrix {
 

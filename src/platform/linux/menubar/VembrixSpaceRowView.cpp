@@ -10,8 +10,8 @@
 
 #include "platform/linux/Conversions.h"
 #include "platform/linux/TextMetrics.h"
-#include "platform/linux/menubar/MenuPalette.h"
 #include "platform/linux/menubar/MenuStyle.h"
+#include "platform/linux/menubar/strip/MenuPalette.h"
 
 namespace vembrix {
 namespace {

@@ -9,8 +9,8 @@
 
 #include "platform/SystemLog.h"
 #include "platform/embedded/desktop/EmbeddedDesktop.h"
-#include "platform/linux/session/ProgramEnd.h"
 #include "platform/linux/session/X11Services.h"
+#include "platform/linux/x11/ProgramEnd.h"
 
 namespace vembrix {
 namespace {

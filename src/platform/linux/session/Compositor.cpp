@@ -6,9 +6,9 @@
 #include <QPainterPath>
 #include <utility>
 
+#include "platform/linux/support/XcbEvent.h"
 #include "platform/linux/x11/QtEwmh.h"
 #include "platform/linux/x11/X11Connection.h"
-#include "platform/linux/x11/XcbEvent.h"
 
 namespace vembrix {
 namespace {

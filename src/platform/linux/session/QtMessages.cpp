@@ -7,7 +7,7 @@
 #include <set>
 
 #include "platform/SystemLog.h"
-#include "platform/linux/session/ProgramEnd.h"
+#include "platform/linux/x11/ProgramEnd.h"
 
 namespace vembrix {
 namespace {

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "platform/linux/Conversions.h"
-#include "platform/linux/ui/ColorFollower.h"
-#include "platform/linux/ui/controls/ColorWell.h"
+#include "platform/linux/ui/ColorWell.h"
+#include "platform/linux/ui/controls/ColorFollower.h"
 #include "platform/linux/ui/controls/LineLabel.h"
 
 namespace vembrix {

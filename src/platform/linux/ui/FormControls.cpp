@@ -6,9 +6,9 @@
 
 #include "platform/linux/Conversions.h"
 #include "platform/linux/TextMetrics.h"
-#include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/ColorGridView.h"
 #include "platform/linux/ui/controls/CheckboxButton.h"
+#include "platform/linux/ui/controls/ColorFollower.h"
 #include "platform/linux/ui/controls/ControlPainting.h"
 #include "platform/linux/ui/controls/ControlStyle.h"
 #include "platform/linux/ui/controls/LineLabel.h"

@@ -5,7 +5,7 @@
 #include <QAccessibleWidget>
 #include <QColor>
 
-#include "platform/linux/ui/controls/ColorWell.h"
+#include "platform/linux/ui/ColorWell.h"
 #include "platform/linux/ui/controls/PillTabButton.h"
 #include "platform/linux/ui/controls/PopupButton.h"
 #include "platform/linux/ui/controls/SliderControl.h"

@@ -4,12 +4,12 @@
 #include <cmath>
 
 #include "platform/linux/Conversions.h"
-#include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/FormPage.h"
+#include "platform/linux/ui/PlainView.h"
 #include "platform/linux/ui/SettingsAccessibility.h"
 #include "platform/linux/ui/ThemedView.h"
+#include "platform/linux/ui/controls/ColorFollower.h"
 #include "platform/linux/ui/controls/FocusRing.h"
-#include "platform/linux/ui/controls/PlainView.h"
 
 namespace vembrix {
 

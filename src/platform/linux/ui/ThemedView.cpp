@@ -6,10 +6,10 @@
 #include <cmath>
 
 #include "platform/linux/Conversions.h"
-#include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/FormPage.h"
 #include "platform/linux/ui/ScrollingPage.h"
 #include "platform/linux/ui/controls/CardView.h"
+#include "platform/linux/ui/controls/ColorFollower.h"
 #include "platform/linux/ui/controls/PillTabButton.h"
 
 namespace vembrix {

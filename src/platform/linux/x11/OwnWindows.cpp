@@ -4,9 +4,9 @@
 #include <QPlatformSurfaceEvent>
 #include <QWindow>
 
+#include "platform/linux/support/XcbEvent.h"
 #include "platform/linux/x11/QtEwmh.h"
 #include "platform/linux/x11/X11Connection.h"
-#include "platform/linux/x11/XcbEvent.h"
 
 namespace vembrix {
 OwnWindows::OwnWindows(X11EventReader& reader) : reader_(reader) {

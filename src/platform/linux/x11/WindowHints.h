@@ -5,7 +5,7 @@
 #include <array>
 #include <cstdint>
 
-#include "platform/linux/menubar/strip/Strut.h"
+#include "platform/linux/support/Strut.h"
 
 class QPoint;
 class QString;

@@ -6,11 +6,11 @@
 #include <iterator>
 #include <utility>
 
-#include "platform/linux/ScreenCoordinates.h"
+#include "platform/linux/support/ScreenCoordinates.h"
+#include "platform/linux/support/XcbEvent.h"
 #include "platform/linux/x11/WindowFacts.h"
 #include "platform/linux/x11/WindowHints.h"
 #include "platform/linux/x11/X11Connection.h"
-#include "platform/linux/x11/XcbEvent.h"
 
 namespace vembrix {
 namespace {

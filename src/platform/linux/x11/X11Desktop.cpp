@@ -9,9 +9,9 @@
 
 #include "platform/NotificationCenter.h"
 #include "platform/UserDefaults.h"
-#include "platform/linux/session/DesktopNames.h"
-#include "platform/linux/session/ProgramEnd.h"
-#include "platform/linux/x11/XcbEvent.h"
+#include "platform/linux/support/XcbEvent.h"
+#include "platform/linux/x11/DesktopNames.h"
+#include "platform/linux/x11/ProgramEnd.h"
 
 namespace vembrix {
 namespace {

@@ -14,7 +14,7 @@
 #include "platform/PropertyList.h"
 #include "platform/SpaceNaming.h"
 #include "platform/WindowServer.h"
-#include "platform/linux/session/DesktopNames.h"
+#include "platform/linux/x11/DesktopNames.h"
 #include "platform/linux/x11/X11EventReader.h"
 #include "platform/portable/SpaceWindows.h"
 

@@ -4,8 +4,8 @@
 #include <iterator>
 #include <utility>
 
+#include "platform/linux/support/XcbEvent.h"
 #include "platform/linux/x11/ForgedEvents.h"
-#include "platform/linux/x11/XcbEvent.h"
 
 namespace vembrix {
 

@@ -5,9 +5,9 @@
 #include <array>
 #include <utility>
 
-#include "platform/linux/ScreenCoordinates.h"
+#include "platform/linux/support/ScreenCoordinates.h"
+#include "platform/linux/support/XcbEvent.h"
 #include "platform/linux/x11/X11Connection.h"
-#include "platform/linux/x11/XcbEvent.h"
 
 namespace vembrix {
 namespace {

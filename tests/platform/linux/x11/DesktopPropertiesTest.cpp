@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/session/DesktopNames.h"
 #include "platform/linux/support/TestSession.h"
+#include "platform/linux/x11/DesktopNames.h"
 
 namespace vembrix {
 namespace {

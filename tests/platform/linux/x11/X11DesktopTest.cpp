@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "platform/NotificationCenter.h"
-#include "platform/linux/session/DesktopNames.h"
 #include "platform/linux/support/PrivateDisplay.h"
 #include "platform/linux/support/TestSession.h"
+#include "platform/linux/x11/DesktopNames.h"
 
 namespace vembrix {
 namespace {

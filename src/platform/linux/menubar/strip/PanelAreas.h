@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/linux/menubar/strip/Strut.h"
+#include "platform/linux/support/Strut.h"
 
 namespace vembrix {
 

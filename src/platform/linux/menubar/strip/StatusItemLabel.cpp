@@ -9,7 +9,7 @@
 
 #include "platform/linux/Conversions.h"
 #include "platform/linux/TextMetrics.h"
-#include "platform/linux/menubar/MenuPalette.h"
+#include "platform/linux/menubar/strip/MenuPalette.h"
 
 namespace vembrix {
 namespace {

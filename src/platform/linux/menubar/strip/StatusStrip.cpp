@@ -9,10 +9,10 @@
 #include <utility>
 
 #include "platform/Application.h"
-#include "platform/linux/ScreenCoordinates.h"
-#include "platform/linux/menubar/MenuPalette.h"
+#include "platform/linux/menubar/strip/MenuPalette.h"
 #include "platform/linux/menubar/strip/StripPlaces.h"
 #include "platform/linux/session/ChosenDesktop.h"
+#include "platform/linux/support/ScreenCoordinates.h"
 #include "platform/linux/x11/QtEwmh.h"
 #include "platform/linux/x11/WindowHints.h"
 #include "platform/linux/x11/X11Desktop.h"

@@ -11,7 +11,7 @@
 #include "platform/linux/menubar/strip/StripGuard.h"
 #include "platform/linux/menubar/strip/StripPicture.h"
 #include "platform/linux/menubar/strip/StripPlacement.h"
-#include "platform/linux/x11/X11Panels.h"
+#include "platform/linux/menubar/strip/X11Panels.h"
 
 namespace vembrix {
 

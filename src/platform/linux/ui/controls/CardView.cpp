@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "platform/linux/Conversions.h"
-#include "platform/linux/ui/ColorFollower.h"
+#include "platform/linux/ui/controls/ColorFollower.h"
 
 namespace vembrix {
 

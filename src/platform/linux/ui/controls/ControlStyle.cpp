@@ -12,7 +12,7 @@
 #include "platform/linux/TextMetrics.h"
 #include "platform/linux/menubar/MenuStyle.h"
 #include "platform/linux/session/Compositor.h"
-#include "platform/linux/ui/ColorFollower.h"
+#include "platform/linux/ui/controls/ColorFollower.h"
 #include "platform/linux/ui/controls/ControlPainting.h"
 
 namespace vembrix {

@@ -10,7 +10,7 @@
 #include <cmath>
 #include <utility>
 
-#include "platform/linux/ui/ColorFollower.h"
+#include "platform/linux/ui/controls/ColorFollower.h"
 #include "platform/linux/ui/controls/ControlPainting.h"
 #include "platform/linux/ui/controls/PillTabButton.h"
 #include "platform/linux/ui/controls/SegmentedTabBar.h"

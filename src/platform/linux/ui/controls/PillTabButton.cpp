@@ -8,7 +8,7 @@
 
 #include "platform/linux/Conversions.h"
 #include "platform/linux/TextMetrics.h"
-#include "platform/linux/ui/ColorFollower.h"
+#include "platform/linux/ui/controls/ColorFollower.h"
 #include "platform/linux/ui/controls/ControlPainting.h"
 #include "platform/linux/ui/controls/ControlStyle.h"
 

@@ -5,7 +5,7 @@
 
 #include "platform/linux/menubar/MenuPalette.h"
 #include "platform/linux/session/Compositor.h"
-#include "platform/linux/ui/ColorFollower.h"
+#include "platform/linux/ui/controls/ColorFollower.h"
 #include "platform/linux/ui/controls/ControlStyle.h"
 
 namespace vembrix {

@@ -13,8 +13,8 @@
 #include "platform/Application.h"
 #include "platform/StatusItem.h"
 #include "platform/UserDefaults.h"
-#include "platform/linux/menubar/strip/Strut.h"
 #include "platform/linux/support/PrivateDisplay.h"
+#include "platform/linux/support/Strut.h"
 #include "platform/linux/support/TestSession.h"
 
 namespace vembrix {

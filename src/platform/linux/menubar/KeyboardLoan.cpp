@@ -1,4 +1,4 @@
-#include "platform/linux/x11/KeyboardLoan.h"
+#include "platform/linux/menubar/KeyboardLoan.h"
 
 #include <QWindow>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/ui/ColorFollower.h"
+#include "platform/linux/ui/controls/ColorFollower.h"
 
 #include <QEvent>
 #include <QWidget>

@@ -1,4 +1,4 @@
-#include "platform/linux/x11/X11Panels.h"
+#include "platform/linux/menubar/strip/X11Panels.h"
 
 #include <xcb/xcbext.h>
 
@@ -8,7 +8,7 @@
 #include <tuple>
 #include <utility>
 
-#include "platform/linux/x11/XcbEvent.h"
+#include "platform/linux/support/XcbEvent.h"
 
 namespace vembrix {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/linux/session/DesktopNames.h"
+#include "platform/linux/x11/DesktopNames.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/menubar/MenuPalette.h"
+#include "platform/linux/menubar/strip/MenuPalette.h"
 
 #include "platform/linux/Conversions.h"
 

@@ -1,4 +1,4 @@
-#include "platform/linux/ui/controls/ColorWell.h"
+#include "platform/linux/ui/ColorWell.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -7,7 +7,7 @@
 #include "platform/SettingsForm.h"
 #include "platform/linux/Conversions.h"
 #include "platform/linux/ui/ColorDialog.h"
-#include "platform/linux/ui/ColorFollower.h"
+#include "platform/linux/ui/controls/ColorFollower.h"
 #include "platform/linux/ui/controls/ControlPainting.h"
 #include "platform/linux/ui/controls/ControlStyle.h"
 

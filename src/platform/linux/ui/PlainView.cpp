@@ -1,11 +1,11 @@
-#include "platform/linux/ui/controls/PlainView.h"
+#include "platform/linux/ui/PlainView.h"
 
 #include <QPainter>
 #include <cmath>
 
-#include "platform/linux/ui/ColorFollower.h"
 #include "platform/linux/ui/FormPage.h"
 #include "platform/linux/ui/ScrollingPage.h"
+#include "platform/linux/ui/controls/ColorFollower.h"
 #include "platform/linux/ui/controls/SegmentedTabBar.h"
 
 namespace vembrix {

@@ -1,4 +1,4 @@
-#include "platform/linux/session/ProgramEnd.h"
+#include "platform/linux/x11/ProgramEnd.h"
 
 #include <unistd.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/ScreenCoordinates.h"
+#include "platform/linux/support/ScreenCoordinates.h"
 
 #include <QGuiApplication>
 #include <QList>
