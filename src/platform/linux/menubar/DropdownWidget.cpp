@@ -7,6 +7,7 @@
 #include <QWidgetAction>
 #include <algorithm>
 
+#include "platform/linux/menubar/MenuPainting.h"
 #include "platform/linux/session/Compositor.h"
 
 namespace vembrix {
@@ -127,7 +128,7 @@ void DropdownWidget::resizeEvent(QResizeEvent* event) {
   if (Compositor::shared().isRunning()) {
     clearMask();
   } else {
-    setMask(roundedShape(rect(), MenuStyle::kCornerRadius));
+    setMask(roundedShape(rect(), kMenuCornerRadius));
   }
 }
 

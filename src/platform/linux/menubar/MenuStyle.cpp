@@ -12,20 +12,16 @@
 #include <algorithm>
 
 #include "platform/linux/TextMetrics.h"
-#include "platform/linux/session/Compositor.h"
+#include "platform/linux/menubar/MenuPainting.h"
 
 namespace vembrix {
 namespace {
 
-/// Above the first item and below the last one.
-constexpr int kEndMargin = 5;
-constexpr int kHighlightInset = MenuStyle::kHighlightInset;
 /// From the edge of the menu to titles and key equivalents.
 constexpr int kTitleInset = 14;
 constexpr int kShortcutGap = 24;
 /// As wide as key equivalents are.
 constexpr QLatin1String kWideKey("Ctrl+W");
-constexpr int kItemHeight = 22;
 constexpr int kSeparatorHeight = 11;
 
 const QAction* actionOf(const QStyleOptionMenuItem& item, const QWidget* widget) {
@@ -48,18 +44,10 @@ QColor faint(QColor ink, float share) {
   return ink;
 }
 
-/// What a translucent colour shows over an opaque one.
-QColor over(const QColor& color, const QColor& ground) {
-  const float share = color.alphaF();
-  const auto mix = [share](float top, float bottom) { return top * share + bottom * (1 - share); };
-  return QColor::fromRgbF(mix(color.redF(), ground.redF()), mix(color.greenF(), ground.greenF()),
-                          mix(color.blueF(), ground.blueF()));
-}
-
 void drawSeparator(const QStyleOptionMenuItem& item, QPainter& painter) {
   const QRectF rect = item.rect;
-  const QRectF line(rect.x() + kTitleInset - kHighlightInset, rect.center().y() - 0.5,
-                    rect.width() - 2 * (kTitleInset - kHighlightInset), 1);
+  const QRectF line(rect.x() + kTitleInset - kMenuHighlightInset, rect.center().y() - 0.5,
+                    rect.width() - 2 * (kTitleInset - kMenuHighlightInset), 1);
   painter.fillRect(line, faint(item.palette.color(QPalette::WindowText), 0.14F));
 }
 
@@ -69,10 +57,8 @@ void drawItem(const QStyleOptionMenuItem& item, const QAction* action, QPainter&
   const bool isSelected =
       item.state.testFlag(QStyle::State_Selected) && item.state.testFlag(QStyle::State_Enabled);
   if (isSelected) {
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(tint.isValid() ? tint : item.palette.color(QPalette::Highlight));
-    painter.drawRoundedRect(QRectF(item.rect).adjusted(kHighlightInset, 0, -kHighlightInset, 0),
-                            MenuStyle::kHighlightRadius, MenuStyle::kHighlightRadius);
+    paintMenuHighlight(painter, item.rect, kMenuHighlightInset,
+                       tint.isValid() ? tint : item.palette.color(QPalette::Highlight));
   }
   const bool isInverted = isSelected && !tint.isValid();
   const QColor ink =
@@ -91,22 +77,6 @@ void drawItem(const QStyleOptionMenuItem& item, const QAction* action, QPainter&
 }
 
 }  // namespace
-
-void paintMenuPanel(QPainter& painter, const QRect& rect, const QPalette& palette) {
-  const QColor ground = palette.color(QPalette::Window);
-  QColor edge = faint(palette.color(QPalette::WindowText), 0.22F);
-  painter.save();
-  if (!Compositor::shared().isRunning()) {
-    edge = over(edge, ground);
-    painter.fillRect(rect, edge);
-  }
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(edge);
-  painter.setBrush(ground);
-  painter.drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), MenuStyle::kCornerRadius,
-                          MenuStyle::kCornerRadius);
-  painter.restore();
-}
 
 MenuStyle::MenuStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
 
@@ -149,7 +119,7 @@ QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
   const QFontMetrics metrics(item->font);
   const int title = metrics.size(Qt::TextHideMnemonic, item->text).width();
   const int width = 2 * kTitleInset + title + kShortcutGap + metrics.horizontalAdvance(kWideKey);
-  return {width, std::max(kItemHeight, lineHeight(item->font))};
+  return {width, std::max(kMenuRowHeight, lineHeight(item->font))};
 }
 
 int MenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
@@ -159,7 +129,7 @@ int MenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_MenuHMargin:
       return 0;
     case PM_MenuVMargin:
-      return kEndMargin;
+      return kMenuPadding;
     default:
       return QProxyStyle::pixelMetric(metric, option, widget);
   }

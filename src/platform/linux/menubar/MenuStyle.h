@@ -9,12 +9,6 @@ namespace vembrix {
 /// have its highlight as a QColor in its data.
 class MenuStyle : public QProxyStyle {
  public:
-  /// The menu's, in points.
-  static constexpr int kCornerRadius = 6;
-  /// From the edges of the menu to the highlight, and the highlight's corners; points.
-  static constexpr int kHighlightInset = 5;
-  static constexpr int kHighlightRadius = 4;
-
   MenuStyle();
 
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -28,10 +22,5 @@ class MenuStyle : public QProxyStyle {
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* result) const override;
 };
-
-/// Paints the ground and the edge of a menu, in the palette's colours of windows and their text.
-/// Without a compositor the rest of the rectangle has the colour of the edge, so that the corners
-/// of the window's shape have no other.
-void paintMenuPanel(QPainter& painter, const QRect& rect, const QPalette& palette);
 
 }  // namespace vembrix

@@ -10,7 +10,7 @@
 
 #include "platform/linux/Conversions.h"
 #include "platform/linux/TextMetrics.h"
-#include "platform/linux/menubar/MenuStyle.h"
+#include "platform/linux/menubar/MenuPainting.h"
 #include "platform/linux/menubar/strip/MenuPalette.h"
 
 namespace vembrix {
@@ -208,11 +208,8 @@ void VembrixSpaceRowView::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   if (state_.background) {
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(nativeColor(*state_.background, appearance_));
-    // Like the highlight of a command.
-    constexpr int kInset = MenuStyle::kHighlightInset;
-    painter.drawRoundedRect(rect().adjusted(kInset, 0, -kInset, 0), kCornerRadius, kCornerRadius);
+    paintMenuHighlight(painter, rect(), kMenuHighlightInset,
+                       nativeColor(*state_.background, appearance_));
   }
   paintDot(painter);
   if (state_.isEditing) {

@@ -36,10 +36,8 @@ inline constexpr int kScrollerWidth = 11;
 /// The width of the part of a number's field that holds the arrows.
 inline constexpr int kStepperWidth = 16;
 inline constexpr double kFocusRingWidth = 3;
-inline constexpr int kMenuRowHeight = 22;
 /// The distance from a menu row's leading edge to its text; the tick is to its left.
 inline constexpr int kMenuTextLeading = 24;
-inline constexpr int kMenuPadding = 5;
 }  // namespace control_metrics
 
 /// The state of a control that its drawing depends on, besides the value.

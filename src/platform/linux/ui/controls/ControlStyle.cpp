@@ -10,7 +10,7 @@
 #include <algorithm>
 
 #include "platform/linux/TextMetrics.h"
-#include "platform/linux/menubar/MenuStyle.h"
+#include "platform/linux/menubar/MenuPainting.h"
 #include "platform/linux/session/Compositor.h"
 #include "platform/linux/ui/controls/ColorFollower.h"
 #include "platform/linux/ui/controls/ControlPainting.h"
@@ -105,12 +105,9 @@ void drawMenuRow(const QStyleOptionMenuItem& option, QPainter& painter) {
   painter.fillRect(option.rect, option.palette.color(QPalette::Base));
   QColor ink = option.palette.color(QPalette::Text);
   if (isSelected) {
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(option.palette.color(QPalette::Highlight));
     // The rows lie within the panel's edge.
-    constexpr int kInset = MenuStyle::kHighlightInset - 1;
-    painter.drawRoundedRect(option.rect.adjusted(kInset, 0, -kInset, 0),
-                            MenuStyle::kHighlightRadius, MenuStyle::kHighlightRadius);
+    paintMenuHighlight(painter, option.rect, kMenuHighlightInset - 1,
+                       option.palette.color(QPalette::Highlight));
     ink = option.palette.color(QPalette::HighlightedText);
   }
   if (option.checked) {
@@ -213,7 +210,7 @@ int ControlStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
     case SH_Menu_Mask:
       if (auto* mask = qstyleoption_cast<QStyleHintReturnMask*>(data);
           mask && option && !Compositor::shared().isRunning()) {
-        mask->region = roundedShape(option->rect, MenuStyle::kCornerRadius);
+        mask->region = roundedShape(option->rect, kMenuCornerRadius);
         return 1;
       }
       return 0;
