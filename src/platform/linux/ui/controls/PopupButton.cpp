@@ -3,7 +3,7 @@
 #include <QAbstractItemView>
 #include <QWheelEvent>
 
-#include "platform/linux/menubar/MenuPalette.h"
+#include "platform/linux/menubar/strip/MenuPalette.h"
 #include "platform/linux/session/Compositor.h"
 #include "platform/linux/ui/controls/ColorFollower.h"
 #include "platform/linux/ui/controls/ControlStyle.h"
