@@ -79,7 +79,7 @@ class QtDropdownMenu : public NativeDropdownMenu {
     QAction* action = menu_.addAction(menuTitle(command.title));
     if (command.font) action->setFont(nativeFont(*command.font));
     if (command.highlight) {
-      action->setData(nativeColor(*command.highlight, applied_.value_or(Appearance::Light)));
+      action->setData(nativeColor(*command.highlight, orLight(applied_)));
     }
     if (!command.keyEquivalent.empty()) {
       const QString key = QString::fromStdString(command.keyEquivalent).toUpper();

@@ -288,11 +288,10 @@ void StatusStrip::draw(const QSize& size) {
   }
   // Before the first place is known.
   if (target_.isEmpty()) return;
-  const StripPicture::Frame frame{
-      .size = pixelsOfGeometry({target_.topLeft(), size}).size(),
-      .item = itemIn(size),
-      .scale = devicePixelRatioF(),
-      .appearance = Application::shared().effectiveAppearance().value_or(Appearance::Light)};
+  const StripPicture::Frame frame{.size = pixelsOfGeometry({target_.topLeft(), size}).size(),
+                                  .item = itemIn(size),
+                                  .scale = devicePixelRatioF(),
+                                  .appearance = systemAppearance()};
   const bool isResizing = isVisible() && size != this->size();
   picture_->show(button_.label().content(), frame,
                  isResizing ? StripPicture::Shows::WithNewSize : StripPicture::Shows::Now,
