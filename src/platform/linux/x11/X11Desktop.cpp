@@ -181,9 +181,10 @@ void X11Desktop::finishBatch() {
   if (connection_.isBroken()) endProgram("the X server went away");
   const Shown now = shown();
   if (now == announced_) return;
-  announced_ = now;
+  const Shown before = std::exchange(announced_, now);
+  const bool isAnotherList = now.list != before.list || now.known != before.known;
   // The absence of a window manager does not remove desktops.
-  if (now.known) {
+  if (now.known && isAnotherList) {
     windows_.removeSpaces([this](SpaceID space) { return !isKnown(space); }, now.active);
   }
   // The title and the labels, which follow within this call, are drawn by the same settings.
@@ -256,7 +257,11 @@ void X11Desktop::refresh() {
   // Without an event loop, nothing would come of waiting.
   if (isAnotherList && isFollowing_) namesBy_ = Clock::now() + kNamesDelay;
   if (read) takeNames(std::move(*read));
-  rebuildSpaces();
+  if (isAnotherList || stale.names || namesDue_ || awaitsNames()) {
+    rebuildSpaces();
+  } else {
+    active_ = current_;
+  }
 }
 
 void X11Desktop::refreshWindowManager() {
