@@ -237,6 +237,33 @@ TEST_P(DropdownLookTest, ALongNameHasItsEllipsisWhereItsScriptEnds) {
   }
 }
 
+TEST_P(DropdownLookTest, SeparatorsAreAsManyWholePixelsAsAPointHas) {
+  std::vector<MenuItem> items = makeDropdownItems([] {});
+  // Qt hides a separator that is the first item.
+  items.insert(items.begin(), rowOf("Mail", false));
+  user_.open(std::move(items));
+  const QImage image = partOf(user_.widget(), user_.widget().rect());
+  const double scale = image.devicePixelRatioF();
+  const int column = image.width() / 2;
+  int separators = 0;
+  for (QAction* action : user_.widget().actions()) {
+    if (!action->isSeparator()) continue;
+    const QRect place = user_.widget().actionGeometry(action);
+    std::vector<QRgb> line;
+    // Between the edge and the separator.
+    const QRgb ground =
+        image.pixel(static_cast<int>(4 * scale), static_cast<int>(place.center().y() * scale));
+    const int bottom = static_cast<int>((place.bottom() + 1) * scale);
+    for (int y = static_cast<int>(place.top() * scale) + 1; y < bottom; ++y) {
+      if (image.pixel(column, y) != ground) line.push_back(image.pixel(column, y));
+    }
+    ASSERT_FALSE(line.empty());
+    EXPECT_EQ(line, std::vector(static_cast<std::size_t>(scale), line.front()));
+    separators += 1;
+  }
+  EXPECT_EQ(separators, 2);
+}
+
 TEST_P(DropdownLookTest, ACommandShowsTheWholeOfItsTitleAndKeys) {
   std::vector<MenuItem> items = makeDropdownItems([] {});
   user_.open(std::move(items));

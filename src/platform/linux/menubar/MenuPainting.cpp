@@ -6,6 +6,7 @@
 #include <QRectF>
 
 #include "platform/linux/session/Compositor.h"
+#include "platform/linux/support/PixelGrid.h"
 
 namespace vembrix {
 namespace {
@@ -34,10 +35,12 @@ void paintMenuPanel(QPainter& painter, const QRect& rect, const QPalette& palett
     painter.fillRect(rect, edge);
   }
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(edge);
+  const double width = pointLine(painter);
+  const double inset = width / 2;
+  painter.setPen(QPen(edge, width));
   painter.setBrush(ground);
-  painter.drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), kMenuCornerRadius,
-                          kMenuCornerRadius);
+  painter.drawRoundedRect(onPixels(painter, rect).adjusted(inset, inset, -inset, -inset),
+                          kMenuCornerRadius, kMenuCornerRadius);
   painter.restore();
 }
 

@@ -13,6 +13,7 @@
 
 #include "platform/linux/TextMetrics.h"
 #include "platform/linux/menubar/MenuPainting.h"
+#include "platform/linux/support/PixelGrid.h"
 
 namespace vembrix {
 namespace {
@@ -48,7 +49,9 @@ void drawSeparator(const QStyleOptionMenuItem& item, QPainter& painter) {
   const QRectF rect = item.rect;
   const QRectF line(rect.x() + kTitleInset - kMenuHighlightInset, rect.center().y() - 0.5,
                     rect.width() - 2 * (kTitleInset - kMenuHighlightInset), 1);
-  painter.fillRect(line, faint(item.palette.color(QPalette::WindowText), 0.14F));
+  QRectF pixels = onPixels(painter, line);
+  pixels.setHeight(pointLine(painter));
+  painter.fillRect(pixels, faint(item.palette.color(QPalette::WindowText), 0.14F));
 }
 
 void drawItem(const QStyleOptionMenuItem& item, const QAction* action, QPainter& painter) {

@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <cmath>
 
+#include "platform/linux/support/PixelGrid.h"
 #include "platform/linux/ui/FormPage.h"
 #include "platform/linux/ui/ScrollingPage.h"
 #include "platform/linux/ui/controls/ColorFollower.h"
@@ -77,8 +78,11 @@ void PlainView::paintEvent(QPaintEvent* /*event*/) {
   painter.setRenderHint(QPainter::Antialiasing);
   const bool isDark = appearanceOf(palette()) == Appearance::Dark;
   painter.setBrush(isDark ? QColor(255, 255, 255, 9) : QColor(0, 0, 0, 9));
-  painter.setPen(QPen(isDark ? QColor(255, 255, 255, 22) : QColor(0, 0, 0, 22), 1));
-  painter.drawRoundedRect(QRectF(pane()).adjusted(0.5, 0.5, -0.5, -0.5), kPaneRadius, kPaneRadius);
+  const double width = pointLine(painter);
+  const double inset = width / 2;
+  painter.setPen(QPen(isDark ? QColor(255, 255, 255, 22) : QColor(0, 0, 0, 22), width));
+  painter.drawRoundedRect(onPixels(painter, pane()).adjusted(inset, inset, -inset, -inset),
+                          kPaneRadius, kPaneRadius);
 }
 
 }  // namespace vembrix

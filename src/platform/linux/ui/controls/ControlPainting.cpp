@@ -7,6 +7,7 @@
 
 #include "platform/linux/Conversions.h"
 #include "platform/linux/TextMetrics.h"
+#include "platform/linux/support/PixelGrid.h"
 
 namespace vembrix {
 namespace {
@@ -42,13 +43,9 @@ void fill(QPainter& painter, const QRectF& rect, double radius, const QBrush& br
   painter.drawRoundedRect(rect, radius, radius);
 }
 
-/// Half a point wide at double scale, a whole pixel at the plain one.
-double hairline(const QPainter& painter) {
-  return 1 / std::max(1.0, std::floor(painter.device()->devicePixelRatioF()));
-}
-
 /// A line inside the edge.
-void stroke(QPainter& painter, const QRectF& rect, double radius, const QColor& color) {
+void stroke(QPainter& painter, const QRectF& shape, double radius, const QColor& color) {
+  const QRectF rect = onPixels(painter, shape);
   const double width = hairline(painter);
   const double inset = width / 2;
   painter.setPen(QPen(color, width));
@@ -70,7 +67,7 @@ void paintRim(QPainter& painter, const QRectF& rect, double radius, const Contro
   }
   stroke(painter, rect, radius, black(0.13));
   painter.setPen(QPen(black(0.12), hairline(painter)));
-  const double y = rect.bottom() - hairline(painter) / 2;
+  const double y = onPixels(painter, rect).bottom() - hairline(painter) / 2;
   painter.drawLine(QPointF(rect.left() + radius, y), QPointF(rect.right() - radius, y));
 }
 
