@@ -34,7 +34,7 @@ constexpr LightAndDark valuesOf(SystemColor name) {
     case SystemColor::WindowBackground:
       return {bytes(236, 236, 236), bytes(50, 50, 50)};
     case SystemColor::Link:
-      return {bytes(0, 102, 214), bytes(65, 156, 255)};
+      return {bytes(0, 88, 196), bytes(104, 178, 255)};
   }
   return {};
 }

@@ -24,9 +24,11 @@
 #include "platform/linux/labels/BareWindow.h"
 #include "platform/linux/labels/PanelStage.h"
 #include "platform/linux/menubar/RowEditField.h"
+#include "platform/linux/support/ContrastTable.h"
 #include "platform/linux/support/DropdownUser.h"
 #include "settings/AppTheme.h"
 #include "settings/PreferencesStore.h"
+#include "support/Contrast.h"
 
 namespace vembrix {
 namespace {
@@ -210,6 +212,33 @@ TEST_P(DropdownLookTest, ANameStandsOnItsBaselineWhateverElseIsInIt) {
   for (std::size_t i = 1; i < 4; ++i) {
     EXPECT_EQ(placeOf(i).bottom(), placeOf(0).bottom()) << "row " << i;
     EXPECT_EQ(placeOf(i).top(), placeOf(0).top()) << "row " << i;
+  }
+}
+
+TEST_P(DropdownLookTest, EveryTextIsLegibleAsItIsDrawn) {
+  std::vector<MenuItem> items = makeDropdownItems([] {});
+  items.insert(items.begin(), rowOf("Mail", true));
+  user_.open(std::move(items));
+  const auto check = [&](const std::string& text, const QRect& place) {
+    const double found = contrastIn(partOf(user_.widget(), place));
+    noteContrast(theme().name + " dropdown", text, found);
+    EXPECT_GE(found, kLegible) << text;
+  };
+  for (QAction* action : user_.widget().actions()) {
+    if (action->isSeparator()) continue;
+    const QRect place = user_.widget().actionGeometry(action);
+    const std::string title = action->text().toStdString();
+    for (const bool isSelected : {false, true}) {
+      user_.widget().setActiveAction(isSelected ? action : nullptr);
+      const std::string state = isSelected ? ", selected" : "";
+      // Stock keeps the system's selection, which is white on the accent.
+      const bool isSystems = isSelected && theme().name == "Stock" && !action->shortcut().isEmpty();
+      if (isSystems) continue;
+      check(title + state, place.adjusted(38, 3, -90, -3));
+      if (!action->shortcut().isEmpty()) {
+        check("keys of " + title + state, place.adjusted(place.width() - 60, 3, -12, -3));
+      }
+    }
   }
 }
 

@@ -9,6 +9,7 @@
 #include <QFontMetricsF>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>
@@ -24,14 +25,17 @@
 
 #include "platform/Application.h"
 #include "platform/embedded/desktop/EmbeddedDesktop.h"
+#include "platform/linux/support/ContrastTable.h"
 #include "platform/linux/support/TestSession.h"
 #include "platform/linux/ui/ColorWell.h"
 #include "platform/linux/ui/SettingsContentView.h"
 #include "platform/linux/ui/controls/FocusRing.h"
 #include "platform/linux/ui/controls/LineLabel.h"
+#include "platform/linux/ui/controls/PillTabButton.h"
 #include "settings/AppTheme.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
+#include "support/Contrast.h"
 #include "ui/PreferencesWindowController.h"
 #include "ui/SettingsTabs.h"
 
@@ -102,6 +106,31 @@ class SettingsLookTest : public testing::TestWithParam<Case> {
   static std::string textOf(const QWidget& widget) {
     const auto* label = qobject_cast<const QLabel*>(&widget);
     return (label ? label->text() : widget.accessibleName()).toStdString();
+  }
+
+  /// The texts of a widget, each with the part of it that shows nothing else.
+  static std::vector<std::pair<QString, QRect>> textsOf(const QWidget& widget) {
+    const QRect whole = widget.rect();
+    const QString name = QString::fromStdString(textOf(widget));
+    if (const auto* tabs = qobject_cast<const QTabBar*>(&widget)) {
+      std::vector<std::pair<QString, QRect>> texts;
+      for (int i = 0; i < tabs->count(); ++i) {
+        texts.emplace_back(tabs->tabText(i), tabs->tabRect(i).adjusted(4, 4, -4, -4));
+      }
+      return texts;
+    }
+    if (const auto* popup = qobject_cast<const QComboBox*>(&widget)) {
+      return {{popup->currentText(), whole.adjusted(9, 3, -24, -3)}};
+    }
+    if (qobject_cast<const QCheckBox*>(&widget)) return {{name, whole.adjusted(20, 0, 0, 0)}};
+    if (qobject_cast<const ColorWell*>(&widget) || qobject_cast<const QSlider*>(&widget)) return {};
+    if (const auto* line = qobject_cast<const QLineEdit*>(&widget)) {
+      return {{line->text(), whole.adjusted(4, 3, -4, -3)}};
+    }
+    const auto* button = qobject_cast<const QPushButton*>(&widget);
+    if (button && !button->isFlat()) return {{name, whole.adjusted(6, 3, -6, -3)}};
+    if (name.isEmpty()) return {};
+    return {{name, whole}};
   }
 
   /// How high the line is that the widget shows, and how wide.
@@ -210,6 +239,31 @@ TEST_P(SettingsLookTest, OnlyManyDesktopsScroll) {
     EXPECT_EQ(area->verticalScrollBar()->isVisible(), tab() == 1);
     EXPECT_FALSE(area->horizontalScrollBar()->isVisible());
   }
+}
+
+TEST_P(SettingsLookTest, EveryTextIsLegibleAsItIsDrawn) {
+  constexpr int kScale = 2;
+  QImage image(view_->size() * kScale, QImage::Format_RGB32);
+  image.setDevicePixelRatio(kScale);
+  view_->render(&image);
+  int count = 0;
+  for (const QWidget* widget : shown()) {
+    for (const auto& [text, part] : textsOf(*widget)) {
+      const QRect place = part.translated(widget->mapTo(view_.get(), QPoint())) & view_->rect();
+      // Scrolled out of sight.
+      if (widget->visibleRegion().isEmpty() || place.isEmpty()) continue;
+      const double found =
+          contrastIn(image.copy(QRect(place.topLeft() * kScale, place.size() * kScale)));
+      noteContrast(nameOf(GetParam()), text.toStdString(), found);
+      count += 1;
+      const auto* tab = qobject_cast<const PillTabButton*>(widget);
+      // The accent is the theme's own choice.
+      if (!tab || !tab->isSelected()) {
+        EXPECT_GE(found, kLegible) << text.toStdString();
+      }
+    }
+  }
+  EXPECT_GT(count, 8);
 }
 
 TEST_P(SettingsLookTest, IsDrawnAtEveryScale) {

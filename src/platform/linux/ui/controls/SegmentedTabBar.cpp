@@ -68,7 +68,7 @@ void SegmentedTabBar::paintEvent(QPaintEvent* /*event*/) {
     painter.drawRoundedRect(segment(currentIndex()).adjusted(-0.5, 0, 0.5, 1), kRadius - 0.5,
                             kRadius - 0.5);
   }
-  painter.setBrush(isDark ? QColor(255, 255, 255, 60) : QColor(255, 255, 255));
+  painter.setBrush(isDark ? QColor(255, 255, 255, 36) : QColor(255, 255, 255));
   painter.drawRoundedRect(segment(currentIndex()), kRadius - 1, kRadius - 1);
   painter.setPen(palette().color(QPalette::WindowText));
   for (int i = 0; i < count(); ++i) {
