@@ -14,11 +14,14 @@ class DesktopView {
  public:
   class Iterator {
    public:
+    // The names that std::iterator_traits looks for.
+    // NOLINTBEGIN(readability-identifier-naming)
     using iterator_category = std::forward_iterator_tag;
     using value_type = SpaceInfo;
     using difference_type = std::ptrdiff_t;
     using pointer = const SpaceInfo*;
     using reference = const SpaceInfo&;
+    // NOLINTEND(readability-identifier-naming)
 
     Iterator() = default;
     /// `place` and `end` belong to the same list.
