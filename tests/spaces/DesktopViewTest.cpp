@@ -17,6 +17,7 @@ constexpr std::int64_t kFullScreen = 4;
 
 std::vector<SpaceInfo> spacesOf(const std::vector<std::int64_t>& types) {
   std::vector<SpaceInfo> spaces;
+  spaces.reserve(types.size());
   for (const std::int64_t type : types) spaces.push_back({spaces.size() + 1, "uuid", "Main", type});
   return spaces;
 }

@@ -118,9 +118,7 @@ class SystemDropdownMenu : public NativeDropdownMenu {
   }
 
   void setAppearance(std::optional<Appearance> appearance) override {
-    // Without one of its own a menu is reported to look as the menu bar does, which a
-    // dark desktop picture makes dark in a light system.
-    NSAppearance* native = appearance ? nativeAppearance(appearance) : NSApp.effectiveAppearance;
+    NSAppearance* native = nativeAppearance(appearance);
     if (menu_.appearance != native) menu_.appearance = native;
   }
 
