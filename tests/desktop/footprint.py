@@ -1,8 +1,9 @@
 """Prints what Vembrix costs beside a bare Qt program that follows the desktop.
 
-Usage: footprint.py PROGRAM BARE_PROGRAM [--short]
+Usage: footprint.py PROGRAM BARE_PROGRAM [--short | --scale CROWD_PROGRAM]
 
-Status 1 where a ratio is above its limit.
+Status 1 where a ratio is above its limit; with --scale, where the last of 2,000 switches
+is shown too late.
 """
 
 import os
@@ -25,6 +26,8 @@ FIGURES = {
 }
 # Allows for differences between machines and between runs.
 TOLERANCE = 1.2
+# Seconds.
+LAST_SWITCH_LIMIT = 0.05
 
 
 class Table:
@@ -86,14 +89,30 @@ def print_requests():
         print(f"requests, {name}: {sum(asked.values()):.4g} a switch: {kinds}", flush=True)
 
 
+def measure_scale(crowd):
+    good = True
+    for desktops, windows in ((4, 0), (1024, 0), (1024, 3000)):
+        own, delay = costs.crowded_switches(crowd, desktops, windows)
+        good = good and delay <= LAST_SWITCH_LIMIT
+        print(
+            f"{desktops} desktops, {windows} windows, 200 switches a second: "
+            f"{own * 1e3:.2f} ms a switch, the last one shown after {delay * 1e3:.1f} ms",
+            flush=True,
+        )
+    return good
+
+
 def main():
     program, bare, *options = sys.argv[1:]
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     program, bare = os.path.abspath(program), os.path.abspath(bare)
     os.environ["VEMBRIX_PROGRAM"] = program
     try:
-        good = measure(program, bare, "--short" in options)
-        print_requests()
+        if options[:1] == ["--scale"]:
+            good = measure_scale(options[1])
+        else:
+            good = measure(program, bare, "--short" in options)
+            print_requests()
     except AssertionError as failure:
         print(f"footprint: {failure}", file=sys.stderr)
         return 1

@@ -1,5 +1,6 @@
-// A crowded desktop for script/footprint --scale: makes windows, then switches desktops at a
-// steady rate and measures how long after the last switch the strip has its name.
+// A crowded desktop for script/footprint --scale: makes windows that no window manager manages,
+// then switches desktops at a steady rate and measures how long after the last switch the strip
+// has its name.
 //
 // Usage: crowd_program WINDOWS SWITCHES RATE
 //

@@ -122,6 +122,26 @@ def switches(command, count, period, settings=None, compositor=False):
         return Cost(own / count, max(cost.server - server_alone, 0) / count)
 
 
+def crowded_switches(crowd, desktops, windows, switches=2000, rate=200):
+    """The program's processor time for each of many switches in quick succession, and the
+    seconds from the last one until the strip has its name."""
+    with Desktop(desktops=desktops) as desktop:
+        desktop.run("xdotool", "mousemove", "720", "860")
+        arguments = [crowd, str(windows), str(switches), str(rate)]
+        with subprocess.Popen(
+            arguments, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True,
+            env=desktop.environment,
+        ) as client:  # fmt: skip
+            if client.stdout.readline() != "ready\n":
+                raise AssertionError("the windows did not come")
+            process = start_program(desktop, None)
+            meter = Meter(desktop, process.popen.pid)
+            client.stdin.write("go\n")
+            client.stdin.flush()
+            _, delay = client.stdout.readline().split()
+            return meter.read().own / switches, float(delay) / 1e3
+
+
 def drive(desktop, count, period, desktops=4):
     """Goes round the desktops, one switch each period, and waits until all are done."""
     lines = []
