@@ -114,6 +114,7 @@ class SettingsLookTest : public testing::TestWithParam<Case> {
     const QString name = QString::fromStdString(textOf(widget));
     if (const auto* tabs = qobject_cast<const QTabBar*>(&widget)) {
       std::vector<std::pair<QString, QRect>> texts;
+      texts.reserve(static_cast<std::size_t>(tabs->count()));
       for (int i = 0; i < tabs->count(); ++i) {
         texts.emplace_back(tabs->tabText(i), tabs->tabRect(i).adjusted(4, 4, -4, -4));
       }
