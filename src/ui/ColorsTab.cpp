@@ -99,8 +99,10 @@ std::vector<ColorGrid::Well> desktopColors() {
 /// The palette's colours, and those of the desktops that are not among them.
 std::vector<ColorGrid::Well> swatchesOf(const ColorPalette* palette) {
   std::vector<ColorGrid::Well> swatches;
-  for (const CodableColor& color : palette ? palette->colors : std::vector<CodableColor>()) {
-    swatches.push_back({palette->name + " " + std::to_string(swatches.size() + 1), color.srgb()});
+  if (palette) {
+    for (const CodableColor& color : palette->colors) {
+      swatches.push_back({palette->name + " " + std::to_string(swatches.size() + 1), color.srgb()});
+    }
   }
   for (ColorGrid::Well& desktop : desktopColors()) {
     const auto same = std::ranges::find(swatches, desktop.color, &ColorGrid::Well::color);

@@ -156,8 +156,8 @@ TEST_F(DropdownMenuTest, ASelectedCommandHasTheHighlightThatItIsGivenElseTheSyst
   };
   EXPECT_EQ(selected(0), widget().palette().color(QPalette::Highlight));
   const QColor given = selected(1);
-  EXPECT_NEAR(given.red(), (255 + ground().red()) / 2, 1);
-  EXPECT_NEAR(given.blue(), ground().blue() / 2, 1);
+  EXPECT_NEAR(given.red(), (255 + ground().red()) / 2.0, 1);
+  EXPECT_NEAR(given.blue(), ground().blue() / 2.0, 1);
 }
 
 TEST_F(DropdownMenuTest, DoesNotOpenWithoutItems) {
