@@ -19,6 +19,8 @@ class PrivateDisplay {
 
   /// With four desktops; ready when this returns. One at a time.
   void startWindowManager();
+  /// It answers no more, as a program that hangs.
+  void stopWindowManager() { windowManager_->stop(); }
   /// As a crash ends it.
   void killWindowManager();
 

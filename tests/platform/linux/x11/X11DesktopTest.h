@@ -53,6 +53,15 @@ class X11DesktopTest : public testing::Test {
     return runUntil([&] { return desktop_->activeSpace() == wanted; });
   }
 
+  /// The name of a desktop as other programs see it; empty without one.
+  std::string shownName(std::size_t index) {
+    const std::vector<std::string> names = client().desktopNames();
+    return index < names.size() ? names[index] : std::string();
+  }
+  bool runUntilShown(std::size_t index, std::string_view wanted) {
+    return runUntil([&] { return shownName(index) == wanted; });
+  }
+
   void setRoot(std::string_view name, const X11Client::Property& property) {
     client().setProperty(client().root(), name, property);
   }
