@@ -40,8 +40,8 @@ class MainQueue {
                                            std::function<void()> block) = 0;
 
   /// As repeat(), for a block that looks for changes. A system that reports each change by an event
-  /// skips beats while there is none, so that a program at rest is not woken; the next beat after
-  /// an event keeps the rhythm.
+  /// skips beats while there is none, so that a program at rest is not woken. After an event it
+  /// beats once, in its rhythm or together with a poll that is due earlier.
   [[nodiscard]] virtual TimerSource poll(Duration delay, Duration interval,
                                          std::function<void()> block) {
     return repeat(delay, interval, std::move(block));

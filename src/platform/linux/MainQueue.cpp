@@ -104,6 +104,8 @@ class QtMainQueue : public QObject, public MainQueue {
     int timer = 0;
     /// Rests while there are no events.
     bool isPoll = false;
+    /// The next beat of a resting poll by its rhythm, which the key does not keep.
+    Duration beat{};
   };
   using Entries = std::map<Key, std::shared_ptr<Entry>>;
 
@@ -185,18 +187,18 @@ class QtMainQueue : public QObject, public MainQueue {
     std::shared_ptr<Entry> entry = node.mapped();
     if (entry->isPoll) {
       // From before its beat, so that an event that the beat causes is not missed.
-      entry->key.first = nextBeat(*entry, time);
+      if (entry->beat == Duration::zero()) entry->beat = entry->key.first;
+      if (entry->beat <= time) entry->beat = nextBeat(entry->beat, entry->interval, time);
       resting_.push_back(std::move(node));
     } else if (entry->interval > Duration::zero() && !startBeating(entry, time)) {
-      insert(entry, nextBeat(*entry, time));
+      insert(entry, nextBeat(entry->key.first, entry->interval, time));
     }
     return entry;
   }
 
-  /// Returns the first beat after `time` of an entry that is due.
-  static Duration nextBeat(const Entry& entry, Duration time) {
-    const Duration due = entry.key.first;
-    return due + (time - due) / entry.interval * entry.interval + entry.interval;
+  /// Returns the first beat after `time` of a rhythm with a beat at `due`, which has passed.
+  static Duration nextBeat(Duration due, Duration interval, Duration time) {
+    return due + (time - due) / interval * interval + interval;
   }
 
   /// Gives a due entry a timer of its own. Returns false, without one, where the entry is late or
@@ -229,7 +231,7 @@ class QtMainQueue : public QObject, public MainQueue {
       beating_.erase(found);
       {
         const std::lock_guard lock(mutex_);
-        insert(entry, nextBeat(*entry, time));
+        insert(entry, nextBeat(entry->key.first, entry->interval, time));
       }
       arm(time);
     }
@@ -237,16 +239,20 @@ class QtMainQueue : public QObject, public MainQueue {
     entry->block();
   }
 
+  /// Lets the polls beat once more: all together when the first one is due, in one wake-up.
   void endRest() {
     if (resting_.empty()) return;
     const Duration time = now();
+    Duration first = Duration::max();
+    for (const Entries::node_type& node : resting_) {
+      Entry& entry = *node.mapped();
+      if (entry.beat <= time) entry.beat = nextBeat(entry.beat, entry.interval, time);
+      first = std::min(first, entry.beat);
+    }
     {
       const std::lock_guard lock(mutex_);
       for (Entries::node_type& node : resting_) {
-        Entry& entry = *node.mapped();
-        const Duration due = entry.key.first;
-        entry.key = {due > time ? due : nextBeat(entry, time), sequence_++};
-        node.key() = entry.key;
+        node.key() = node.mapped()->key = {first, sequence_++};
         entries_.insert(std::move(node));
       }
     }

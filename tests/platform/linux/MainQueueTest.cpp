@@ -20,6 +20,7 @@ namespace {
 using std::chrono::milliseconds;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::UnorderedElementsAre;
 
 class MainQueueTest : public testing::Test {
  protected:
@@ -112,6 +113,19 @@ TEST_F(RunningMainQueueTest, TwoPollsLetEachOtherRest) {
   const auto other = queue_.poll(milliseconds(3), milliseconds(7), [&] { ++beats; });
   runFor(milliseconds(400));
   EXPECT_LE(beats, 24) << "more than a hundred would fit";
+}
+
+TEST_F(RunningMainQueueTest, PollsComeBackFromTheirRestTogether) {
+  std::vector<int> beats;
+  const auto often = queue_.poll(milliseconds(0), milliseconds(60), [&] { beats.push_back(1); });
+  const auto seldom = queue_.poll(milliseconds(0), milliseconds(5000), [&] { beats.push_back(2); });
+  for (int i = 0; i < 3; ++i) {
+    runFor(milliseconds(200));
+    beats.clear();
+    queue_.async([] {});
+    EXPECT_TRUE(runUntil([&] { return beats.size() >= 2; }));
+    EXPECT_THAT(beats, UnorderedElementsAre(1, 2));
+  }
 }
 
 TEST_F(RunningMainQueueTest, APollMayBeEndedWhileItRests) {
