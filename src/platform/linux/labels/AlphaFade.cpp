@@ -76,10 +76,11 @@ void AlphaFade::animate(double value, Duration duration, std::function<void()> e
     return;
   }
   clock_.start();
-  if (isGradual_) {
-    waitForStep();
-  } else {
+  // A window that is to appear does so at the first step.
+  if (!isGradual_ && from_ == 0) {
     waitFor(pictureInterval());
+  } else {
+    waitForStep();
   }
 }
 

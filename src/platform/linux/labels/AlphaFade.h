@@ -13,8 +13,8 @@ namespace vembrix {
 
 /// The alpha value of a window and its animation, which eases in and out and ends exactly at the
 /// new value. A gradual one takes a step per frame of the screen, by a timer or by a player that
-/// takes the steps by itself; another only one right after the beginning. At rest no timer runs.
-/// Main thread; needs a Qt application.
+/// takes the steps by itself; another only one right after the beginning, and only from zero. At
+/// rest no timer runs. Main thread; needs a Qt application.
 class AlphaFade : public QObject {
  public:
   struct Player {

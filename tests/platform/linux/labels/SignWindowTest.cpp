@@ -293,41 +293,49 @@ TEST_F(TourOverlayTest, HiddenBeforeItHasFadedInItGoesTheSameWay) {
 
 class AlphaFadeTest : public SignWindowTest {
  protected:
-  /// From 1 to 0; what was told on the way, the end included.
-  std::vector<double> fade(bool gradual) {
-    std::vector<double> told;
-    AlphaFade alpha([&](double value) { told.push_back(value); });
+  /// The values on the way, the last one included.
+  std::vector<double> fade(double from, double to, bool gradual) {
+    std::vector<double> values;
+    AlphaFade alpha([&](double value) { values.push_back(value); });
+    alpha.set(from);
+    values.clear();
     alpha.setGradual(gradual);
-    alpha.animate(0, milliseconds(300));
+    alpha.animate(to, milliseconds(300));
     EXPECT_TRUE(runUntil([&] { return !alpha.isRunning(); }));
-    return told;
+    return values;
   }
 };
 
-TEST_F(AlphaFadeTest, AGradualOneTellsOfEachPictureOfTheScreen) {
+TEST_F(AlphaFadeTest, AGradualOneHasAStepPerPictureOfTheScreen) {
   make();
-  const std::vector<double> told = fade(true);
-  EXPECT_GT(told.size(), 4U);
-  EXPECT_TRUE(std::ranges::is_sorted(told, std::greater()));
-  EXPECT_EQ(told.back(), 0);
+  const std::vector<double> values = fade(1, 0, true);
+  EXPECT_GT(values.size(), 4U);
+  EXPECT_TRUE(std::ranges::is_sorted(values, std::greater()));
+  EXPECT_EQ(values.back(), 0);
 }
 
-TEST_F(AlphaFadeTest, AnotherTellsOfItsBeginningAndItsEnd) {
+TEST_F(AlphaFadeTest, AnotherHasItsEndAlone) {
   make();
-  const std::vector<double> told = fade(false);
-  ASSERT_EQ(told.size(), 2U);
-  EXPECT_GT(told.front(), 0);
-  EXPECT_EQ(told.back(), 0);
+  EXPECT_EQ(fade(1, 0, false), std::vector<double>{0});
+}
+
+TEST_F(AlphaFadeTest, FromZeroItHasItsBeginningToo) {
+  make();
+  const std::vector<double> values = fade(0, 1, false);
+  ASSERT_EQ(values.size(), 2U);
+  EXPECT_GT(values.front(), 0);
+  EXPECT_EQ(values.back(), 1);
 }
 
 TEST_F(AlphaFadeTest, MayBecomeGradualOnTheWay) {
   make();
-  int told = 0;
-  AlphaFade alpha([&](double) { told += 1; });
+  int steps = 0;
+  AlphaFade alpha([&](double) { steps += 1; });
   alpha.animate(0, milliseconds(400));
-  ASSERT_TRUE(runUntil([&] { return told == 1; }));
+  runFor(milliseconds(50));
+  EXPECT_EQ(steps, 0);
   alpha.setGradual(true);
-  EXPECT_TRUE(runUntil([&] { return told > 3; }));
+  EXPECT_TRUE(runUntil([&] { return steps > 3; }));
 }
 
 }  // namespace
