@@ -52,17 +52,27 @@ StatusStrip::~StatusStrip() = default;
 void StatusStrip::setContent(const StatusItemContent& content) {
   if (content == button_.label().content() && button_.width() == button_.sizeHint().width()) return;
   button_.setContent(content);
+  // Reports of the window's new name and size would wake the program.
+  mute(true);
+  const bool wasInPlace = geometry() == target_;
+  const QSize former = size();
   updateName();
   arrange();
+  const bool isResized = isVisible() && size() != former;
+  const bool isAwaited =
+      isResized && picture_ && guard_ && guard_->awaitSize(pixelSize(size()), wasInPlace);
+  if (!isAwaited) mute(false);
+}
+
+void StatusStrip::mute(bool isMuted) {
+  if (picture_) picture_->mute(isMuted);
 }
 
 void StatusStrip::updateName() {
   // Not the widget's title, in which "[*]" is no text.
   const QString name = button_.label().name();
   if (std::exchange(name_, name) == name) return;
-  if (picture_) picture_->mute(true);
   setName(*windowHandle(), name);
-  if (picture_) picture_->mute(false);
 }
 
 // The window
@@ -124,7 +134,8 @@ void StatusStrip::followPanels() {
                                                                  [this] {
                                                                    returnToPlace();
                                                                    giveWay();
-                                                                 }});
+                                                                 },
+                                                             .sized = [this] { mute(false); }});
   if (!desktop) return;
   panels_ = std::make_unique<X11Panels>(
       desktop->events(),
@@ -225,6 +236,8 @@ void StatusStrip::reserve() {
   if (strut_ && servesAs(strut, *strut_)) return;
   formerStrut_ = strut_.value_or(Strut{});
   strut_ = strut;
+  // The guard counts the reports of its own struts.
+  mute(false);
   setStrut(*windowHandle(), strut);
   if (guard_) guard_->expectStrut(strut);
 }
@@ -280,6 +293,10 @@ void StatusStrip::paintEvent(QPaintEvent* /*event*/) {
   QPainter(this).fillRect(rect(), menuBarColor(appearance));
 }
 
+QSize StatusStrip::pixelSize(const QSize& size) const {
+  return pixelsOfGeometry({target_.topLeft(), size}).size();
+}
+
 void StatusStrip::draw(const QSize& size) {
   if (!picture_) {
     update();
@@ -288,7 +305,7 @@ void StatusStrip::draw(const QSize& size) {
   }
   // Before the first place is known.
   if (target_.isEmpty()) return;
-  const StripPicture::Frame frame{.size = pixelsOfGeometry({target_.topLeft(), size}).size(),
+  const StripPicture::Frame frame{.size = pixelSize(size),
                                   .item = itemIn(size),
                                   .scale = devicePixelRatioF(),
                                   .appearance = systemAppearance()};

@@ -46,6 +46,8 @@ class StatusStrip : public QWidget {
   /// Lets the X server draw the window where it can.
   void drawByServer(xcb_window_t window);
   void updateName();
+  /// Where the X server draws, suppresses its reports of changed properties.
+  void mute(bool isMuted);
 
   void updateSurroundings();
   /// Moves the strip to its place. Costs nothing where it is there already.
@@ -56,6 +58,7 @@ class StatusStrip : public QWidget {
   /// The item's place in a strip of that size.
   [[nodiscard]] QRect itemIn(const QSize& strip) const;
   void placeButton();
+  [[nodiscard]] QSize pixelSize(const QSize& size) const;
   /// Draws the strip as it is with that size.
   void draw(const QSize& size);
   [[nodiscard]] QImage picture(const StripPicture::Frame& frame);

@@ -24,6 +24,9 @@ constexpr seconds kMappingTime{3};
 constexpr int kQuickAttempts = 4;
 constexpr seconds kPatience{30};
 
+/// As many requests are watched before a window manager counts as dependable.
+constexpr int kWatchedRequests = 3;
+
 constexpr std::uint32_t kMaxUnits = 64;
 
 xcb_get_property_cookie_t ask(xcb_connection_t* xcb, xcb_window_t window, xcb_atom_t name) {
@@ -69,6 +72,7 @@ void StripGuard::watch(xcb_window_t window) {
   wasReparented_ = false;
   ownStrutEvents_ = 0;
   mapping_.reset();
+  endAwaiting();
 }
 
 void StripGuard::expectMapping() {
@@ -86,7 +90,23 @@ void StripGuard::expectStrut(const Strut& strut) {
   ownStrutEvents_ += 2;
 }
 
+bool StripGuard::awaitSize(const QSize& size, bool wasInPlace) {
+  if (!wasInPlace) endAwaiting();
+  if (fulfilled_ == kWatchedRequests) {
+    awaited_ = size;
+  } else {
+    fulfilled_ += 1;
+  }
+  return awaited_.has_value();
+}
+
+void StripGuard::endAwaiting() {
+  fulfilled_ = 0;
+  if (std::exchange(awaited_, std::nullopt)) handlers_.sized();
+}
+
 void StripGuard::checkSoon() {
+  endAwaiting();
   const Duration delay = attempts_ < kQuickAttempts ? Duration(kSettlingTime) : kPatience;
   checking_ = MainQueue::main().schedule(delay, [this] { check(); });
 }
@@ -98,6 +118,8 @@ bool StripGuard::nativeEventFilter(const QByteArray& /*eventType*/, void* messag
     case XCB_PROPERTY_NOTIFY:
       noteProperty(as<xcb_property_notify_event_t>(event));
       break;
+    case XCB_CONFIGURE_NOTIFY:
+      return noteSize(as<xcb_configure_notify_event_t>(event));
     case XCB_REPARENT_NOTIFY:
       if (as<xcb_reparent_notify_event_t>(event).window == window_) {
         wasReparented_ = true;
@@ -138,6 +160,17 @@ void StripGuard::noteProperty(const xcb_property_notify_event_t& event) {
              event.atom == atoms._NET_WM_DESKTOP) {
     checkSoon();
   }
+}
+
+bool StripGuard::noteSize(const xcb_configure_notify_event_t& event) {
+  if (!awaited_ || event.window != window_) return false;
+  if (QSize(event.width, event.height) != awaited_) {
+    endAwaiting();
+    return false;
+  }
+  awaited_.reset();
+  handlers_.sized();
+  return true;
 }
 
 void StripGuard::check() {

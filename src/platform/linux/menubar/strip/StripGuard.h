@@ -3,6 +3,7 @@
 #include <xcb/xproto.h>
 
 #include <QAbstractNativeEventFilter>
+#include <QSize>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -14,8 +15,9 @@
 namespace vembrix {
 
 /// Restores a window after other programs have unmapped, closed or swallowed it, or removed its
-/// hints. Follows the X server's events of the window and queries it only after one. Main thread;
-/// needs a Qt application with X11.
+/// hints. Follows the X server's events of the window and queries it only after one. Keeps from Qt
+/// what a dependable window manager reports of a new size. Main thread; needs a Qt application with
+/// X11.
 class StripGuard : public QAbstractNativeEventFilter {
  public:
   struct Handlers {
@@ -25,6 +27,8 @@ class StripGuard : public QAbstractNativeEventFilter {
     std::function<void()> remake;
     /// Called when the window is as it should be, as far as known.
     std::function<void()> settled;
+    /// Ends what awaitSize() began.
+    std::function<void()> sized;
   };
 
   explicit StripGuard(Handlers handlers);
@@ -39,6 +43,11 @@ class StripGuard : public QAbstractNativeEventFilter {
   void expectMapping();
   /// To be called after each time that the program has set the window's strut.
   void expectStrut(const Strut& strut);
+  /// To be called when a shown window was asked to take that size, in pixels. `wasInPlace`: whether
+  /// it had the frame that was asked for before. Returns whether the window manager has done all
+  /// that was asked of it so far; the report of this size then does not reach Qt, which would ask
+  /// for the place and the margins and wait, and `sized` is called instead.
+  bool awaitSize(const QSize& size, bool wasInPlace);
   /// Checks the window after a moment.
   void checkSoon();
 
@@ -61,6 +70,9 @@ class StripGuard : public QAbstractNativeEventFilter {
   [[nodiscard]] bool isSwallowed() const;
   void check();
   void noteProperty(const xcb_property_notify_event_t& event);
+  /// Returns whether it is the awaited report.
+  bool noteSize(const xcb_configure_notify_event_t& event);
+  void endAwaiting();
 
   Handlers handlers_;
   xcb_window_t window_ = XCB_WINDOW_NONE;
@@ -71,6 +83,10 @@ class StripGuard : public QAbstractNativeEventFilter {
   int ownStrutEvents_ = 0;
   bool wasMapped_ = false;
   bool wasReparented_ = false;
+  /// Empty where none is, or where Qt is to have the report.
+  std::optional<QSize> awaited_;
+  /// Number of requests in succession after which the window was as requested.
+  int fulfilled_ = 0;
   /// Successive attempts without success.
   int attempts_ = 0;
   WorkItem checking_;

@@ -65,6 +65,7 @@ void StripPicture::setWindow(xcb_window_t window) {
       xcb_get_property_reply(xcb, protocolsAsked, nullptr)};
   window_ = window;
   shown_ = XCB_NONE;
+  isMuted_ = false;
   if (!geometry || !attributes || !protocols) return;
   if (!isForImages(*ewmh.screens[0], attributes->visual)) return;
   depth_ = geometry->depth;
@@ -75,7 +76,8 @@ void StripPicture::setWindow(xcb_window_t window) {
   xcb_change_window_attributes(xcb, window, XCB_CW_BIT_GRAVITY, &kForget);
 }
 
-void StripPicture::mute(bool isMuted) const {
+void StripPicture::mute(bool isMuted) {
+  if (std::exchange(isMuted_, isMuted) == isMuted) return;
   constexpr std::uint32_t kChanges = XCB_EVENT_MASK_PROPERTY_CHANGE;
   const std::uint32_t events = isMuted ? events_ & ~kChanges : events_;
   xcb_change_window_attributes(ewmhOfQt()->connection, window_, XCB_CW_EVENT_MASK, &events);

@@ -51,8 +51,8 @@ class StripPicture {
   void setWindow(xcb_window_t window);
 
   /// While muted, the server reports no change of the window's properties: each report wakes the
-  /// program, also that of its own change. For the requests in between alone.
-  void mute(bool isMuted) const;
+  /// program, also that of its own change. Costs nothing where it is so already.
+  void mute(bool isMuted);
 
   /// Shows a look, which `paint` paints where it is not known: an image of the frame's size. Costs
   /// nothing while the look is the same.
@@ -77,6 +77,7 @@ class StripPicture {
   std::uint8_t depth_ = 0;
   /// Those of Qt.
   std::uint32_t events_ = 0;
+  bool isMuted_ = false;
   /// The window's background; none for a new window.
   xcb_pixmap_t shown_ = XCB_NONE;
   /// The latest first.
