@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QMenu>
+#include <QMouseEvent>
 #include <QWidget>
 #include <chrono>
 
@@ -85,20 +86,33 @@ TEST_F(X11InputTest, WhatGoesToOwnWindowsDoesNotCount) {
   EXPECT_EQ(toldInAll(), 0);
 }
 
+class ClickedWindow : public QWidget {
+ public:
+  [[nodiscard]] int clicks() const { return clicks_; }
+
+ protected:
+  void mousePressEvent(QMouseEvent* /*event*/) override { clicks_ += 1; }
+
+ private:
+  int clicks_ = 0;
+};
+
 TEST_F(X11InputTest, AClickRightAfterThePointerCameOrWentIsNotMistaken) {
-  QWidget window;
+  ClickedWindow window;
   show(window);
   watch(LeftMouseDown);
   toldInAll();
-  for (int round = 0; round < 20; ++round) {
+  // The window manager holds back what follows a click until it has moved the focus, which is how
+  // the test knows that it is ready for the next one.
+  for (int round = 1; round <= 10; ++round) {
     client().movePointer(850, 550);
     client().clickButton(1);
+    ASSERT_TRUE(runUntil([&] { return window.clicks() == round && window.isActiveWindow(); }));
     client().movePointer(300, 200);
     client().clickButton(1);
+    ASSERT_TRUE(runUntil([&] { return told_ >= round && !window.isActiveWindow(); }));
   }
-  // The window manager has a hand in every click that gives a window the focus.
-  runUntil([&] { return told_ >= 20; });
-  EXPECT_EQ(toldInAll(), 20);
+  EXPECT_EQ(toldInAll(), 10);
 }
 
 TEST_F(X11InputTest, InputCountsAgainWhenTheWindowIsGone) {
