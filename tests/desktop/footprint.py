@@ -92,11 +92,12 @@ def print_requests():
 def measure_scale(crowd):
     good = True
     for desktops, windows in ((4, 0), (1024, 0), (1024, 3000)):
-        own, delay = costs.crowded_switches(crowd, desktops, windows)
-        good = good and delay <= LAST_SWITCH_LIMIT
+        own, strip, label = costs.crowded_switches(crowd, desktops, windows)
+        good = good and max(strip, label) <= LAST_SWITCH_LIMIT
         print(
             f"{desktops} desktops, {windows} windows, 200 switches a second: "
-            f"{own * 1e3:.2f} ms a switch, the last one shown after {delay * 1e3:.1f} ms",
+            f"{own * 1e3:.2f} ms a switch, the last one in the strip after {strip * 1e3:.1f} ms, "
+            f"its label after {label * 1e3:.1f} ms",
             flush=True,
         )
     return good

@@ -1,15 +1,16 @@
 // A crowded desktop for script/footprint --scale: makes windows that no window manager manages,
 // then switches desktops at a steady rate and measures how long after the last switch the strip
-// has its name.
+// has its name and its label is shown.
 //
 // Usage: crowd_program WINDOWS SWITCHES RATE
 //
 // Prints "ready" when the windows are there, and starts at the first line on standard input.
 // Then prints, in milliseconds: how long the window manager took for the last switch after it was
-// asked, and how long after that the strip had the desktop's name.
+// asked, and how long after that the strip had the desktop's name and the label was on the screen.
 
 #include <xcb/xcb.h>
 #include <xcb/xcb_ewmh.h>
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
@@ -35,6 +36,10 @@ class Crowd {
   Crowd() : xcb_(xcb_connect(nullptr, nullptr)) {
     xcb_ewmh_init_atoms_replies(&ewmh_, xcb_ewmh_init_atoms(xcb_, &ewmh_), nullptr);
     screen_ = ewmh_.screens[0];
+    constexpr std::string_view kRole = "WM_WINDOW_ROLE";
+    const XcbPtr<xcb_intern_atom_reply_t> role(xcb_intern_atom_reply(
+        xcb_, xcb_intern_atom_unchecked(xcb_, 0, kRole.size(), kRole.data()), nullptr));
+    if (role) role_ = role->atom;
   }
 
   void makeWindows(std::uint32_t count) {
@@ -68,9 +73,12 @@ class Crowd {
     const Clock::time_point switched = Clock::now();
     const std::string name = "Desktop " + std::to_string(last_ + 1);
     waitFor([&] { return text(strip, ewmh_._NET_WM_NAME) == name; });
-    const std::chrono::duration<double, std::milli> manager = switched - asked;
-    const std::chrono::duration<double, std::milli> program = Clock::now() - switched;
-    std::printf("%.1f %.1f\n", manager.count(), program.count());
+    const Clock::time_point named = Clock::now();
+    waitFor([&] { return isLabelShown(name); });
+    const Clock::time_point shown = Clock::now();
+    using Milliseconds = std::chrono::duration<double, std::milli>;
+    std::printf("%.1f %.1f %.1f\n", Milliseconds(switched - asked).count(),
+                Milliseconds(named - switched).count(), Milliseconds(shown - switched).count());
   }
 
  private:
@@ -103,26 +111,45 @@ class Crowd {
             static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
   }
 
-  /// The window of that role, of any depth; none where there is none.
-  xcb_window_t stripWithin(xcb_window_t parent) const {
-    constexpr std::string_view kRole = "WM_WINDOW_ROLE";
-    const XcbPtr<xcb_intern_atom_reply_t> role(xcb_intern_atom_reply(
-        xcb_, xcb_intern_atom_unchecked(xcb_, 0, kRole.size(), kRole.data()), nullptr));
-    const XcbPtr<xcb_query_tree_reply_t> tree(
+  [[nodiscard]] XcbPtr<xcb_query_tree_reply_t> tree(xcb_window_t parent) const {
+    return XcbPtr<xcb_query_tree_reply_t>(
         xcb_query_tree_reply(xcb_, xcb_query_tree_unchecked(xcb_, parent), nullptr));
-    if (!role || !tree) return XCB_NONE;
+  }
+
+  /// Returns the strip, of any depth; none where there is none.
+  xcb_window_t stripWithin(xcb_window_t parent) const {
+    const auto tree = this->tree(parent);
+    if (!tree) return XCB_NONE;
     const xcb_window_t* children = xcb_query_tree_children(tree.get());
     for (int i = xcb_query_tree_children_length(tree.get()) - 1; i >= 0; --i) {
-      if (text(children[i], role->atom) == "status-item") return children[i];
+      if (text(children[i], role_) == "status-item") return children[i];
       const xcb_window_t found = stripWithin(children[i]);
       if (found != XCB_NONE) return found;
     }
     return XCB_NONE;
   }
 
+  /// Returns whether a label with that name is among the topmost windows and on the screen.
+  bool isLabelShown(const std::string& name) const {
+    constexpr int kTopmost = 8;
+    const auto tree = this->tree(screen_->root);
+    if (!tree) return false;
+    const xcb_window_t* children = xcb_query_tree_children(tree.get());
+    const int count = xcb_query_tree_children_length(tree.get());
+    for (int i = std::max(count - kTopmost, 0); i < count; ++i) {
+      if (text(children[i], role_) != "label") continue;
+      if (text(children[i], ewmh_._NET_WM_NAME) != name) continue;
+      const XcbPtr<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+          xcb_, xcb_get_window_attributes_unchecked(xcb_, children[i]), nullptr));
+      if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE) return true;
+    }
+    return false;
+  }
+
   xcb_connection_t* xcb_;
   xcb_ewmh_connection_t ewmh_{};
   xcb_screen_t* screen_ = nullptr;
+  xcb_atom_t role_ = XCB_NONE;
   std::uint32_t last_ = 0;
 };
 

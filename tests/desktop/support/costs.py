@@ -124,7 +124,7 @@ def switches(command, count, period, settings=None, compositor=False):
 
 def crowded_switches(crowd, desktops, windows, switches=2000, rate=200):
     """The program's processor time for each of many switches in quick succession, and the
-    seconds from the last one until the strip has its name."""
+    seconds from the last one until the strip has its name and until its label is shown."""
     with Desktop(desktops=desktops) as desktop:
         desktop.run("xdotool", "mousemove", "720", "860")
         arguments = [crowd, str(windows), str(switches), str(rate)]
@@ -138,8 +138,8 @@ def crowded_switches(crowd, desktops, windows, switches=2000, rate=200):
             meter = Meter(desktop, process.popen.pid)
             client.stdin.write("go\n")
             client.stdin.flush()
-            _, delay = client.stdout.readline().split()
-            return meter.read().own / switches, float(delay) / 1e3
+            _, strip, label = client.stdout.readline().split()
+            return meter.read().own / switches, float(strip) / 1e3, float(label) / 1e3
 
 
 def drive(desktop, count, period, desktops=4):
