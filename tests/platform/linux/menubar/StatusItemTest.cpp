@@ -8,25 +8,30 @@
 #include <QImage>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QPalette>
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
+#include <cmath>
 #include <cstdlib>
 #include <memory>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "platform/Application.h"
 #include "platform/DropdownMenu.h"
 #include "platform/UserDefaults.h"
 #include "platform/linux/menubar/NativeDropdownMenu.h"
+#include "platform/linux/menubar/strip/StatusItemLabel.h"
 #include "platform/linux/support/TestSession.h"
 
 namespace vembrix {
 namespace {
 
 using Content = StatusItemContent;
+using testing::ElementsAre;
 
 constexpr Srgb kPink{1.0, 0.71, 0.76};
 constexpr QRgb kLightBar = qRgb(246, 246, 246);
@@ -141,38 +146,63 @@ class StatusItemTest : public testing::Test {
 
 // What it looks like
 
-TEST_F(StatusItemTest, TheFillCoversTheButtonFromEndToEnd) {
-  const QImage image = show(filled(" Desktop 1 "));
-  const int right = image.width() - 1;
-  ASSERT_EQ(image.height(), 24);
-  for (const int x : {0, 3, right}) {
-    EXPECT_EQ(image.pixel(x, 12), rgbOf(kPink)) << x;
+/// The lengths of the runs of equal pixels along a line.
+std::vector<int> runsOf(const QImage& image, QPoint place, const QPoint& step) {
+  std::vector<int> runs;
+  for (QRgb last = 0; image.valid(place); place += step) {
+    const QRgb pixel = image.pixel(place);
+    if (runs.empty() || pixel != last) runs.push_back(0);
+    runs.back() += 1;
+    last = pixel;
   }
-  for (const int x : {4, right - 4}) {
-    EXPECT_EQ(image.pixel(x, 0), kLightBar);
-    EXPECT_EQ(image.pixel(x, 1), rgbOf(kPink));
-    EXPECT_EQ(image.pixel(x, 22), rgbOf(kPink));
-    EXPECT_EQ(image.pixel(x, 23), kLightBar);
+  return runs;
+}
+
+TEST_F(StatusItemTest, TheBarFramesTheFillEvenly) {
+  const QImage image = show(filled(""));
+  ASSERT_EQ(image.size(), QSize(10, 24));
+  EXPECT_EQ(image.pixel(0, 12), kLightBar);
+  EXPECT_EQ(image.pixel(5, 12), rgbOf(kPink));
+  EXPECT_THAT(runsOf(image, {0, 12}, {1, 0}), ElementsAre(1, 8, 1));
+  EXPECT_THAT(runsOf(image, {5, 0}, {0, 1}), ElementsAre(1, 22, 1));
+}
+
+TEST_F(StatusItemTest, TheFillsEdgesAreSharpAndItsFrameIsEvenAtEveryScale) {
+  StatusItemLabel label;
+  label.setContent(filled(""));
+  for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0, 3.0}) {
+    const int across = static_cast<int>(std::lround(label.width() * scale));
+    const int down = static_cast<int>(std::lround(StatusItemLabel::kBarHeight * scale));
+    QImage image(across, down, QImage::Format_RGB32);
+    image.setDevicePixelRatio(scale);
+    image.fill(kLightBar);
+    QPainter painter(&image);
+    label.paint(painter, Appearance::Light);
+    painter.end();
+    const int rim = static_cast<int>(scale);
+    EXPECT_THAT(runsOf(image, {0, down / 2}, {1, 0}), ElementsAre(rim, across - 2 * rim, rim))
+        << scale;
+    EXPECT_THAT(runsOf(image, {across / 2, 0}, {0, 1}), ElementsAre(rim, down - 2 * rim, rim))
+        << scale;
   }
 }
 
 TEST_F(StatusItemTest, TheFillsCornersAreRound) {
   const QImage image = show(filled(" Desktop 1 "));
-  const int right = image.width() - 1;
-  for (const int x : {0, right}) {
+  for (const int x : {1, image.width() - 2}) {
     for (const int y : {1, 22}) {
       EXPECT_GT(distance(image.pixel(x, y), rgbOf(kPink)), 10) << x << " " << y;
     }
   }
   // Three points on, the edge is straight.
-  EXPECT_EQ(image.pixel(0, 5), rgbOf(kPink));
-  EXPECT_EQ(image.pixel(3, 1), rgbOf(kPink));
+  EXPECT_EQ(image.pixel(1, 5), rgbOf(kPink));
+  EXPECT_EQ(image.pixel(4, 1), rgbOf(kPink));
 }
 
 TEST_F(StatusItemTest, WithoutARadiusTheCornersAreSquare) {
   Content content = filled(" Desktop 1 ");
   content.cornerRadius = 0;
-  EXPECT_EQ(show(content).pixel(0, 1), rgbOf(kPink));
+  EXPECT_EQ(show(content).pixel(1, 1), rgbOf(kPink));
 }
 
 TEST_F(StatusItemTest, TheTitleIsInItsOwnColor) {

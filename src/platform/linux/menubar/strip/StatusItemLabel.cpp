@@ -10,6 +10,7 @@
 #include "platform/linux/Conversions.h"
 #include "platform/linux/TextMetrics.h"
 #include "platform/linux/menubar/strip/MenuPalette.h"
+#include "platform/linux/support/PixelGrid.h"
 
 namespace vembrix {
 namespace {
@@ -105,7 +106,10 @@ void StatusItemLabel::paint(QPainter& painter, Appearance appearance) {
   painter.fillRect(0, 0, width(), kBarHeight, menuBarColor(appearance));
   painter.setRenderHint(QPainter::Antialiasing);
   if (content_.fill) {
-    const QRectF button(0, (kBarHeight - kButtonHeight) / 2.0, width(), kButtonHeight);
+    // The bar ends with the item, so it frames the fill evenly.
+    const double rim = pointLine(painter);
+    const QRectF bar = onPixels(painter, QRectF(0, 0, width(), kBarHeight));
+    const QRectF button = bar.adjusted(rim, rim, -rim, -rim);
     painter.setPen(Qt::NoPen);
     painter.setBrush(nativeColor(*content_.fill, appearance));
     painter.drawRoundedRect(button, content_.cornerRadius, content_.cornerRadius);

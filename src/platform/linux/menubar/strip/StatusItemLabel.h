@@ -14,9 +14,8 @@ namespace vembrix {
 /// application.
 class StatusItemLabel {
  public:
-  /// Height of the menu bar, and of the button on it that the fill covers.
+  /// Height of the menu bar.
   static constexpr int kBarHeight = 24;
-  static constexpr int kButtonHeight = 22;
 
   StatusItemLabel();
 
