@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "platform/WindowServer.h"
 #include "platform/linux/labels/BareWindow.h"
@@ -26,8 +27,11 @@ PanelStage& PanelStage::shared() {
 
 PanelStage::PanelStage() {
   chosenWindows().watch([this] { updateSoon(); });
-  observation_ = NotificationCenter::workspace().addObserver(notification::kActiveSpaceDidChange,
-                                                             [this] { updateSoon(); });
+  observation_ =
+      NotificationCenter::workspace().addObserver(notification::kActiveSpaceDidChange, [this] {
+        isSpaceNew_ = true;
+        updateSoon();
+      });
   connect(&Compositor::shared(), &Compositor::changed, this, [this] {
     for (BareWindow* panel : panels_) panel->update();
     updateSoon();
@@ -49,8 +53,16 @@ void PanelStage::update() {
   WindowServer& server = WindowServer::shared();
   const auto active = server.CGSGetActiveSpace(server.CGSMainConnectionID());
   const SpaceWindows& windows = chosenWindows();
+  const bool isSpaceNew = std::exchange(isSpaceNew_, false);
   for (BareWindow* panel : panels_) {
+    const bool wasShown = panel->isShown();
     panel->setOnScreen(active != 0 && windows.isOnScreen(panel->number(), active));
+    // Some window managers put their picture of the desktops in front at each switch. A panel that
+    // comes up now is in front of it already.
+    if (isSpaceNew && wasShown && panel->isShown()) {
+      panel->raise();
+      noteShown(*panel);
+    }
   }
 }
 

@@ -25,7 +25,7 @@ class PanelStage : public QObject {
   /// Updates after the current event.
   void updateSoon();
 
-  /// To be called when a panel was shown in front of all others: raises those of higher levels
+  /// To be called when a panel was put in front of all others: raises those of higher levels
   /// again, and frees the pictures of all but the latest hidden panels.
   void noteShown(BareWindow& panel);
 
@@ -39,6 +39,8 @@ class PanelStage : public QObject {
   std::vector<BareWindow*> shown_;
   Observation observation_;
   WorkItem updating_;
+  /// Since the latest update.
+  bool isSpaceNew_ = false;
 };
 
 }  // namespace vembrix

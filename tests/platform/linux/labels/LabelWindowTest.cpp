@@ -51,6 +51,23 @@ class LabelWindowTest : public testing::Test {
     return window;
   }
 
+  static std::unique_ptr<TourOverlay> makeOverlay() {
+    TourOverlayContent content;
+    content.frame = {460, 400, 520, 96};
+    content.collectionBehavior = CanJoinAllSpaces;
+    content.text = "Stand by";
+    auto overlay = TourOverlay::create(content);
+    overlay->show(milliseconds(0));
+    return overlay;
+  }
+  /// The overlay's window, when it is seen.
+  xcb_window_t overlayWindow() {
+    const auto overlays = [&] { return client().windowsOfRole("tour-overlay"); };
+    EXPECT_TRUE(
+        runUntil([&] { return overlays().size() == 1 && client().isMapped(overlays()[0]); }));
+    return overlays()[0];
+  }
+
   std::vector<xcb_window_t> windows() { return client().windowsOfRole("label"); }
   /// Those that are seen.
   std::vector<std::string> shown() {
@@ -210,17 +227,25 @@ TEST_F(LabelWindowTest, ComesUpInFrontAtEachShowing) {
 }
 
 TEST_F(LabelWindowTest, TheOverlayStandsAboveALabelThatComesUpLater) {
-  TourOverlayContent content;
-  content.frame = {460, 400, 520, 96};
-  content.collectionBehavior = CanJoinAllSpaces;
-  content.text = "Stand by";
-  const auto overlay = TourOverlay::create(content);
-  overlay->show(milliseconds(0));
-  const auto overlays = [&] { return client().windowsOfRole("tour-overlay"); };
-  ASSERT_TRUE(runUntil([&] { return overlays().size() == 1 && client().isMapped(overlays()[0]); }));
+  const auto overlay = makeOverlay();
+  const xcb_window_t above = overlayWindow();
   const auto label = make("Mail");
   ASSERT_TRUE(runUntilShown({"Mail"}));
-  EXPECT_TRUE(runUntil([&] { return client().stack().back() == overlays()[0]; }));
+  EXPECT_TRUE(runUntil([&] { return client().stack().back() == above; }));
+}
+
+TEST_F(LabelWindowTest, TheOverlayStandsAboveWhatComesUpAtASwitch) {
+  const auto label = make("Mail");
+  const xcb_window_t other = window();
+  const auto overlay = makeOverlay();
+  const xcb_window_t above = overlayWindow();
+  for (const std::uint32_t desktop : {1, 2}) {
+    // As a window manager that shows where one is.
+    client().raise(other);
+    ASSERT_TRUE(runUntil([&] { return client().stack().back() == other; }));
+    ASSERT_TRUE(client().goToDesktop(desktop));
+    EXPECT_TRUE(runUntil([&] { return client().stack().back() == above; })) << desktop;
+  }
 }
 
 TEST_F(LabelWindowTest, HiddenByAnotherProgramItComesBackAtItsNextShowing) {
