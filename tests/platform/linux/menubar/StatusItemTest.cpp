@@ -331,6 +331,16 @@ TEST_F(StatusItemTest, AWideTitleThatRunsToTheLeftIsCutOffThere) {
   EXPECT_EQ(image, show(fixed(filled(name + " שולחן"))));
 }
 
+TEST_F(StatusItemTest, AWideTitleIsCutOffWithTheFill) {
+  for (const std::string& name :
+       {std::string(60, 'M'), std::string("שולחן עבודה שולחן עבודה שולחן")}) {
+    const QImage image = show(fixed(filled(name)));
+    for (const int x : {0, image.width() - 1}) {
+      EXPECT_EQ(count(image.copy(x, 0, 1, image.height()), kLightBar), image.height()) << name;
+    }
+  }
+}
+
 TEST_F(StatusItemTest, ANarrowTitleStandsInTheMiddleOfAFixedWidth) {
   const QImage image = show(fixed(filled(" H ")));
   int left = 0;

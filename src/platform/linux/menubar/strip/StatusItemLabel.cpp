@@ -113,6 +113,8 @@ void StatusItemLabel::paint(QPainter& painter, Appearance appearance) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(nativeColor(*content_.fill, appearance));
     painter.drawRoundedRect(button, content_.cornerRadius, content_.cornerRadius);
+    // A title that is too wide is cut there.
+    painter.setClipRect(button.adjusted(0, -rim, 0, rim), Qt::IntersectClip);
   }
   const QColor ink = inkOf(content_, appearance);
   if (const auto* image = std::get_if<TemplateImage>(&content_.label)) {
