@@ -25,6 +25,8 @@ RowEditField::RowEditField(KeyFilter filter, QWidget* parent)
     : QLineEdit(parent), filter_(std::move(filter)) {
   setFrame(false);
   setTextMargins(2, 0, 2, 0);
+  // Where the row has the name, also one that runs to the left.
+  setAlignment(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter);
   // A menu over the menu would end it.
   setContextMenuPolicy(Qt::NoContextMenu);
 }

@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -394,6 +395,23 @@ TEST_F(VembrixSpaceRowViewTest, NamesThatRunToTheLeftBeginBesideTheDotToo) {
     const auto [first, last] = inkOf(pictureOf(open({desktopOf(name)}), Qt::white));
     EXPECT_NEAR(first, kTextLeft, 3) << name;
     EXPECT_LT(last, kTextLeft + 60) << name;
+  }
+}
+
+TEST_F(VembrixSpaceRowViewTest, ANameKeepsItsSideWhenItIsEdited) {
+  for (const char* name : {"Mail", "דואר", "بريد"}) {
+    user_.widget().close();
+    VembrixSpaceRowView& row = open({desktopOf(name)});
+    const int first = inkOf(pictureOf(row, Qt::white)).first;
+    user_.clickPencil(row);
+    RowEditField& field = row.editField();
+    const auto caret = [&field] {
+      return field.inputMethodQuery(Qt::ImCursorRectangle).toRectF().center().x();
+    };
+    field.home(false);
+    const double begin = caret();
+    field.end(false);
+    EXPECT_NEAR(field.x() + std::min(begin, caret()), first, 6) << name;
   }
 }
 
