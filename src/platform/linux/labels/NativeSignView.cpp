@@ -42,7 +42,9 @@ void NativeSignView::paint(QPainter& painter, const QRectF& panel, Backing backi
   fillPanel(painter, panel, cornerRadius_, nativeColor(look_.fill), backing);
   if (const double width = look_.borderWidth; width > 0) {
     QPainterPath rim;
-    rim.addRoundedRect(panel, cornerRadius_, cornerRadius_);
+    // On an opaque backing the corners are cut off later, through the middle of the rim's colour.
+    const double outer = backing == Backing::Opaque ? 0 : cornerRadius_;
+    rim.addRoundedRect(panel, outer, outer);
     const double inner = std::max(cornerRadius_ - width, 0.0);
     rim.addRoundedRect(panel.adjusted(width, width, -width, -width), inner, inner);
     painter.fillPath(rim, nativeColor(look_.rim));

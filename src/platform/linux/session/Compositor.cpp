@@ -2,8 +2,9 @@
 
 #include <xcb/xfixes.h>
 
+#include <QBitmap>
 #include <QCoreApplication>
-#include <QPainterPath>
+#include <QPainter>
 #include <utility>
 
 #include "platform/linux/support/XcbEvent.h"
@@ -66,9 +67,17 @@ bool Compositor::nativeEventFilter(const QByteArray& /*eventType*/, void* messag
 }
 
 QRegion roundedShape(const QRectF& rect, qreal radius) {
-  QPainterPath path;
-  path.addRoundedRect(rect, radius, radius);
-  return {path.toFillPolygon().toPolygon()};
+  const QRect bounds = rect.toAlignedRect();
+  QBitmap mask(bounds.size());
+  mask.clear();
+  // Its pixels are those whose centres are inside: a polygon would show its corners.
+  QPainter painter(&mask);
+  painter.translate(-bounds.topLeft());
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(Qt::color1);
+  painter.drawRoundedRect(rect, radius, radius);
+  painter.end();
+  return QRegion(mask).translated(bounds.topLeft());
 }
 
 }  // namespace vembrix

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cmath>
 #include <functional>
 #include <vector>
 
@@ -16,6 +17,7 @@
 #include "platform/linux/labels/AlphaFade.h"
 #include "platform/linux/labels/BareWindow.h"
 #include "platform/linux/labels/PanelStage.h"
+#include "platform/linux/session/Compositor.h"
 #include "platform/linux/support/TestSession.h"
 
 namespace vembrix {
@@ -145,6 +147,28 @@ TEST_F(SignWindowTest, OnAnOpaqueBackingEveryPixelOfThePanelIsOpaque) {
   const QImage image = picture(1, Backing::Opaque);
   for (int y = 0; y < image.height(); ++y) {
     for (int x = 0; x < image.width(); ++x) ASSERT_EQ(image.pixelColor(x, y).alpha(), 255);
+  }
+}
+
+TEST_F(SignWindowTest, WithoutACompositorTheCornersAreRoundAndTheRimIsEven) {
+  make();
+  for (const double scale : {1.0, 1.5, 2.0}) {
+    const QImage image = picture(scale, Backing::Opaque);
+    const double radius = 40 * scale;
+    const QRegion shape = roundedShape(QRectF(image.rect()), radius);
+    EXPECT_EQ(shape.boundingRect(), image.rect());
+    for (int y = 0; y < radius; ++y) {
+      for (int x = 0; x < radius; ++x) {
+        const double depth = radius - std::hypot(x + 0.5 - radius, y + 0.5 - radius);
+        const bool isInside = shape.contains(QPoint(x, y));
+        if (std::abs(depth) > 0.1) {
+          EXPECT_EQ(isInside, depth > 0) << x << " " << y << " at " << scale;
+        }
+        if (isInside && depth < 3 * scale) {
+          EXPECT_EQ(image.pixelColor(x, y), QColor(0, 255, 0)) << x << " " << y << " at " << scale;
+        }
+      }
+    }
   }
 }
 
