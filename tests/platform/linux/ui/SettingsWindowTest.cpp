@@ -18,6 +18,8 @@
 #include <QWheelEvent>
 #include <QWindow>
 #include <QtTest/QTest>
+#include <array>
+#include <chrono>
 #include <cmath>
 #include <memory>
 #include <stdexcept>
@@ -391,6 +393,34 @@ TEST_F(SettingsWindowTest, AWrappingTextTakesTheLinesThatItNeeds) {
   EXPECT_GE(label.height(), 5 * QFontMetrics(label.font()).height());
 }
 
+/// How often the widget is painted while nobody does anything.
+int paintingsAtRest(QWidget& widget) {
+  class Counter : public QObject {
+   public:
+    bool eventFilter(QObject* /*object*/, QEvent* event) override {
+      if (event->type() == QEvent::Paint) count += 1;
+      return false;
+    }
+    int count = 0;
+  };
+  runFor(std::chrono::milliseconds(50));
+  Counter counter;
+  widget.installEventFilter(&counter);
+  widget.update();
+  runFor(std::chrono::milliseconds(200));
+  return counter.count;
+}
+
+TEST_F(SettingsWindowTest, AFocusedControlIsNotPaintedOverAndOver) {
+  show({row(boxOf("Box")), row(popupOf("Popup"))});
+  for (QWidget* focused :
+       std::array<QWidget*, 2>{&control<QCheckBox>("Box"), &control<QComboBox>("Popup")}) {
+    focused->setFocus(Qt::TabFocusReason);
+    ASSERT_EQ(QApplication::focusWidget(), focused);
+    EXPECT_EQ(paintingsAtRest(*focused), 1) << focused->accessibleName().toStdString();
+  }
+}
+
 // Colour wells
 
 class ColorWellTest : public SettingsWindowTest {
@@ -473,6 +503,13 @@ TEST_F(ColorWellTest, TheDialogOffersTheSwatchesRowByRowAndThenItsOwn) {
   swatches_.clear();
   openDialog("Desktop 1")->reject();
   EXPECT_EQ(QColorDialog::standardColor(47), last) << "Qt's own come back";
+}
+
+TEST_F(ColorWellTest, AFocusedControlOfTheDialogIsNotPaintedOverAndOver) {
+  showWells(1);
+  QWidget* focused = openDialog("Desktop 1")->focusWidget();
+  ASSERT_NE(focused, nullptr);
+  EXPECT_EQ(paintingsAtRest(*focused), 1);
 }
 
 TEST(ColorDialogTest, StandsBesideTheWindowWhereThereIsRoom) {

@@ -22,12 +22,8 @@ namespace {
 
 using namespace control_metrics;
 
-struct Shape {
-  QRectF rect;
-  double radius = 0;
-};
+using Shape = FocusRing::Shape;
 
-/// What the ring is drawn around, in the control's coordinates; empty for none.
 Shape shapeOf(const QWidget& control) {
   const QRectF whole = control.rect();
   if (qobject_cast<const QCheckBox*>(&control)) {
@@ -116,9 +112,10 @@ bool FocusRing::eventFilter(QObject* object, QEvent* event) {
     case QEvent::Resize:
       if (control_) place();
       break;
-    // A slider's knob has moved.
     case QEvent::Paint:
-      if (isControl) update();
+      // A slider's knob may have moved. Else the ring has been painted with the control; painting
+      // it anew would paint the control below it anew, and so on.
+      if (isControl && shapeOf(*control_) != drawn_) update();
       break;
     case QEvent::Hide:
     case QEvent::Destroy:
@@ -134,8 +131,8 @@ void FocusRing::paintEvent(QPaintEvent* /*event*/) {
   if (!control_) return;
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  const Shape shape = shapeOf(*control_);
-  paintFocusRing(painter, shape.rect.translated(outset(), outset()), shape.radius,
+  drawn_ = shapeOf(*control_);
+  paintFocusRing(painter, drawn_.rect.translated(outset(), outset()), drawn_.radius,
                  appearanceOf(palette()));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QRectF>
 #include <QWidget>
 #include <vector>
 
@@ -13,6 +14,13 @@ class FocusRing : public QWidget {
   Q_OBJECT
 
  public:
+  /// What the ring is drawn around, in the control's coordinates; empty for none.
+  struct Shape {
+    QRectF rect;
+    double radius = 0;
+    bool operator==(const Shape&) const = default;
+  };
+
   /// The area owns the ring as its parent.
   explicit FocusRing(QWidget* area);
   ~FocusRing() override;
@@ -30,6 +38,8 @@ class FocusRing : public QWidget {
 
   QWidget& area_;
   QPointer<QWidget> control_;
+  /// At the latest painting.
+  Shape drawn_;
   /// The control and what it moves with.
   std::vector<QPointer<QWidget>> watched_;
 };
