@@ -10,6 +10,7 @@
 #include <QWindow>
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "platform/linux/Conversions.h"
 #include "platform/linux/ui/controls/ControlStyle.h"
@@ -132,10 +133,19 @@ void ColorDialog::openBeside(const QWidget& well) {
   if (columns && sizeHint().height() + frame.height() > free.height()) {
     columns->setDirection(QBoxLayout::LeftToRight);
   }
-  move(placeBeside(window.frameGeometry(), placeOf(well), sizeHint() + frame, free));
+  place_ = placeBeside(window.frameGeometry(), placeOf(well), sizeHint() + frame, free);
+  move(*place_);
   winId();
   hideFromTaskLists(*windowHandle());
   open();
+}
+
+void ColorDialog::changeEvent(QEvent* event) {
+  QColorDialog::changeEvent(event);
+  if (event->type() != QEvent::ActivationChange || !isActiveWindow()) return;
+  // Placed by the window manager, and not moved by the user yet.
+  const auto place = std::exchange(place_, std::nullopt);
+  if (place && frameGeometry().intersects(placeOf(*parentWidget()))) move(*place);
 }
 
 void ColorDialog::done(int result) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QColorDialog>
+#include <QPoint>
+#include <optional>
 #include <vector>
 
 namespace vembrix {
@@ -15,15 +17,19 @@ class ColorDialog : public QColorDialog {
   ColorDialog(const QColor& color, const std::vector<QColor>& swatches, QWidget& well);
 
   /// Shows it beside the well's window where the screen has room for it, and in any case so that
-  /// the well is seen.
+  /// the well is seen. A window manager that puts dialogs over their windows is asked once more.
   void openBeside(const QWidget& well);
 
  protected:
+  void changeEvent(QEvent* event) override;
   void done(int result) override;
 
  private:
   void takeOnControls();
   void arrangeParts();
+
+  /// Until it has the keyboard for the first time.
+  std::optional<QPoint> place_;
 };
 
 /// Returns the place of a dialog of that size in the free part of a screen: beside the window if

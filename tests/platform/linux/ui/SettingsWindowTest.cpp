@@ -512,6 +512,23 @@ TEST_F(ColorWellTest, AFocusedControlOfTheDialogIsNotPaintedOverAndOver) {
   EXPECT_EQ(paintingsAtRest(*focused), 1);
 }
 
+TEST_F(ColorWellTest, TheDialogLeavesThePlaceOverTheWellThatAWindowManagerGivesIt) {
+  showWells(1);
+  ColorDialog* dialog = openDialog("Desktop 1");
+  const QWidget& well = control<ColorWell>("Desktop 1");
+  const QRect place(well.mapToGlobal(QPoint()), well.size());
+  const QPoint beside = dialog->pos();
+  ASSERT_FALSE(dialog->frameGeometry().intersects(place));
+  const QPoint over = place.center() - dialog->rect().center();
+  dialog->move(over);
+  EXPECT_TRUE(runUntil([&] { return dialog->pos() == beside; }));
+  // The user may cover it.
+  dialog->move(over);
+  dialog->repaint();
+  runFor(std::chrono::milliseconds(20));
+  EXPECT_TRUE(dialog->frameGeometry().intersects(place));
+}
+
 TEST(ColorDialogTest, StandsBesideTheWindowWhereThereIsRoom) {
   const QRect whole(0, 24, 1440, 876);
   const auto place = [](const QRect& window, const QRect& screen) {
