@@ -8,7 +8,7 @@
 #include <unordered_set>
 
 #include "labels/Sign.h"
-#include "platform/ISSDirection.h"
+#include "platform/DockSwipeEvent.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
 #include "platform/TourOverlay.h"

@@ -2,16 +2,32 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
+
+#include "platform/EventTap.h"
 
 namespace vembrix {
 
-/// The fields of the gesture event that moves between Spaces, by their numbers in the system's
-/// events.
+/// The direction to a neighbouring Space. Right leads to Spaces later in the list.
+enum class ISSDirection { Left = 0, Right = 1 };
+
+/// Returns 1 for right, -1 for left: the sign of a swipe's progress and velocity, and the places to
+/// go in the list of Spaces.
+constexpr int signOf(ISSDirection direction) {
+  return direction == ISSDirection::Right ? 1 : -1;
+}
+
+/// Returns the direction of a progress or velocity; right for 0.
+constexpr ISSDirection directionOf(double signedValue) {
+  return signedValue >= 0 ? ISSDirection::Right : ISSDirection::Left;
+}
+
+/// The numbers of the fields of the gesture event that moves between Spaces, and their values.
 namespace dockswipe {
 
 enum Field : int {
-  /// Integer: the process that posted the event; 0 for a device. Where the system names a process
-  /// for devices, too, 0 for every event that this program did not post.
+  /// Integer: the process that posted the event; 0 for a device. On systems that name a process for
+  /// devices, too, 0 for every event that this program did not post.
   SourceProcess = 41,
   /// Integer: kDockControl.
   EventType = 55,
@@ -36,6 +52,22 @@ inline constexpr std::int64_t kHorizontal = 1;
 
 }  // namespace dockswipe
 
+/// One event of a swipe between Spaces.
+struct SwipeMoment {
+  dockswipe::Phase phase = dockswipe::Begin;
+  /// Spaces crossed so far; positive to the right.
+  double progress = 0;
+  /// Positive to the right.
+  double velocity = 0;
+
+  /// Returns the direction of the velocity or, at rest, of the progress; right if both are 0.
+  [[nodiscard]] ISSDirection direction() const {
+    return directionOf(velocity != 0 ? velocity : progress);
+  }
+
+  bool operator==(const SwipeMoment&) const = default;
+};
+
 /// Takes the numbered fields of an event. Main thread.
 class EventFields {
  public:
@@ -45,6 +77,13 @@ class EventFields {
  protected:
   ~EventFields() = default;
 };
+
+/// Sets the numbered fields of an event.
+void setFields(EventFields& event, const SwipeMoment& moment);
+
+/// Reads the numbered fields of an event; empty for other events and unknown phases. Rejects events
+/// that are no swipe by two fields, before it reads any other.
+std::optional<SwipeMoment> swipeMoment(const TappedEvent& event);
 
 /// A synthetic gesture event. Main thread. A posted event has no effect without the permission for
 /// Accessibility.

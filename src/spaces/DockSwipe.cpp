@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "platform/MainQueue.h"
-#include "platform/SwipeMoment.h"
 
 namespace vembrix {
 namespace {

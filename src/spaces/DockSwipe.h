@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ISSDirection.h"
+#include "platform/DockSwipeEvent.h"
 
 namespace vembrix {
 

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/ISSDirection.h"
+#include "platform/DockSwipeEvent.h"
 #include "platform/NotificationCenter.h"
 #include "platform/PropertyList.h"
 #include "spaces/DesktopView.h"

@@ -1,7 +1,6 @@
 #include "spaces/SwipeWatcher.h"
 
 #include "platform/MainQueue.h"
-#include "platform/SwipeMoment.h"
 #include "platform/SystemLog.h"
 
 namespace vembrix {

@@ -3,8 +3,8 @@
 #include <functional>
 #include <memory>
 
+#include "platform/DockSwipeEvent.h"
 #include "platform/EventTap.h"
-#include "platform/ISSDirection.h"
 
 namespace vembrix {
 

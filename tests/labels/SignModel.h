@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "labels/SignModelDesktop.h"
+#include "platform/DockSwipeEvent.h"
 #include "platform/EventTap.h"
 #include "platform/Geometry.h"
-#include "platform/ISSDirection.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
 #include "platform/SignWindow.h"

@@ -2,8 +2,8 @@
 
 #include <functional>
 
+#include "platform/DockSwipeEvent.h"
 #include "platform/EventTap.h"
-#include "platform/ISSDirection.h"
 
 namespace vembrix {
 

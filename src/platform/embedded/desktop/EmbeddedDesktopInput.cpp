@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/SwipeMoment.h"
+#include "platform/DockSwipeEvent.h"
 #include "platform/embedded/desktop/EmbeddedDesktop.h"
 
 namespace vembrix {

@@ -4,8 +4,6 @@
 #include <cmath>
 #include <utility>
 
-#include "platform/SwipeMoment.h"
-
 namespace vembrix {
 namespace {
 

@@ -1,4 +1,4 @@
-#include "platform/SwipeMoment.h"
+#include "platform/DockSwipeEvent.h"
 
 #include <gmock/gmock.h>
 

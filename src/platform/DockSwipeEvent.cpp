@@ -1,4 +1,4 @@
-#include "platform/SwipeMoment.h"
+#include "platform/DockSwipeEvent.h"
 
 namespace vembrix {
 namespace {
