@@ -13,7 +13,6 @@
 #include "platform/DockSwipeEvent.h"
 #include "platform/NotificationCenter.h"
 #include "platform/PropertyList.h"
-#include "spaces/DesktopView.h"
 #include "spaces/SpaceInfo.h"
 
 namespace vembrix {

@@ -1,4 +1,4 @@
-#include "spaces/DesktopView.h"
+#include "spaces/SpaceInfo.h"
 
 #include <gmock/gmock.h>
 
