@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "labels/SignAppearance.h"
-#include "labels/SignScreen.h"
 #include "labels/SpaceSignWindowController.h"
 #include "platform/SystemLog.h"
 #include "platform/TextSize.h"
@@ -53,6 +52,13 @@ bool isExactly(const PropertyList::Array& answer, std::uint64_t space) {
 }
 
 }  // namespace
+
+const Screen& SpaceSignWindowController::signScreen() {
+  const Screens& screens = Screens::shared();
+  if (const Screen* main = screens.mainScreen()) return *main;
+  if (screens.all().empty()) programmingError("there is no screen for the labels");
+  return screens.all().front();
+}
 
 Rect SpaceSignWindowController::signFrame(std::string_view text) {
   const Rect screen = signScreen().frame;

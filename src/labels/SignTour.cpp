@@ -1,7 +1,5 @@
 // The labels during the tour after launch, and the overlay that covers it.
 
-#include "labels/FadeTime.h"
-#include "labels/SignScreen.h"
 #include "labels/SpaceSignWindowController.h"
 
 namespace vembrix {
@@ -13,8 +11,8 @@ constexpr Size kOverlaySize{520, 96};
 constexpr milliseconds kFadeIn{200};
 constexpr milliseconds kFadeOut{250};
 
-TourOverlayContent overlayContent() {
-  return {.frame = centered(kOverlaySize, signScreen().frame),
+TourOverlayContent overlayContent(const Rect& screen) {
+  return {.frame = centered(kOverlaySize, screen),
           .level = WindowLevel::Status,
           // The overlay is in every Space.
           .collectionBehavior = CanJoinAllSpaces | Stationary | IgnoresCycle,
@@ -43,7 +41,7 @@ void SpaceSignWindowController::tourDidEnd() {
 
 void SpaceSignWindowController::showTourOverlay() {
   if (tourOverlayWindow_) return;
-  tourOverlayWindow_ = TourOverlay::create(overlayContent());
+  tourOverlayWindow_ = TourOverlay::create(overlayContent(signScreen().frame));
   tourOverlayWindow_->show(fadeTime(kFadeIn));
 }
 

@@ -4,8 +4,8 @@
 #include <array>
 #include <vector>
 
-#include "labels/FadeTime.h"
 #include "labels/SpaceSignWindowController.h"
+#include "platform/Application.h"
 #include "platform/InputMonitor.h"
 #include "settings/PreferencesStore.h"
 #include "spaces/SpaceManager.h"
@@ -47,6 +47,10 @@ const SpaceInfo* neighbor(ISSDirection direction) {
 }
 
 }  // namespace
+
+Duration SpaceSignWindowController::fadeTime(Duration usual) {
+  return Application::shared().reducesMotion() ? Duration::zero() : usual;
+}
 
 void SpaceSignWindowController::showAll() {
   if (!PreferencesStore::shared().showSignAfterSelection() ||

@@ -11,6 +11,7 @@
 #include "platform/DockSwipeEvent.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
+#include "platform/Screens.h"
 #include "platform/TourOverlay.h"
 #include "platform/WindowServer.h"
 #include "spaces/SpaceInfo.h"
@@ -50,7 +51,10 @@ class SpaceSignWindowController : public std::enable_shared_from_this<SpaceSignW
   void ensureSignForActiveSpace();
   /// Creates a label in the active Space, in front of the others.
   Sign& makeSign(const SpaceInfo& space, IncludingActive includingActive, double alpha);
-  /// Returns a frame of the size that the name needs, in the middle of the main screen.
+  /// Returns the screen of labels and the tour's overlay: the main screen, else the first one. Ends
+  /// the program if there is none, as a running desktop always has one. Valid until the next event.
+  static const Screen& signScreen();
+  /// Returns a frame of the size that the name needs, in the middle of that screen.
   static Rect signFrame(std::string_view text);
   /// Resizes every label whose Space is listed to its present name.
   void layOutSigns();
@@ -67,6 +71,8 @@ class SpaceSignWindowController : public std::enable_shared_from_this<SpaceSignW
 
   // Visibility
 
+  /// Returns the duration of a fade: `usual`, or zero if the user wants less motion.
+  static Duration fadeTime(Duration usual);
   void hideAll();
   void flashActiveSign();
   /// Hides the label of the Space in which the user has arrived.

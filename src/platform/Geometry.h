@@ -31,4 +31,10 @@ constexpr bool contains(const Rect& rect, const Point& point) {
          point.y < rect.y + rect.height;
 }
 
+/// Returns a rectangle of that size, centred in `rect`.
+constexpr Rect centered(const Size& size, const Rect& rect) {
+  return {rect.x + rect.width / 2 - size.width / 2, rect.y + rect.height / 2 - size.height / 2,
+          size.width, size.height};
+}
+
 }  // namespace vembrix
