@@ -1,5 +1,7 @@
 #include "settings/CodableColor.h"
 
+#include "platform/Json.h"
+
 namespace vembrix {
 
 PropertyList encode(const CodableColor& color) {
@@ -26,6 +28,30 @@ std::optional<SpaceColorConfig> decodeSpaceColorConfig(const PropertyList& value
   const auto background = decodeCodableColor(value["background"]);
   if (!foreground || !background) return std::nullopt;
   return SpaceColorConfig{*foreground, *background};
+}
+
+std::optional<PropertyList> encode(const SpaceColors& colors) {
+  PropertyList::Dictionary dictionary;
+  for (const auto& [uuid, config] : colors) dictionary.emplace(uuid, encode(config));
+  const std::optional<std::string> text = encodeJson(PropertyList(std::move(dictionary)));
+  if (!text) return std::nullopt;
+  return PropertyList(PropertyList::Data(text->begin(), text->end()));
+}
+
+SpaceColors decodeSpaceColors(const PropertyList& value) {
+  const PropertyList::Data* data = value.asData();
+  if (!data) return {};
+  const std::optional<PropertyList> json =
+      decodeJson({reinterpret_cast<const char*>(data->data()), data->size()});
+  const PropertyList::Dictionary* dictionary = json ? json->asDictionary() : nullptr;
+  if (!dictionary) return {};
+  SpaceColors colors;
+  for (const auto& [uuid, entry] : *dictionary) {
+    const std::optional<SpaceColorConfig> config = decodeSpaceColorConfig(entry);
+    if (!config) return {};
+    colors.emplace(uuid, *config);
+  }
+  return colors;
 }
 
 }  // namespace vembrix

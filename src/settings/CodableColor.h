@@ -1,6 +1,8 @@
 #pragma once
 
+#include <map>
 #include <optional>
+#include <string>
 
 #include "platform/Color.h"
 #include "platform/PropertyList.h"
@@ -31,6 +33,9 @@ struct SpaceColorConfig {
   bool operator==(const SpaceColorConfig&) const = default;
 };
 
+/// Colours by the uuid of the Space.
+using SpaceColors = std::map<std::string, SpaceColorConfig, std::less<>>;
+
 // The stored form: dictionaries of numbers by the fields' names. Decoding returns empty where a
 // field is missing or of another kind, and ignores unknown fields.
 
@@ -38,5 +43,11 @@ PropertyList encode(const CodableColor& color);
 PropertyList encode(const SpaceColorConfig& config);
 std::optional<CodableColor> decodeCodableColor(const PropertyList& value);
 std::optional<SpaceColorConfig> decodeSpaceColorConfig(const PropertyList& value);
+
+// The stored colours of all Spaces: JSON as data. Encoding returns empty for numbers that JSON
+// cannot hold; a value in which anything is malformed decodes to no colours.
+
+std::optional<PropertyList> encode(const SpaceColors& colors);
+SpaceColors decodeSpaceColors(const PropertyList& value);
 
 }  // namespace vembrix

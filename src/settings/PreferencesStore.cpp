@@ -21,6 +21,7 @@ constexpr std::string_view kHeatMapSigns = "HeatMapSigns";
 constexpr std::string_view kMenuBarWidthMode = "MenuBarWidthMode";
 constexpr std::string_view kInstantMenuSwitch = "InstantMenuSwitch";
 constexpr std::string_view kColorMode = "ColorMode";
+constexpr std::string_view kSpaceColors = "SpaceColors";
 }  // namespace key
 
 constexpr std::string_view kDefaultThemeName = "Alpine";
@@ -176,6 +177,23 @@ ColorMode PreferencesStore::colorMode() const {
 }
 void PreferencesStore::setColorMode(ColorMode mode) {
   write(key::kColorMode, std::string(rawValue(mode)));
+}
+
+const SpaceColors& PreferencesStore::spaceColors() const {
+  // A menu or a set of labels reads the colours of every Space in turn: equal bytes are decoded
+  // only once.
+  static PropertyList lastStored;
+  static SpaceColors lastColors;
+  PropertyList stored = ud_.object(key::kSpaceColors);
+  if (stored != lastStored) {
+    lastColors = decodeSpaceColors(stored);
+    lastStored = std::move(stored);
+  }
+  return lastColors;
+}
+void PreferencesStore::setSpaceColors(const SpaceColors& colors) {
+  if (const auto encoded = encode(colors)) ud_.set(key::kSpaceColors, *encoded);
+  NotificationCenter::defaultCenter().post(didChange);
 }
 
 }  // namespace vembrix

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,9 +24,6 @@ std::string_view rawValue(MenuBarWidthMode mode);
 std::string_view rawValue(ColorMode mode);
 std::optional<MenuBarWidthMode> parseMenuBarWidthMode(std::string_view raw);
 std::optional<ColorMode> parseColorMode(std::string_view raw);
-
-/// Colours by the uuid of the Space.
-using SpaceColors = std::map<std::string, SpaceColorConfig, std::less<>>;
 
 /// Every setting of the program: its key, its type, its default. Main thread.
 ///
@@ -83,13 +79,13 @@ class PreferencesStore {
   [[nodiscard]] ColorMode colorMode() const;
   void setColorMode(ColorMode mode);
 
-  /// The stored colours, those of vanished Spaces included; empty where any entry is malformed. The
+  /// The stored colours, those of vanished Spaces included; empty if any entry is malformed. The
   /// reference is valid until the next read or write.
   [[nodiscard]] const SpaceColors& spaceColors() const;
-  /// Does nothing where a colour cannot be encoded (is not finite).
+  /// Stores nothing if a component of a colour is not finite.
   void setSpaceColors(const SpaceColors& colors);
 
-  // By the places of the desktops, and so defined beside their model.
+  // These depend on the order of the desktops and are therefore defined in spaces/.
 
   /// The stored colours of the Space; else its default colour for both.
   [[nodiscard]] SpaceColorConfig colorConfig(std::string_view spaceUUID) const;
