@@ -1,78 +1,20 @@
-#include "menubar/SpaceRow.h"
+#include "menubar/SpaceRowTest.h"
 
 #include <gmock/gmock.h>
 
-#include <string>
 #include <utility>
 #include <vector>
 
+#include "menubar/SpaceRow.h"
 #include "platform/embedded/faces/RecordingDropdownMenu.h"
 #include "platform/embedded/services/EmbeddedMainQueue.h"
-#include "platform/embedded/services/EmbeddedUserDefaults.h"
 #include "settings/PreferencesStore.h"
 #include "support/AllocationCounter.h"
 
 namespace vembrix {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
-constexpr Srgb kRed{1, 0, 0, 1};
-constexpr Srgb kGlow{1, 0.64, 0.24, 0.78};
-/// The accent of Alpine, the theme at first, as it tints a row.
-constexpr Srgb kAlpineTint{0.29, 0.56, 0.85, 0.16};
-constexpr Size kBounds = row_metrics::kSize;
-constexpr double kMiddle = kBounds.height / 2;
-
-/// What a row of that label shows that nothing has been done to.
-SpaceRowState idle(const char* label) {
-  SpaceRowState state;
-  state.label = label;
-  return state;
-}
-
-/// Rows in an open menu, which has opened anew with each call of open().
-class SpaceRowTest : public testing::Test {
- protected:
-  RecordingSpaceRowView& open(const SpaceRow::Desktop& desktop = {.displayName = "Mail",
-                                                                  .isActive = false,
-                                                                  .dotColor = kRed,
-                                                                  .heatGlow = {}}) {
-    return *openAll({desktop}).front();
-  }
-
-  std::vector<RecordingSpaceRowView*> openAll(const std::vector<SpaceRow::Desktop>& desktops) {
-    menu_.close();
-    std::vector<MenuItem> items;
-    items.reserve(desktops.size());
-    for (const SpaceRow::Desktop& desktop : desktops) {
-      items.emplace_back(SpaceRow::create(
-          desktop,
-          {.onSwitch = [this] { switches_ += 1; },
-           .onCommitRename = [this](std::string_view name) { names_.emplace_back(name); }}));
-    }
-    menu_.setItems(std::move(items));
-    menu_.open();
-    return menu_.rows();
-  }
-
-  /// A row whose name is being edited.
-  RecordingSpaceRowView& edit() {
-    RecordingSpaceRowView& row = open();
-    row.hover();
-    row.clickPencil();
-    return row;
-  }
-
-  EmbeddedMainQueue& queue_ = EmbeddedMainQueue::shared();
-  PreferencesStore& store_ = PreferencesStore::shared();
-  RecordingDropdownMenu menu_;
-  int switches_ = 0;
-  std::vector<std::string> names_;
-};
-
-// How a row looks.
+// How a row looks
 
 TEST_F(SpaceRowTest, BeginsIdleWithItsName) {
   const RecordingSpaceRowView& row = open();
@@ -135,7 +77,7 @@ TEST_F(SpaceRowTest, AMonospacedThemeMakesTheNamesMonospaced) {
             (Font{Font::Design::Monospaced, Font::Weight::Semibold, {}}));
 }
 
-// Where its parts are.
+// Where its parts are
 
 TEST_F(SpaceRowTest, ThePartsStandByTheRowsWidthAndHeight) {
   EXPECT_EQ(layOutRow({220, 24}), (SpaceRowLayout{.dot = {14, 5, 14, 14},
@@ -198,7 +140,7 @@ TEST_F(SpaceRowTest, ARowWithoutExtentIsNeverHit) {
   EXPECT_EQ(row.partAt({0, 0}), RowPart::None);
 }
 
-// The pointer and the keyboard's selection.
+// The pointer and the keyboard's selection
 
 TEST_F(SpaceRowTest, ThePointerShowsThePencilAndTheTint) {
   RecordingSpaceRowView& row = open();
@@ -285,7 +227,7 @@ TEST_F(SpaceRowTest, ThePencilStaysHiddenAfterEditingUntilTheNextHover) {
   EXPECT_TRUE(row.state().showsRenameButton);
 }
 
-// Clicks.
+// Clicks
 
 TEST_F(SpaceRowTest, AClickOnTheDotOrTheNameClosesTheMenuAndThenSwitches) {
   open().clickDot();
@@ -376,203 +318,6 @@ TEST_F(SpaceRowTest, ARowWithoutActionsOnlyShows) {
   row.clickName();
   EXPECT_FALSE(menu_.isOpen());
   queue_.runPending();
-}
-
-// Renaming.
-
-TEST_F(SpaceRowTest, ThePencilShowsTheFieldWithAllOfTheNameSelected) {
-  const RecordingSpaceRowView& row = edit();
-  EXPECT_TRUE(row.state().isEditing);
-  EXPECT_FALSE(row.state().showsRenameButton);
-  EXPECT_EQ(row.editedText(), "Mail");
-  EXPECT_TRUE(row.isAllSelected());
-}
-
-TEST_F(SpaceRowTest, TypingWorksWhileTheMenuStaysOpen) {
-  RecordingSpaceRowView& row = edit();
-  row.type("Wörk 🛠");
-  EXPECT_EQ(row.editedText(), "Wörk 🛠");
-  row.pressDelete();
-  row.pressDelete();
-  EXPECT_EQ(row.editedText(), "Wörk");
-  EXPECT_EQ(row.press(RowKey::Other), KeyHandling::Interpreted);
-  EXPECT_TRUE(menu_.isOpen());
-  EXPECT_TRUE(row.state().isEditing);
-}
-
-TEST_F(SpaceRowTest, ReturnShowsANameWithTheBlanksAroundItAndPassesItUnchanged) {
-  RecordingSpaceRowView& row = edit();
-  row.type("  Work 🛠 ");
-  EXPECT_EQ(row.press(RowKey::Return), KeyHandling::Swallowed);
-  EXPECT_EQ(row.state().label, "  Work 🛠 ");
-  EXPECT_THAT(names_, ElementsAre("  Work 🛠 "));
-  EXPECT_FALSE(row.state().isEditing);
-  EXPECT_TRUE(menu_.isOpen());
-}
-
-TEST_F(SpaceRowTest, KeypadEnterCommitsToo) {
-  RecordingSpaceRowView& row = edit();
-  row.type("Work");
-  EXPECT_EQ(row.press(RowKey::KeypadEnter), KeyHandling::Swallowed);
-  EXPECT_EQ(row.state().label, "Work");
-  EXPECT_THAT(names_, ElementsAre("Work"));
-}
-
-TEST_F(SpaceRowTest, ReturnWithOnlyBlanksShowsTheOldNameAndStillPassesTheBlanks) {
-  RecordingSpaceRowView& row = edit();
-  row.type(" \t　");
-  row.press(RowKey::Return);
-  EXPECT_EQ(row.state().label, "Mail");
-  EXPECT_THAT(names_, ElementsAre(" \t　"));
-}
-
-TEST_F(SpaceRowTest, ReturnInAnEmptyFieldPassesTheEmptyText) {
-  RecordingSpaceRowView& row = edit();
-  row.pressDelete();
-  row.press(RowKey::Return);
-  EXPECT_EQ(row.state().label, "Mail");
-  EXPECT_THAT(names_, ElementsAre(""));
-}
-
-TEST_F(SpaceRowTest, ReturnWithoutAChangePassesTheName) {
-  RecordingSpaceRowView& row = edit();
-  row.press(RowKey::Return);
-  EXPECT_EQ(row.state().label, "Mail");
-  EXPECT_THAT(names_, ElementsAre("Mail"));
-}
-
-TEST_F(SpaceRowTest, EscapeRestoresTheLabelAndCallsNothing) {
-  RecordingSpaceRowView& row = edit();
-  row.type("Work");
-  EXPECT_EQ(row.press(RowKey::Escape), KeyHandling::Swallowed);
-  EXPECT_EQ(row.state().label, "Mail");
-  EXPECT_FALSE(row.state().isEditing);
-  EXPECT_THAT(names_, IsEmpty());
-  queue_.runPending();
-  EXPECT_EQ(switches_, 0);
-}
-
-TEST_F(SpaceRowTest, OneEscapeCancelsTheNextClosesTheMenu) {
-  edit();
-  menu_.press(RowKey::Escape);
-  EXPECT_TRUE(menu_.isOpen());
-  menu_.press(RowKey::Escape);
-  EXPECT_FALSE(menu_.isOpen());
-  EXPECT_THAT(names_, IsEmpty());
-}
-
-TEST_F(SpaceRowTest, ReturnInTheFieldDoesNotChooseTheSelectedRow) {
-  RecordingSpaceRowView& row = edit();
-  menu_.highlight(0);
-  row.type("Work");
-  menu_.press(RowKey::Return);
-  queue_.runPending();
-  EXPECT_EQ(switches_, 0);
-  EXPECT_TRUE(menu_.isOpen());
-  EXPECT_THAT(names_, ElementsAre("Work"));
-}
-
-TEST_F(SpaceRowTest, KeysOfARowThatIsNotEditedPass) {
-  RecordingSpaceRowView& row = open();
-  for (const RowKey key : {RowKey::Return, RowKey::KeypadEnter, RowKey::Escape, RowKey::Other}) {
-    EXPECT_EQ(row.handler().keyDown(key), KeyHandling::Passed);
-  }
-  EXPECT_THAT(names_, IsEmpty());
-}
-
-TEST_F(SpaceRowTest, TheFieldsOwnCommandsCommitAndCancelLikeTheKeys) {
-  RecordingSpaceRowView& row = edit();
-  row.insert(" pasted ");
-  row.handler().commit();
-  EXPECT_EQ(row.state().label, " pasted ");
-  EXPECT_THAT(names_, ElementsAre(" pasted "));
-  row.hover();
-  row.clickPencil();
-  row.insert("again");
-  row.handler().cancel();
-  EXPECT_EQ(row.state().label, " pasted ");
-  EXPECT_THAT(names_, ElementsAre(" pasted "));
-}
-
-TEST_F(SpaceRowTest, CommandsOfAFieldThatIsNotThereAreIgnored) {
-  RecordingSpaceRowView& row = open();
-  row.handler().commit();
-  row.handler().cancel();
-  EXPECT_EQ(row.changeCount(), 0);
-  EXPECT_THAT(names_, IsEmpty());
-}
-
-TEST_F(SpaceRowTest, ThePencilWhileEditingDoesNothing) {
-  RecordingSpaceRowView& row = edit();
-  row.type("Wo");
-  row.handler().renameClicked();
-  row.type("rk");
-  EXPECT_EQ(row.editedText(), "Work");
-}
-
-TEST_F(SpaceRowTest, ASecondRenameBeginsWithTheNameThatTheMenuOpenedWith) {
-  RecordingSpaceRowView& row = edit();
-  row.type("Work");
-  row.press(RowKey::Return);
-  row.hover();
-  row.clickPencil();
-  EXPECT_EQ(row.editedText(), "Mail");
-  row.press(RowKey::Escape);
-  EXPECT_EQ(row.state().label, "Work") << "the label's text before, not the field's";
-}
-
-TEST_F(SpaceRowTest, NamesOfAnyScriptAreKeptAsTheyAre) {
-  const std::string name = "שולחן \u200fעבודה 👩‍👩‍👧‍👦 e\u0301";
-  RecordingSpaceRowView& row = open({name, false, kRed, {}});
-  EXPECT_EQ(row.state().label, name);
-  row.hover();
-  row.clickPencil();
-  EXPECT_EQ(row.editedText(), name);
-  row.press(RowKey::Return);
-  EXPECT_EQ(row.state().label, name);
-  EXPECT_THAT(names_, ElementsAre(name));
-}
-
-TEST_F(SpaceRowTest, OneRowOfAMenuIsEditedAtATime) {
-  const auto rows = openAll({{"Mail", false, kRed, {}}, {"Code", false, kRed, {}}});
-  rows[0]->hover();
-  rows[0]->clickPencil();
-  rows[0]->type("Post");
-  rows[1]->hover();
-  rows[1]->clickPencil();
-  EXPECT_FALSE(rows[0]->state().isEditing);
-  EXPECT_EQ(rows[0]->state().label, "Mail");
-  EXPECT_TRUE(rows[1]->state().isEditing);
-  EXPECT_THAT(names_, IsEmpty());
-}
-
-TEST_F(SpaceRowTest, AMenuThatClosesDuringTheEditingCommitsNothing) {
-  RecordingSpaceRowView& row = edit();
-  row.type("Work");
-  menu_.close();
-  EXPECT_THAT(names_, IsEmpty());
-  menu_.setItems({});
-  EXPECT_EQ(RecordingSpaceRowView::liveCount(), 0);
-  EXPECT_THAT(names_, IsEmpty());
-}
-
-TEST_F(SpaceRowTest, ACommitMayEndTheRow) {
-  std::vector<MenuItem> items;
-  items.emplace_back(SpaceRow::create(
-      {"Mail", false, kRed, {}}, {.onSwitch = {}, .onCommitRename = [this](std::string_view name) {
-                                    menu_.close();
-                                    menu_.setItems({});
-                                    names_.emplace_back(name);
-                                  }}));
-  menu_.setItems(std::move(items));
-  menu_.open();
-  RecordingSpaceRowView& row = *menu_.rows().front();
-  row.hover();
-  row.clickPencil();
-  row.type("Work");
-  row.handler().commit();
-  EXPECT_EQ(RecordingSpaceRowView::liveCount(), 0);
-  EXPECT_THAT(names_, ElementsAre("Work"));
 }
 
 }  // namespace

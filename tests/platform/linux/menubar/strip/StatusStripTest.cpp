@@ -1,20 +1,16 @@
+#include "platform/linux/menubar/strip/StatusStripTest.h"
+
 #include <gmock/gmock.h>
 
-#include <QApplication>
-#include <QImage>
-#include <QPixmap>
-#include <QScreen>
-#include <QWidget>
 #include <algorithm>
 #include <chrono>
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "platform/Application.h"
 #include "platform/StatusItem.h"
 #include "platform/UserDefaults.h"
 #include "platform/linux/support/PrivateDisplay.h"
-#include "platform/linux/support/Strut.h"
 #include "platform/linux/support/TestSession.h"
 
 namespace vembrix {
@@ -27,93 +23,6 @@ using testing::ElementsAre;
 using testing::IsSupersetOf;
 using testing::Not;
 using Geometry = X11Client::Geometry;
-
-StatusItemContent titled(const std::string& title) {
-  StatusItemContent content;
-  content.label = StatusItemContent::AttributedTitle{title, kBlack};
-  content.fill = Srgb{1.0, 0.71, 0.76};
-  return content;
-}
-
-/// The status item's window as the X server and the window manager have it.
-class StatusStripTest : public testing::Test {
- protected:
-  StatusStripTest() {
-    display_.startWindowManager();
-    TestSession::setVariable("VEMBRIX_DESKTOP", "x11");
-  }
-
-  void show(const StatusItemContent& content) {
-    if (!item_) item_ = StatusItem::create();
-    item_->setContent(content);
-    ASSERT_TRUE(runUntil([&] { return !client().windowsOfRole("status-item").empty(); }));
-    strip_ = client().windowsOfRole("status-item")[0];
-    ASSERT_TRUE(runUntil([&] { return !client().cardinals(strip_, "WM_STATE").empty(); }));
-  }
-
-  std::string text(std::string_view property) {
-    const auto value = client().property(strip_, property);
-    return value ? value->bytes : "";
-  }
-  Geometry geometry() { return client().geometry(strip_); }
-  bool runUntilGeometry(const Geometry& wanted) {
-    return runUntil([&] { return geometry() == wanted; });
-  }
-  /// Top, its start and its end.
-  std::vector<std::uint32_t> strut() {
-    const auto all = client().cardinals(strip_, "_NET_WM_STRUT_PARTIAL");
-    return all.size() == 12 ? std::vector{all[2], all[8], all[9]} : all;
-  }
-
-  X11Client& client() { return display_.client(); }
-
-  static StatusItemContent narrow() {
-    StatusItemContent content = titled(" A ");
-    content.length = StatusItemLength::fixed(140);
-    return content;
-  }
-
-  void tellStrut(xcb_window_t window, const Strut& strut) {
-    client().setProperty(
-        window, "_NET_WM_STRUT_PARTIAL",
-        {"CARDINAL", 32, std::string(reinterpret_cast<const char*>(strut.data()), sizeof(strut))});
-  }
-  /// At the top edge, of which it keeps its own height free.
-  xcb_window_t showPanel(const Geometry& place) {
-    const xcb_window_t panel = client().showDock(place);
-    tellStrut(panel, {0, 0, static_cast<std::uint32_t>(place.height), 0, 0, 0, 0, 0,
-                      static_cast<std::uint32_t>(place.x),
-                      static_cast<std::uint32_t>(place.x + place.width - 1), 0, 0});
-    return panel;
-  }
-
-  /// Until the window manager has made of the strip what it makes of it.
-  static void settle() { runFor(milliseconds(900)); }
-
-  /// One strip of 140 points at the top right, seen, with all its hints.
-  void expectRestored() {
-    const auto isRestored = [&] {
-      const auto strips = client().windowsOfRole("status-item");
-      if (strips.size() != 1) return false;
-      strip_ = strips[0];
-      return geometry() == Geometry{1300, 0, 140, 24} && client().isViewable(strip_) &&
-             client().cardinals(strip_, "_NET_WM_DESKTOP") ==
-                 std::vector<std::uint32_t>{0xFFFFFFFF} &&
-             strut() == std::vector<std::uint32_t>{24, 1300, 1439} &&
-             !client().cardinals(strip_, "_NET_WM_STRUT").empty();
-    };
-    EXPECT_TRUE(runUntil(isRestored));
-    EXPECT_THAT(client().atoms(strip_, "_NET_WM_WINDOW_TYPE"),
-                ElementsAre("_NET_WM_WINDOW_TYPE_DOCK"));
-    EXPECT_THAT(client().atoms(strip_, "_NET_WM_STATE"),
-                IsSupersetOf({"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"}));
-  }
-
-  TestSession session_;
-  PrivateDisplay display_;
-  std::unique_ptr<StatusItem> item_;
-  xcb_window_t strip_ = XCB_WINDOW_NONE;
-};
 
 TEST_F(StatusStripTest, SaysWhatItIs) {
   show(titled(" Desktop 1 "));
@@ -305,139 +214,6 @@ TEST_F(StatusStripTest, OutlivesTheWindowManager) {
   EXPECT_THAT(client().cardinals(strip_, "_NET_WM_DESKTOP"), ElementsAre(0xFFFFFFFF));
   EXPECT_THAT(client().atoms(strip_, "_NET_WM_STATE"),
               IsSupersetOf({"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"}));
-}
-
-/// Beside a window manager that leaves panels to themselves.
-class UnmanagedStripTest : public testing::Test {
- protected:
-  UnmanagedStripTest() {
-    TestSession::setVariable("VEMBRIX_DESKTOP", "x11");
-    window_ = client().showDock({0, 0, 1440, 900});
-    client().deleteProperty(window_, "_NET_WM_WINDOW_TYPE");
-    client().setWindow(client().root(), "_NET_ACTIVE_WINDOW", window_);
-    item_ = StatusItem::create();
-    item_->setContent(titled(" Desktop 1 "));
-  }
-
-  bool runUntilCovered(bool isCovered) {
-    return runUntil([&] {
-      const auto strips = client().windowsOfRole("status-item");
-      const auto stack = client().stack();
-      const auto place = [&](xcb_window_t window) { return std::ranges::find(stack, window); };
-      return !strips.empty() && client().isViewable(strips[0]) &&
-             (place(strips[0]) < place(window_)) == isCovered;
-    });
-  }
-  void fill() { client().setAtom(window_, "_NET_WM_STATE", "_NET_WM_STATE_FULLSCREEN"); }
-
-  X11Client& client() { return display_.client(); }
-
-  TestSession session_;
-  PrivateDisplay display_;
-  std::unique_ptr<StatusItem> item_;
-  xcb_window_t window_ = XCB_WINDOW_NONE;
-};
-
-TEST_F(UnmanagedStripTest, AWindowThatFillsTheScreenCoversItForAsLongAsItDoes) {
-  ASSERT_TRUE(runUntilCovered(false));
-  fill();
-  EXPECT_TRUE(runUntilCovered(true));
-  client().deleteProperty(window_, "_NET_WM_STATE");
-  EXPECT_TRUE(runUntilCovered(false));
-}
-
-TEST_F(UnmanagedStripTest, AWindowThatFillsTheScreenCoversItAlsoWithoutTheFocusUntilItGoes) {
-  ASSERT_TRUE(runUntilCovered(false));
-  fill();
-  ASSERT_TRUE(runUntilCovered(true));
-  client().deleteProperty(client().root(), "_NET_ACTIVE_WINDOW");
-  runFor(milliseconds(200));
-  EXPECT_TRUE(runUntilCovered(true));
-  client().unmap(window_);
-  EXPECT_TRUE(runUntilCovered(false));
-}
-
-/// What is on the screen.
-class StripPictureTest : public StatusStripTest {
- protected:
-  /// In the middle of the strip's left end, beside its text.
-  QRgb color() {
-    const Geometry place = geometry();
-    const QImage screen = QGuiApplication::primaryScreen()->grabWindow(0).toImage();
-    return screen.pixel(place.x + 3, place.y + place.height / 2);
-  }
-  bool runUntilColor(QRgb wanted) {
-    return runUntil([&] { return color() == wanted; });
-  }
-
-  static StatusItemContent filled(const Srgb& fill, double width = 140) {
-    StatusItemContent content = narrow();
-    content.fill = fill;
-    content.length = StatusItemLength::fixed(width);
-    return content;
-  }
-
-  static constexpr Srgb kRed{1, 0, 0};
-  static constexpr Srgb kBlue{0, 0, 1};
-  static constexpr QRgb kRedPixel = 0xFFFF0000;
-  static constexpr QRgb kBluePixel = 0xFF0000FF;
-};
-
-TEST_F(StripPictureTest, FollowsItsContent) {
-  show(filled(kRed));
-  ASSERT_TRUE(runUntilColor(kRedPixel));
-  item_->setContent(filled(kBlue));
-  EXPECT_TRUE(runUntilColor(kBluePixel));
-  item_->setContent(filled(kRed));
-  EXPECT_TRUE(runUntilColor(kRedPixel)) << "a look that was seen before";
-}
-
-TEST_F(StripPictureTest, FollowsItsContentAndItsWidth) {
-  show(filled(kRed));
-  ASSERT_TRUE(runUntilColor(kRedPixel));
-  item_->setContent(filled(kBlue, 200));
-  ASSERT_TRUE(runUntilGeometry({1240, 0, 200, 24}));
-  EXPECT_TRUE(runUntilColor(kBluePixel));
-  item_->setContent(filled(kRed, 100));
-  ASSERT_TRUE(runUntilGeometry({1340, 0, 100, 24}));
-  EXPECT_TRUE(runUntilColor(kRedPixel));
-}
-
-TEST_F(StripPictureTest, ManyLooksAreFollowedToo) {
-  show(filled(kRed));
-  // More than the server keeps.
-  for (int i = 0; i < 100; ++i) item_->setContent(filled({0, i / 100.0, 0}));
-  item_->setContent(filled(kRed));
-  EXPECT_TRUE(runUntilColor(kRedPixel));
-}
-
-TEST_F(StripPictureTest, IsWholeAgainAfterItWasCoveredWithoutTheProgram) {
-  show(filled(kRed));
-  ASSERT_TRUE(runUntilColor(kRedPixel));
-  const Geometry place = geometry();
-  QWidget cover(nullptr, Qt::Window | Qt::X11BypassWindowManagerHint);
-  cover.setGeometry(place.x, place.y, place.width, place.height);
-  cover.setStyleSheet(QStringLiteral("background: blue"));
-  cover.show();
-  ASSERT_TRUE(runUntilColor(kBluePixel));
-  cover.hide();
-  // No event is read in between.
-  EXPECT_EQ(color(), kRedPixel);
-}
-
-TEST_F(StripPictureTest, IsWholeInAWindowThatWasMadeAnew) {
-  show(filled(kRed));
-  ASSERT_TRUE(runUntilColor(kRedPixel));
-  client().unmap(strip_);
-  expectRestored();
-  EXPECT_TRUE(runUntilColor(kRedPixel));
-}
-
-TEST_F(StripPictureTest, NoWindowManagerWaitsForItToPaint) {
-  show(filled(kRed));
-  EXPECT_THAT(client().atoms(strip_, "WM_PROTOCOLS"),
-              AllOf(Contains("WM_DELETE_WINDOW"), Contains("_NET_WM_PING"),
-                    Not(Contains("_NET_WM_SYNC_REQUEST"))));
 }
 
 TEST(StripOfABusyStartTest, ComesUpThoughTheWindowManagerHasMissedIt) {
