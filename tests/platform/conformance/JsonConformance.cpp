@@ -1,13 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
 #include <limits>
-#include <thread>
 
 #include "platform/Json.h"
 #include "platform/conformance/OtherLocale.h"
 #include "platform/conformance/TextSamples.h"
+#include "support/Threads.h"
 
 namespace vembrix {
 namespace {
@@ -306,17 +305,7 @@ TEST(JsonConformance, TheLocaleOfTheProcessDoesNotMatter) {
 
 TEST(JsonConformance, AnyThreadMayUseIt) {
   const PropertyList value = Dictionary{{"a", Array{1, 0.69, "\u00E9", true, PropertyList()}}};
-  std::array<bool, 4> held{};
-  std::vector<std::thread> threads;
-  threads.reserve(held.size());
-  for (bool& result : held) {
-    threads.emplace_back([&value, &result] {
-      result = true;
-      for (int i = 0; i < 200; ++i) result = result && throughJson(value) == value;
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
-  EXPECT_THAT(held, testing::Each(true));
+  EXPECT_TRUE(holdsOnFourThreads(200, [&value] { return throughJson(value) == value; }));
 }
 
 }  // namespace

@@ -2,15 +2,14 @@
 
 #include <gmock/gmock.h>
 
-#include <array>
 #include <cmath>
 #include <limits>
-#include <thread>
 
 #include "platform/conformance/OtherLocale.h"
 #include "platform/conformance/TextSamples.h"
 #include "platform/linux/defaults/XmlSamples.h"
 #include "platform/portable/NestingLimit.h"
+#include "support/Threads.h"
 
 namespace vembrix {
 namespace {
@@ -305,17 +304,7 @@ TEST(XmlPropertyListTest, TheLocaleOfTheProcessDoesNotMatter) {
 
 TEST(XmlPropertyListTest, AnyThreadMayUseIt) {
   const PropertyList value = everything();
-  std::array<bool, 4> held{};
-  std::vector<std::thread> threads;
-  threads.reserve(held.size());
-  for (bool& result : held) {
-    threads.emplace_back([&value, &result] {
-      result = true;
-      for (int i = 0; i < 50; ++i) result = result && throughXml(value) == value;
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
-  EXPECT_THAT(held, testing::Each(true));
+  EXPECT_TRUE(holdsOnFourThreads(50, [&value] { return throughXml(value) == value; }));
 }
 
 }  // namespace
