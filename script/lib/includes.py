@@ -45,12 +45,12 @@ def folder_of(path):
 
 
 def system_faults(path):
-    if SYSTEM_FOLDERS.match(path):
-        return
     content = text(path)
     for match in SYSTEM_CONDITIONAL.finditer(content):
         line = content.count("\n", 0, match.start()) + 1
         yield line, f"asks for a system by {match[1]}"
+    if SYSTEM_FOLDERS.match(path):
+        return
     for line, quote, name in includes(path):
         if quote == "<":
             portable = PORTABLE_HEADER.match(name) or (

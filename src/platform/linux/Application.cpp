@@ -4,9 +4,6 @@
 #include <csignal>
 #include <string>
 #include <vector>
-#ifdef __GLIBC__
-#include <malloc.h>
-#endif
 
 #include "platform/MainQueue.h"
 #include "platform/SystemLog.h"
@@ -19,6 +16,7 @@
 #include "platform/linux/session/SingleInstance.h"
 #include "platform/linux/session/SleepWatcher.h"
 #include "platform/linux/session/TerminationSignals.h"
+#include "platform/linux/support/FreedMemory.h"
 #include "platform/linux/x11/ForgedEvents.h"
 #include "platform/linux/x11/WindowHints.h"
 #include "platform/linux/x11/X11Desktop.h"
@@ -42,15 +40,6 @@ struct QtArguments {
   std::vector<char*> pointers;
   int count = 0;
 };
-
-/// Makes the C library return large blocks, such as short-lived pictures, to the system at once. By
-/// default it keeps them after a few.
-void returnFreedMemory() {
-#ifdef __GLIBC__
-  mallopt(M_MMAP_THRESHOLD, 128 * 1024);
-  mallopt(M_TRIM_THRESHOLD, 64 * 1024);
-#endif
-}
 
 QtArguments& qtArguments() {
   static auto& arguments = *new QtArguments(chosenDesktop().qtPlatform);
