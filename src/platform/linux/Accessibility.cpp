@@ -6,7 +6,7 @@
 namespace vembrix {
 namespace {
 
-/// X11 knows no such permission: every client of a display may watch and post input.
+/// X11 has no such permission: every client of a display may observe and post input.
 class X11Accessibility : public Accessibility {
  public:
   bool isProcessTrusted(Prompt /*prompt*/) override { return true; }

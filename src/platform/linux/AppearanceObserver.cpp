@@ -22,7 +22,7 @@ const QString kNamespace = QStringLiteral("org.freedesktop.appearance");
 const QString kColorScheme = QStringLiteral("color-scheme");
 const QString kReducedMotion = QStringLiteral("reduced-motion");
 const QString kReadOne = QStringLiteral("ReadOne");
-/// What portals had before ReadOne.
+/// The error of portals that are older than the method ReadOne.
 const QString kUnknownMethod = QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod");
 const QString kRead = QStringLiteral("Read");
 
@@ -45,7 +45,7 @@ std::optional<Appearance> preferenceIn(unsigned value) {
   }
 }
 
-/// Text lighter than its ground: dark.
+/// Returns dark if the widgets' text is lighter than their background.
 Appearance appearanceOfWidgets() {
   const QPalette palette = QGuiApplication::palette();
   const QColor text = palette.color(QPalette::Active, QPalette::WindowText);

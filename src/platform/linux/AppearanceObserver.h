@@ -24,7 +24,7 @@ class AppearanceObserver : public QObject {
   AppearanceObserver();
 
   [[nodiscard]] Appearance value() const { return value_; }
-  /// False without a portal.
+  /// Always false without a portal.
   [[nodiscard]] bool reducesMotion() const { return reducesMotion_; }
 
   /// Evaluates the widgets' palette and the preference again and announces a change. To be called
@@ -40,7 +40,7 @@ class AppearanceObserver : public QObject {
   void readReply(const QDBusMessage& reply, const QString& key, const QString& method);
   void take(const QString& key, const QVariant& value);
 
-  /// The portal's; empty without a portal or a preference.
+  /// The portal's preference; empty without one.
   std::optional<Appearance> preference_;
   Appearance value_ = Appearance::Light;
   bool reducesMotion_ = false;

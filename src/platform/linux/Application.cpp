@@ -24,8 +24,8 @@
 namespace vembrix {
 namespace {
 
-/// The arguments as Qt takes them, which must live as long as its application. The user's own
-/// arguments are handled by the product, not by Qt.
+/// The arguments for Qt. They must live as long as its application. The user's own arguments are
+/// handled by the product, not by Qt.
 struct QtArguments {
   explicit QtArguments(const char* platform) {
     if (platform) words.insert(words.end(), {"-platform", platform});
@@ -34,8 +34,8 @@ struct QtArguments {
     pointers.push_back(nullptr);
   }
 
-  // The instance name is that of WM_CLASS. The faces' look is their own, so
-  // that no other style may take the place of this one.
+  // The instance name becomes part of WM_CLASS. The faces draw themselves in a fixed style, so the
+  // user's choice of a Qt style must not apply.
   std::vector<std::string> words = {"vembrix", "-name", "vembrix", "-style", "fusion"};
   std::vector<char*> pointers;
   int count = 0;
@@ -48,7 +48,7 @@ QtArguments& qtArguments() {
 
 }  // namespace
 
-/// Qt's application, for the events that only it receives.
+/// Qt's application. Receives the events that Qt sends only to it.
 class LinuxApplication::QtObject : public QApplication {
  public:
   explicit QtObject(QtArguments& arguments)
@@ -64,14 +64,14 @@ class LinuxApplication::QtObject : public QApplication {
     if (delegate_) delegate_->applicationDidReopen();
   }
 
-  /// Calls the delegate before any other event of the loop.
+  /// Calls the delegate before the loop handles any other event.
   void launchSoon() { postEvent(this, new QEvent(kLaunch), Qt::HighEventPriority); }
 
   bool notify(QObject* receiver, QEvent* event) override {
-    // Qt's own threads deliver events, too.
+    // Qt's own threads deliver events here, too.
     if (receiver->thread() == thread()) noteLoopEvent(receiver);
-    // Qt would close its popups, and learns 0.4 s late that another program has the focus:
-    // a menu that was opened meanwhile would close under the user's hand.
+    // Qt would close its popups. It learns up to 0.4 s late that another program has the focus, so
+    // a menu opened meanwhile would close at once.
     const bool isDeactivation = receiver == this && event->type() == QEvent::ApplicationDeactivate;
     if (!isDeactivation) return QApplication::notify(receiver, event);
     // NOLINTNEXTLINE(bugprone-parent-virtual-call): it is QApplication's part that is left out.
@@ -107,12 +107,12 @@ Application& Application::shared() {
 
 LinuxApplication::LinuxApplication() {
   returnFreedMemory();
-  // Makes writing to a server that has ended an error instead of a signal.
+  // Writing to a server that has ended then fails with an error instead of a signal.
   std::signal(SIGPIPE, SIG_IGN);
   handleQtMessages();
   qt_ = std::make_unique<QtObject>(qtArguments());
   forgedEventFilter_ = std::make_unique<ForgedEventFilter>();
-  // The queue belongs to the thread that makes it.
+  // The queue belongs to the thread that creates it.
   MainQueue::main();
   if (X11Desktop* x11 = chosenDesktop().x11) x11->follow();
   appearance_ = std::make_unique<AppearanceObserver>();
@@ -146,7 +146,7 @@ void LinuxApplication::terminate() {
 }
 
 void LinuxApplication::activate() {
-  // At most one: all other windows of the program refuse the keyboard.
+  // There is at most one: all other windows of the program refuse the keyboard.
   for (QWidget* window : QApplication::topLevelWidgets()) {
     const bool isOrdinary = window->windowType() == Qt::Window;
     if (!isOrdinary || !window->isVisible()) continue;

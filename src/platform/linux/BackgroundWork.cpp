@@ -7,14 +7,14 @@
 namespace vembrix {
 namespace {
 
-/// A thread per block: they are few, and may wait for as long as they like.
+/// Starts a thread for each block: there are few, and each may wait for long.
 class DetachedThreads : public BackgroundWork {
  public:
   void async(std::function<void()> block) override {
     try {
       std::thread(block).detach();
     } catch (const std::system_error&) {
-      // The system has no thread left: it may have one later.
+      // The system has no free thread. It may have one later.
       MainQueue::main().after(
           kRetryDelay, [this, block = std::move(block)]() mutable { async(std::move(block)); });
     }

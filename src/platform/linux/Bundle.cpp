@@ -3,8 +3,7 @@
 namespace vembrix {
 namespace {
 
-/// There is no bundle on this system: what its dictionary would say is compiled
-/// in.
+/// Linux has no bundles: the values of its dictionary are compiled in.
 class LinuxBundle : public Bundle {
  public:
   PropertyList infoValue(std::string_view key) const override {

@@ -10,12 +10,12 @@
 namespace vembrix {
 namespace {
 
-/// Of menus and controls, in points as the interface counts them.
+/// The size of the font of menus and controls, in points.
 constexpr double kSystemSize = 13;
 
 QStringList systemFamilies() {
-  // Inter has the proportions of the macOS system font; without it the desktop's
-  // own font serves. Last, so that it draws what no other has: emoji.
+  // Inter has the proportions of the macOS system font. Without it, the desktop's own font is used.
+  // The emoji font is last, so that it draws only what the others lack.
   return {QStringLiteral("Inter"),
           QStringLiteral("Inter Display"),
           QFontDatabase::systemFont(QFontDatabase::GeneralFont).family(),
@@ -43,7 +43,7 @@ QFont::Weight nativeWeight(Font::Weight weight) {
   return QFont::Normal;
 }
 
-/// Qt counts pixels in whole numbers only, its own points in fractions.
+/// Converts a size to Qt's points: Qt accepts fractions only in these, not in pixels.
 double qtPointSize(double size) {
   const QScreen* screen = QGuiApplication::primaryScreen();
   const double dotsPerInch = screen ? screen->logicalDotsPerInchY() : 96;
@@ -51,12 +51,12 @@ double qtPointSize(double size) {
 }
 
 void smooth(QFont& font) {
-  // As macOS draws text: true shapes, no coloured fringes.
+  // Like macOS, draws true shapes without coloured fringes.
   font.setHintingPreference(QFont::PreferNoHinting);
   font.setStyleStrategy(QFont::StyleStrategy(QFont::PreferAntialias | QFont::NoSubpixelAntialias));
 }
 
-/// Not a number counts as 0.
+/// Returns the component between 0 and 1; 0 for NaN.
 float component(double value) {
   if (!(value > 0)) return 0;
   return value < 1 ? static_cast<float>(value) : 1;

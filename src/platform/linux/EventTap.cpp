@@ -10,7 +10,7 @@
 namespace vembrix {
 namespace {
 
-/// The events of the touchpad go to the taps alone: the user's own setup decides whether the
+/// Sends the touchpad's events to the taps alone: the user's own configuration decides whether the
 /// desktop responds to them.
 void followTouchpad(EventStream& events) {
   Application::shared();

@@ -8,7 +8,7 @@
 namespace vembrix {
 
 InputMonitor& X11Services::input() {
-  // Qt reports the program's own windows only with an application.
+  // Qt reports events of the program's own windows only once there is an application.
   Application::shared();
   return X11Input::shared();
 }

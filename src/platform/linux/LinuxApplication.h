@@ -21,7 +21,7 @@ class TerminationSignals;
 /// appearance, sleep, and termination signals.
 class LinuxApplication : public Application {
  public:
-  /// The application behind Application::shared().
+  /// Returns the object behind Application::shared().
   static LinuxApplication& shared();
 
   LinuxApplication();
@@ -31,19 +31,19 @@ class LinuxApplication : public Application {
 
   void setActivationPolicy(ActivationPolicy policy) override { policy_ = policy; }
   void setDelegate(ApplicationDelegate* delegate) override;
-  /// Returns 0 at once where Vembrix runs on the display already. Ends the process where the
-  /// session has no desktops to show.
+  /// Returns 0 at once if Vembrix already runs on the display. Ends the process if the session has
+  /// no desktops to show.
   int run() override;
   void terminate() override;
   void activate() override;
-  /// The system slows no program down.
+  /// Returns an empty token: the system slows no program down.
   Token beginActivity(std::uint64_t /*options*/, std::string_view /*reason*/) override {
     return {};
   }
   std::optional<Appearance> effectiveAppearance() const override;
   bool reducesMotion() const override;
 
-  /// An accessory's windows stay out of task lists.
+  /// Returns accessory: the program's windows stay out of task lists.
   [[nodiscard]] ActivationPolicy activationPolicy() const { return policy_; }
 
  private:

@@ -19,8 +19,8 @@ LogTool::LaunchFailure failureOf(const std::string& executable, int error) {
   return {executable + ": " + std::generic_category().message(error)};
 }
 
-/// How the child starts: no input, both outputs into `output`, and signals as
-/// programs expect them.
+/// The options for starting the child: no input, both outputs to `output`, and the usual signal
+/// handling.
 class SpawnOptions {
  public:
   explicit SpawnOptions(int output) {
@@ -54,7 +54,7 @@ class SpawnOptions {
   posix_spawnattr_t attributes_{};
 };
 
-/// 0, or the error why there is no child.
+/// Returns 0, or the error if the child could not be started.
 int spawn(const LogCommand& command, int output, pid_t& child) {
   std::string executable = command.executable;
   std::vector<std::string> arguments = command.arguments;
@@ -92,7 +92,7 @@ class Journal : public LogTool {
     if (const int error = spawn(command_, output.number(), child)) {
       return failureOf(command_.executable, error);
     }
-    // Otherwise reading would never reach the end.
+    // While this end is open, reading would never reach the end.
     output.close();
     Output result{readToEnd(input.number())};
     while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {

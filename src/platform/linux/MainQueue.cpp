@@ -19,8 +19,9 @@
 namespace vembrix {
 namespace {
 
-/// From any thread. A function of its own, since the thread sanitizer does not see how Qt
-/// hands an event from one thread to another and leaves what is made here alone.
+/// Posts the event that wakes the loop, from any thread. A separate function, because the thread
+/// sanitizer does not see how Qt hands an event from one thread to another, and therefore ignores
+/// what is allocated here.
 void postWakeUp(QObject& receiver) {
   QCoreApplication::postEvent(&receiver, new QEvent(QEvent::User));
 }
@@ -66,7 +67,7 @@ class QtMainQueue : public QObject, public MainQueue {
   }
 
   void note(const QObject* receiver) {
-    // Of its own events only those matter in which a block runs that is no poll.
+    // The queue's own events do not end the rest by themselves; a block that is no poll does.
     if (receiver != this) endRest();
   }
 
@@ -93,16 +94,16 @@ class QtMainQueue : public QObject, public MainQueue {
   }
 
  private:
-  /// Due time, then order of entry.
+  /// The due time, then the order of entry.
   using Key = std::pair<Duration, std::uint64_t>;
   struct Entry {
     std::function<void()> block;
-    /// Zero: once.
+    /// The interval of repetition; zero for blocks that run once.
     Duration interval{};
     Key key;
-    /// Its own; 0 while it is in the list. Main thread only.
+    /// The id of the entry's own timer; 0 while it is in the list. Main thread only.
     int timer = 0;
-    /// Rests while there are no events.
+    /// Whether its beats are skipped while there are no events.
     bool isPoll = false;
     /// The next beat of a resting poll by its rhythm, which the key does not keep.
     Duration beat{};
@@ -132,9 +133,9 @@ class QtMainQueue : public QObject, public MainQueue {
     });
   }
 
-  /// What the block holds goes now, not when it would have been due.
+  /// Ends an entry and destroys its block now instead of at its due time.
   void end(const Entry& entry) {
-    // What it holds may reach here when it goes.
+    // Destroying the block may call this function.
     std::shared_ptr<Entry> gone;
     if (entry.timer != 0) {
       killTimer(entry.timer);
@@ -153,7 +154,7 @@ class QtMainQueue : public QObject, public MainQueue {
     ended = entries_.extract(entry.key);
   }
 
-  /// Null where it is not there.
+  /// Removes the entry from the list; returns null if it is not there.
   static std::shared_ptr<Entry> takeFrom(std::vector<std::shared_ptr<Entry>>& list,
                                          const Entry& entry) {
     const auto found =
@@ -165,11 +166,11 @@ class QtMainQueue : public QObject, public MainQueue {
   }
 
   void runDue() {
-    // What the blocks add waits for the next round: events come in between.
+    // What the blocks add waits for the next round, so that events are handled in between.
     const Duration limit = now();
     Duration time = limit;
     while (const std::shared_ptr<Entry> entry = takeDue(limit, time)) {
-      // Before the block: it may open a menu, whose loop the others run in.
+      // Armed before the block runs: it may open a menu, whose loop must run the other entries.
       arm(time);
       if (!entry->isPoll) endRest();
       entry->block();
@@ -186,7 +187,7 @@ class QtMainQueue : public QObject, public MainQueue {
     Entries::node_type node = entries_.extract(entries_.begin());
     std::shared_ptr<Entry> entry = node.mapped();
     if (entry->isPoll) {
-      // From before its beat, so that an event that the beat causes is not missed.
+      // Rests from before its beat runs, so that an event that the beat causes is not missed.
       if (entry->beat == Duration::zero()) entry->beat = entry->key.first;
       if (entry->beat <= time) entry->beat = nextBeat(entry->beat, entry->interval, time);
       resting_.push_back(std::move(node));
@@ -260,7 +261,7 @@ class QtMainQueue : public QObject, public MainQueue {
     arm(time);
   }
 
-  /// Makes the event loop come by; from any thread.
+  /// Makes the event loop run the queue soon. Any thread.
   void wake() {
     {
       const std::lock_guard lock(mutex_);
@@ -271,7 +272,7 @@ class QtMainQueue : public QObject, public MainQueue {
 
   void arm() { arm(now()); }
 
-  /// Makes the event loop come by when the next entry is due. `time`: now.
+  /// Makes the event loop run the queue when the next entry is due. `time` is the present time.
   void arm(Duration time) {
     Duration due{};
     {
@@ -280,8 +281,8 @@ class QtMainQueue : public QObject, public MainQueue {
       due = entries_.begin()->first.first;
     }
     if (timer_ != 0 && due == timerDue_) return;
-    // Without an event dispatcher there are no timers yet: the loop arms its
-    // own when it comes by.
+    // Without an event dispatcher there are no timers yet: the loop sets its own when it runs the
+    // queue.
     const Duration left = due - time;
     if (left <= Duration::zero() || !QAbstractEventDispatcher::instance()) {
       wake();
@@ -297,7 +298,7 @@ class QtMainQueue : public QObject, public MainQueue {
     if (timer_ != 0) killTimer(std::exchange(timer_, 0));
   }
 
-  /// Longer than this does not fit Qt's timers; the rest follows then.
+  /// The longest interval that Qt's timers accept; longer waits continue with another timer.
   static constexpr std::chrono::milliseconds kMaxTimer = std::chrono::hours(24);
 
   std::mutex mutex_;
@@ -308,7 +309,7 @@ class QtMainQueue : public QObject, public MainQueue {
   // Main thread only.
   int timer_ = 0;
   Duration timerDue_{};
-  /// Those that have a timer of their own; the key tells when the next beat is due.
+  /// Entries that have a timer of their own. The key holds the time of the next beat.
   std::vector<std::shared_ptr<Entry>> beating_;
   /// Polls whose next beat waits for an event.
   std::vector<Entries::node_type> resting_;

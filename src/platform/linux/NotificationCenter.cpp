@@ -4,8 +4,9 @@
 
 namespace vembrix {
 
-// All three are within the process: the receivers of X events and D-Bus signals post the desktop's
-// and the session's notifications here. Never destroyed: observations end whenever their owners do.
+// All three are within the process: the receivers of X events and D-Bus signals post the
+// notifications of the desktop and the session here. Never destroyed, because observations may end
+// at any time.
 
 NotificationCenter& NotificationCenter::defaultCenter() {
   static auto& center = *new LocalNotificationCenter;

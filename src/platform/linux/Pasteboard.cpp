@@ -16,12 +16,12 @@ namespace {
 class QtPasteboard : public Pasteboard {
  public:
   QtPasteboard() {
-    // The clipboard is that of Qt's application.
+    // The clipboard belongs to Qt's application.
     Application::shared();
   }
 
   bool setString(std::string_view text) override {
-    // In one step: a clipboard manager would fill a clipboard that was emptied first.
+    // Set in one step: a clipboard manager would refill a clipboard that is cleared first.
     auto contents = std::make_unique<QMimeData>();
     contents->setText(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
     clipboard().setMimeData(contents.release());
@@ -29,10 +29,10 @@ class QtPasteboard : public Pasteboard {
   }
 
  private:
-  /// Qt takes it for ours also when the server does not.
+  /// Returns whether this program owns the clipboard. Qt may say so although the server does not.
   static bool isOurs() {
     const xcb_ewmh_connection_t* ewmh = ewmhOfQt();
-    // The clipboard of the other platforms is within the process.
+    // On Qt's other platforms the clipboard is within the process.
     if (!ewmh) return true;
     xcb_connection_t* xcb = ewmh->connection;
     constexpr std::string_view kName = "CLIPBOARD";

@@ -12,7 +12,8 @@
 namespace vembrix {
 namespace {
 
-/// Qt counts from the top left, the seam from the primary screen's bottom left.
+/// Converts from Qt's coordinates, from the top left, to the seam's, from the bottom left of the
+/// primary screen.
 Rect flipped(const QRect& rect, const QRect& primary) {
   const int primaryBottom = primary.y() + primary.height();
   return {static_cast<double>(rect.x() - primary.x()),
@@ -22,7 +23,7 @@ Rect flipped(const QRect& rect, const QRect& primary) {
 
 std::vector<Screen> read() {
   std::vector<Screen> screens;
-  // The primary one is the first.
+  // The primary screen is the first.
   const QList<QScreen*> all = QGuiApplication::screens();
   for (const QScreen* screen : all) {
     const QRect primary = all.constFirst()->geometry();
@@ -32,8 +33,8 @@ std::vector<Screen> read() {
   return screens;
 }
 
-/// Qt's screens in the seam's coordinates. One change of the screens is several
-/// signals of Qt's; they are announced together, once.
+/// Qt's screens in the seam's coordinates. Qt emits several signals for one change; they are
+/// announced together, once.
 class QtScreens : public QObject, public Screens {
  public:
   QtScreens() {
@@ -82,7 +83,7 @@ class QtScreens : public QObject, public Screens {
 }  // namespace
 
 const Screens& X11Services::screens() {
-  // Qt knows its screens only as an application.
+  // Qt knows its screens only once there is an application.
   Application::shared();
   static auto& screens = *new QtScreens;
   return screens;

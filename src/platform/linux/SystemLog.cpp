@@ -20,7 +20,8 @@
 namespace vembrix {
 namespace {
 
-/// Drops what does not fit because no program reads it. One thread only.
+/// Writes to standard error, and drops what does not fit because no program reads it. One thread
+/// only.
 void writeToStandardError(std::string_view text) {
   constexpr int kPatience = 100;  // milliseconds
   static bool isFull = false;
@@ -28,7 +29,7 @@ void writeToStandardError(std::string_view text) {
     pollfd output{STDERR_FILENO, POLLOUT, 0};
     isFull = ::poll(&output, 1, isFull ? 0 : kPatience) == 0;
     if (isFull || (output.revents & POLLOUT) == 0) return;
-    // So much a pipe takes at once, in one piece, when it says that it takes anything.
+    // A pipe that is ready accepts this much at once, in one piece.
     const ssize_t written =
         ::write(STDERR_FILENO, text.data(), std::min<std::size_t>(text.size(), 4096));
     if (written < 0 && errno == EINTR) continue;
@@ -37,16 +38,16 @@ void writeToStandardError(std::string_view text) {
   }
 }
 
-/// The journal by way of syslog, and standard error for a start by hand. Either may keep its writer
-/// waiting for as long as it likes. So a thread writes; others wait for it as long as it gets on,
-/// so that a line is out before what follows it.
+/// Logs to the journal through syslog, and to standard error for starts by hand. Writing to either
+/// may block for any time. So a separate thread writes; callers wait for it as long as it makes
+/// progress, so that a line is written before the program goes on.
 class LinuxSystemLog : public SystemLog {
  public:
   LinuxSystemLog() { openlog("Vembrix", LOG_PID, LOG_USER); }
 
   void write(std::string_view line) override {
     std::string text(line);
-    // Foreign text (a name, a message of a library) must not form lines of its own.
+    // Text from outside (a name, a message of a library) must not start lines of its own.
     std::ranges::replace_if(
         text, [](char c) { return c == '\n' || c == '\r' || c == '\0'; }, ' ');
     std::unique_lock lock(mutex_);
@@ -69,14 +70,14 @@ class LinuxSystemLog : public SystemLog {
       std::thread([this] { run(); }).detach();
       isStarted_ = true;
     } catch (const std::system_error&) {
-      // The system has no thread left; the lines wait for the next attempt.
+      // The system has no free thread; the lines wait for the next attempt.
     }
     return isStarted_;
   }
 
   [[noreturn]] void run() {
-    // Signals are for the main thread; a closed pipe (SIGPIPE) or a limit of file sizes (SIGXFSZ)
-    // is an error as any other.
+    // Signals are for the main thread. A closed pipe (SIGPIPE) and a limit of file sizes (SIGXFSZ)
+    // are then ordinary errors.
     sigset_t all;
     sigfillset(&all);
     pthread_sigmask(SIG_BLOCK, &all, nullptr);
@@ -101,7 +102,7 @@ class LinuxSystemLog : public SystemLog {
   std::deque<std::string> queue_;
   std::uint64_t queuedCount_ = 0;
   std::uint64_t writtenCount_ = 0;
-  /// Whether a thread has waited in vain; then none waits until all is written.
+  /// Whether a thread has waited in vain. If so, no thread waits until everything is written.
   bool isStuck_ = false;
   bool isStarted_ = false;
 };
@@ -109,7 +110,7 @@ class LinuxSystemLog : public SystemLog {
 }  // namespace
 
 SystemLog& SystemLog::shared() {
-  // Never destroyed: there may be something to log until the very end.
+  // Never destroyed, because lines may be logged until the very end.
   static auto& log = *new LinuxSystemLog;
   return log;
 }

@@ -14,12 +14,12 @@ int lineHeight(const QFont& font);
 int lineBaseline(const QFont& font);
 
 /// Returns the baseline that centres capitals in that height, in points from its top, on a whole
-/// row of pixels at that scale. Unlike that of a centred line box, it is the same for every font of
-/// one size.
+/// row of pixels at that scale. It is the same for every font of one size, unlike the baseline of a
+/// centred line box.
 double middleBaseline(const QFont& font, double height, double scale);
 
-/// Draws one line from that point on, at the left end of its baseline. The text decides its
-/// direction, whatever the widget's is: so the ellipsis of a name is where the name ends.
+/// Draws one line that starts at that point, the left end of its baseline. The text determines its
+/// direction, regardless of the widget's, so the ellipsis of a name is where the name ends.
 void drawLine(QPainter& painter, const QPointF& start, const QString& text);
 
 }  // namespace vembrix

@@ -9,7 +9,7 @@
 namespace vembrix {
 
 Size textSize(std::string_view text, const Font& font) {
-  // Qt knows its fonts only as an application.
+  // Qt knows its fonts only once there is an application.
   Application::shared();
   const QFontMetricsF metrics(nativeFont(font));
   const QString line = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));

@@ -23,8 +23,8 @@ std::filesystem::path homeDirectory() {
   return user && user->pw_dir ? user->pw_dir : "/";
 }
 
-/// Where all applications of the user keep their settings. A relative path in
-/// the environment is invalid and counts as none.
+/// Returns the folder of the user's settings. A relative path in the environment is invalid and
+/// ignored.
 std::filesystem::path configurationDirectory() {
   const char* directory = std::getenv("XDG_CONFIG_HOME");
   return directory && *directory == '/' ? directory : homeDirectory() / ".config";
@@ -50,10 +50,10 @@ UserDefaults& UserDefaults::standard() {
 
 LinuxUserDefaults::LinuxUserDefaults()
     : directory_(configurationDirectory() / "vembrix"), application_(pathOf(kApplicationDomain)) {
-  // A program under a limit of file sizes gets an error, and lives. The settings are the
-  // first thing that is used.
+  // Under a limit of file sizes, writing then fails with an error instead of a signal. Set here
+  // because the settings are used first.
   std::signal(SIGXFSZ, SIG_IGN);
-  // Initialises what Qt needs for dates, so that it outlives this object.
+  // Makes Qt create its data for dates now, so that it is destroyed after this object.
   writePropertyList(PropertyList::Date());
   std::atexit([] { shared().finish(); });
 }

@@ -16,7 +16,7 @@ class X11WindowServer : public WindowServer {
  public:
   explicit X11WindowServer(X11Desktop& desktop) : desktop_(desktop) {}
 
-  // There is one connection, whatever it is called.
+  // There is only one connection; its number has no meaning.
   ConnectionID CGSMainConnectionID() override { return 1; }
 
   PropertyList CGSCopyManagedDisplaySpaces(ConnectionID /*connection*/) override {
@@ -62,7 +62,7 @@ class X11WindowServer : public WindowServer {
 
   PropertyList CGWindowListCopyWindowInfo(std::uint32_t options) override {
     if (!windows_) {
-      // It follows them in the application's event loop.
+      // The list of windows is updated by the application's event loop.
       Application::shared();
       windows_.emplace(desktop_);
     }
@@ -79,7 +79,7 @@ class X11WindowServer : public WindowServer {
 
   X11Desktop& desktop_;
   std::unordered_map<SpaceID, PropertyList> answers_;
-  /// Followed from the first question on.
+  /// The list of windows, followed from the first query on.
   std::optional<WindowList> windows_;
 };
 

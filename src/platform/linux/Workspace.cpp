@@ -12,12 +12,12 @@ class XdgWorkspace : public Workspace {
   void openURL(std::string_view url) override {
     const QUrl address = QUrl::fromEncoded(
         QByteArray(url.data(), static_cast<qsizetype>(url.size())), QUrl::StrictMode);
-    // Without a scheme it could be an option of the program that opens it.
+    // Without a scheme, the program that opens it could take it for an option.
     if (!address.isValid() || address.scheme().isEmpty()) return;
     QProcess opener;
     opener.setProgram(QStringLiteral("xdg-open"));
     opener.setArguments({QString::fromLatin1(address.toEncoded())});
-    // What the user's programs say there does not belong to this one's log.
+    // Output of the user's programs does not belong in this program's log.
     opener.setStandardInputFile(QProcess::nullDevice());
     opener.setStandardOutputFile(QProcess::nullDevice());
     opener.setStandardErrorFile(QProcess::nullDevice());

@@ -11,8 +11,8 @@ namespace {
 
 using Condition = StoredSettings::Condition;
 
-/// Two changes within one tick of the file system's clock look the same. Ticks
-/// are milliseconds mostly, two seconds at the most.
+/// The time within which two changes may look the same: one tick of the file system's clock, mostly
+/// milliseconds, two seconds at the most.
 constexpr std::chrono::nanoseconds kSettlingTime = std::chrono::seconds(3);
 
 }  // namespace
@@ -45,7 +45,7 @@ void DefaultsFile::refresh() {
   isLookedAt_ = true;
   if (settled_ && FileState::of(path_) == state_) return;
   load();
-  // At the start there are no former contents to keep, and some settings are read only then.
+  // At the start there are no earlier contents to keep, and some settings are read only then.
   constexpr std::chrono::milliseconds kPause{10};
   constexpr int kMostPauses = 100;
   for (int i = 0; i < kMostPauses && !hasBeenRead_ && condition_ == Condition::Unfinished; ++i) {
@@ -68,12 +68,12 @@ void DefaultsFile::load() {
     if (isNew) take(StoredSettings::ofError(error), log_);
   } else if (!wereBytes || scratch_ != bytes_) {
     std::swap(bytes_, scratch_);
-    // So that the next reading needs no memory.
+    // Reserved so that the next reading allocates nothing.
     scratch_.reserve(bytes_.size() + 1);
     take(StoredSettings::ofBytes(bytes_, state), log_);
   }
-  // Whatever changes after the start either shows in the state or happens within
-  // a tick of the change that the state shows.
+  // A change after the start of the reading either shows in the state or happens within a tick of
+  // the change that the state shows.
   const bool hasAged = start - state.changed > kSettlingTime.count();
   settled_ = (isCertain() || condition_ == Condition::Damaged) && (state.error != 0 || hasAged);
 }

@@ -20,10 +20,10 @@ class DefaultsFile {
 
   DefaultsFile(std::filesystem::path path, Log log);
 
-  /// Returns the dictionary, valid until the next call; null when there is none.
+  /// Returns the dictionary, valid until the next call; null if there is none.
   const PropertyList::Dictionary* contents();
 
-  /// Returns the value under the key; null where there is none.
+  /// Returns the value under the key; null if there is none.
   PropertyList object(std::string_view key);
 
   /// Returns whether the values of the last call are the file's own: false when it was out of

@@ -13,7 +13,7 @@ DefaultsStore::DefaultsStore(std::filesystem::path path)
     : path_(std::move(path)), file_(path_, DefaultsFile::Log::Failures), writer_(path_) {}
 
 PropertyList DefaultsStore::object(std::string_view key) {
-  // In this order: a change that the writer no longer has is in the file.
+  // The order matters: a change that the writer no longer has is in the file.
   const std::optional<DefaultsWriter::Change> change = writer_.change(key);
   PropertyList held = stored(key);
   if (!change) return held;

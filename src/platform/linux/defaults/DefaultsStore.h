@@ -16,13 +16,13 @@ class DefaultsStore {
  public:
   explicit DefaultsStore(std::filesystem::path path);
 
-  /// Returns the value under the key; null where there is none. Reading an unchanged value costs
-  /// one system call and no memory.
+  /// Returns the value under the key; null if there is none. Reading an unchanged value costs one
+  /// system call and no memory.
   PropertyList object(std::string_view key);
 
-  /// Stores the value, or removes the key for null; does nothing where that is so already. All else
-  /// in the file stays as it is. A value that cannot be written, or would be too large to read, is
-  /// logged and dropped. A damaged file is kept under another name.
+  /// Stores the value, or removes the key for null; does nothing if that is already the case. The
+  /// rest of the file stays as it is. A value that cannot be written, or would be too large to
+  /// read, is logged and dropped. A damaged file is kept under another name.
   void set(std::string_view key, const PropertyList& value);
 
   /// As in DefaultsFile.

@@ -19,17 +19,17 @@ using Condition = StoredSettings::Condition;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-/// With the writing, half a second.
+/// Together with the writing, half a second.
 constexpr milliseconds kGatheringTime{400};
 constexpr seconds kRetryTime{5};
-/// At the end of the program.
+/// The longest wait at the end of the program.
 constexpr seconds kLongestFinish{5};
-/// For another program that writes the file: nearly as long, since then there is no later
-/// attempt.
+/// The longest wait for another program that writes the file. Nearly as long as kLongestFinish,
+/// since there is no later attempt.
 constexpr seconds kPatience{4};
 
 /// Waits until the bytes are on the disk. Meanwhile calls `change` repeatedly and writes changed
-/// bytes at once, so that the next run finds them should this process be killed.
+/// bytes at once, so that the next run finds them if this process is killed.
 std::error_code bringToDisk(FileReplacement& replacement, const std::string& bytes,
                             const std::function<bool()>& change) {
   constexpr milliseconds kPause{50};
@@ -37,7 +37,7 @@ std::error_code bringToDisk(FileReplacement& replacement, const std::string& byt
   bool isOnDisk = false;
   while (!isOnDisk) {
     isOnDisk = true;
-    // In this thread where the system has no other left.
+    // Runs in this thread if the system has no other.
     std::future<std::error_code> sync = std::async([&replacement] { return replacement.sync(); });
     while (sync.wait_for(kPause) == std::future_status::timeout) {
       if (!change()) continue;
@@ -76,7 +76,7 @@ DefaultsWriter::~DefaultsWriter() {
 bool DefaultsWriter::set(std::string_view key, PropertyList value,
                          std::optional<PropertyList> stored, int seenWrites) {
   const std::lock_guard lock(mutex_);
-  // Otherwise this process's write in between would count as another program's.
+  // Otherwise this process's own write in between would count as another program's.
   if (seenWrites != writeCount_) return false;
   if (!std::exchange(isScheduled_, true)) due_ = Clock::now() + kGatheringTime;
   const auto [entry, isNew] = changes_.try_emplace(std::string(key));
@@ -88,8 +88,7 @@ bool DefaultsWriter::set(std::string_view key, PropertyList value,
   try {
     thread_ = std::thread([this] { run(); });
   } catch (const std::system_error&) {
-    // The system has no thread left; it may have one for the next change, and finish()
-    // needs none.
+    // The system has no free thread. It may have one for the next change, and finish() needs none.
   }
   return true;
 }
@@ -119,7 +118,7 @@ void DefaultsWriter::finish() {
     attempt(lock);
     return;
   }
-  // A try that has begun may lack the last changes.
+  // An attempt under way may lack the last changes.
   hurriedFailures_ = failureCount_ + (isWriting_ ? 2 : 1);
   wake_.notify_all();
   attempted_.wait_for(lock, kLongestFinish, [&] { return changes_.empty() || !isHurried(); });
@@ -130,13 +129,13 @@ void DefaultsWriter::completeFormerWrite() const {
   const std::filesystem::path file = followLinks(path_);
   const std::filesystem::path temporary = FileReplacement::temporaryOf(file);
   if (FileState::of(temporary).error != 0) return;
-  // No other program is writing it; removed where it is of no use.
+  // No other program is writing it. It is removed if it is of no use.
   FileReplacement replacement(file, milliseconds(0));
   if (replacement.error()) return;
   const StoredFile left(temporary);
   const StoredFile held(file);
-  // Cut off where the writer had not come to the end or the machine has died; the time
-  // of the state's change is one that no program can set.
+  // The contents are incomplete if the writer did not finish or the machine has crashed. The time
+  // of the state's change cannot be set by any program.
   const bool isNewer =
       held.settings.condition == Condition::Missing ||
       (held.settings.condition == Condition::Whole && held.state.changed < left.state.changed);
@@ -147,8 +146,8 @@ void DefaultsWriter::completeFormerWrite() const {
 }
 
 void DefaultsWriter::run() {
-  // Signals are for the main thread; a file that grows beyond a limit (SIGXFSZ) is an
-  // error as any other.
+  // Signals are for the main thread; exceeding a limit of file sizes (SIGXFSZ) is then an ordinary
+  // error.
   sigset_t all;
   sigfillset(&all);
   pthread_sigmask(SIG_BLOCK, &all, nullptr);
@@ -210,14 +209,14 @@ void DefaultsWriter::settle(const Item& item) {
     changes_.erase(left);
     return;
   }
-  // Changed again meanwhile.
+  // The value has changed again meanwhile.
   change.base = item.isOverruled ? std::nullopt : std::exchange(change.sent, std::nullopt);
   change.sent.reset();
 }
 
 std::string DefaultsWriter::store(std::vector<Item>& items) {
   makeDirectories(path_.parent_path());
-  // A link stays one: what it leads to is replaced.
+  // A symbolic link is kept: its target is replaced.
   const std::filesystem::path file = followLinks(path_);
   FileReplacement replacement(file, kPatience);
   if (replacement.error()) return replacement.error().message();
@@ -245,7 +244,7 @@ std::string DefaultsWriter::store(std::vector<Item>& items) {
       return failed.message();
     }
     if (merged == bytes) return {};
-    // Another program was faster than the disk.
+    // Another program has written it before these bytes were on the disk.
     if (FileState::of(path_) != contents.state) continue;
     if (isDamaged) {
       if (const std::error_code failed = keepAside(file)) return failed.message();
@@ -267,7 +266,7 @@ std::string DefaultsWriter::mergedInto(std::string bytes, const PropertyList::Di
       const auto entry = stored->find(item.key);
       held = entry == stored->end() ? PropertyList() : entry->second;
     }
-    // Compared with the file's own value, not with one that was sent before.
+    // Compares with the file's own value, not with an earlier one that was sent.
     Change change = item.change;
     change.sent.reset();
     item.isOverruled = change.isOverruledBy(held);

@@ -49,7 +49,7 @@ class DefaultsWriter {
   [[nodiscard]] bool set(std::string_view key, PropertyList value,
                          std::optional<PropertyList> stored, int seenWrites);
 
-  /// The key's pending change; empty when the file holds the last value set.
+  /// Returns the key's pending change; empty if the file holds the last value set.
   [[nodiscard]] std::optional<Change> change(std::string_view key) const;
 
   /// Forgets a change that another program has overruled.

@@ -59,13 +59,13 @@ FileReplacement::~FileReplacement() {
 }
 
 FileReplacement::Attempt FileReplacement::tryLock() {
-  // Not blocking, in case it is no regular file.
+  // Opened without blocking, in case it is not a regular file.
   constexpr int kFlags = O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
   descriptor_ = ::open(temporary_.c_str(), kFlags, kUserOnly);
   if (descriptor_ < 0) return Attempt::Failed;
   while (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0) {
     if (errno == EWOULDBLOCK) return Attempt::Busy;
-    // A file system without locks: better to write without one than not at all.
+    // The file system has no locks: writes without one.
     if (errno != EINTR) break;
   }
   return checkName();
@@ -83,7 +83,7 @@ FileReplacement::Attempt FileReplacement::checkName() {
     errno = EEXIST;
     return Attempt::Failed;
   }
-  // A file that has another name, too, belongs to another program: not to be written to.
+  // A file with a second name belongs to another program and must not be written to.
   if (opened.st_nlink > 1) {
     return ::unlink(temporary_.c_str()) == 0 ? Attempt::Overtaken : Attempt::Failed;
   }

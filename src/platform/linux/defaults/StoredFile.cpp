@@ -22,7 +22,7 @@ std::int64_t nanoseconds(const timespec& time) {
   return std::int64_t{time.tv_sec} * 1000000000 + time.tv_nsec;
 }
 
-/// Programs that write a file in place empty it first.
+/// Returns whether a program is writing the file: those that write in place empty it first.
 bool isBeingWritten(const FileState& state) {
   constexpr std::chrono::nanoseconds kLongestWriting = std::chrono::seconds(1);
   return std::abs(fileClock() - state.modified) < kLongestWriting.count();
@@ -49,7 +49,7 @@ std::int64_t fileClock() {
 }
 
 int readStoredFile(const std::filesystem::path& path, FileState& state, std::string& bytes) {
-  // Not blocking, in case it is no regular file.
+  // Opened without blocking, in case it is not a regular file.
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   struct stat status {};
   if (file.number() < 0 || ::fstat(file.number(), &status) != 0) return errno;
@@ -57,7 +57,7 @@ int readStoredFile(const std::filesystem::path& path, FileState& state, std::str
   if (S_ISDIR(status.st_mode)) return EISDIR;
   if (!S_ISREG(status.st_mode)) return ENXIO;
   if (state.size > static_cast<std::int64_t>(kPropertyListLimit)) return EFBIG;
-  // One byte more, to see the end without reading once more.
+  // Reads one byte more than the size, which shows the end without another call.
   bytes.resize(static_cast<std::size_t>(state.size) + 1);
   std::size_t size = 0;
   while (size < bytes.size()) {
@@ -114,7 +114,7 @@ std::filesystem::path followLinks(std::filesystem::path path) {
   for (int i = 0; i < kMostLinks && std::filesystem::is_symlink(path, error); ++i) {
     const std::filesystem::path target = std::filesystem::read_symlink(path, error);
     if (error) break;
-    // An absolute target replaces all before it.
+    // An absolute target replaces the whole path.
     path = path.parent_path() / target;
   }
   return path;
@@ -135,7 +135,7 @@ std::error_code keepAside(const std::filesystem::path& file) {
     struct stat status {};
     if (::lstat(name.c_str(), &status) == 0) continue;
     const bool isAside = errno == ENOENT && ::rename(file.c_str(), name.c_str()) == 0;
-    // A file that is gone meanwhile counts as success.
+    // A file that has disappeared meanwhile counts as success.
     return isAside || errno == ENOENT ? std::error_code()
                                       : std::error_code(errno, std::generic_category());
   }

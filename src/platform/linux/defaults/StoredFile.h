@@ -14,7 +14,7 @@ namespace vembrix {
 
 /// Distinguishes states of a file without reading its contents. Times are in nanoseconds.
 struct FileState {
-  /// An errno value, when there is no such file.
+  /// The errno value if there is no such file; else 0.
   int error = 0;
   std::uint64_t device = 0;
   std::uint64_t inode = 0;

@@ -49,7 +49,7 @@ bool isHarmless(std::string_view text) {
         if (at != std::string_view::npos) at = text.find_first_of("<>[\"'", at + 1);
       }
       const std::size_t end = std::min(at, text.size());
-      // A document type that declares something has it in brackets.
+      // A document type with declarations has brackets.
       if (end - start > kLongestTag || (end < text.size() && text[end] == '[')) return false;
     }
     if (at != std::string_view::npos) at = text.find('<', at + (text[at] == '<' ? 0 : 1));
@@ -99,7 +99,7 @@ PropertyList scalarFrom(QStringView element, const QString& content) {
   return {};
 }
 
-/// A key with its value, and where in the text both stand together.
+/// A key, its value, and the part of the text that holds both.
 struct Entry {
   std::string key;
   PropertyList value;
@@ -107,13 +107,13 @@ struct Entry {
   qsizetype end = 0;
 };
 
-/// The dictionary at the top, if it is one, and where in the text it is.
+/// The top dictionary, if there is one, and its place in the text.
 struct Outline {
   std::vector<Entry> entries;
   /// The whole element.
   qsizetype start = 0;
   qsizetype end = 0;
-  /// Between its tags; both `end` where it is but one tag.
+  /// The part between its tags; if there is only one tag, both are `end`.
   qsizetype contentStart = 0;
   qsizetype contentEnd = 0;
 };
@@ -122,22 +122,22 @@ class Reader {
  public:
   explicit Reader(const QString& text) : text_(text), xml_(text) {}
 
-  /// Empty when the text is malformed. `outline` is that of a dictionary.
+  /// Empty if the text is malformed. `outline` is filled for a dictionary.
   std::optional<PropertyList> read(Outline* outline = nullptr);
 
  private:
   using Token = QXmlStreamReader::TokenType;
 
-  // Of the element that is open; each ends with its end tag.
+  // Reads the open element, up to its end tag.
   PropertyList value();
   PropertyList array();
   PropertyList dictionary();
   std::vector<Entry> entries();
-  /// Empty when the element holds more than text.
+  /// Empty if the element holds more than text.
   std::optional<QString> content();
 
   qsizetype offset() const { return static_cast<qsizetype>(xml_.characterOffset()); }
-  /// Where the tag at hand begins: there is no other such character in a tag.
+  /// Returns the start of the current tag: a tag contains no other such character.
   qsizetype tagStart() const { return text_.lastIndexOf(u'<', offset() - 1); }
 
   const QString& text_;
@@ -226,7 +226,7 @@ std::optional<QString> Reader::content() {
 
 // Writing
 
-/// To the millisecond; empty for what no date of four digits of a year is.
+/// Formats the date to the millisecond; empty for dates outside of the years 0 to 9999.
 QString dateText(PropertyList::Date date) {
   constexpr double kFarthest = 1e12;
   if (!(std::abs(date.seconds) < kFarthest)) return {};
@@ -243,10 +243,10 @@ QString realText(double value) {
   return QString::number(value, 'g', QLocale::FloatingPointShortest);
 }
 
-/// The text as XML can hold it.
+/// Returns the text with the characters that XML can hold.
 QString xmlText(std::string_view utf8) {
   using Flag = QStringConverter::Flag;
-  // A byte order mark is a character of the text as any other.
+  // A byte order mark is treated like any other character.
   QStringDecoder decode(QStringDecoder::Utf8, Flag::Stateless | Flag::ConvertInitialBom);
   QString text = decode(QByteArrayView(utf8.data(), static_cast<qsizetype>(utf8.size())));
   for (QChar& unit : text) {
@@ -256,7 +256,7 @@ QString xmlText(std::string_view utf8) {
   return text;
 }
 
-/// A list with a value, or a dictionary that gets one entry after the other.
+/// Writes a list with one value, or a dictionary, entry by entry.
 class Writer {
  public:
   Writer() {
@@ -270,7 +270,7 @@ class Writer {
     xml_.writeAttribute(QStringLiteral("version"), QStringLiteral("1.0"));
   }
 
-  // Whether the value can be written.
+  // Returns whether the value can be written.
   bool append(const PropertyList& value);
   bool appendEntry(std::string_view key, const PropertyList& value) {
     appendText(QStringLiteral("key"), key);
@@ -350,7 +350,7 @@ bool Writer::appendContainer(const QString& element, const Elements& elements) {
 
 bool Writer::appendText(const QString& element, std::string_view text) {
   xml_.writeStartElement(element);
-  // As itself a carriage return would read back as a line feed.
+  // Escaped, because a carriage return would be read back as a line feed.
   const QStringList lines = xmlText(text).split(u'\r');
   for (qsizetype i = 0; i < lines.size(); ++i) {
     if (i > 0) xml_.writeEntityReference(QStringLiteral("#13"));
@@ -360,20 +360,20 @@ bool Writer::appendText(const QString& element, std::string_view text) {
   return true;
 }
 
-/// The text of one entry as it stands in a dictionary, on lines of its own.
+/// Returns the text of one entry of a dictionary, on lines of its own.
 std::optional<QString> entryText(std::string_view key, const PropertyList& value) {
   Writer writer;
   writer.beginDictionary();
-  // Not ended before something follows.
+  // The writer completes a tag only when something follows.
   const qsizetype start = writer.bytes().size() + 1;
   if (!writer.appendEntry(key, value)) return std::nullopt;
   QString text = QString::fromUtf8(writer.bytes().mid(start));
-  // An empty element at the end likewise.
+  // The same applies to an empty element at the end.
   if (!text.endsWith(u'>')) text += QStringLiteral("/>");
   return text;
 }
 
-/// Where the white space before `end` begins.
+/// Returns the start of the white space before `end`.
 qsizetype withoutSpaceBefore(QStringView text, qsizetype end) {
   while (end > 0 && text[end - 1].isSpace()) end -= 1;
   return end;
@@ -416,14 +416,14 @@ std::optional<std::string> changedPropertyList(std::string_view bytes, std::stri
   if (!entry) return std::nullopt;
   const bool isNew = std::ranges::find(outline.entries, key, &Entry::key) == outline.entries.end();
   if (isNew && !value.isNull()) appendTo(text, outline, *entry);
-  // From the last to the first, so that the places of the others stay true. A key that
-  // occurs several times means its last value.
+  // From the last to the first, so that the positions of the others stay valid. If a key occurs
+  // several times, its last value counts.
   for (auto old = outline.entries.rbegin(); old != outline.entries.rend(); ++old) {
     if (old->key != key) continue;
     const qsizetype start = withoutSpaceBefore(text, old->start);
     text.replace(start, old->end - start, std::exchange(*entry, QString()));
   }
-  // Qt takes it off.
+  // Qt removes it.
   const std::string_view mark = "\xEF\xBB\xBF";
   return (bytes.starts_with(mark) ? std::string(mark) : std::string()) + text.toStdString();
 }

@@ -15,7 +15,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// The curve by which AppKit eases in and out.
+/// The curve with which AppKit eases in and out.
 const QEasingCurve& easing() {
   static const QEasingCurve curve = [] {
     QEasingCurve bezier(QEasingCurve::BezierSpline);
@@ -25,7 +25,7 @@ const QEasingCurve& easing() {
   return curve;
 }
 
-/// Between two pictures of the screen.
+/// Returns the time between two frames of the screen.
 milliseconds pictureInterval() {
   constexpr double kUsualRate = 60;
   constexpr double kSlowest = 30;
@@ -110,7 +110,7 @@ void AlphaFade::waitFor(milliseconds time) {
 
 bool AlphaFade::play() {
   if (!player_.play) return false;
-  // For long animations a timer does.
+  // Longer animations use a timer.
   constexpr std::size_t kMost = 128;
   const milliseconds interval = pictureInterval();
   const Duration begin(clock_.nsecsElapsed());
@@ -127,7 +127,7 @@ bool AlphaFade::play() {
 void AlphaFade::stopPlaying() {
   if (!std::exchange(isPlaying_, false)) return;
   player_.stop();
-  // Whatever the player has come to.
+  // The player's present value is not known.
   applied_ = -1;
 }
 
@@ -139,7 +139,7 @@ void AlphaFade::finish() {
   timer_.stop();
   stopPlaying();
   apply(to_);
-  // Emptied first: it may start another animation.
+  // Emptied first, because the call may start another animation.
   if (const auto ended = std::exchange(ended_, nullptr)) ended();
 }
 

@@ -12,23 +12,23 @@
 namespace vembrix {
 
 /// The alpha value of a window and its animation, which eases in and out and ends exactly at the
-/// new value. A gradual one takes a step per frame of the screen, by a timer or by a player that
-/// takes the steps by itself; another only one right after the beginning, and only from zero. At
-/// rest no timer runs. Main thread; needs a Qt application.
+/// new value. A gradual animation takes a step per frame of the screen, by a timer or by a player
+/// that takes the steps by itself; any other animation takes a single step, soon after its start,
+/// and only if it starts at zero. At rest no timer runs. Main thread; needs a Qt application.
 class AlphaFade : public QObject {
  public:
   struct Player {
-    /// Takes a step to each of the values, the first one an interval from now. Returns false where
-    /// it cannot.
+    /// Sets each of the values in turn, the first one an interval from now. Returns false if it
+    /// cannot.
     std::function<bool(std::chrono::milliseconds interval, std::span<const double>)> play;
-    /// Ends that, wherever it is.
+    /// Stops playing.
     std::function<void()> stop;
   };
 
-  /// `apply` gets each new value that is not the player's.
+  /// `apply` receives each new value that the player does not set.
   explicit AlphaFade(std::function<void(double)> apply, Player player = {});
 
-  /// The present value, also during an animation.
+  /// Returns the present value, also during an animation.
   [[nodiscard]] double value() const;
   [[nodiscard]] bool isRunning() const { return timer_.isActive(); }
 
@@ -38,7 +38,7 @@ class AlphaFade : public QObject {
   /// Sets the value and ends an animation without calling its `ended`.
   void set(double value);
   /// Replaces a running animation without calling its `ended`. `ended` is called when the value is
-  /// reached: within this call where the duration or the difference is zero.
+  /// reached: within this call if the duration or the difference is zero.
   void animate(double value, Duration duration, std::function<void()> ended = nullptr);
 
  protected:

@@ -98,7 +98,7 @@ void BareWindow::applyAlpha(double alpha) {
 
 void BareWindow::setOnScreen(bool isOnScreen) {
   isOnScreen_ = isOnScreen;
-  // Values in between are visible only with a compositor.
+  // Intermediate values are visible only with a compositor.
   const bool isGradual = isOnScreen && Compositor::shared().isRunning();
   if (!isGradual) alpha_.setGradual(false);
   const bool isShown = isOnScreen && alpha_.value() > 0;
@@ -111,7 +111,7 @@ void BareWindow::setOnScreen(bool isOnScreen) {
     }
     content_.setVisible(isShown);
   }
-  // There has to be a window that fades.
+  // Gradual fades need a window.
   if (isGradual) alpha_.setGradual(true);
 }
 
@@ -170,7 +170,7 @@ void BareWindow::refresh() {
 
 void BareWindow::update(const QRectF& part) {
   const QScreen* screen = QGuiApplication::primaryScreen();
-  // A picture that is out of date is drawn as a whole soon.
+  // An outdated picture will be redrawn as a whole soon.
   if (!isShown_ || !window_ || !isPainted_ || !screen || part.isEmpty()) return;
   const double scale = screen->devicePixelRatio();
   window_->paint(picture(scale, backing(), part), scaled(part, scale).toAlignedRect().topLeft());

@@ -27,13 +27,13 @@ namespace vembrix {
 class BareWindow {
  public:
   struct Options {
-    /// The panel's, without its shadow; points, global coordinates.
+    /// The panel's frame without its shadow, in points, global coordinates.
     Rect frame;
     WindowLevel level = WindowLevel::Floating;
     /// Bits of CollectionBehavior.
     std::uint64_t collectionBehavior = 0;
     double cornerRadius = 0;
-    /// WM_WINDOW_ROLE.
+    /// The value of WM_WINDOW_ROLE.
     QString role;
   };
 
@@ -60,7 +60,7 @@ class BareWindow {
   [[nodiscard]] AlphaFade& alpha() { return alpha_; }
   [[nodiscard]] const AlphaFade& alpha() const { return alpha_; }
 
-  /// Redraws before the panel is next seen: after the current event where it is visible.
+  /// Redraws before the panel is next seen: after the current event if it is visible.
   void update();
   /// Redraws a part of the window at once; in points from its top left corner.
   void update(const QRectF& part);

@@ -55,7 +55,7 @@ void NativeSignView::paint(QPainter& painter, const QRectF& panel, Backing backi
 void NativeSignView::paintText(QPainter& painter, const QRectF& panel) const {
   const QRectF area = panel.adjusted(padding_, 0, -padding_, 0);
   const QFontMetricsF metrics(nativeFont_);
-  // Names in scripts from right to left end on the left, and are cut off there.
+  // Names in right-to-left scripts end on the left, and are truncated there.
   painter.setLayoutDirection(Qt::LayoutDirectionAuto);
   painter.setFont(nativeFont_);
   painter.setPen(nativeColor(look_.textColor));

@@ -10,10 +10,10 @@ namespace vembrix {
 
 class BareWindow;
 
-/// The look of a label. Main thread.
+/// The view of a label: draws its panel and text. Main thread.
 class NativeSignView : public SignView, public PanelContent {
  public:
-  /// In points.
+  /// Both are in points.
   NativeSignView(double cornerRadius, double padding);
 
   /// Sets the panel that shows the view, for this object's life.

@@ -9,7 +9,7 @@
 namespace vembrix {
 namespace {
 
-/// Larger than any difference, so that the end of a wait is no event.
+/// Larger than any difference of counters, so that the end of a wait sends no event.
 constexpr xcb_sync_int64_t kNever{std::numeric_limits<std::int32_t>::max(),
                                   std::numeric_limits<std::uint32_t>::max()};
 
@@ -23,7 +23,7 @@ xcb_sync_counter_t clockOf(xcb_connection_t* xcb) {
   if (!counters) return XCB_NONE;
   for (auto counter = xcb_sync_list_system_counters_counters_iterator(counters.get());
        counter.rem > 0; xcb_sync_systemcounter_next(&counter)) {
-    // Right behind its length: the library takes it to be behind the padding of the structure.
+    // The name follows its length directly, although the library's structure has padding there.
     const std::string_view name(reinterpret_cast<const char*>(&counter.data->name_len + 1),
                                 counter.data->name_len);
     if (name == "SERVERTIME") return counter.data->counter;
@@ -59,7 +59,7 @@ bool OpacityPlayer::open() {
   if (clock_ == XCB_NONE) return false;
   stopped_ = xcb_generate_id(xcb_);
   xcb_sync_create_counter(xcb_, stopped_, value(0));
-  // Before the other connection uses it.
+  // Ensures that the property exists before the other connection uses it.
   const XcbPtr<xcb_get_input_focus_reply_t> done{
       xcb_get_input_focus_reply(xcb_, xcb_get_input_focus_unchecked(xcb_), nullptr)};
   return done != nullptr;
@@ -94,7 +94,7 @@ void OpacityPlayer::set(xcb_window_t window, xcb_atom_t property, std::uint32_t 
 }
 
 void OpacityPlayer::sendWait(std::chrono::milliseconds interval) {
-  // Until one of the two holds.
+  // Waits until one of the two is true.
   const std::array<xcb_sync_waitcondition_t, 2> conditions = {
       {{{clock_, XCB_SYNC_VALUETYPE_RELATIVE, value(static_cast<std::uint32_t>(interval.count())),
          XCB_SYNC_TESTTYPE_POSITIVE_COMPARISON},
@@ -111,7 +111,7 @@ void OpacityPlayer::send(xcb_window_t window, xcb_atom_t property, std::uint32_t
 }
 
 void OpacityPlayer::dropEvents() {
-  // Errors of windows that were gone.
+  // Discards errors about windows that no longer exist.
   while (const XcbPtr<xcb_generic_event_t> event{xcb_poll_for_event(xcb_)}) continue;
 }
 

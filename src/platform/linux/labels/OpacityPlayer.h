@@ -9,12 +9,12 @@
 
 namespace vembrix {
 
-/// Makes the X server play a fade: all steps are sent together, on a connection of their own, and
-/// the server takes each when its time has come, so that a fade wakes the program no more than
-/// once. Plays one fade at a time. Main thread.
+/// Makes the X server play a fade: all steps are sent together, on a separate connection, and the
+/// server applies each when its time has come, so a fade wakes the program at most once. Plays one
+/// fade at a time. Main thread.
 class OpacityPlayer {
  public:
-  /// Null where the server cannot wait, and where none answers.
+  /// Returns null if the server cannot wait or does not answer.
   static std::shared_ptr<OpacityPlayer> current();
 
   ~OpacityPlayer();
@@ -23,13 +23,13 @@ class OpacityPlayer {
 
   [[nodiscard]] bool isPlaying() const { return isPlaying_; }
 
-  /// Sets the property of the window, of 32 bits, to each of the values, the first one an interval
-  /// from now.
+  /// Sets the 32-bit property of the window to each of the values in turn, the first one an
+  /// interval from now.
   void play(xcb_window_t window, xcb_atom_t property, std::chrono::milliseconds interval,
             std::span<const std::uint32_t> values);
-  /// Takes what is left at once; does not wait. `other` is another connection.
+  /// Applies the remaining steps at once; does not wait. `other` is another connection.
   void stop(xcb_connection_t* other);
-  /// Sets the property after all that was played.
+  /// Sets the property after all steps that were played.
   void set(xcb_window_t window, xcb_atom_t property, std::uint32_t value);
 
  private:
@@ -42,7 +42,7 @@ class OpacityPlayer {
   xcb_connection_t* xcb_ = nullptr;
   /// The server's clock, in milliseconds.
   xcb_sync_counter_t clock_ = XCB_NONE;
-  /// The number of the last fade that was stopped, which ends its waiting.
+  /// The number of the fade that was stopped last; raising it ends the server's waiting.
   xcb_sync_counter_t stopped_ = XCB_NONE;
   std::uint32_t fade_ = 0;
   bool isPlaying_ = false;

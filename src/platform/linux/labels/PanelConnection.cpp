@@ -16,7 +16,7 @@ namespace {
 constexpr std::uint8_t kTranslucentDepth = 32;
 constexpr std::uint8_t kOpaqueDepth = 24;
 
-/// One for images; 0 for none.
+/// Returns a visual for images of that depth; 0 if there is none.
 xcb_visualid_t visualOfDepth(const xcb_screen_t& screen, std::uint8_t wanted) {
   for (auto depth = xcb_screen_allowed_depths_iterator(&screen); depth.rem > 0;
        xcb_depth_next(&depth)) {
@@ -72,7 +72,7 @@ void PanelConnection::readAtoms() {
       Named("_GTK_FRAME_EXTENTS", &atoms_.frameExtents),
       Named("_KDE_NET_WM_WINDOW_TYPE_ON_SCREEN_DISPLAY", &atoms_.onScreenDisplay),
   };
-  // All questions, then all answers: one round trip.
+  // Sends all queries before it reads the answers: one round trip.
   std::array<xcb_intern_atom_cookie_t, wanted.size()> cookies{};
   for (std::size_t i = 0; i < wanted.size(); ++i) {
     const std::string_view name = wanted[i].first;

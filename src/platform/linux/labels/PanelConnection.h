@@ -7,12 +7,12 @@
 
 namespace vembrix {
 
-/// The panels' own connection to the X server, since a program that kills a window ends that
-/// window's connection. Waits for the server only when it is opened. Main thread.
+/// The panels' own connection to the X server. It is separate because a program that kills a window
+/// ends that window's connection. Waits for the server only when it is opened. Main thread.
 class PanelConnection {
  public:
-  /// Returns the connection in use; opens one where there is none or another program has ended it.
-  /// Null on a Qt platform without X11, and when no server answers.
+  /// Returns the connection in use; opens one if there is none or another program has ended it.
+  /// Null on a Qt platform without X11, and if no server answers.
   static std::shared_ptr<PanelConnection> current();
 
   explicit PanelConnection(std::unique_ptr<X11Connection> connection);
@@ -22,7 +22,7 @@ class PanelConnection {
   [[nodiscard]] xcb_window_t root() const { return connection_->root(); }
   [[nodiscard]] bool isBroken() const { return connection_->isBroken(); }
 
-  /// The windows' pixel format: with 32 bits they can be translucent.
+  /// The pixel format of the windows; with 32 bits they can be translucent.
   struct Format {
     std::uint8_t depth = 0;
     xcb_visualid_t visual = 0;

@@ -15,8 +15,8 @@ constexpr double kSoftness = 8;
 constexpr double kDrop = 6;
 constexpr double kDarkness = 0.4;
 
-/// From the edge of a rectangle with round corners, centred at the origin; negative
-/// inside.
+/// Returns the distance from the edge of a rectangle with round corners, centred at the origin;
+/// negative inside.
 double distance(double x, double y, double halfWidth, double halfHeight, double radius) {
   const double dx = std::abs(x) - halfWidth + radius;
   const double dy = std::abs(y) - halfHeight + radius;
@@ -27,7 +27,7 @@ double distance(double x, double y, double halfWidth, double halfHeight, double 
 struct Template {
   double radius = 0;
   double scale = 0;
-  /// Of a panel that is all corners.
+  /// The shadow of a panel that consists of its corners alone.
   QImage image;
 };
 
@@ -42,7 +42,7 @@ QImage paintTemplate(double radius, double scale) {
       const double x = (column + 0.5 - side / 2.0) / scale;
       const double depth = distance(x, y - kDrop, halfPanel, halfPanel, radius);
       const double shadow = kDarkness * std::erfc(depth / (kSoftness * std::sqrt(2.0))) / 2;
-      // What the edge of the panel covers of the pixel.
+      // The share of the pixel that the panel does not cover.
       const double free =
           std::clamp(distance(x, y, halfPanel, halfPanel, radius) * scale + 0.5, 0.0, 1.0);
       line[column] = qRgba(0, 0, 0, static_cast<int>(std::lround(255 * shadow * free)));
@@ -52,7 +52,7 @@ QImage paintTemplate(double radius, double scale) {
 }
 
 const QImage& templateFor(double radius, double scale) {
-  // As many as there are kinds of panels.
+  // There are as many as kinds of panels.
   static std::vector<Template> templates;
   const auto found = std::find_if(templates.begin(), templates.end(), [&](const Template& other) {
     return other.radius == radius && other.scale == scale;
@@ -69,7 +69,7 @@ void paintPanelShadow(QPainter& painter, const QRectF& panel, double cornerRadiu
   const QImage& image = templateFor(cornerRadius, scale);
   const double extent = kPanelShadowExtent;
   const QRectF outer = panel.adjusted(-extent, -extent, extent, extent);
-  // Corners as they are, the edges between them drawn out; nothing in the middle.
+  // Copies the corners and stretches the edges between them; the middle stays empty.
   const double corner =
       std::min({cornerRadius + 2 * extent, outer.width() / 2, outer.height() / 2});
   const double side = image.width() / scale;

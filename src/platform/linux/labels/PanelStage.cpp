@@ -13,8 +13,8 @@
 namespace vembrix {
 namespace {
 
-/// Of the pictures that the X server keeps: about five labels of the usual size, which a
-/// user comes back to before their colours change.
+/// The limit for the pictures that the X server keeps: about five labels of the usual size, which
+/// users return to before their colours change.
 constexpr std::int64_t kMaxBytes = std::int64_t{8} << 20;
 
 }  // namespace

@@ -17,7 +17,7 @@ class PanelStage : public QObject {
  public:
   static PanelStage& shared();
 
-  /// All that exist.
+  /// All existing panels.
   [[nodiscard]] const std::vector<BareWindow*>& panels() const { return panels_; }
   void add(BareWindow& panel) { panels_.push_back(&panel); }
   void remove(BareWindow& panel);
@@ -25,7 +25,7 @@ class PanelStage : public QObject {
   /// Updates after the current event.
   void updateSoon();
 
-  /// To be called when a panel was put in front of all others: raises those of higher levels
+  /// To be called when a panel was put in front of all others. Raises those of higher levels
   /// again, and frees the pictures of all but the latest hidden panels.
   void noteShown(BareWindow& panel);
 

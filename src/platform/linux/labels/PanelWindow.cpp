@@ -18,11 +18,11 @@
 namespace vembrix {
 namespace {
 
-// Of the shape extension, which needs no library of its own for two numbers.
+// A constant of the shape extension; its library is not worth linking for two numbers.
 constexpr xcb_shape_kind_t kBoundingShape = 0;
 constexpr xcb_shape_kind_t kInputShape = 2;
 
-/// The instance and the class, each ended by a NUL.
+/// The instance and the class, each terminated by NUL.
 constexpr std::string_view kClass("vembrix\0Vembrix\0", 16);
 
 void setText(const PanelConnection& connection, xcb_window_t window, xcb_atom_t property,
@@ -37,7 +37,7 @@ void setNumbers(const PanelConnection& connection, xcb_window_t window, xcb_atom
                       32, static_cast<std::uint32_t>(numbers.size()), numbers.data());
 }
 
-/// The region in the place of one of the window's shapes.
+/// Replaces one of the window's shapes by the region.
 void setShapeRegion(const PanelConnection& connection, xcb_window_t window, xcb_shape_kind_t kind,
                     std::span<const xcb_rectangle_t> rectangles) {
   xcb_connection_t* xcb = connection.xcb();
@@ -64,7 +64,7 @@ std::unique_ptr<PanelWindow> PanelWindow::create(const QString& role) {
 PanelWindow::PanelWindow(std::shared_ptr<PanelConnection> connection, const QString& role)
     : connection_(std::move(connection)), id_(xcb_generate_id(connection_->xcb())) {
   const PanelConnection::Format& format = connection_->format();
-  // Background and border pixel, override-redirect, events, colours.
+  // In the order of the mask: background and border pixel, override-redirect, events, colours.
   const std::uint32_t mask = XCB_CW_BACK_PIXMAP | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT |
                              XCB_CW_EVENT_MASK | XCB_CW_COLORMAP;
   const std::array<std::uint32_t, 5> values = {XCB_BACK_PIXMAP_NONE, 0, 1,
@@ -74,7 +74,7 @@ PanelWindow::PanelWindow(std::shared_ptr<PanelConnection> connection, const QStr
   connection_->add(id_);
   setText(*connection_, id_, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, kClass);
   setText(*connection_, id_, connection_->atoms().role, XCB_ATOM_STRING, role.toStdString());
-  // The type for programs that draw or animate windows by it.
+  // Programs decide by the type how to draw and animate a window.
   std::array types = {connection_->atoms().onScreenDisplay,
                       connection_->ewmh()->_NET_WM_WINDOW_TYPE_NOTIFICATION};
   xcb_ewmh_set_wm_window_type(connection_->ewmh(), id_, types.size(), types.data());
@@ -122,7 +122,7 @@ void PanelWindow::setPicture(const QImage& picture) {
   xcb_connection_t* xcb = connection_->xcb();
   const xcb_pixmap_t pixmap = makePixmap(xcb, id_, connection_->format().depth, picture);
   xcb_change_window_attributes(xcb, id_, XCB_CW_BACK_PIXMAP, &pixmap);
-  // The window keeps it.
+  // The window keeps the picture.
   xcb_free_pixmap(xcb, pixmap);
   xcb_clear_area(xcb, 0, id_, 0, 0, 0, 0);
   connection_->flush();

@@ -56,10 +56,10 @@ class PanelWindow {
 
   /// Sets the opacity for the compositor, from 0 to 1.
   void setOpacity(double opacity);
-  /// Makes the server take a step to each of the opacities, the first one an interval from now.
-  /// Returns false where it cannot.
+  /// Makes the server set each of the opacities in turn, the first one an interval from now.
+  /// Returns false if it cannot.
   bool playOpacities(std::chrono::milliseconds interval, std::span<const double> opacities);
-  /// Ends that. Where the opacity is after it is open until it is set.
+  /// Stops playing. The opacity is then unknown until it is set.
   void stopOpacities();
   /// Shows the window in front of all others.
   void show(double opacity);
@@ -75,9 +75,9 @@ class PanelWindow {
   std::uint32_t id_;
   QString name_;
   QRect geometry_;
-  /// -1 while it is not known.
+  /// -1 while unknown.
   double opacity_ = -1;
-  /// Has played since the window was shown, so that later opacities have to come after that.
+  /// The player that has played since the window was shown: later opacities must go through it.
   std::shared_ptr<OpacityPlayer> player_;
   bool isPlaying_ = false;
   std::int64_t bytes_ = 0;

@@ -42,7 +42,7 @@ class QtSignWindow : public SignWindow {
 }  // namespace
 
 std::unique_ptr<SignWindow> SignWindow::create(const Options& options) {
-  // There are windows only in an application.
+  // Qt's windows need an application.
   Application::shared();
   return std::make_unique<QtSignWindow>(options);
 }

@@ -9,7 +9,7 @@
 namespace vembrix {
 namespace {
 
-/// May outlive the overlay, until it has faded out.
+/// The window of the overlay. Outlives the overlay until it has faded out.
 class OverlayWindow {
  public:
   explicit OverlayWindow(const TourOverlayContent& content)
@@ -52,7 +52,8 @@ class QtTourOverlay : public TourOverlay {
   void hide(Duration fade) override {
     const auto window = std::exchange(window_, nullptr);
     if (!window) return;
-    // Keeps the window until then, and a moment longer: it is in the midst of telling.
+    // Keeps the window until the fade has ended, and for one more turn of the queue, because the
+    // window itself makes this call.
     window->fadeOut(fade, [window] { MainQueue::main().async([window] {}); });
   }
 
@@ -63,7 +64,7 @@ class QtTourOverlay : public TourOverlay {
 }  // namespace
 
 std::unique_ptr<TourOverlay> TourOverlay::create(const TourOverlayContent& content) {
-  // There are windows only in an application.
+  // Qt's windows need an application.
   Application::shared();
   return std::make_unique<QtTourOverlay>(content);
 }

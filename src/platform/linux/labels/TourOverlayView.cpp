@@ -13,13 +13,13 @@
 namespace vembrix {
 namespace {
 
-// The spinner of macOS: petals of which the leading one is the lightest.
+// The spinner of macOS: petals, of which the leading one is the lightest.
 constexpr int kPetals = 8;
 constexpr std::chrono::milliseconds kTurn{1000};
 constexpr std::chrono::milliseconds kStep{33};
 constexpr double kFaintest = 0.18;
 constexpr double kLightest = 0.85;
-/// In parts of its size.
+/// In parts of the spinner's size.
 constexpr double kPetalLength = 0.28;
 constexpr double kPetalWidth = 0.12;
 
@@ -71,7 +71,7 @@ void TourOverlayView::paintSpinner(QPainter& painter, const QRectF& area) const 
   painter.translate(area.center());
   painter.setPen(Qt::NoPen);
   for (int i = 0; i < kPetals; ++i) {
-    // How long ago the light was here, in turns.
+    // The time since the light passed this petal, in turns.
     const double age = std::fmod(turned - static_cast<double>(i) / kPetals + 1, 1.0);
     painter.setBrush(QColor::fromRgbF(1, 1, 1, kLightest + (kFaintest - kLightest) * age));
     painter.drawRoundedRect(petal, petal.width() / 2, petal.width() / 2);

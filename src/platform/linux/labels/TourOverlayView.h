@@ -13,7 +13,7 @@ namespace vembrix {
 
 class BareWindow;
 
-/// The look of the tour's overlay. The spinner turns while it is visible. Main thread.
+/// The view of the tour's overlay. The spinner turns while it is visible. Main thread.
 class TourOverlayView : public QObject, public PanelContent {
  public:
   explicit TourOverlayView(const TourOverlayContent& content);
@@ -34,7 +34,7 @@ class TourOverlayView : public QObject, public PanelContent {
   QString line_;
   QFont font_;
   BareWindow* panel_ = nullptr;
-  /// Its last painted frame.
+  /// The frame of the spinner when it was last painted.
   QRectF spinner_;
   QBasicTimer timer_;
   QElapsedTimer clock_;

@@ -21,7 +21,7 @@
 namespace vembrix {
 namespace {
 
-/// Qt takes a single "&" for a mnemonic.
+/// Doubles each "&", which Qt would take for a mnemonic.
 QString menuTitle(const std::string& title) {
   return QString::fromStdString(title).replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
@@ -88,7 +88,7 @@ class QtDropdownMenu : public NativeDropdownMenu {
       action->setShortcutVisibleInContextMenu(false);
     }
     QObject::connect(action, &QAction::triggered, [run = closureOf(command)] {
-      // Kept while it runs: it may open the menu anew.
+      // A copy, because it may open the menu again while it runs, which replaces it.
       const auto closure = run;
       closure();
     });
@@ -125,7 +125,7 @@ class QtDropdownMenu : public NativeDropdownMenu {
 }  // namespace
 
 std::unique_ptr<DropdownMenu> DropdownMenu::create() {
-  // A menu needs Qt's application to be there.
+  // Qt's menus need an application.
   Application::shared();
   describeMenuBar();
   return std::make_unique<QtDropdownMenu>();

@@ -13,13 +13,12 @@
 namespace vembrix {
 namespace {
 
-/// What assistive programs say of the item, to which the menu leads them and not
-/// to the row.
+/// Returns the item's text for assistive programs, which see the menu's items and not the rows.
 QString itemText(const VembrixSpaceRowView& row) {
   QString text = row.accessibleName();
   const QString description = row.accessibleDescription();
   if (!description.isEmpty()) text += QStringLiteral(", ") + description;
-  // A single "&" would make a key of the sign behind it.
+  // A single "&" would make the next character a shortcut.
   return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
 
@@ -31,8 +30,7 @@ DropdownWidget::DropdownWidget() {
   setWindowFlag(Qt::FramelessWindowHint);
   setWindowFlag(Qt::NoDropShadowWindowHint);
   setAttribute(Qt::WA_TranslucentBackground);
-  // The click that closes the menu does nothing else: on the item it would
-  // open the menu again.
+  // The click that closes the menu has no other effect: on the item it would open the menu again.
   setAttribute(Qt::WA_NoMouseReplay);
   connect(this, &QMenu::hovered, this, [this](const QAction* action) { highlightChanged(action); });
 }
@@ -84,12 +82,12 @@ void DropdownWidget::highlightChanged(const QAction* action) {
 }
 
 bool DropdownWidget::eventFilter(QObject* object, QEvent* event) {
-  // One highlight for the pointer and the keys: where the pointer comes into a
-  // row it is on no other item any more, and the arrows go on from there.
+  // The pointer and the keys share one highlight: when the pointer enters a row, the row is
+  // highlighted, and the arrow keys continue from there.
   if (event->type() == QEvent::Enter && !editedRow()) {
     const QPointF place = static_cast<QEnterEvent*>(event)->globalPosition();
     QMouseEvent move(QEvent::MouseMove, mapFromGlobal(place), place, Qt::NoButton, {}, {});
-    // A move in the menu itself; setActiveAction() would scroll to the row.
+    // Makes the event a move in the menu itself, because setActiveAction() would scroll to the row.
     const QSignalBlocker isNotTheKeyboards(this);
     QMenu::mouseMoveEvent(&move);
     highlightChanged(nullptr);
@@ -124,7 +122,7 @@ void DropdownWidget::hideEvent(QHideEvent* event) {
 
 void DropdownWidget::resizeEvent(QResizeEvent* event) {
   QMenu::resizeEvent(event);
-  // Without a compositor what is clear would be black.
+  // Without a compositor, transparent parts would be black.
   if (Compositor::shared().isRunning()) {
     clearMask();
   } else {
@@ -182,7 +180,7 @@ bool DropdownWidget::chooseByDigit(const QKeyEvent& event) {
 bool DropdownWidget::selectByName(const QKeyEvent& event) {
   const bool isText = !event.text().isEmpty() && event.text().front().isPrint();
   const bool isPlain = (event.modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
-  // A space alone chooses the selected item.
+  // A space by itself chooses the selected item.
   if (!isText || !isPlain || (event.text() == u" " && !isTypingName())) return false;
   const bool isSameAgain = isTypingName() && typed_ == event.text();
   if (!isTypingName()) typed_.clear();
@@ -209,7 +207,7 @@ QList<QAction*> DropdownWidget::rowActions() const {
 }
 
 void DropdownWidget::mouseMoveEvent(QMouseEvent* event) {
-  // Else the highlight would take the keyboard from the field.
+  // Otherwise the highlight would take the keyboard from the field.
   if (!editedRow()) QMenu::mouseMoveEvent(event);
 }
 

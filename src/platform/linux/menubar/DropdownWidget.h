@@ -25,7 +25,7 @@ class DropdownWidget : public QMenu {
   void removeAll();
 
   [[nodiscard]] const std::vector<VembrixSpaceRowView*>& rows() const { return rows_; }
-  /// The row that is edited, or null.
+  /// Returns the row that is being edited, or null.
   [[nodiscard]] VembrixSpaceRowView* editedRow() const;
   /// To be called before a row is edited: ends the editing of any other and takes the keyboard
   /// focus until the menu closes.
@@ -43,8 +43,8 @@ class DropdownWidget : public QMenu {
   bool eventFilter(QObject* object, QEvent* event) override;
 
  private:
-  /// Selects the first or last item for an arrow key where none is selected, as Qt would not scroll
-  /// to it. Returns whether it did.
+  /// Selects the first or last item for an arrow key if none is selected, as Qt would not scroll to
+  /// it. Returns whether it did.
   bool beginWalk(int key);
   void highlightChanged(const QAction* action);
   /// Chooses the command of that key equivalent; returns whether there is one.
@@ -58,14 +58,14 @@ class DropdownWidget : public QMenu {
   /// letter.
   bool selectByName(const QKeyEvent& event);
   [[nodiscard]] bool isTypingName() const;
-  /// The items of the rows, in their order.
+  /// Returns the items of the rows, in their order.
   [[nodiscard]] QList<QAction*> rowActions() const;
 
   MenuStyle style_;
   std::vector<VembrixSpaceRowView*> rows_;
   VembrixSpaceRowView* highlighted_ = nullptr;
   std::optional<KeyboardLoan> keyboard_;
-  /// The typed beginning of a name, and the time of its last letter.
+  /// The beginning of a name that is being typed, and the time of its last letter.
   QString typed_;
   QElapsedTimer sinceTyped_;
 };

@@ -20,7 +20,7 @@ class KeyboardLoan {
 
  private:
   QWindow& window_;
-  /// The window that had the focus; 0 for none.
+  /// The window that had the focus; 0 if there was none.
   std::uint32_t lender_ = 0;
 };
 

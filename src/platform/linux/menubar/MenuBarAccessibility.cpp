@@ -13,7 +13,7 @@
 namespace vembrix {
 namespace {
 
-/// Null where it is closed.
+/// Returns the open menu, or null if it is closed.
 QMenu* openMenuOf(const QWidget& button) {
   for (const QAction* action : button.actions()) {
     QMenu* menu = action->menu<QMenu*>();
@@ -53,8 +53,7 @@ class AccessibleStatusButton : public QAccessibleWidget {
   StatusButton& button_;
 };
 
-/// Describes the menu in place of Qt's own description, whose parent, the application, does not
-/// list it.
+/// Describes the menu. Replaces Qt's description, whose parent, the application, does not list it.
 class AccessibleDropdown : public QAccessibleWidget {
  public:
   explicit AccessibleDropdown(DropdownWidget* menu)
@@ -161,7 +160,7 @@ class AccessibleMenuItem : public QAccessibleInterface, public QAccessibleAction
   }
 
  private:
-  /// Null for a command.
+  /// Returns the item's row; null for a command.
   [[nodiscard]] VembrixSpaceRowView* row() const {
     const auto* item = qobject_cast<QWidgetAction*>(&action_);
     return item ? static_cast<VembrixSpaceRowView*>(item->defaultWidget()) : nullptr;
@@ -171,7 +170,7 @@ class AccessibleMenuItem : public QAccessibleInterface, public QAccessibleAction
   DropdownWidget& menu_;
 };
 
-/// Qt owns what it returns.
+/// Creates the description of an object. Qt owns it.
 QAccessibleInterface* describe(const QString& /*className*/, QObject* object) {
   if (auto* button = dynamic_cast<StatusButton*>(object)) return new AccessibleStatusButton(button);
   if (auto* strip = dynamic_cast<StatusStrip*>(object)) {
@@ -186,7 +185,7 @@ QAccessibleInterface* describe(const QString& /*className*/, QObject* object) {
 }  // namespace
 
 void describeMenuBar() {
-  // Qt keeps a factory once, however often it is given.
+  // Qt ignores a factory that is installed already.
   QAccessible::installFactory(describe);
 }
 

@@ -12,10 +12,10 @@ namespace vembrix {
 namespace {
 
 constexpr int kHighlightRadius = 4;
-/// The share of the text's opacity that the edge has.
+/// The opacity of the edge, as a share of the text's.
 constexpr float kEdgeShare = 0.22F;
 
-/// What a translucent colour shows over an opaque one.
+/// Returns the result of painting a translucent colour over an opaque one.
 QColor over(const QColor& color, const QColor& ground) {
   const float share = color.alphaF();
   const auto mix = [share](float top, float bottom) { return top * share + bottom * (1 - share); };

@@ -16,9 +16,9 @@ inline constexpr int kMenuRowHeight = 22;
 inline constexpr int kMenuPadding = 5;
 inline constexpr int kMenuHighlightInset = 5;
 
-/// Paints the ground and the edge of a menu, in the palette's colours of windows and their text.
-/// Without a compositor the rest of the rectangle has the colour of the edge, so that the corners
-/// of the window's shape have no other.
+/// Paints the background and the edge of a menu, in the palette's colours of windows and their
+/// text. Without a compositor the corners outside the panel get the colour of the edge, because the
+/// window's shape may show parts of them.
 void paintMenuPanel(QPainter& painter, const QRect& rect, const QPalette& palette);
 
 /// Paints the rounded highlight of the chosen item, at that distance from both sides of the item.

@@ -18,10 +18,10 @@
 namespace vembrix {
 namespace {
 
-/// From the edge of the menu to titles and key equivalents.
+/// The distance from the edge of the menu to titles and key equivalents.
 constexpr int kTitleInset = 14;
 constexpr int kShortcutGap = 24;
-/// As wide as key equivalents are.
+/// The text that determines the width of key equivalents.
 constexpr QLatin1String kWideKey("Ctrl+W");
 constexpr int kSeparatorHeight = 11;
 
@@ -30,7 +30,8 @@ const QAction* actionOf(const QStyleOptionMenuItem& item, const QWidget* widget)
   return menu ? menu->actionAt(item.rect.center()) : nullptr;
 }
 
-/// Qt would make room for it beside the rows, too, which have none.
+/// Returns the key equivalent. Passed to the painting only, since Qt would reserve its width beside
+/// rows, too, which have none.
 QString shortcutOf(const QAction* action) {
   return action ? action->shortcut().toString(QKeySequence::NativeText) : QString();
 }
@@ -39,7 +40,7 @@ bool isSeparator(const QStyleOptionMenuItem& item) {
   return item.menuItemType == QStyleOptionMenuItem::Separator;
 }
 
-/// Ink on the menu that does not stand out.
+/// Returns a faint colour on the menu.
 QColor faint(QColor ink, float share) {
   ink.setAlphaF(ink.alphaF() * share);
   return ink;
@@ -97,7 +98,7 @@ void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, 
     painter->restore();
     return;
   }
-  // The panel is drawn as one; what is free of items needs no more.
+  // The panel is drawn as a whole, so its empty parts need no drawing.
   if (element == CE_MenuEmptyArea || element == CE_MenuHMargin || element == CE_MenuVMargin) return;
   QProxyStyle::drawControl(element, option, painter, widget);
 }
@@ -145,7 +146,7 @@ int MenuStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     case SH_Menu_Scrollable:
     case SH_Menu_SelectionWrap:
       return 1;
-    // Rounded by the panel; a mask is made where that is not enough.
+    // The panel's painting rounds the corners; DropdownWidget sets a mask if that is not enough.
     case SH_Menu_Mask:
     case SH_EtchDisabledText:
     case SH_UnderlineShortcut:

@@ -14,11 +14,11 @@ class NativeDropdownMenu : public DropdownMenu {
   /// not be free.
   enum class OpenedBy { Click, Keyboard };
 
-  /// Lives as long as this object.
+  /// The menu's widget, which lives as long as this object.
   virtual QMenu& widget() = 0;
 
-  /// Opens the menu below the item, or above one at the bottom of its screen, in Qt's coordinates.
-  /// Does nothing without items.
+  /// Opens the menu below the item, or above an item at the bottom of its screen, in Qt's
+  /// coordinates. Does nothing without items.
   virtual void open(const QRect& item, OpenedBy way) = 0;
 };
 

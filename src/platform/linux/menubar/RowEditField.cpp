@@ -27,13 +27,13 @@ RowEditField::RowEditField(KeyFilter filter, QWidget* parent)
   setTextMargins(2, 0, 2, 0);
   // Where the row has the name, also one that runs to the left.
   setAlignment(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter);
-  // A menu over the menu would end it.
+  // A context menu would close the menu that the field is in.
   setContextMenuPolicy(Qt::NoContextMenu);
 }
 
 bool RowEditField::event(QEvent* event) {
   if (event->type() == QEvent::ShortcutOverride) {
-    // No key that is typed here is a command of the menu's.
+    // Keys typed here must not run commands of the menu.
     event->accept();
     return true;
   }
@@ -55,7 +55,7 @@ void RowEditField::keyPressEvent(QKeyEvent* event) {
     case KeyHandling::Swallowed:
       break;
   }
-  // What means nothing to the text must not move the menu's highlight.
+  // Keys that mean nothing to the field must not move the menu's highlight.
   event->accept();
 }
 

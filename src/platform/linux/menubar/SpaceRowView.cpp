@@ -9,7 +9,7 @@
 namespace vembrix {
 namespace {
 
-/// Owns the handler and keeps what the row shows; the menu's item owns the widget.
+/// Owns the handler and the content of the row; the menu's item owns the widget.
 class QtSpaceRowView : public NativeSpaceRowView {
  public:
   QtSpaceRowView(SpaceRowContent content, SpaceRowState state,

@@ -24,7 +24,7 @@ class QtStatusItem : public StatusItem {
     menu_ = std::move(menu);
     if (!menu_) return;
     button.addAction(widget().menuAction());
-    // The window manager knows nothing of the menu and of the keyboard that it has had.
+    // The window manager does not know that the menu had the keyboard.
     QObject::connect(&widget(), &QMenu::aboutToHide, &strip_,
                      [this] { updateUserTime(*strip_.windowHandle()); });
   }
@@ -49,7 +49,7 @@ class QtStatusItem : public StatusItem {
 }  // namespace
 
 std::unique_ptr<StatusItem> StatusItem::create() {
-  // A window needs Qt's application to be there.
+  // Qt's windows need an application.
   Application::shared();
   describeMenuBar();
   return std::make_unique<QtStatusItem>();

@@ -20,7 +20,7 @@ using namespace row_metrics;
 
 constexpr double kFocusRingWidth = 2;
 
-/// To the row's coordinates, from Qt's.
+/// Converts from Qt's coordinates to the row's.
 Point flipped(const QPointF& place, const QWidget& row) {
   return {place.x(), row.height() - place.y()};
 }
@@ -33,12 +33,12 @@ SpaceRowLayout layoutOf(const QWidget& row) {
   return layOutRow(boundsOf(row));
 }
 
-/// From the row's coordinates, to Qt's.
+/// Converts from the row's coordinates to Qt's.
 QRect flipped(const Rect& frame, const QWidget& row) {
   return QRectF(frame.x, row.height() - frame.y - frame.height, frame.width, frame.height).toRect();
 }
 
-/// One line, whatever the name has in it.
+/// Returns the name as one line.
 QString lineOf(const std::string& name) {
   QString line = QString::fromStdString(name);
   const auto breaksLines = [](QChar sign) {
@@ -50,11 +50,11 @@ QString lineOf(const std::string& name) {
   return line;
 }
 
-/// A pencil that points to the bottom left, around the origin, for a disc of 16
-/// points.
+/// Returns the outline of a pencil that points to the bottom left, around the origin, for a disc of
+/// 16 points.
 QPainterPath pencil() {
   QPainterPath path;
-  // The end with the rubber, the shaft, and the tip.
+  // The eraser, the shaft and the tip.
   path.addRect(-1.5, -5.1, 3, 1.5);
   path.addRect(-1.5, -3.1, 3, 4.9);
   path.addPolygon(QPolygonF({{-1.5, 2.3}, {1.5, 2.3}, {0, 5.2}}));
@@ -85,7 +85,7 @@ void RenameButton::paintEvent(QPaintEvent* /*event*/) {
   symbol.addEllipse(QPointF(), kRenameSymbolSize / 2, kRenameSymbolSize / 2);
   QColor color = color_;
   if (isDown()) color = color.darker(130);
-  // The pencil is left out of the disc, so that the tint shows through.
+  // The disc has a hole in the shape of the pencil, so that the tint shows through.
   painter.fillPath(symbol.subtracted(pencil()), color);
 }
 
@@ -125,7 +125,7 @@ void VembrixSpaceRowView::setAppearance(Appearance appearance) {
 void VembrixSpaceRowView::stateChanged(bool wasEditing) {
   applyState();
   if (state_.isEditing && !wasEditing) beginEditing();
-  // Editing that ends under a pointer at rest ends without an event of the pointer.
+  // If the pointer rests on the row when editing ends, no event reports that.
   if (wasEditing && !state_.isEditing) {
     looking_ = MainQueue::main().schedule(
         std::chrono::duration_cast<Duration>(std::chrono::duration<double>(kHoverInterval)),
@@ -143,7 +143,7 @@ void VembrixSpaceRowView::applyState() {
   if (state_.isEditing) {
     editField().show();
   } else if (editField_) {
-    // A field that is hidden with the focus would hand it to the next item.
+    // A focused field that is hidden would pass the focus to the next item.
     editField_->clearFocus();
     editField_->hide();
   }
@@ -187,7 +187,7 @@ void VembrixSpaceRowView::resizeEvent(QResizeEvent* /*event*/) {
 }
 
 void VembrixSpaceRowView::mousePressEvent(QMouseEvent* event) {
-  // Else the menu takes the press for one on an item without a widget.
+  // Otherwise the menu takes the press for one on an item without a widget.
   event->accept();
 }
 
@@ -242,9 +242,8 @@ void VembrixSpaceRowView::paintLabel(QPainter& painter) const {
   painter.setPen(nativeColor(Color(SystemColor::Label), appearance_));
   painter.setFont(font());
   const QString text = metrics.elidedText(lineOf(state_.label), Qt::ElideRight, frame.width);
-  // By its baseline: signs that another font draws may be higher, which must not move
-  // the others.
-  // Names in scripts that run to the left begin beside the dot, too.
+  // Placed by its baseline: characters of another font may be higher and must not move the others.
+  // Names in right-to-left scripts begin beside the dot, too.
   drawLine(painter, QPointF(frame.x, baseline), text);
 }
 

@@ -34,7 +34,7 @@ class VembrixSpaceRowView : public QWidget {
   VembrixSpaceRowView(const SpaceRowContent& content, const SpaceRowState& state,
                       SpaceRowHandler& handler);
 
-  /// Shows the state anew after a change; `wasEditing` is what it said before about editing.
+  /// Shows the state after a change; `wasEditing` is its former value of isEditing.
   void stateChanged(bool wasEditing);
   /// Sets the appearance for colours of the system.
   void setAppearance(Appearance appearance);

@@ -38,7 +38,7 @@ ChosenDesktop embedded(const char* qtPlatform) {
 
 struct Choice {
   ChosenDesktop desktop;
-  /// The user has asked for the desktop in the process.
+  /// Whether the user has asked for the desktop in the process.
   bool isEmbeddedWanted = false;
 };
 
@@ -47,7 +47,7 @@ Choice choose() {
   std::unique_ptr<X11Connection> connection = X11Connection::open();
   if (!connection) return {embedded("offscreen"), isEmbeddedWanted};
   if (isEmbeddedWanted) return {embedded("xcb"), true};
-  // Never destroyed: they must be there until the very end of the process.
+  // Never destroyed: both must exist until the very end of the process.
   auto& desktop = *new X11Desktop(std::move(connection));
   auto& services = *new X11Services(desktop);
   return {{services, &desktop, "xcb"}, false};

@@ -12,19 +12,18 @@ struct ChosenDesktop {
   DesktopServices& services;
   /// The desktop of the X session; null for the desktop in the process.
   X11Desktop* x11 = nullptr;
-  /// The matching Qt platform; null where the user has named one.
+  /// The matching Qt platform; null if the user has named one.
   const char* qtPlatform = nullptr;
 };
 
-/// Returns the desktop, chosen on first use for the life of the process: X11 where a display
-/// answers, with or without a window manager; the desktop in the process where VEMBRIX_DESKTOP is
-/// "embedded", and for drawing pictures where no display answers. Main thread.
+/// Returns the desktop, chosen on first use for the life of the process: X11 if a display answers,
+/// with or without a window manager; the desktop in the process if VEMBRIX_DESKTOP is "embedded",
+/// and for drawing pictures if no display answers. Main thread.
 const ChosenDesktop& chosenDesktop();
 
-/// Ends the program with a failure status and one line in the log where no display answers, or
-/// where the display belongs to a Wayland session whose compositor offers no desktops to X11
-/// programs, for which it waits up to three seconds. To be called before the program runs. Main
-/// thread.
+/// Ends the program with a failure status and one line in the log if no display answers, or if the
+/// display belongs to a Wayland session whose compositor offers no desktops to X11 programs; it
+/// waits up to three seconds for these. To be called before the program runs. Main thread.
 void requireDesktop();
 
 /// Returns the program's windows in the Spaces of the chosen desktop.

@@ -26,7 +26,7 @@ bool hasCompositor(xcb_ewmh_connection_t& ewmh) {
 }  // namespace
 
 Compositor& Compositor::shared() {
-  // Never destroyed: Qt, which feeds it, is not either.
+  // Never destroyed, because Qt, which calls it, is not either.
   static auto& compositor = *new Compositor;
   return compositor;
 }
@@ -43,7 +43,7 @@ Compositor::Compositor() {
         xcb_xfixes_query_version_unchecked(xcb, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION),
         nullptr)};
     selectionEvent_ = extension->first_event + XCB_XFIXES_SELECTION_NOTIFY;
-    // Selected before the first question, so that no change falls in between.
+    // Selected before the first query, so that no change is missed.
     xcb_xfixes_select_selection_input(xcb, ewmh->screens[kScreen]->root,
                                       ewmh->_NET_WM_CM_Sn[kScreen],
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |

@@ -6,9 +6,9 @@
 
 namespace vembrix {
 
-/// Knows whether a compositor runs, so that windows may be translucent; always so without X11. The
-/// X server reports when one starts or ends; a query costs no round trip. Main thread; needs a Qt
-/// application.
+/// Reports whether a compositor runs, so that windows may be translucent; without X11 always true.
+/// The X server reports when one starts or ends, so a query costs no round trip. Main thread; needs
+/// a Qt application.
 class Compositor : public QObject, public QAbstractNativeEventFilter {
   Q_OBJECT
 
@@ -27,7 +27,7 @@ class Compositor : public QObject, public QAbstractNativeEventFilter {
   Compositor();
 
   bool isRunning_ = true;
-  /// Number of the event for a selection's new owner; 0 where the server sends none.
+  /// The number of the event for a selection's new owner; 0 if the server sends none.
   int selectionEvent_ = 0;
 };
 

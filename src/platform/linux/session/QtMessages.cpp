@@ -12,7 +12,7 @@
 namespace vembrix {
 namespace {
 
-/// Returns whether the message reports no problem: a limit of the offscreen platform, or the place
+/// Returns whether the message reports no problem: a limit of the offscreen platform, or the folder
 /// of files that the program does not have.
 bool isNoise(const QString& message) {
   return message.startsWith(QLatin1String("This plugin does not support")) ||
@@ -20,7 +20,7 @@ bool isNoise(const QString& message) {
 }
 
 /// Returns whether other clients can cause the message at will and it was logged before. Each kind
-/// is logged once, and only a few kinds.
+/// is logged once, and only a few kinds are.
 bool isRepeatedByOthers(const QString& message) {
   constexpr std::size_t kMostKinds = 30;
   constexpr const char* kAtoms = "atomName: bad atom";
@@ -34,10 +34,10 @@ bool isRepeatedByOthers(const QString& message) {
 }
 
 void handle(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
-  // Meant for Qt's developers.
+  // These are for Qt's developers.
   if (type == QtDebugMsg || type == QtInfoMsg) return;
   if (isNoise(message) || isRepeatedByOthers(message)) return;
-  // Qt says this and then runs exit(), whose handlers would reach for the server.
+  // After this message Qt calls exit(), whose handlers would use the server.
   if (message.startsWith(QLatin1String("The X11 connection broke"))) {
     endProgram("the X server went away");
   }

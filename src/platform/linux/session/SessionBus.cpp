@@ -15,13 +15,12 @@ bool isSessionBusAnnounced() {
   return !runtime.isEmpty() && QFileInfo::exists(runtime + QLatin1String("/bus"));
 }
 
-/// Settles for the life of the process that there is no session bus. Qt asks
-/// for it on its own account too, for screen readers; the answer of the first
-/// time stands.
+/// Makes Qt do without a session bus for the life of the process. Qt asks for one by itself, too,
+/// for screen readers, and keeps the first answer.
 void settleForNoSessionBus() {
   qputenv(kSessionAddress, "disabled:");
   QDBusConnection::sessionBus();
-  // Programs that are started from here decide for themselves.
+  // Programs that are started from here shall decide for themselves.
   qunsetenv(kSessionAddress);
 }
 

@@ -50,7 +50,7 @@ SingleInstance::~SingleInstance() {
 
 bool SingleInstance::claim(xcb_atom_t selection) {
   xcb_connection_t* xcb = ewmhOfQt()->connection;
-  // Two starts at the same moment must not both find it free.
+  // Grabbed so that two simultaneous starts do not both find it free.
   xcb_grab_server(xcb);
   const XcbPtr<xcb_get_selection_owner_reply_t> reply{xcb_get_selection_owner_reply(
       xcb, xcb_get_selection_owner_unchecked(xcb, selection), nullptr)};

@@ -6,9 +6,9 @@
 
 namespace vembrix {
 
-/// Ensures that one Vembrix runs per display. The first holds an X selection, which the server
-/// releases however the program ends; each later one asks it to come forward. Without X11 every one
-/// is the first. Main thread; needs a Qt application.
+/// Ensures that one Vembrix runs per display. The first instance holds an X selection, which the
+/// server releases however the program ends; each later one asks it to come forward. Without X11
+/// every instance counts as the first. Main thread; needs a Qt application.
 class SingleInstance : public QAbstractNativeEventFilter {
  public:
   /// Claims the display. `reopened` is called, from the event loop, whenever another

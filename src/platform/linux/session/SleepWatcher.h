@@ -4,8 +4,8 @@
 
 namespace vembrix {
 
-/// Posts notification::kDidWake on the workspace center when the machine wakes from sleep, as the
-/// login manager reports it; never without one. Main thread.
+/// Posts notification::kDidWake on the workspace center when the login manager reports that the
+/// machine wakes from sleep. Main thread.
 class SleepWatcher : public QObject {
   Q_OBJECT
 

@@ -12,8 +12,7 @@
 namespace vembrix {
 namespace {
 
-/// A signal handler may do little but write; the event loop waits at the other
-/// end.
+/// A signal handler may do little but write to this; the event loop reads it.
 int eventCounter = -1;
 
 void noteSignal(int /*signal*/) {
@@ -27,7 +26,7 @@ void noteSignal(int /*signal*/) {
 
 TerminationSignals::TerminationSignals(std::function<void()> handler) {
   eventCounter = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-  // Then the signals keep their usual effect, which also ends the program.
+  // The signals then keep their usual effect, which also ends the program.
   if (eventCounter < 0) return;
   notifier_ = std::make_unique<QSocketNotifier>(eventCounter, QSocketNotifier::Read);
   QObject::connect(notifier_.get(), &QSocketNotifier::activated, [handler = std::move(handler)] {
@@ -42,7 +41,7 @@ TerminationSignals::TerminationSignals(std::function<void()> handler) {
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
     struct sigaction former {};
     sigaction(signal, &action, &former);
-    // As nohup wants it.
+    // A signal that is ignored at the start, as with nohup, stays ignored.
     if (former.sa_handler == SIG_IGN) sigaction(signal, &former, nullptr);
   }
 }

@@ -5,8 +5,8 @@
 
 namespace vembrix {
 
-/// The services on the desktop of the X session. Each is made on first use, in the file named after
-/// it, and never destroyed: Qt, which feeds them, is not either. Main thread.
+/// The services on the desktop of the X session. Each is created on first use, in the file named
+/// after it, and never destroyed, because Qt, which calls them, is not either. Main thread.
 class X11Services : public DesktopServices {
  public:
   /// The desktop must outlive the process's last use of a service.

@@ -7,15 +7,15 @@
 
 namespace vembrix {
 
-// The pixels of what is painted on, in points. Between whole scales a point is no whole number of
-// them, and what does not keep to them is blurred.
+// The pixels of a painter's device, in points. At fractional scales a point is not a whole number
+// of pixels, and edges between pixels are blurred.
 
 /// Returns the width of one pixel.
 inline double hairline(const QPainter& painter) {
   return 1 / std::max(1.0, painter.device()->devicePixelRatioF());
 }
 
-/// Returns the width of a line of a point: as many whole pixels as a point has.
+/// Returns the width of a line of one point, rounded to whole pixels.
 inline double pointLine(const QPainter& painter) {
   return std::max(1.0, std::floor(painter.device()->devicePixelRatioF())) * hairline(painter);
 }

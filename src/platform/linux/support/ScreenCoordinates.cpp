@@ -9,7 +9,8 @@
 namespace vembrix {
 namespace {
 
-/// The primary one for a place between the screens; null when there is none.
+/// Returns the screen of a pixel; the primary one for a place between the screens; null if there is
+/// no screen.
 const QScreen* screenOfPixel(const QPoint& pixel) {
   const QList<QScreen*> screens = QGuiApplication::screens();
   const auto found = std::find_if(screens.begin(), screens.end(), [&](const QScreen* screen) {
@@ -19,7 +20,8 @@ const QScreen* screenOfPixel(const QPoint& pixel) {
   return screens.isEmpty() ? nullptr : screens.constFirst();
 }
 
-/// Counted down from the top left corner of the primary screen.
+/// Returns the pixel's position in points, counted down from the top left corner of the primary
+/// screen.
 QPointF place(const QPoint& pixel, const QScreen& screen) {
   const QPoint origin = screen.geometry().topLeft();
   const QPoint primary = QGuiApplication::primaryScreen()->geometry().topLeft();
@@ -66,7 +68,7 @@ QRect windowGeometry(const Rect& frame) {
   const QPointF origin(primary.x(), primary.y() + primary.height());
   const QPointF topLeft = origin + QPointF(frame.x, -frame.y - frame.height);
   const QPointF bottomRight = origin + QPointF(frame.x + frame.width, -frame.y);
-  // Each edge by itself: rectangles that touch do so afterwards, too.
+  // Rounds each edge by itself, so that rectangles that touch still do so afterwards.
   const QPoint first = topLeft.toPoint();
   const QPoint end = bottomRight.toPoint();
   return {first, QSize(end.x() - first.x(), end.y() - first.y())};

@@ -17,16 +17,16 @@ QRect nativeGeometry(const QScreen& screen);
 /// Converts a window's geometry on that screen from Qt's units to pixels.
 QRect nativeGeometry(const QRect& geometry, const QScreen& screen);
 
-/// Convert a window's geometry between Qt's units and pixels. One on no screen counts as on the
-/// primary one.
+/// Convert a window's geometry between Qt's units and pixels. A window on no screen counts as on
+/// the primary one.
 QRect pixelsOfGeometry(const QRect& geometry);
 QRect geometryOfPixels(const QRect& pixels);
 
 /// Returns the pixel's position in global coordinates.
 Point pointOfPixel(const QPoint& pixel);
 
-/// Returns Qt's geometry of a window that fills the rectangle of global coordinates, rounded to
-/// whole points.
+/// Returns Qt's geometry of a window that fills a rectangle of global coordinates, rounded to whole
+/// points.
 QRect windowGeometry(const Rect& frame);
 
 /// Converts a rectangle of pixels to points of the screen that holds its centre; the origin is its

@@ -20,10 +20,10 @@
 namespace vembrix {
 namespace {
 
-/// Between the dialog and what it stands beside.
+/// The distance between the dialog and the window or well beside it.
 constexpr int kGap = 8;
 
-// Of Qt's grid of swatches, whose places count down the columns.
+// The number of rows in Qt's grid of swatches, which it fills column by column.
 constexpr int kSwatchRows = 6;
 constexpr int kSwatchColumns = 8;
 constexpr int kSwatches = kSwatchRows * kSwatchColumns;
@@ -46,13 +46,13 @@ void offer(const std::vector<QColor>& swatches) {
   }
 }
 
-/// Qt's dialog has its swatches at the left of its other controls.
+/// Returns the layout in which Qt's dialog has its swatches at the left of its other controls.
 QBoxLayout* columnsOf(const QColorDialog& dialog) {
   QLayoutItem* first = dialog.layout() ? dialog.layout()->itemAt(0) : nullptr;
   return first ? qobject_cast<QBoxLayout*>(first->layout()) : nullptr;
 }
 
-/// Without an icon, and without a letter for a key: no control of the settings has one.
+/// Removes the icon and the mnemonic: no control of the settings has one.
 void makePlain(QAbstractButton& button) {
   button.setIcon({});
   button.setText(button.text().remove(QLatin1Char('&')));
@@ -72,7 +72,7 @@ QRect placeOf(const QWidget& widget) {
   return {widget.mapToGlobal(QPoint()), widget.size()};
 }
 
-/// What the window manager adds to a window.
+/// Returns the size that the window manager adds to a window.
 QSize sizeOfFrame(const QWidget& window) {
   return window.frameGeometry().size() - window.size();
 }
@@ -83,7 +83,7 @@ ColorDialog::ColorDialog(const QColor& color, const std::vector<QColor>& swatche
     : QColorDialog(&well) {
   offer(swatches);
   setAttribute(Qt::WA_DeleteOnClose);
-  // The window's colours, also when they change.
+  // Inherits the window's colours, also when they change.
   setAttribute(Qt::WA_WindowPropagation);
   setWindowRole(QStringLiteral("color-dialog"));
   setOptions(ShowAlphaChannel | DontUseNativeDialog);
@@ -112,7 +112,7 @@ void ColorDialog::arrangeParts() {
   QLayout* swatches = columns ? columns->itemAt(0)->layout() : nullptr;
   if (!swatches) return;
   alignGrid(*swatches);
-  // Below the stretch. The desktops' colours stand in for them.
+  // The items below the stretch are Qt's own colours, which the desktops' colours replace.
   bool isBelow = false;
   for (int i = 0; i < swatches->count(); ++i) {
     const QLayoutItem& item = *swatches->itemAt(i);
@@ -127,7 +127,7 @@ void ColorDialog::openBeside(const QWidget& well) {
   const QWidget& window = *well.window();
   const QRect free = window.screen()->availableGeometry();
   const QSize frame = sizeOfFrame(window);
-  // Narrow and high, it has room beside the window on most screens.
+  // Made narrow and high, so that it fits beside the window on most screens.
   QBoxLayout* columns = columnsOf(*this);
   if (columns) columns->setDirection(QBoxLayout::TopToBottom);
   if (columns && sizeHint().height() + frame.height() > free.height()) {
@@ -172,7 +172,8 @@ QPoint placeBeside(const QRect& window, const QRect& well, const QSize& dialog, 
   for (const QPoint& place : places) {
     if (free.contains(QRect(place, dialog))) return place;
   }
-  // Too large to leave it free on this screen: at the edge that is farther from it.
+  // It does not fit beside the well on this screen: placed at the edge that is farther from the
+  // well.
   return {well.center().x() < free.center().x() ? rightmost : free.left(), y};
 }
 

@@ -15,7 +15,7 @@ namespace {
 
 using namespace form_metrics;
 
-/// Everything in a row of the grid but its names.
+/// The width of everything in a row except the names.
 constexpr int kAllButNames =
     static_cast<int>(kPairsPerRow * (kWellSize.width + kWellColumnSpacing) + kWellColumnSpacing +
                      kSecondPairPadding);
@@ -94,7 +94,7 @@ void ColorGridView::layOut() {
 std::array<int, kPairsPerRow> ColorGridView::nameWidths(int room) const {
   const std::array<int, kPairsPerRow> whole{wholeNameWidth(0), wholeNameWidth(1)};
   const int half = room / kPairsPerRow;
-  // What the shorter names leave is for the longer ones.
+  // The width that a short name leaves goes to the longer one.
   return {std::min(whole[0], std::max(half, room - whole[1])),
           std::min(whole[1], std::max(half, room - whole[0]))};
 }

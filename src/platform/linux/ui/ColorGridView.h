@@ -11,8 +11,8 @@ namespace vembrix {
 class ColorWell;
 class LineLabel;
 
-/// The names and wells of a colour grid. Takes the height that it needs; truncates names that the
-/// width does not hold. Main thread.
+/// The names and wells of a colour grid. Takes the height that it needs; truncates names that do
+/// not fit. Main thread.
 class ColorGridView : public QWidget {
   Q_OBJECT
 
@@ -34,7 +34,8 @@ class ColorGridView : public QWidget {
 
   void addCell(int index, const ColorGrid::Well& well);
   void layOut();
-  /// Divides `room` among the names of the two columns of pairs: at most their whole widths.
+  /// Divides `room` among the names of the two columns of pairs; neither gets more than its whole
+  /// width.
   [[nodiscard]] std::array<int, form_metrics::kPairsPerRow> nameWidths(int room) const;
   /// Returns the width of the widest name in the first or second column of pairs.
   [[nodiscard]] int wholeNameWidth(int column) const;

@@ -14,7 +14,7 @@
 namespace vembrix {
 namespace {
 
-/// Of the frame around the colour.
+/// The width of the frame around the colour.
 constexpr double kFrame = 3;
 constexpr double kRadius = 3;
 
@@ -23,7 +23,7 @@ Color colorOf(const QColor& native) {
   return Srgb{rgb.redF(), rgb.greenF(), rgb.blueF(), rgb.alphaF()};
 }
 
-/// What shows through a translucent colour: one half light, the other dark.
+/// Paints what shows through a translucent colour: one half light, the other dark.
 void paintBehindTranslucent(QPainter& painter, const QRectF& rect) {
   painter.fillRect(rect, Qt::white);
   QPainterPath half(rect.topRight());
@@ -66,7 +66,7 @@ void ColorWell::paintEvent(QPaintEvent* /*event*/) {
   if (color.alpha() < 255) paintBehindTranslucent(painter, inner);
   painter.fillPath(shape, color);
   painter.setClipping(false);
-  // So that a white one is seen on white.
+  // Makes a white colour visible on white.
   painter.setPen(QPen(QColor(0, 0, 0, 40), 1));
   painter.setBrush(Qt::NoBrush);
   painter.drawRoundedRect(inner.adjusted(0.5, 0.5, -0.5, -0.5), kRadius - 0.5, kRadius - 0.5);
@@ -81,7 +81,7 @@ void ColorWell::choose() {
   dialog_ = new ColorDialog(shownColor(), swatches, *this);
   dialog_->setWindowTitle(accessibleName());
   connect(dialog_, &QColorDialog::currentColorChanged, this, [this](const QColor& color) {
-    // Not what the dialog shows at first: that is not the user's.
+    // The colour that the dialog shows at first was not chosen by the user.
     if (color.isValid() && color.rgba64() != shownColor().rgba64()) setColor(colorOf(color));
   });
   connect(dialog_, &QColorDialog::rejected, this, [this, before = color_] {

@@ -14,8 +14,8 @@ namespace vembrix {
 
 class ColorDialog;
 
-/// Shows a colour and opens a dialog to change it. Reports each colour tried out there at once;
-/// cancelling the dialog reports the former colour. Main thread.
+/// Shows a colour and opens a dialog to change it. Reports each colour that is tried out there at
+/// once; cancelling the dialog reports the former colour. Main thread.
 class ColorWell : public QPushButton {
   Q_OBJECT
 
@@ -23,7 +23,7 @@ class ColorWell : public QPushButton {
   ColorWell(const QString& name, const Color& color,
             std::function<void(const Color& color)> changed, QWidget* parent);
 
-  /// Sets what the dialog offers first, asked for whenever it opens.
+  /// Sets a function that returns the colours to offer first, called whenever the dialog opens.
   void setSwatches(std::function<std::vector<Color>()> swatches) {
     swatches_ = std::move(swatches);
   }

@@ -20,7 +20,7 @@ namespace vembrix {
 namespace {
 
 QString titleOf(const std::string& text) {
-  // A single ampersand would be Qt's sign for a shortcut.
+  // Doubled, because Qt takes a single "&" for a mnemonic.
   return QString::fromStdString(text).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
@@ -29,8 +29,8 @@ void setTextStyle(QWidget& widget, const TextStyle& style) {
   followTextColor(widget, style.color);
 }
 
-/// As on macOS the keyboard goes to it with the Tab key only: a click leaves the
-/// keyboard where it is.
+/// Gives the control the keyboard with the Tab key only, as on macOS: a click does not move the
+/// keyboard focus.
 template <typename Control>
 void setControlStyle(Control& control, const TextStyle& style) {
   control.setStyle(&ControlStyle::shared());

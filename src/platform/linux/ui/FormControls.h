@@ -10,14 +10,14 @@ namespace vembrix {
 struct BuiltControl {
   /// Owned by its parent.
   QWidget* widget = nullptr;
-  /// The baseline of the first line, from the top, at the natural height.
+  /// The distance of the first line's baseline from the top, at the natural height.
   int baseline = 0;
 };
 
 /// Main thread; needs a Qt application.
 BuiltControl buildControl(const FormControl& control, QWidget* parent);
 
-/// The label of a row.
+/// Creates the label of a row.
 BuiltControl buildLabel(const std::string& text, const TextStyle& style, QWidget* parent);
 
 }  // namespace vembrix

@@ -17,7 +17,7 @@ class FormPage : public QWidget {
  public:
   explicit FormPage(const SettingsForm& form);
 
-  /// Changes the status label of that id, where the page has it.
+  /// Changes the status label of that id, if the page has it.
   void setStatus(const ControlID& id, std::string_view text);
   void setEnabled(const ControlID& id, bool isEnabled);
 
@@ -49,11 +49,11 @@ class FormPage : public QWidget {
   /// Gives a control whose text has changed its new width.
   void fit(const QWidget& control);
   void keepID(const FormControl& control, QWidget* widget);
-  /// The page's height.
+  /// Lays out all rows; returns the page's height.
   int layOut(int width, Placing placing) const;
-  /// The row's height.
+  /// Lays out a row; returns its height.
   int layOutRow(const Row& row, int top, int width, Placing placing) const;
-  /// The control's size where it may be as wide as `room`.
+  /// Returns the control's size if it may be as wide as `room`.
   [[nodiscard]] static QSize controlSize(const Row& row, int room);
   [[nodiscard]] static QSize measure(const Row& row, int room);
   [[nodiscard]] int labelColumnWidth() const;

@@ -57,7 +57,7 @@ void PlainView::showPage(int index) {
 }
 
 QRect PlainView::pane() const {
-  // The segments stand on its upper edge.
+  // The segments overlap its upper edge.
   return rect().adjusted(inset_, inset_ + tabs_->naturalHeight() / 2, -inset_, -inset_);
 }
 

@@ -18,7 +18,7 @@ class PlainView : public QWidget {
  public:
   PlainView(const PlainContent& content, QWidget* parent);
 
-  /// Returns all pages, in the tabs' order; creates those not shown yet.
+  /// Returns all pages, in the order of the tabs; creates those that were never shown.
   [[nodiscard]] std::vector<FormPage*> pages();
 
  protected:
@@ -26,9 +26,9 @@ class PlainView : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  /// The background of the pages.
+  /// Returns the background of the pages.
   [[nodiscard]] QRect pane() const;
-  /// The area below the tabs.
+  /// Returns the area below the tabs.
   [[nodiscard]] QRect room() const;
   /// Creates the page on first use, as few are ever seen.
   ScrollingPage& page(std::size_t index);
@@ -37,7 +37,7 @@ class PlainView : public QWidget {
   int inset_;
   SegmentedTabBar* tabs_;
   std::vector<SettingsForm> forms_;
-  /// Null where not created yet.
+  /// Null for pages that are not created yet.
   std::vector<ScrollingPage*> pages_;
 };
 

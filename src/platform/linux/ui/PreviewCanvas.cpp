@@ -18,16 +18,16 @@
 namespace vembrix {
 namespace {
 
-/// Between the edge of a label and its text, as labels of macOS have it.
+/// The distance between the edge of a label and its text, as in labels of macOS.
 constexpr double kLabelInset = 2;
-/// From the top of a label to its baseline, whichever the font.
+/// The distance from the top of a label to its baseline, for every font.
 constexpr double kLabelBaseline = 13;
 
 QSize rounded(const Size& size) {
   return {static_cast<int>(std::lround(size.width)), static_cast<int>(std::lround(size.height))};
 }
 
-/// Transparent, in the pixels of the main screen.
+/// Returns a transparent picture in the pixels of the main screen.
 QImage makePicture(const QSize& size) {
   const QScreen* screen = QGuiApplication::primaryScreen();
   const double scale = screen ? screen->devicePixelRatio() : 1;
@@ -45,7 +45,7 @@ std::optional<std::string> encoded(const QImage& picture) {
   return bytes.toStdString();
 }
 
-/// Draws the parts of a mock; the painter counts from the top.
+/// Draws the parts of a mock; its coordinates count down from the top.
 class MenuMockPainter {
  public:
   MenuMockPainter(QPainter& painter, const MenuMock& mock) : painter_(painter), mock_(mock) {}
@@ -118,7 +118,7 @@ class QtPreviewCanvas : public PreviewCanvas {
 }  // namespace
 
 PreviewCanvas& PreviewCanvas::shared() {
-  // Drawing needs Qt's application to be there.
+  // Qt's drawing needs an application.
   Application::shared();
   static QtPreviewCanvas canvas;
   return canvas;

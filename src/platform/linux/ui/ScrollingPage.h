@@ -6,8 +6,8 @@ namespace vembrix {
 
 class FormPage;
 
-/// A page that scrolls where it is too high, with a scroller over its margin that appears only
-/// then. No background, no border. Main thread.
+/// A page that scrolls if it is too high, with a scroller over its margin that appears only then.
+/// No background, no border. Main thread.
 class ScrollingPage : public QScrollArea {
   Q_OBJECT
 

@@ -13,7 +13,7 @@
 namespace vembrix {
 namespace {
 
-/// The steps of the arrow keys, as reported to assistive programs.
+/// The number of an arrow key's steps in a slider's range, as reported to assistive programs.
 constexpr double kStepsInRange = 100;
 
 class AccessibleSlider : public QAccessibleWidget, public QAccessibleValueInterface {
@@ -43,7 +43,7 @@ class AccessibleSlider : public QAccessibleWidget, public QAccessibleValueInterf
   SliderControl& slider_;
 };
 
-/// A button of another role.
+/// Describes a button that has another role.
 class AccessibleButton : public QAccessibleWidget {
  public:
   AccessibleButton(QAbstractButton* button, QAccessible::Role role)
@@ -94,7 +94,7 @@ class AccessibleColorWell : public AccessibleButton {
   ColorWell& well_;
 };
 
-/// Named by its label, which Qt's own is not: that one is named by what is chosen.
+/// Describes a pop-up button by its label's text. Qt names it by the chosen item.
 class AccessiblePopup : public QAccessibleWidget {
  public:
   explicit AccessiblePopup(PopupButton* popup)
@@ -114,7 +114,7 @@ class AccessiblePopup : public QAccessibleWidget {
     return state;
   }
 
-  // The list to choose from.
+  // The only child is the list of choices.
   [[nodiscard]] int childCount() const override { return 1; }
   [[nodiscard]] QAccessibleInterface* child(int index) const override {
     return index == 0 ? QAccessible::queryAccessibleInterface(popup_.view()) : nullptr;
@@ -140,13 +140,13 @@ class AccessiblePopup : public QAccessibleWidget {
   PopupButton& popup_;
 };
 
-/// Qt owns what it returns.
+/// Creates the description of an object. Qt owns it.
 QAccessibleInterface* describe(const QString& /*className*/, QObject* object) {
   if (auto* slider = qobject_cast<SliderControl*>(object)) return new AccessibleSlider(slider);
   if (auto* tab = qobject_cast<PillTabButton*>(object)) return new AccessibleTab(tab);
   if (auto* popup = dynamic_cast<PopupButton*>(object)) return new AccessiblePopup(popup);
   if (auto* well = qobject_cast<ColorWell*>(object)) return new AccessibleColorWell(well);
-  // Qt knows its own classes of windows alone.
+  // Qt describes only its own classes of dialogs as dialogs.
   auto* widget = qobject_cast<QWidget*>(object);
   if (widget && widget->windowRole() == QLatin1String("settings")) {
     return new QAccessibleWidget(widget, QAccessible::Dialog);
@@ -157,7 +157,7 @@ QAccessibleInterface* describe(const QString& /*className*/, QObject* object) {
 }  // namespace
 
 void describeSettingsControls() {
-  // Qt keeps a factory once, however often it is given.
+  // Qt ignores a factory that is installed already.
   QAccessible::installFactory(describe);
 }
 

@@ -19,12 +19,12 @@ class SettingsContentView : public QWidget {
   Q_OBJECT
 
  public:
-  /// `coveredTop` is the height, in points, that the desktop's title bar covers of content of full
-  /// size.
+  /// `coveredTop` is the height, in points, that the desktop's title bar covers of full-size
+  /// content.
   SettingsContentView(const SettingsContent& content, double coveredTop,
                       const std::function<void(int)>& tabClicked, QWidget* parent);
 
-  /// Sets the system's appearance, which applies where the content has none of its own.
+  /// Sets the system's appearance, which applies to content without its own.
   void setSystemAppearance(Appearance appearance);
 
   void setPage(const ThemedPage& page);

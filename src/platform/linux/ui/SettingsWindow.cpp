@@ -39,8 +39,8 @@ void focusSame(const FocusedControl& wanted, const QWidget& area) {
   }
 }
 
-/// Closes on its closing keys where no control takes them. An open menu or dialog receives its own
-/// keys.
+/// The window's frame. Closes on the closing keys if no control takes them; an open menu or dialog
+/// receives its own keys.
 class Frame : public QWidget {
  protected:
   void keyPressEvent(QKeyEvent* event) override {
@@ -72,10 +72,10 @@ class QtSettingsWindow : public SettingsWindow {
     const auto focused = focusedControlIn(view_);
     SettingsContentView* before = view_;
     const auto tabClicked = [this](int index) {
-      // It may be replaced while it runs.
+      // A copy, because the handler may be replaced while it runs.
       if (const auto handler = tabClicked_) handler(index);
     };
-    // Window managers draw the title bar, and no content can reach up under it.
+    // The window manager draws the title bar, and content cannot extend below it.
     view_ = new SettingsContentView(content, kTitleBarHeight, tabClicked, &window_);
     applyAppearance();
     view_->setGeometry(window_.rect());
@@ -96,7 +96,7 @@ class QtSettingsWindow : public SettingsWindow {
   }
 
   void show() override {
-    // Makes the native window, so that its hints are there before it is shown.
+    // Creates the native window, so that its hints are set before it is shown.
     window_.winId();
     if (!window_.isVisible()) makeDialog(*window_.windowHandle());
     const auto policy = LinuxApplication::shared().activationPolicy();
@@ -104,16 +104,16 @@ class QtSettingsWindow : public SettingsWindow {
       hideFromTaskLists(*window_.windowHandle());
     }
     if (!window_.isVisible()) fitToScreen();
-    // Of a window that Qt takes for active it would ask for the focus as well: a window
-    // manager that has it on another desktop then lets it flash.
+    // For a window that Qt considers active, it would request the focus as well. A window manager
+    // that has the window on another desktop would then let it flash.
     if (window_.isMinimized()) window_.setWindowState(Qt::WindowNoState);
     window_.show();
     bringToFront(*window_.windowHandle());
   }
 
  private:
-  /// The control whose closure asks for other content is in there: it goes when
-  /// the events under way are done with it.
+  /// Deletes former content after the current events, because the closure of one of its controls
+  /// may have replaced it.
   static void retire(SettingsContentView& view) {
     view.hide();
     view.setParent(nullptr);
@@ -124,14 +124,14 @@ class QtSettingsWindow : public SettingsWindow {
     if (view_) view_->setSystemAppearance(systemAppearance());
   }
 
-  /// In the middle of the screen, and no larger than what is free there with a title
-  /// bar: the pages scroll.
+  /// Centres the window on the screen. It is no larger than the free part minus a title bar: the
+  /// pages scroll.
   void fitToScreen() {
     const QScreen* screen = QGuiApplication::primaryScreen();
     const int title = static_cast<int>(kTitleBarHeight);
     const QRect free = screen ? screen->availableGeometry().adjusted(0, title, 0, 0) : QRect();
     const QSize fitting = screen ? contentSize_.boundedTo(free.size()) : contentSize_;
-    // Where the user has moved it, it stays.
+    // Otherwise it stays where the user has moved it.
     if (view_ && fitting == window_.size()) return;
     window_.setFixedSize(fitting);
     if (view_) view_->setGeometry(window_.rect());
@@ -141,7 +141,7 @@ class QtSettingsWindow : public SettingsWindow {
   }
 
   Frame window_;
-  /// Where there is room for it.
+  /// The size if the screen has room for it.
   QSize contentSize_;
   SettingsContentView* view_ = nullptr;
   std::function<void(int)> tabClicked_;
@@ -152,7 +152,7 @@ class QtSettingsWindow : public SettingsWindow {
 }  // namespace
 
 std::unique_ptr<SettingsWindow> SettingsWindow::create(Size contentSize, std::string_view title) {
-  // A window needs Qt's application to be there.
+  // Qt's windows need an application.
   Application::shared();
   return std::make_unique<QtSettingsWindow>(contentSize, title);
 }

@@ -13,7 +13,7 @@ class FormPage;
 class ScrollingPage;
 class PillTabButton;
 
-/// Tab buttons, backdrop and page in a look of the program's own. Main thread.
+/// A themed page: tab buttons, backdrop and page. Main thread.
 class ThemedView : public QWidget {
   Q_OBJECT
 
@@ -32,7 +32,7 @@ class ThemedView : public QWidget {
  private:
   void showForm(const SettingsForm& form);
   void layOutButtons();
-  /// The frame of the page or its card.
+  /// Returns the frame of the page or its card.
   [[nodiscard]] QRect contentRect() const;
 
   Backdrop backdrop_;

@@ -11,7 +11,7 @@ std::string_view at(const std::vector<std::string>& names, std::size_t index) {
   return index < names.size() ? std::string_view(names[index]) : std::string_view();
 }
 
-/// The desktops whose names differ.
+/// Returns the desktops whose names differ.
 std::vector<std::size_t> differences(const std::vector<std::string>& a,
                                      const std::vector<std::string>& b) {
   std::vector<std::size_t> found;
@@ -32,7 +32,7 @@ DesktopNames::Change DesktopNames::take(std::vector<std::string> names,
     forgetOverwritten();
     return {.ownNames = true, .renamed = {}};
   }
-  // A window manager that restores its own names would do so for ever.
+  // A window manager that restores its own names would overwrite the user's again and again.
   keepsItsNames_ = std::ranges::all_of(changed, [this](std::size_t desktop) {
     const auto published = published_.find(desktop);
     return published != published_.end() && !published->second.own.empty() &&
@@ -60,7 +60,7 @@ void DesktopNames::forgetOverwritten() {
 bool DesktopNames::setName(std::size_t desktop, std::string_view name) {
   if (keepsItsNames_) return false;
   const std::string own(ownName(desktop));
-  // A name that stands there already is one that an earlier run has written.
+  // A name that is there already was written by an earlier run.
   published_[desktop] = {.name = std::string(name), .own = own == name ? std::string() : own};
   return write(desktop, name);
 }

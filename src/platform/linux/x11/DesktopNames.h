@@ -32,12 +32,12 @@ class DesktopNames {
   Change take(std::vector<std::string> names, Circumstances circumstances);
 
   /// Gives the desktop the user's name, or removes it, which restores the window manager's own name
-  /// or, where that is unknown, `fallback`. Returns whether the names are to be written: never
-  /// where the window manager keeps its own.
+  /// or, if that is unknown, `fallback`. Returns whether the names are to be written: never if the
+  /// window manager keeps its own.
   [[nodiscard]] bool setName(std::size_t desktop, std::string_view name);
   [[nodiscard]] bool clearName(std::size_t desktop, std::string_view fallback);
 
-  /// The window manager's own name; empty where there is none or it is unknown.
+  /// The window manager's own name; empty if there is none or it is unknown.
   [[nodiscard]] std::string_view ownName(std::size_t desktop) const;
   /// The names on the root window; may be fewer than there are desktops.
   [[nodiscard]] const std::vector<std::string>& all() const { return names_; }

@@ -8,7 +8,8 @@ namespace {
 
 constexpr unsigned kSentByClient = 0x80;
 
-/// Twice the size of all screens together, as room for a window that is larger.
+/// Returns whether the size is plausible: at most twice that of all screens together, as windows
+/// may be larger than a screen.
 bool fitsOnScreens(const xcb_configure_notify_event_t& event) {
   const QScreen* screen = QGuiApplication::primaryScreen();
   if (!screen) return true;

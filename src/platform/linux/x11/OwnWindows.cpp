@@ -29,7 +29,7 @@ bool OwnWindows::eventFilter(QObject* object, QEvent* event) {
   if (event->type() != QEvent::PlatformSurface) return false;
   auto* window = qobject_cast<QWindow*>(object);
   if (!window) return false;
-  // The server reports the end of a window: its earlier input may not have been read yet.
+  // Only creation counts here. The server reports the end of a window, in order with its input.
   const auto type = static_cast<QPlatformSurfaceEvent*>(event)->surfaceEventType();
   if (type == QPlatformSurfaceEvent::SurfaceCreated) {
     follow(static_cast<xcb_window_t>(window->winId()));
@@ -39,15 +39,15 @@ bool OwnWindows::eventFilter(QObject* object, QEvent* event) {
 
 void OwnWindows::follow(xcb_window_t window) {
   windows_.insert(window);
-  // Qt may have kept the request that makes the window to itself so far.
+  // Qt may have buffered the request that creates the window.
   if (const xcb_ewmh_connection_t* qt = ewmhOfQt()) {
     const XcbPtr<xcb_get_input_focus_reply_t> answer{xcb_get_input_focus_reply(
         qt->connection, xcb_get_input_focus_unchecked(qt->connection), nullptr)};
   }
   const std::uint32_t events = XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW |
                                XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-  // Waits until it is so, before Qt shows the window over its own connection:
-  // it may come up under the pointer.
+  // Waits for the server, because Qt shows the window over another connection: it may appear under
+  // the pointer.
   xcb_connection_t* xcb = reader_.connection().xcb();
   const auto cookie = xcb_change_window_attributes_checked(xcb, window, XCB_CW_EVENT_MASK, &events);
   const XcbPtr<xcb_generic_error_t> error{xcb_request_check(xcb, cookie)};
@@ -56,7 +56,7 @@ void OwnWindows::follow(xcb_window_t window) {
 
 void OwnWindows::askWhereInputGoes() {
   xcb_connection_t* xcb = reader_.connection().xcb();
-  // Windows lie within the frames of the window manager: down from the root.
+  // Windows lie within the frames of the window manager, so the search goes down from the root.
   for (xcb_window_t window = reader_.connection().root(); window != XCB_WINDOW_NONE;) {
     if (windows_.contains(window)) pointerWindow_ = window;
     const XcbPtr<xcb_query_pointer_reply_t> pointer{
@@ -86,7 +86,8 @@ void OwnWindows::note(const xcb_generic_event_t& event) {
       }
       break;
     case XCB_FOCUS_IN: {
-      // A focus that follows the pointer ends without an event when the pointer leaves.
+      // The focus that follows the pointer is ignored: it ends without an event when the pointer
+      // leaves.
       const auto& in = as<xcb_focus_in_event_t>(event);
       if (in.detail != XCB_NOTIFY_DETAIL_POINTER) focusWindow_ = in.event;
       break;

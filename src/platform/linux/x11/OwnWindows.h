@@ -7,10 +7,10 @@
 
 namespace vembrix {
 
-/// Knows whether the user's input goes to a window of this program, from the X server's events and
-/// without asking it. These come over the same connection as the input, so their order is right: a
-/// click just after the pointer has entered a window finds it there. Main thread; needs a Qt
-/// application.
+/// Tracks whether the user's input goes to a window of this program, from the X server's events and
+/// without asking it. These events come over the same connection as the input, so their order is
+/// right: when a click arrives just after the pointer has entered a window, that is known already.
+/// Main thread; needs a Qt application.
 class OwnWindows : public QObject {
  public:
   explicit OwnWindows(X11EventReader& reader);

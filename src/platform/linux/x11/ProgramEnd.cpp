@@ -11,7 +11,7 @@
 namespace vembrix {
 
 void endProgram(std::string_view message) {
-  // The end of one thing often ends another: the first reason is the cause.
+  // One failure often leads to others: the first is the cause.
   static std::atomic_flag ending;
   if (!ending.test_and_set()) {
     logLine(message);

@@ -12,7 +12,7 @@ namespace vembrix {
 
 xcb_ewmh_connection_t* ewmhOfQt() {
   static xcb_ewmh_connection_t* const ewmh = []() -> xcb_ewmh_connection_t* {
-    // The offscreen platform has the interface, too, but no connection.
+    // The offscreen platform has this interface without a connection.
     if (QGuiApplication::platformName() != QLatin1String("xcb")) return nullptr;
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     if (!x11 || !x11->connection()) return nullptr;
@@ -20,8 +20,8 @@ xcb_ewmh_connection_t* ewmhOfQt() {
     auto* cookies = xcb_ewmh_init_atoms(x11->connection(), &connection);
     const bool ready = xcb_ewmh_init_atoms_replies(&connection, cookies, nullptr) != 0;
     if (!ready) return nullptr;
-    // Qt sends buffered requests when it reads events or paints, neither of which a timer that
-    // moves a window need cause.
+    // Qt sends buffered requests only when it reads events or paints. A timer that moves a window
+    // causes neither.
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
                      qGuiApp, [] { xcb_flush(connection.connection); });
     return &connection;

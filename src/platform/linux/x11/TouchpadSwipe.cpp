@@ -7,9 +7,9 @@
 namespace vembrix {
 namespace {
 
-/// The fingers' distance for one Space, in units of pointer movement.
+/// The distance for one Space, in units of pointer movement.
 constexpr double kWayOfOneSpace = 400;
-/// The distance from which the direction of a swipe is known.
+/// The distance from which the direction of a swipe is certain.
 constexpr double kDecisiveWay = 8;
 
 }  // namespace
@@ -29,15 +29,15 @@ void TouchpadSwipe::update(const Movement& movement) {
   if (state_ == State::Idle) return;
   x_ += movement.dx;
   y_ += movement.dy;
-  // Unsigned: right across the wrap. Two events of one millisecond count as one
-  // apart.
+  // Unsigned, so that it is right when the time wraps around. Events of the same millisecond count
+  // as one apart.
   const auto passed = std::max<std::uint32_t>((movement.time - lastTime_).count(), 1);
   lastTime_ = movement.time;
   velocity_ = -movement.dx / kWayOfOneSpace * 1000 / passed;
   if (state_ == State::Sideways) {
     send(dockswipe::Change);
   } else if (std::hypot(x_, y_) >= kDecisiveWay) {
-    // Reported only now, when the direction is known.
+    // The direction is known only now.
     state_ = std::abs(x_) > std::abs(y_) ? State::Sideways : State::Idle;
     if (state_ == State::Sideways) send(dockswipe::Begin);
   }

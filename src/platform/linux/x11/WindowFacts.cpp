@@ -9,16 +9,15 @@
 namespace vembrix {
 namespace {
 
-/// The window classes of programs that show all windows or desktops at once, in
-/// a window of their own over the whole screen. Window managers that draw such
-/// an overview themselves have no window for it.
+/// The window classes of programs that show all windows or desktops at once, in a window over the
+/// whole screen. Window managers that draw such an overview themselves have no window for it.
 constexpr std::string_view kOverviewClasses[] = {"Kompose", "Skippy", "skippy-xd", "xfdashboard",
                                                  "Xfdashboard"};
 
-/// No window manager has more frames within each other.
+/// The most frames that window managers put around each other.
 constexpr int kMaxFrames = 3;
-/// Frames have dozens of windows for their borders and buttons, but under the
-/// program's own.
+/// The most children of a frame. Frames have dozens, for borders and buttons, but all below the
+/// program's own window.
 constexpr std::size_t kMaxSiblings = 64;
 
 struct WindowClass {
@@ -26,8 +25,8 @@ struct WindowClass {
   std::string name;
 };
 
-/// Asked for without libxcb-icccm, which reads on past the end of a text without
-/// a zero.
+/// Asks for the window class. Without libxcb-icccm, which reads beyond the end of a text that is
+/// not terminated by NUL.
 xcb_get_property_cookie_t askForClass(xcb_connection_t* xcb, xcb_window_t window) {
   constexpr std::uint32_t kWords = 256;
   return xcb_get_property_unchecked(xcb, 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, kWords);
@@ -75,7 +74,7 @@ bool isDesktopElement(xcb_ewmh_connection_t* ewmh, xcb_get_property_cookie_t coo
   return found;
 }
 
-/// Front to back.
+/// Returns the children of a window, front to back.
 std::vector<xcb_window_t> childrenOf(xcb_connection_t* xcb, xcb_window_t window) {
   const XcbPtr<xcb_query_tree_reply_t> tree{
       xcb_query_tree_reply(xcb, xcb_query_tree_unchecked(xcb, window), nullptr)};
@@ -87,14 +86,14 @@ std::vector<xcb_window_t> childrenOf(xcb_connection_t* xcb, xcb_window_t window)
   return result;
 }
 
-/// The first that has a class; none where none has.
+/// Returns the first window that has a class; XCB_WINDOW_NONE if none has.
 xcb_window_t firstWithClass(xcb_connection_t* xcb, const std::vector<xcb_window_t>& windows) {
   std::vector<xcb_get_property_cookie_t> cookies;
   cookies.reserve(windows.size());
   for (const xcb_window_t window : windows) {
     cookies.push_back(askForClass(xcb, window));
   }
-  // Every answer is taken, needed or not.
+  // Takes every answer, needed or not.
   xcb_window_t found = XCB_WINDOW_NONE;
   for (std::size_t i = 0; i < windows.size(); ++i) {
     if (windowClass(xcb, cookies[i]) && found == XCB_WINDOW_NONE) found = windows[i];
@@ -107,7 +106,7 @@ xcb_window_t firstWithClass(xcb_connection_t* xcb, const std::vector<xcb_window_
 WindowFacts readWindowFacts(X11Connection& connection, xcb_window_t window) {
   xcb_connection_t* xcb = connection.xcb();
   xcb_ewmh_connection_t* ewmh = connection.ewmh();
-  // All questions, then all answers: one round trip.
+  // Sends all queries before it reads the answers: one round trip.
   const auto attributesCookie = xcb_get_window_attributes_unchecked(xcb, window);
   const auto classCookie = askForClass(xcb, window);
   const auto desktopCookie = xcb_ewmh_get_wm_desktop_unchecked(ewmh, window);

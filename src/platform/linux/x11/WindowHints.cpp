@@ -25,7 +25,7 @@ void setCardinals(const xcb_ewmh_connection_t& ewmh, xcb_window_t window, xcb_at
                       static_cast<std::uint32_t>(values.size()), values.data());
 }
 
-/// Whether the window manager lists it.
+/// Returns whether the window manager lists the window.
 bool isListed(xcb_ewmh_connection_t& ewmh, xcb_get_property_cookie_t cookie, xcb_window_t window) {
   xcb_ewmh_get_windows_reply_t reply{};
   if (xcb_ewmh_get_client_list_reply(&ewmh, cookie, &reply, nullptr) == 0) return false;
@@ -45,7 +45,7 @@ std::array<xcb_atom_t, 3> dockStates(const xcb_ewmh_connection_t& atoms) {
 void makeDock(QWindow& window) {
   auto* ewmh = ewmhOfQt();
   if (!ewmh) return;
-  // In place of Qt's list, which has types of no standard before this one.
+  // Replaces Qt's list, whose first types belong to no standard.
   xcb_ewmh_set_wm_window_type(ewmh, nativeId(window), 1, &ewmh->_NET_WM_WINDOW_TYPE_DOCK);
   xcb_ewmh_set_wm_desktop(ewmh, nativeId(window), kAllDesktops);
   // Qt adds its own states to these.
@@ -58,7 +58,7 @@ void restoreDock(QWindow& window) {
   if (!ewmh) return;
   const xcb_window_t id = nativeId(window);
   xcb_ewmh_set_wm_window_type(ewmh, id, 1, &ewmh->_NET_WM_WINDOW_TYPE_DOCK);
-  // The other states of a shown window belong to the window manager.
+  // The other states of a visible window belong to the window manager.
   constexpr auto kSource = XCB_EWMH_CLIENT_SOURCE_TYPE_NORMAL;
   xcb_ewmh_request_change_wm_desktop(ewmh, 0, id, kAllDesktops, kSource);
   for (const xcb_atom_t state : dockStates(*ewmh)) {
@@ -70,7 +70,7 @@ void restoreDock(QWindow& window) {
 void makeDialog(QWindow& window) {
   auto* ewmh = ewmhOfQt();
   if (!ewmh) return;
-  // Not by Qt's flag, which makes it a transient of a window that is never shown.
+  // Qt's flag for dialogs would make it a transient of a window that is never shown.
   std::array types = {ewmh->_NET_WM_WINDOW_TYPE_DIALOG, ewmh->_NET_WM_WINDOW_TYPE_NORMAL};
   xcb_ewmh_set_wm_window_type(ewmh, nativeId(window), types.size(), types.data());
 }
@@ -109,7 +109,7 @@ void setName(QWindow& window, const QString& name) {
     window.setTitle(name);
     return;
   }
-  // Qt would send each of the two by itself, which wakes the program twice.
+  // Qt would send the two properties separately, which wakes the program twice.
   const QByteArray text = name.toUtf8();
   for (const xcb_atom_t property : {xcb_atom_t{XCB_ATOM_WM_NAME}, ewmh->_NET_WM_NAME}) {
     xcb_change_property(ewmh->connection, XCB_PROP_MODE_REPLACE, nativeId(window), property,
@@ -121,7 +121,7 @@ void setName(QWindow& window, const QString& name) {
 void updateUserTime(QWindow& window) {
   auto* ewmh = ewmhOfQt();
   if (!ewmh) return;
-  // Each change of a property is an event that has the server's time, also this one.
+  // Every change of a property causes an event with the server's time, even an empty one.
   xcb_change_property(ewmh->connection, XCB_PROP_MODE_APPEND, nativeId(window), ewmh->_NET_WM_PID,
                       XCB_ATOM_CARDINAL, 32, 0, nullptr);
   xcb_flush(ewmh->connection);
@@ -130,7 +130,7 @@ void updateUserTime(QWindow& window) {
 void setStrut(QWindow& window, const Strut& strut) {
   auto* ewmh = ewmhOfQt();
   if (!ewmh) return;
-  // Some window managers know the older property only, which has no parts of edges.
+  // Some window managers know only the older property, which always covers a whole edge.
   setCardinals(*ewmh, nativeId(window), ewmh->_NET_WM_STRUT, std::span(strut).first<4>());
   setCardinals(*ewmh, nativeId(window), ewmh->_NET_WM_STRUT_PARTIAL, strut);
 }

@@ -15,14 +15,14 @@
 namespace vembrix {
 namespace {
 
-/// The place of a window with its border.
+/// Returns the rectangle of a window with its border.
 template <typename Geometry>
 QRect outerRect(const Geometry& geometry) {
   return {geometry.x, geometry.y, geometry.width + 2 * geometry.border_width,
           geometry.height + 2 * geometry.border_width};
 }
 
-/// In pixels.
+/// Returns half of the size of the smallest screen, in pixels.
 QSize halfOfSmallestScreen() {
   QSize smallest;
   for (const QScreen* screen : QGuiApplication::screens()) {
@@ -45,14 +45,14 @@ WindowList::WindowList(X11Desktop& desktop)
 
 void WindowList::readAll() {
   xcb_connection_t* xcb = connection_.xcb();
-  // Selected first, so that no change falls in between.
+  // Selected before the first query, so that no change is missed.
   events_.select(connection_.root(), XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
   const XcbPtr<xcb_query_tree_reply_t> tree{
       xcb_query_tree_reply(xcb, xcb_query_tree_unchecked(xcb, connection_.root()), nullptr)};
   if (!tree) return;
   const xcb_window_t* children = xcb_query_tree_children(tree.get());
   const int count = xcb_query_tree_children_length(tree.get());
-  // All questions, then all answers: one round trip.
+  // Sends all queries before it reads the answers: one round trip.
   std::vector<std::pair<xcb_get_geometry_cookie_t, xcb_get_window_attributes_cookie_t>> cookies;
   cookies.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) {
@@ -112,13 +112,13 @@ void WindowList::note(const xcb_generic_event_t& event) {
       noteProperty(as<xcb_property_notify_event_t>(event));
       break;
     default:
-      // Errors among them: a window may go at any time.
+      // Includes errors: a window may disappear at any time.
       break;
   }
 }
 
 void WindowList::noteConfiguration(const xcb_configure_notify_event_t& event) {
-  // Of windows in frames only creation and destruction matter.
+  // For windows in frames, only creation and destruction matter.
   const auto window = find(event.window);
   if (window == windows_.end()) return;
   const QRect pixels = outerRect(event);
@@ -136,7 +136,7 @@ void WindowList::noteReparenting(const xcb_reparent_notify_event_t& event) {
   if (event.event == root) {
     remove(event.window);
     if (event.parent == root) {
-      // No event of its creation carries its size; it is not mapped yet.
+      // A window that returns to the root has no event with its size. It is not mapped yet.
       xcb_connection_t* xcb = connection_.xcb();
       const XcbPtr<xcb_get_geometry_reply_t> geometry{
           xcb_get_geometry_reply(xcb, xcb_get_geometry_unchecked(xcb, event.window), nullptr)};
@@ -166,8 +166,8 @@ void WindowList::setMapped(xcb_window_t id, bool isMapped) {
   if (window == windows_.end() || window->isMapped == isMapped) return;
   window->isMapped = isMapped;
   hasNews_ = true;
-  // Events report the changes of a window that was read once, also of a hidden one; but one without
-  // a name then may have got one.
+  // Once a window was read, events report its changes, even while it is hidden. If it had no name
+  // then, it may have one now.
   if (isMapped && window->owner.empty()) window->isStale = true;
   forgetAnswers(*window);
 }
@@ -200,12 +200,12 @@ void WindowList::restack(xcb_window_t id, xcb_window_t sibling) {
   Window moved = std::move(*window);
   windows_.erase(window);
   const auto above = find(sibling);
-  // A sibling that is not known (any more) says nothing: to the bottom as well.
+  // An unknown sibling gives no position: the window goes to the bottom.
   const auto place = above == windows_.end() ? windows_.begin() : std::next(above);
   windows_.insert(place, std::move(moved));
 }
 
-// What the windows are
+// The properties of windows
 
 void WindowList::refresh() {
   const QSize large = halfOfSmallestScreen();
@@ -224,13 +224,13 @@ bool WindowList::isLarge(const Window& window) const {
 }
 
 void WindowList::forgetAnswers(const Window& window) {
-  // The next query has to build the list again.
+  // The next query must build the list again.
   if (isLarge(window)) answers_ = {};
 }
 
 void WindowList::read(Window& window) {
   window.isStale = false;
-  // Frames may get their window after they are shown.
+  // A frame may get its window after it is shown.
   events_.select(window.id, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
   window.client = clientWithin(connection_, window.id);
   if (window.client != window.id) events_.select(window.client, XCB_EVENT_MASK_PROPERTY_CHANGE);
@@ -254,8 +254,8 @@ PropertyList WindowList::list(std::uint32_t options) {
 
 bool WindowList::isOnScreen(const Window& window) const {
   if (!window.isMapped || window.isInvisible) return false;
-  // Most window managers unmap the windows of other desktops, but not those that
-  // draw the screen themselves.
+  // Most window managers unmap the windows of other desktops, but those that compose the screen
+  // themselves do not.
   if (!window.desktop || *window.desktop == kAllDesktops || answeredSpace_ == 0) return true;
   return X11Desktop::SpaceID{*window.desktop} + 1 == answeredSpace_;
 }

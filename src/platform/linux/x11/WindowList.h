@@ -17,8 +17,8 @@ namespace vembrix {
 
 /// The windows on the screen, in the form of the window server's window list. A model of the root
 /// window's children that the X server's events keep up to date: a query costs no round trip, and
-/// no time while the list is unchanged. Hidden windows and those smaller than half of every screen
-/// are neither listed nor queried. Main thread; needs a Qt application.
+/// no time while the list is unchanged. Hidden windows, and those smaller than half of every
+/// screen, are neither listed nor queried. Main thread; needs a Qt application.
 class WindowList {
  public:
   explicit WindowList(X11Desktop& desktop);
@@ -39,12 +39,12 @@ class WindowList {
     bool isStale = false;
     /// The program's own window: within the frame, or the same as `id`.
     xcb_window_t client = XCB_WINDOW_NONE;
-    /// Empty where unknown.
+    /// Empty if unknown.
     std::string owner;
     bool isDesktopElement = false;
-    /// Takes input only and shows nothing.
+    /// Whether it takes input only and is invisible.
     bool isInvisible = false;
-    /// Empty where not stated.
+    /// Empty if not stated.
     std::optional<std::uint32_t> desktop;
   };
   using Windows = std::vector<Window>;
@@ -58,7 +58,7 @@ class WindowList {
   Windows::iterator find(xcb_window_t id);
   void add(xcb_window_t id, const QRect& pixels);
   void remove(xcb_window_t id);
-  /// Moves the window directly above `sibling`, or to the bottom where that is none.
+  /// Moves the window directly above `sibling`, or to the bottom if there is none.
   void restack(xcb_window_t id, xcb_window_t sibling);
 
   void refresh();
@@ -79,10 +79,10 @@ class WindowList {
   Windows windows_;
   /// Half of the smallest screen, in pixels.
   QSize large_;
-  /// Whether a window has changed since the last look at those to be read.
+  /// Whether a window has changed since the stale ones were last read.
   bool hasNews_ = false;
 
-  /// The answers with desktop elements, and without.
+  /// The answer with desktop elements, and the one without.
   std::array<std::optional<PropertyList>, 2> answers_;
   X11Desktop::SpaceID answeredSpace_ = 0;
 };

@@ -13,7 +13,7 @@ std::unique_ptr<X11Connection> X11Connection::open() {
   result->screen_ = screen;
   xcb_ewmh_connection_t& ewmh = result->ewmh_;
   xcb_intern_atom_cookie_t* cookies = xcb_ewmh_init_atoms(connection, &ewmh);
-  // Also frees the cookies.
+  // This call also frees the cookies.
   const bool ready = xcb_ewmh_init_atoms_replies(&ewmh, cookies, nullptr) != 0;
   if (!ready || screen < 0 || screen >= ewmh.nb_screens) return nullptr;
   result->root_ = ewmh.screens[screen]->root;

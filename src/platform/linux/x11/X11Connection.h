@@ -14,7 +14,7 @@ struct XcbFree {
 template <typename T>
 using XcbPtr = std::unique_ptr<T, XcbFree>;
 
-/// Returns the event's type, whether the server or another program has sent it.
+/// Returns the event's type, regardless of whether the server or another program has sent it.
 inline int eventType(const xcb_generic_event_t& event) {
   constexpr int kSentEvent = 0x80;
   return event.response_type & ~kSentEvent;
@@ -24,7 +24,7 @@ inline int eventType(const xcb_generic_event_t& event) {
 /// Main thread.
 class X11Connection {
  public:
-  /// Null when no display answers.
+  /// Null if no display answers.
   static std::unique_ptr<X11Connection> open();
 
   ~X11Connection();

@@ -16,17 +16,19 @@
 namespace vembrix {
 namespace {
 
-/// In 32-bit units. Names beyond it are no names that a person gave.
+/// In 32-bit units. No person gives longer names.
 constexpr std::uint32_t kMaxNamesLength = 64 * 1024;
-/// How long a window manager that has come, or that has changed the number of its
-/// desktops, may take to name them.
+/// The time in which a window manager names its desktops after it has started or changed their
+/// number.
 constexpr std::chrono::seconds kSettlingTime{2};
-/// How long one that names its desktops may take to report a new number and the names.
+/// The time in which a window manager that names its desktops reports both a new number and the
+/// names.
 constexpr std::chrono::milliseconds kNamesDelay{500};
-/// How long a new name is held back, for what a restarting window manager says late.
+/// The time for which a new name is held back, because a restarting window manager may report late
+/// that it has started.
 constexpr std::chrono::milliseconds kRenameDelay{500};
 
-/// The window's own name, or empty.
+/// Returns the window's own name, or an empty one.
 std::string nameOf(X11Connection& connection, xcb_window_t window) {
   xcb_ewmh_get_utf8_strings_reply_t reply{};
   const auto cookie = xcb_ewmh_get_wm_name_unchecked(connection.ewmh(), window);
@@ -65,7 +67,7 @@ X11Desktop::X11Desktop(std::unique_ptr<X11Connection> connection)
     : events_(std::move(connection)),
       listening_(events_.listen({.event = [this](const auto& event) { note(event); },
                                  .batchEnd = [this] { finishBatch(); }})) {
-  // Selected before the first reading, so that no change falls in between.
+  // Selected before the first query, so that no change is missed.
   events_.select(connection_.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
   refresh();
   announced_ = shown();
@@ -79,7 +81,7 @@ void X11Desktop::follow() {
 }
 
 bool X11Desktop::isXwayland() const {
-  // Its extension came with 23.1; older ones are recognised by their outputs.
+  // The extension exists from version 23.1 on; older servers are recognised by their outputs.
   xcb_connection_t* xcb = connection_.xcb();
   const std::string_view extension = "XWAYLAND";
   const auto asked = xcb_query_extension_unchecked(
@@ -126,7 +128,7 @@ X11Desktop::SpaceID X11Desktop::spaceBeside(SpaceID space, int places) const {
 }
 
 void X11Desktop::setName(SpaceID space, std::string_view name) {
-  // The names stand one behind the other, each ended by a NUL.
+  // The property holds several names, each terminated by NUL.
   name = name.substr(0, name.find('\0'));
   const std::optional<std::uint32_t> index = indexOf(space);
   if (index && names_.setName(*index, name)) writeNames();
@@ -183,11 +185,11 @@ void X11Desktop::finishBatch() {
   if (now == announced_) return;
   const Shown before = std::exchange(announced_, now);
   const bool isAnotherList = now.list != before.list || now.known != before.known;
-  // The absence of a window manager does not remove desktops.
+  // A missing window manager does not remove desktops.
   if (now.known && isAnotherList) {
     windows_.removeSpaces([this](SpaceID space) { return !isKnown(space); }, now.active);
   }
-  // The title and the labels, which follow within this call, are drawn by the same settings.
+  // The status item and the labels are updated within this call, all by the same settings.
   const Token reading = UserDefaults::standard().beginReading();
   NotificationCenter::workspace().post(notification::kActiveSpaceDidChange);
 }
@@ -203,7 +205,7 @@ void X11Desktop::note(const xcb_generic_event_t& event) {
       }
       break;
     default:
-      // Errors among them: a window may go at any time.
+      // Includes errors: a window may disappear at any time.
       break;
   }
 }
@@ -231,7 +233,7 @@ void X11Desktop::refresh() {
   xcb_ewmh_connection_t* ewmh = connection_.ewmh();
   const int screen = connection_.screen();
   const Stale stale = std::exchange(stale_, {});
-  // All questions, then all answers: one round trip.
+  // Sends all queries before it reads the answers: one round trip.
   xcb_get_property_cookie_t count{};
   xcb_get_property_cookie_t current{};
   xcb_get_property_cookie_t names{};
@@ -254,7 +256,7 @@ void X11Desktop::refresh() {
   if (stale.windowManager) refreshWindowManager();
   if (stale.windowManager || count_ != countBefore) settledAt_ = Clock::now() + kSettlingTime;
   const bool isAnotherList = stale.windowManager || count_ != countBefore;
-  // Without an event loop, nothing would come of waiting.
+  // Without an event loop no timer could end the wait.
   if (isAnotherList && isFollowing_) namesBy_ = Clock::now() + kNamesDelay;
   if (read) takeNames(std::move(*read));
   if (isAnotherList || stale.names || namesDue_ || awaitsNames()) {
@@ -275,7 +277,7 @@ void X11Desktop::refreshWindowManager() {
   xcb_window_t window = claimed(connection_.root());
   if (window == connection_.root()) window = XCB_WINDOW_NONE;
   followCheckWindow(window);
-  // The root's property outlives a killed window manager; the window that it names, which has the
+  // The root's property outlives a killed window manager. The window that it names, which has the
   // same property, does not.
   hasWindowManager_ = window != XCB_WINDOW_NONE && claimed(window) == window;
   const std::string name = hasWindowManager_ ? nameOf(connection_, window) : std::string();
@@ -287,7 +289,7 @@ void X11Desktop::refreshWindowManager() {
 void X11Desktop::followCheckWindow(xcb_window_t window) {
   checkWindow_ = window;
   if (window == XCB_WINDOW_NONE) return;
-  // Its property too: some set it after the root's.
+  // Some window managers set its property after the root's.
   events_.select(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
 }
 
@@ -311,7 +313,7 @@ std::vector<std::string> X11Desktop::readNames(xcb_get_property_cookie_t cookie)
 }
 
 void X11Desktop::takeNames(std::vector<std::string> names) {
-  // The user's renaming of another desktop just before.
+  // The pending names are the user's: another desktop was renamed just before.
   if (pendingNames_ && names != *pendingNames_) takePendingNames();
   if (names == names_.all()) {
     pendingNames_.reset();
@@ -336,21 +338,21 @@ void X11Desktop::takePendingNames() {
   rebuildSpaces();
   if (change.ownNames && nameHandlers_.ownNamesChanged) nameHandlers_.ownNamesChanged();
   if (change.renamed && *change.renamed < spaces_.size() && nameHandlers_.renamed) {
-    // A copy: the handler may give names, too.
+    // A copy, because the handler may set names, too.
     const std::string name = names_.all()[*change.renamed];
     nameHandlers_.renamed(spaces_[*change.renamed].id, name);
   }
 }
 
 X11Desktop::SpaceID X11Desktop::idOfName(const std::string& name) {
-  // Above all ids by number.
+  // Larger than all ids of numbered desktops.
   const SpaceID next = SpaceID{kMaxDesktops} + idsOfNames_.size() + 1;
   return idsOfNames_.try_emplace(name, next).first->second;
 }
 
 bool X11Desktop::awaitsNames() const {
   if (!spaceCount() || Clock::now() >= namesBy_) return false;
-  // Its first desktops may be others than those of its configuration.
+  // A window manager that has just started may not have the desktops of its configuration yet.
   const bool hasJustCome = spaces_.empty();
   if (hasJustCome) return isKnownByNames_ || !hasName_;
   return isKnownByNames_ && names_.all().size() != *spaceCount();
@@ -358,7 +360,7 @@ bool X11Desktop::awaitsNames() const {
 
 void X11Desktop::rebuildSpaces() {
   if (awaitsNames()) {
-    // A Space that exists only for a moment would be stored for good.
+    // A Space that exists only for a moment would be stored for ever.
     namesDue_ = MainQueue::main().schedule(kNamesDelay, [this] {
       rebuildSpaces();
       finishBatch();

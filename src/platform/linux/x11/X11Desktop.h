@@ -56,10 +56,10 @@ class X11Desktop {
   /// Returns whether the X server belongs to a Wayland session. Asks the server and waits.
   [[nodiscard]] bool isXwayland() const;
 
-  /// As WindowServer returns it; null without a window manager that has desktops. Shares its
-  /// contents while the list does not change.
+  /// The list in the form of WindowServer; null without a window manager that has desktops. Copies
+  /// share their contents while the list does not change.
   [[nodiscard]] const PropertyList& managedDisplaySpaces() const { return answer_; }
-  /// 0 when unknown.
+  /// 0 if unknown.
   [[nodiscard]] SpaceID activeSpace() const;
   /// The number of Spaces; empty without a window manager that has desktops.
   [[nodiscard]] std::optional<std::uint32_t> spaceCount() const;
@@ -67,11 +67,11 @@ class X11Desktop {
   /// The ids of all Spaces, in order.
   [[nodiscard]] std::vector<SpaceID> spaceIDs() const;
 
-  /// Asks the window manager to go to the Space and returns whether it was asked: not for an
-  /// unknown Space.
+  /// Asks the window manager to go to the Space. Returns whether it was asked; unknown Spaces are
+  /// ignored.
   bool activate(SpaceID space);
 
-  /// Returns the Space `places` further in the list; 0 where there is none.
+  /// Returns the Space `places` further in the list; 0 if there is none.
   [[nodiscard]] SpaceID spaceBeside(SpaceID space, int places) const;
 
   /// The program's own windows in Spaces, which the window manager does not manage. Those of a
@@ -117,7 +117,7 @@ class X11Desktop {
   [[nodiscard]] xcb_get_property_cookie_t requestNames();
   [[nodiscard]] std::vector<std::string> readNames(xcb_get_property_cookie_t cookie);
   void takeNames(std::vector<std::string> names);
-  /// Takes the names that were read but not taken yet.
+  /// Takes the names that were read but held back.
   void takePendingNames();
   void writeNames();
   /// Updates the Spaces from the server's values, unless its names still belong to another list of
@@ -161,15 +161,15 @@ class X11Desktop {
   std::map<std::string, SpaceID, std::less<>> idsOfNames_;
 
   SpaceNaming::Handlers nameHandlers_;
-  /// Changed names that the user may have given: a restarting window manager writes its names
-  /// before or after it announces itself.
+  /// Changed names that are held back. The user may have given them, or a restarting window
+  /// manager, which writes its names before or after it announces itself.
   std::optional<std::vector<std::string>> pendingNames_;
   WorkItem pendingNamesDue_;
-  /// Until then a window manager that is new, or has changed its number of desktops, may not have
-  /// written their names.
+  /// The time until which a window manager that is new, or has changed its number of desktops, may
+  /// not have written their names.
   Clock::time_point namesBy_;
   WorkItem namesDue_;
-  /// Until then the names that change are the window manager's own.
+  /// The time until which names that change are the window manager's own.
   Clock::time_point settledAt_;
 
   Shown announced_;

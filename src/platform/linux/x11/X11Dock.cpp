@@ -3,7 +3,7 @@
 namespace vembrix {
 namespace {
 
-/// A window manager that has not answered for so long will not do it any more.
+/// A window manager that has not answered a request by then will not answer it.
 constexpr std::chrono::milliseconds kPatience{500};
 
 }  // namespace
@@ -24,8 +24,8 @@ X11Dock::X11Dock(X11Desktop& desktop)
 
 void X11Dock::move(ISSDirection direction) {
   const Clock::time_point now = Clock::now();
-  // The model lags behind by a round trip: swipes in quick succession go on from
-  // where the former ones lead.
+  // The model lags behind by a round trip, so swipes in quick succession start from the target of
+  // the previous one.
   const bool underWay = request_ && now - request_->time < kPatience;
   const X11Desktop::SpaceID from = underWay ? request_->space : desktop_.activeSpace();
   const X11Desktop::SpaceID target = desktop_.spaceBeside(from, signOf(direction));

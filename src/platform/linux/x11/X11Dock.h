@@ -16,8 +16,8 @@ namespace vembrix {
 /// desktop, if there is one. Main thread.
 class X11Dock {
  public:
-  /// The one Dock of the process, made by the first call, on the desktop of that call. Never
-  /// destroyed: taps and events may outlive main().
+  /// Returns the only Dock of the process, created by the first call for the desktop of that call.
+  /// Never destroyed: taps and events may outlive main().
   static X11Dock& on(X11Desktop& desktop);
 
   explicit X11Dock(X11Desktop& desktop);

@@ -30,7 +30,7 @@ void X11EventReader::begin() {
   notifier_ = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(connection_->xcb()),
                                                 QSocketNotifier::Read);
   QObject::connect(notifier_.get(), &QSocketNotifier::activated, [this] { readAll(); });
-  // What xcb has read from the socket already does not wake the notifier.
+  // Events that xcb has read already do not wake the notifier.
   readAll();
 }
 
@@ -51,18 +51,19 @@ bool X11EventReader::read() {
 
 void X11EventReader::readAll() {
   const bool isMore = read();
-  // Listeners to whom the server matters end the program; until then the dead socket
-  // must not keep the loop busy.
+  // Listeners that need the server end the program. Until then the dead socket must not keep the
+  // loop busy.
   if (connection_->isBroken() && notifier_) {
     notifier_->setEnabled(false);
   } else if (isMore) {
-    // Not at once: a stream of events must leave the loop time for others.
+    // Deferred, so that a stream of events leaves the loop time for others.
     readSoon();
   }
 }
 
 void X11EventReader::handle(const xcb_generic_event_t& event) {
-  // Window managers send positions to the window alone: those at the root come from the server.
+  // Window managers send positions to the window itself, so a sent position on another window is
+  // forged.
   const bool isPlace = (event.response_type & 0x7F) == XCB_CONFIGURE_NOTIFY;
   const bool isSent = (event.response_type & 0x80) != 0;
   if (isForged(event) || (isSent && isPlace)) return;
@@ -71,7 +72,7 @@ void X11EventReader::handle(const xcb_generic_event_t& event) {
 }
 
 void X11EventReader::forgetIfGone(const xcb_generic_event_t& event) {
-  // The next window may have the same id.
+  // A later window may have the same id.
   if (eventType(event) == XCB_DESTROY_NOTIFY) {
     selected_.erase(as<xcb_destroy_notify_event_t>(event).window);
   } else if (event.response_type == 0) {
@@ -92,7 +93,7 @@ void X11EventReader::readSoon() {
 
 void X11EventReader::flush() {
   xcb_flush(connection_->xcb());
-  // A full pipe makes xcb read while it writes.
+  // If the pipe is full, xcb reads events while it writes.
   if (handleQueued()) readSoon();
 }
 

@@ -33,16 +33,16 @@ class X11EventReader {
 
   [[nodiscard]] X11Connection& connection() { return *connection_; }
 
-  /// Adds a listener until the token is dropped, which must not outlive the reader. Listeners are
-  /// called in the order in which they were added.
+  /// Adds a listener until the token is dropped; the token must not outlive the reader. Listeners
+  /// are called in the order in which they were added.
   [[nodiscard]] Token listen(Handlers handlers);
-  /// Adds to the events that are selected on the window, for the window's life.
+  /// Adds these events to the ones selected on the window, for the window's life.
   void select(xcb_window_t window, std::uint32_t events);
 
   /// Starts to read events from Qt's event loop; needs a Qt application.
   void begin();
-  /// Distributes the events that have arrived. Returns whether further ones arrived meanwhile, for
-  /// which the event loop does not wake.
+  /// Distributes the events that have arrived. Returns whether further events arrived meanwhile;
+  /// the event loop does not wake for them.
   bool read();
   /// To be called after waiting for an answer outside batchEnd: the event loop does not wake for
   /// events that arrived with it.

@@ -23,7 +23,7 @@ void putImage(xcb_connection_t* xcb, xcb_drawable_t drawable, std::uint8_t depth
   }
   const xcb_gcontext_t context = xcb_generate_id(xcb);
   xcb_create_gc(xcb, context, drawable, 0, nullptr);
-  // As many lines at a time as a request may have, in units of 4 bytes.
+  // Sends as many lines at a time as fit into a request, in units of 4 bytes.
   const auto perLine = static_cast<int>(ordered.bytesPerLine());
   const int lines = std::max((int{setup->maximum_request_length} * 4 - 64) / perLine, 1);
   for (int y = 0; y < ordered.height(); y += lines) {

@@ -10,12 +10,11 @@ namespace vembrix {
 
 // Images for the X server's windows and pixmaps. Main thread.
 
-/// Returns whether pixels of that visual have 8 bits for each colour, in the order in which images
-/// have them.
+/// Returns whether pixels of that visual have 8 bits for each colour, in the same order as images.
 bool hasOrderOfImages(const xcb_visualtype_t& visual);
 
 /// Draws the image, of 32 bits per pixel, at that corner of the drawable, whose visual must have
-/// the order of images. Does not wait.
+/// the pixel order of images. Does not wait.
 void putImage(xcb_connection_t* xcb, xcb_drawable_t drawable, std::uint8_t depth,
               const QImage& image, const QPoint& corner);
 

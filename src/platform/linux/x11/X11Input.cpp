@@ -12,7 +12,7 @@
 namespace vembrix {
 namespace {
 
-/// Bits of event types, as XInput takes them.
+/// Bits of event types, in the form of XInput.
 using EventBits = std::uint64_t;
 constexpr EventBits bit(int type) {
   return EventBits{1} << static_cast<unsigned>(type);
@@ -28,8 +28,8 @@ double number(xcb_input_fp1616_t value) {
   return value / 65536.0;
 }
 
-/// Whether a motion has moved the pointer; smooth scrolling comes as motion of
-/// other axes.
+/// Returns whether a motion has moved the pointer; smooth scrolling is reported as motion of other
+/// axes.
 bool movesPointer(const xcb_input_raw_button_press_event_t& motion) {
   constexpr std::uint32_t kXAndY = 0b11;
   return xcb_input_raw_button_press_valuator_mask_length(&motion) > 0 &&
@@ -48,8 +48,8 @@ bool selectInput(X11Connection& connection, EventBits events) {
   return !error;
 }
 
-/// A pointer that a program moves causes no raw event, as no device has moved. Of its plain events
-/// the root window receives those that no other window takes, so that no program loses any.
+/// Selects the events of a pointer that a program moves: no device moves, so there is no raw event.
+/// The root window receives only those that no other window takes, so no program loses any.
 void selectWarps(X11Connection& connection, bool selected) {
   const std::uint32_t events = selected ? XCB_EVENT_MASK_POINTER_MOTION : XCB_EVENT_MASK_NO_EVENT;
   xcb_change_window_attributes(connection.xcb(), connection.root(), XCB_CW_EVENT_MASK, &events);
@@ -109,8 +109,8 @@ void X11Input::select() {
   if (withGestures == selected_) return;
   selected_ = withGestures;
   selectWarps(reader_->connection(), (watched & MouseMoved) != 0);
-  // One client at a time may have the gestures of the root window; where it is
-  // another one, they are given up.
+  // Only one client may have the gestures of the root window. If another one has them, they are
+  // given up.
   if (!selectInput(reader_->connection(), withGestures) && swipe_) {
     swipe_.reset();
     selected_ = events;

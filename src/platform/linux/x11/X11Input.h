@@ -27,8 +27,8 @@ class X11Input : public InputMonitor {
 
   Token addGlobalMonitor(std::uint64_t mask, std::function<void()> handler) override;
 
-  /// Asks the server at most once per batch of events (some 50 us on the same machine): events of
-  /// pointer movement carry distances, not positions.
+  /// Asks the server at most once per batch of events (some 50 us on the same machine), because
+  /// events of pointer movement hold distances, not positions.
   Point mouseLocation() const override;
 
   /// Sets the listener for the touchpad's swipe gestures. Needs a server and a driver that support
@@ -50,7 +50,7 @@ class X11Input : public InputMonitor {
   Token listening_;
   std::optional<OwnWindows> ownWindows_;
 
-  /// The extension's number; 0 where the server has none.
+  /// The extension's number; 0 if the server does not have it.
   std::uint8_t extension_ = 0;
   bool knowsGestures_ = false;
   /// Bits of event types.

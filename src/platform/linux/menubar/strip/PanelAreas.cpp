@@ -7,9 +7,9 @@
 namespace vembrix {
 namespace {
 
-/// The part of a hidden panel that stays at the edge.
+/// Hidden panels leave this much, in pixels, at the edge.
 constexpr int kThinnestPanel = 8;
-/// More than any screen measures; numbers of other programs are not trusted.
+/// Larger than any screen; numbers of other programs are not trusted.
 constexpr std::uint32_t kMaxCoordinate = 0x7FFF;
 
 int coordinate(std::uint32_t value) {
@@ -20,7 +20,7 @@ QMargins thicknessOf(const Strut& strut) {
   return {coordinate(strut[0]), coordinate(strut[2]), coordinate(strut[1]), coordinate(strut[3])};
 }
 
-/// The monitor that the window is on, mostly.
+/// Returns the monitor that holds most of the window.
 QRect monitorOf(const QRect& window, const std::vector<QRect>& monitors) {
   QRect best;
   int most = 0;
@@ -34,7 +34,7 @@ QRect monitorOf(const QRect& window, const std::vector<QRect>& monitors) {
   return best;
 }
 
-/// Along the edge: as the strut says, or as long as the window where it does not.
+/// Sets the area's extent along the edge: the strut's, or the window's if the strut states none.
 QRect withSpan(const QRect& area, const Strut& strut, const QRect& window, std::size_t edge) {
   const int start = coordinate(strut[4 + 2 * edge]);
   const int end = coordinate(strut[5 + 2 * edge]);

@@ -16,14 +16,14 @@ namespace vembrix {
 struct DockFacts {
   QRect geometry;
   bool isMapped = false;
-  /// Empty where the panel states none.
+  /// Empty if the panel states none.
   std::optional<Strut> strut;
 
   bool operator==(const DockFacts&) const = default;
 };
 
-/// Returns the areas that the panel reserves on its monitor, or its own where it reserves none.
-/// Empty for a panel that is hidden, or so thin that it waits for the pointer.
+/// Returns the areas that the panel reserves on its monitor, or its own area if it reserves none.
+/// Empty for a hidden panel, or one so thin that it only waits for the pointer.
 std::vector<QRect> panelAreas(const DockFacts& dock, const std::vector<QRect>& monitors);
 
 /// Returns what the docks reserve at each edge of the X server's screen.

@@ -33,14 +33,14 @@ void StatusButton::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void StatusButton::paint(QPainter& painter, int height) {
-  // A panel that it stands on may be flatter.
+  // The panel below it may be flatter.
   const int above = (height - StatusItemLabel::kBarHeight) / 2;
   painter.translate(0, above);
   label_.paint(painter, systemAppearance());
 }
 
 void StatusButton::mousePressEvent(QMouseEvent* event) {
-  // Another button while one is down. A press whose release went elsewhere is over.
+  // Ignores another button while one is down. A press whose release went elsewhere has ended.
   if (press_ != Press::None && event->buttons() != event->button()) return;
   press_ = Press::Click;
   pressedAt_ = event->globalPosition().toPoint();

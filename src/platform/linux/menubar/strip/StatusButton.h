@@ -26,7 +26,7 @@ class StatusButton : public QAbstractButton {
 
   [[nodiscard]] QSize sizeHint() const override;
 
-  /// Paints the button as it is with that height.
+  /// Paints the button with its present content at that height.
   void paint(QPainter& painter, int height);
 
  protected:

@@ -15,12 +15,12 @@
 namespace vembrix {
 namespace {
 
-/// On each side of a title, as the menu bar adds it.
+/// The menu bar's padding on each side of a title.
 constexpr double kPadding = 5;
-/// More characters than any screen is wide, and more points.
+/// More characters, and more points, than fit on any screen.
 constexpr qsizetype kMaxTitleLength = 2048;
 constexpr double kMaxWidth = 16384;
-/// As many desktops as most people have, and more.
+/// More than most people have desktops.
 constexpr std::size_t kMaxWidths = 64;
 
 const std::string* titleOf(const StatusItemContent& content) {
@@ -47,9 +47,9 @@ StatusItemLabel::StatusItemLabel() {
   const QFont font = menuBarFont();
   QTextOption option;
   option.setWrapMode(QTextOption::NoWrap);
-  // The blanks around a name count.
+  // Blanks around a name count.
   option.setFlags(QTextOption::IncludeTrailingSpaces);
-  // The direction follows the text; its place is settled when it is painted.
+  // The text determines its direction; its position is decided when it is painted.
   option.setTextDirection(Qt::LayoutDirectionAuto);
   option.setAlignment(Qt::AlignLeft | Qt::AlignAbsolute);
   title_.setFont(font);
@@ -66,7 +66,7 @@ void StatusItemLabel::setContent(const StatusItemContent& content) {
 void StatusItemLabel::setTitle(const QString& text) {
   QString line = text.left(kMaxTitleLength);
   if (!line.isEmpty() && line.back().isHighSurrogate()) line.chop(1);
-  // The menu bar has one line.
+  // A title has one line.
   line.replace(QLatin1Char('\n'), QLatin1Char(' '));
   if (line == title_.text()) return;
   title_.setText(line);
@@ -133,11 +133,11 @@ void StatusItemLabel::paintTitle(QPainter& painter) {
   const QTextLine line = title_.lineAt(0);
   double x = (width() - titleWidth_) / 2;
   if (x < 0) {
-    // Too wide: cut off where the text ends, which in scripts that run to the
-    // left is there.
+    // A title that is too wide is truncated where its text ends: in right-to-left scripts on the
+    // left.
     x = title_.text().isRightToLeft() ? width() - titleWidth_ : 0;
   }
-  // Capitals stand in the middle of the bar, on a whole row of pixels.
+  // Centres capitals in the bar, on a whole row of pixels.
   const double baseline =
       middleBaseline(title_.font(), kBarHeight, painter.device()->devicePixelRatio());
   line.draw(&painter, {x, baseline - line.ascent()});

@@ -22,10 +22,10 @@ class StatusItemLabel {
   void setContent(const StatusItemContent& content);
   [[nodiscard]] const StatusItemContent& content() const { return content_; }
 
-  /// The item's width, whole points.
+  /// Returns the item's width in whole points.
   [[nodiscard]] int width() const;
 
-  /// The content's accessible name: the title without surrounding blanks.
+  /// Returns the content's accessible name: the title without surrounding blanks.
   [[nodiscard]] QString name() const;
 
   /// Paints an area of width() by kBarHeight at the origin.
@@ -41,8 +41,8 @@ class StatusItemLabel {
   /// Empty for an image. Laid out when it is measured or painted for the first time.
   QTextLayout title_;
   double titleWidth_ = 0;
-  /// The widths of the titles so far, so that a title that comes back is not laid out again to be
-  /// measured.
+  /// The widths of earlier titles, so that a title that returns is not laid out again for its
+  /// width.
   std::unordered_map<QString, double> widths_;
 };
 

@@ -69,7 +69,7 @@ void StatusStrip::mute(bool isMuted) {
 }
 
 void StatusStrip::updateName() {
-  // Not the widget's title, in which "[*]" is no text.
+  // A widget's title would replace "[*]" in the text.
   const QString name = button_.label().name();
   if (std::exchange(name_, name) == name) return;
   setName(*windowHandle(), name);
@@ -78,7 +78,7 @@ void StatusStrip::updateName() {
 // The window
 
 void StatusStrip::makeWindow() {
-  // Makes the native window, so that its hints are there before it is shown.
+  // Creates the native window, so that its hints are set before it is shown.
   const auto id = static_cast<xcb_window_t>(winId());
   makeDock(*windowHandle());
   drawByServer(id);
@@ -96,7 +96,7 @@ void StatusStrip::drawByServer(xcb_window_t window) {
     picture_ = StripPicture::create(window);
   }
   if (!picture_) return;
-  // Qt paints neither for itself nor when a part of the window comes to light.
+  // Qt then paints neither by itself nor when a part of the window is uncovered.
   setUpdatesEnabled(false);
   windowHandle()->installEventFilter(this);
 }
@@ -116,7 +116,7 @@ void StatusStrip::remakeWindow() {
 }
 
 void StatusStrip::closeEvent(QCloseEvent* event) {
-  // Others close windows; the status item goes with the program.
+  // Only the program ends the status item: requests of other programs to close it are ignored.
   if (event->spontaneous()) event->ignore();
 }
 
@@ -198,7 +198,7 @@ void StatusStrip::arrange() {
 
 void StatusStrip::arrange(const std::optional<StripPlace>& place) {
   const QScreen* screen = QGuiApplication::primaryScreen();
-  // Not before it is known where, and how wide.
+  // Waits until position and width are known.
   if (!screen || (panels_ && !panels_->isKnown()) ||
       button_.label().content() == StatusItemContent()) {
     return;
@@ -303,7 +303,7 @@ void StatusStrip::draw(const QSize& size) {
     button_.update();
     return;
   }
-  // Before the first place is known.
+  // The first position is not known yet.
   if (target_.isEmpty()) return;
   const StripPicture::Frame frame{.size = pixelSize(size),
                                   .item = itemIn(size),

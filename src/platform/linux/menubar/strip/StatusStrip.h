@@ -55,11 +55,11 @@ class StatusStrip : public QWidget {
   void arrange(const std::optional<StripPlace>& place);
   void moveTo(const QRect& target);
   void reserve();
-  /// The item's place in a strip of that size.
+  /// Returns the item's place in a strip of that size.
   [[nodiscard]] QRect itemIn(const QSize& strip) const;
   void placeButton();
   [[nodiscard]] QSize pixelSize(const QSize& size) const;
-  /// Draws the strip as it is with that size.
+  /// Draws the strip with its present content at that size.
   void draw(const QSize& size);
   [[nodiscard]] QImage picture(const StripPicture::Frame& frame);
   /// To be called when the window was moved or resized, by any program.
@@ -67,7 +67,7 @@ class StatusStrip : public QWidget {
   void updateStretch();
   void returnToPlace();
   void raiseOverPanel();
-  /// Follows full-screen windows, to lower the strip below them, where no window manager does.
+  /// Follows full-screen windows to lower the strip below them, if no window manager does.
   void giveWay();
 
   void drag(const QPoint& corner);
@@ -76,7 +76,7 @@ class StatusStrip : public QWidget {
   StatusButton button_;
   /// The window's name.
   QString name_;
-  /// Null where Qt paints.
+  /// Null if Qt paints.
   std::unique_ptr<StripPicture> picture_;
   Observation themeObservation_;
   /// Null without X11.

@@ -20,7 +20,7 @@ using std::chrono::seconds;
 constexpr milliseconds kSettlingTime{400};
 /// The longest time that it takes to show a window.
 constexpr seconds kMappingTime{3};
-/// As many attempts are made in quick succession; then one each time this has passed.
+/// The number of attempts in quick succession; later ones follow one by one, each after this time.
 constexpr int kQuickAttempts = 4;
 constexpr seconds kPatience{30};
 
@@ -40,12 +40,13 @@ std::vector<std::uint32_t> take(xcb_connection_t* xcb, xcb_get_property_cookie_t
   return {units, units + reply->value_len};
 }
 
-/// Those that the strip asks for; others are the window manager's and the user's.
+/// Returns those states of the window that the strip requests; the others belong to the window
+/// manager and the user.
 std::vector<std::uint32_t> ownStates(const xcb_ewmh_connection_t& atoms,
                                      std::vector<std::uint32_t> states,
                                      std::span<const std::uint32_t> desktop) {
   const auto own = dockStates(atoms);
-  // Some window managers say by one of the two that it is on all desktops, some by both.
+  // Window managers report by one of the two properties, or by both, that it is on all desktops.
   const bool isOnAll = desktop.size() == 1 && desktop[0] == kAllDesktops;
   std::erase_if(states, [&](xcb_atom_t state) {
     return std::ranges::find(own, state) == own.end() ||
@@ -86,7 +87,7 @@ void StripGuard::expectMapping() {
 
 void StripGuard::expectStrut(const Strut& strut) {
   strut_ = strut;
-  // One for each of the two properties.
+  // One event for each of the two properties.
   ownStrutEvents_ += 2;
 }
 
@@ -184,7 +185,7 @@ void StripGuard::check() {
     return;
   }
   attempts_ += 1;
-  // Where setting the hints again has not helped, or another window manager ignores them.
+  // Setting the hints again has not helped, or another window manager ignores them.
   if (health == Health::Lost || attempts_ > 1) {
     handlers_.remake();
   } else {
@@ -196,7 +197,7 @@ void StripGuard::check() {
 StripGuard::Facts StripGuard::read() const {
   const xcb_ewmh_connection_t& ewmh = *ewmhOfQt();
   xcb_connection_t* xcb = ewmh.connection;
-  // All questions, then all answers: one round trip.
+  // Sends all queries before it reads the answers: one round trip.
   const auto attributes = xcb_get_window_attributes_unchecked(xcb, window_);
   const auto types = ask(xcb, window_, ewmh._NET_WM_WINDOW_TYPE);
   const auto states = ask(xcb, window_, ewmh._NET_WM_STATE);
@@ -236,7 +237,7 @@ bool StripGuard::isSwallowed() const {
         xcb_query_tree_reply(xcb, xcb_query_tree_unchecked(xcb, window), nullptr)};
     if (!tree || tree->parent == XCB_WINDOW_NONE || tree->parent == tree->root) return false;
     window = tree->parent;
-    // Window managers put it on the windows of programs, not on their own frames.
+    // Window managers set this property on programs' windows, not on their own frames.
     if (!take(xcb, ask(xcb, window, windowState)).empty()) return true;
   }
 }

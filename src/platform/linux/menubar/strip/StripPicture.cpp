@@ -12,7 +12,7 @@
 namespace vembrix {
 namespace {
 
-/// About fifty of the usual size.
+/// The memory of about fifty looks of the usual size.
 constexpr std::size_t kMaxBytes = std::size_t{512} << 10;
 
 bool isForImages(const xcb_screen_t& screen, xcb_visualid_t visual) {
@@ -26,8 +26,8 @@ bool isForImages(const xcb_screen_t& screen, xcb_visualid_t visual) {
   return false;
 }
 
-/// The protocols of the window without that by which window managers wait for a program to have
-/// painted: Qt would answer when it paints.
+/// Removes the protocol by which window managers wait until a program has painted: Qt would answer
+/// only when it paints.
 void leaveSynchronization(const xcb_ewmh_connection_t& ewmh, xcb_window_t window,
                           const xcb_get_property_reply_t& protocols) {
   const std::span former(static_cast<const xcb_atom_t*>(xcb_get_property_value(&protocols)),
@@ -52,7 +52,7 @@ std::unique_ptr<StripPicture> StripPicture::create(xcb_window_t window) {
 void StripPicture::setWindow(xcb_window_t window) {
   const xcb_ewmh_connection_t& ewmh = *ewmhOfQt();
   xcb_connection_t* xcb = ewmh.connection;
-  // All questions, then all answers: one round trip.
+  // Sends all queries before it reads the answers: one round trip.
   const auto geometryAsked = xcb_get_geometry_unchecked(xcb, window);
   const auto attributesAsked = xcb_get_window_attributes_unchecked(xcb, window);
   const auto protocolsAsked =
@@ -71,7 +71,7 @@ void StripPicture::setWindow(xcb_window_t window) {
   depth_ = geometry->depth;
   events_ = attributes->your_event_mask;
   leaveSynchronization(ewmh, window, *protocols);
-  // A new size has the whole picture at once.
+  // After a change of size the server draws the whole background.
   constexpr std::uint32_t kForget = XCB_GRAVITY_BIT_FORGET;
   xcb_change_window_attributes(xcb, window, XCB_CW_BIT_GRAVITY, &kForget);
 }

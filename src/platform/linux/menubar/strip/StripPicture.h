@@ -21,7 +21,7 @@ namespace vembrix {
 /// Qt application.
 class StripPicture {
  public:
-  /// What a look depends on beside the content.
+  /// The properties of a look besides the content.
   struct Frame {
     /// In pixels.
     QSize size;
@@ -54,8 +54,8 @@ class StripPicture {
   /// program, also that of its own change. Costs nothing where it is so already.
   void mute(bool isMuted);
 
-  /// Shows a look, which `paint` paints where it is not known: an image of the frame's size. Costs
-  /// nothing while the look is the same.
+  /// Shows a look. If the server does not have it, `paint` paints it: an image of the frame's size.
+  /// Costs nothing while the look is the same.
   void show(const StatusItemContent& content, const Frame& frame, Shows when,
             const std::function<QImage()>& paint);
 
@@ -68,14 +68,14 @@ class StripPicture {
   };
 
   StripPicture() = default;
-  /// Makes it the first.
+  /// Makes the look the first in the list; paints it if it is new.
   void find(const StatusItemContent& content, const Frame& frame,
             const std::function<QImage()>& paint);
   void dropOldest();
 
   xcb_window_t window_ = XCB_WINDOW_NONE;
   std::uint8_t depth_ = 0;
-  /// Those of Qt.
+  /// The events that Qt has selected.
   std::uint32_t events_ = 0;
   bool isMuted_ = false;
   /// The window's background; none for a new window.

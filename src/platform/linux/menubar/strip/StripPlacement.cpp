@@ -9,7 +9,7 @@ namespace {
 using Edge = StripPlace::Edge;
 using Side = StripPlace::Side;
 
-/// Returns the right end of the rightmost free part; empty where the strip does not fit.
+/// Returns the right end of the rightmost free part; empty if the strip does not fit.
 std::optional<QRect> lastFreeIn(const QRect& monitor, int y, const QSize& size,
                                 const std::vector<QRect>& panels) {
   QRect strip({monitor.left() + monitor.width() - size.width(), y}, size);
@@ -22,15 +22,15 @@ std::optional<QRect> lastFreeIn(const QRect& monitor, int y, const QSize& size,
   return std::nullopt;
 }
 
-/// Where a strip may stand at that edge, by its top: at the edge and behind each panel,
-/// the nearest to the edge first.
+/// Returns the tops of the rows where a strip may be at that edge: at the edge itself and behind
+/// each panel, the nearest first.
 std::vector<int> rowsAt(Edge edge, const QRect& monitor, int height,
                         const std::vector<QRect>& panels) {
   const bool isTop = edge == Edge::Top;
   std::vector<int> rows{isTop ? monitor.top() : monitor.bottom() + 1 - height};
   for (const QRect& panel : panels) {
     const int row = isTop ? panel.bottom() + 1 : panel.top() - height;
-    // A panel that fills half of the monitor is no panel to stand behind.
+    // No strip is placed behind a panel that fills half of the monitor.
     if (std::abs(row - rows.front()) <= monitor.height() / 2) rows.push_back(row);
   }
   std::ranges::sort(rows);
@@ -38,7 +38,7 @@ std::vector<int> rowsAt(Edge edge, const QRect& monitor, int height,
   return rows;
 }
 
-/// The parts of the panels that are on the monitor.
+/// Returns the parts of the panels that are on the monitor.
 std::vector<QRect> panelsOn(const QRect& monitor, const std::vector<QRect>& panels) {
   std::vector<QRect> here;
   for (const QRect& panel : panels) {
@@ -52,7 +52,7 @@ Edge edgeOf(const QRect& rect, const QRect& monitor) {
   return rect.center().y() <= monitor.center().y() ? Edge::Top : Edge::Bottom;
 }
 
-/// Whether a strip of that height can be read on it.
+/// Returns whether a strip of that height is readable on the panel.
 bool canCarry(const QRect& panel, int height) {
   return panel.width() > panel.height() && panel.height() * 2 >= height;
 }
@@ -68,7 +68,7 @@ QRect defaultGeometry(const StripSurroundings& surroundings, const QSize& size) 
   return {{monitor.left() + monitor.width() - fitting.width(), monitor.top()}, fitting};
 }
 
-/// The part of the edge that the user has chosen, in the row that is the nearest to it.
+/// Returns the user's part of the edge, in the nearest row.
 QRect alongEdge(const StripPlace& place, const QRect& monitor, const QSize& size) {
   const int width = std::min(size.width(), monitor.width());
   const int room = monitor.width() - width;
@@ -146,7 +146,7 @@ std::optional<StripPlace> placeOfDrop(const StripSurroundings& surroundings, con
       place.side == Side::Left ? strip.left() - monitor.left() : monitor.right() - strip.right();
   place.offset = std::clamp(gap, 0, std::max(monitor.width() - strip.width(), 0));
 
-  // About as near as the strip is high counts as there.
+  // Distances up to about the strip's height count as on the panel.
   const int reach = strip.height();
   if (place.monitor != 0 || place.edge != Edge::Top) return place;
   if (place.side == Side::Right && place.offset <= reach) return std::nullopt;
@@ -177,7 +177,7 @@ Strut strutOf(const StripPosition& position, const std::vector<QRect>& monitors)
 }
 
 bool servesAs(const Strut& wanted, const Strut& kept) {
-  // What titles differ by, in pixels.
+  // The difference between widths of titles, in pixels.
   constexpr std::uint32_t kSpare = 400;
   for (std::size_t edge = 0; edge < 4; ++edge) {
     const std::size_t begin = 4 + 2 * edge;

@@ -15,7 +15,7 @@ namespace vembrix {
 
 /// The strip's surroundings.
 struct StripSurroundings {
-  /// The primary one first.
+  /// The primary monitor is the first.
   std::vector<QRect> monitors;
   /// The areas that panels cover or reserve.
   std::vector<QRect> panels;
@@ -30,9 +30,9 @@ struct StripPlace {
   std::size_t monitor = 0;
   Edge edge = Edge::Top;
   Side side = Side::Right;
-  /// The distance from that side of the monitor to that of the strip.
+  /// The distance between that side of the monitor and the same side of the strip.
   int offset = 0;
-  /// Whether the strip is on the panel at the edge, while there is one; else it is behind it.
+  /// Whether the strip is on the panel at that edge, if there is one, or behind it.
   bool isOnPanel = false;
 
   bool operator==(const StripPlace&) const = default;
@@ -47,9 +47,9 @@ struct StripPosition {
   bool operator==(const StripPosition&) const = default;
 };
 
-/// Returns the position. Without a place of the user's: the right end of the primary monitor's top
-/// edge, left of or below the panels there; the top right corner where no place is free. On a panel
-/// that is flatter than `size` the strip is as flat.
+/// Returns the position. Without a user's place it is at the right end of the primary monitor's top
+/// edge, left of or below the panels there, or in the top right corner if there is no free place.
+/// On a panel that is flatter than `size`, the strip is as flat as the panel.
 StripPosition stripPosition(const StripSurroundings& surroundings, const QSize& size,
                             const std::optional<StripPlace>& place);
 
@@ -61,9 +61,9 @@ std::optional<StripPlace> placeOfDrop(const StripSurroundings& surroundings, con
 /// which would lose it, lies between the strip and the edge of the X server's screen.
 Strut strutOf(const StripPosition& position, const std::vector<QRect>& monitors);
 
-/// Returns whether the strut `kept` makes a change to `wanted` unnecessary: it is as thick and
-/// covers the wanted part of the edge and little more. Window managers lay out the whole screen
-/// again for each change.
+/// Returns whether the strut `kept` makes a change to `wanted` unnecessary: it is as thick, and
+/// covers the wanted part of the edge and little more. Each change makes window managers lay out
+/// the whole screen again.
 bool servesAs(const Strut& wanted, const Strut& kept);
 
 }  // namespace vembrix

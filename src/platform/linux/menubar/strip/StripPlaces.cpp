@@ -25,7 +25,7 @@ constexpr std::string_view kBottom = "bottom";
 constexpr std::string_view kLeft = "left";
 constexpr std::string_view kRight = "right";
 
-/// More than the size of any screen or the number of any user's monitors.
+/// Larger than any screen or number of monitors.
 constexpr std::int64_t kMaxNumber = 0x7FFF;
 
 std::optional<int> smallNumber(const PropertyList& value) {
@@ -34,7 +34,7 @@ std::optional<int> smallNumber(const PropertyList& value) {
   return static_cast<int>(*number);
 }
 
-/// Which of the two words it is.
+/// Returns the choice for one of the two words.
 template <typename Choice>
 std::optional<Choice> choice(const PropertyList& value, std::string_view firstWord, Choice first,
                              std::string_view secondWord, Choice second) {

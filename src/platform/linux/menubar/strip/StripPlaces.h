@@ -15,7 +15,7 @@ namespace vembrix {
 /// Returns the monitors' sizes and positions, the primary one first: "1440x900+0+0".
 std::string monitorLayout(const std::vector<QRect>& monitors);
 
-/// Empty where the user has not moved the strip or the stored value is malformed.
+/// Empty if the user has not moved the strip or the stored value is malformed.
 std::optional<StripPlace> storedStripPlace(std::string_view layout);
 
 /// Stores the place, or removes it where empty. Other layouts keep theirs.

@@ -13,12 +13,12 @@
 namespace vembrix {
 namespace {
 
-/// In 32-bit units; more windows than users open.
+/// In 32-bit units. Users open fewer windows.
 constexpr std::uint32_t kMaxList = 4096;
 constexpr std::uint32_t kMaxTypes = 16;
 constexpr std::uint32_t kMaxStates = 32;
 
-/// Of windows that matter.
+/// The events that are followed on windows that matter.
 constexpr std::uint32_t kFollowed =
     XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
 
@@ -27,7 +27,7 @@ const Reply& replyAs(const void* reply) {
   return *static_cast<const Reply*>(reply);
 }
 
-/// The 32-bit units of a property of any type; empty for one of other units.
+/// Returns the 32-bit units of a property of any type; empty if its units have another size.
 std::span<const std::uint32_t> unitsOf(const void* reply) {
   if (!reply) return {};
   auto* property = static_cast<xcb_get_property_reply_t*>(const_cast<void*>(reply));
@@ -49,7 +49,7 @@ X11Panels::X11Panels(X11EventReader& events, Handlers handlers)
       atoms_(*connection_.ewmh()),
       listening_(events.listen({.event = [this](const auto& event) { note(event); },
                                 .answers = [this] { finishBatch(); }})) {
-  // Selected before the first question, so that no change falls in between.
+  // Selected before the first query, so that no change is missed.
   events_.select(connection_.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
   events_.readSoon();
 }
@@ -103,7 +103,7 @@ void X11Panels::note(const xcb_generic_event_t& event) {
     noteProperty(as<xcb_property_notify_event_t>(event));
     return;
   }
-  // All of the others begin alike. The parent's share is not for here.
+  // The other events begin in the same way. The part about the parent is not used.
   const auto& structure = as<xcb_configure_notify_event_t>(event);
   const xcb_window_t window = structure.window;
   if (structure.event != window) return;
@@ -123,7 +123,7 @@ void X11Panels::note(const xcb_generic_event_t& event) {
       if (windows_.erase(window) != 0) isNews_ = true;
       break;
     default:
-      // Errors among them: a window may go at any time.
+      // Includes errors: a window may disappear at any time.
       break;
   }
 }
@@ -139,7 +139,7 @@ void X11Panels::noteProperty(const xcb_property_notify_event_t& event) {
   } else if (event.atom == atoms_._NET_CLIENT_LIST) {
     stale_.windows = true;
   } else if (event.atom == atoms_._NET_WORKAREA) {
-    // Also the sign of a window manager's own panel that comes or goes.
+    // This is also how a built-in panel of the window manager shows that it has come or gone.
     stale_.workArea = true;
     stale_.windows = true;
   } else if (event.atom == atoms_._NET_CLIENT_LIST_STACKING) {
@@ -273,7 +273,7 @@ void X11Panels::forgetUnseen() {
 void X11Panels::ask(xcb_window_t id) {
   Window& window = windows_[id];
   askForType(id);
-  // The older property first: the newer one takes its place.
+  // Asks for the older property first, so that the newer one replaces it.
   askForStrut(id, atoms_._NET_WM_STRUT, 4);
   askForStrut(id, atoms_._NET_WM_STRUT_PARTIAL, 12);
   if (window.isFollowed) askForPlace(id);
@@ -332,7 +332,7 @@ void X11Panels::askForPlace(xcb_window_t id) {
 void X11Panels::follow(xcb_window_t id, Window& window) {
   window.isFollowed = true;
   events_.select(id, kFollowed);
-  // It may have changed just before.
+  // The window may have changed just before it was followed.
   unsettlePanel(id);
 }
 
@@ -341,7 +341,7 @@ void X11Panels::announce() {
   for (const auto& [id, window] : windows_) {
     if (window.isPanel()) docks.push_back(window.facts);
   }
-  // In an order of their own, which the table's is not.
+  // The table has no fixed order.
   std::ranges::sort(docks, [](const DockFacts& a, const DockFacts& b) {
     const QRect& first = a.geometry;
     const QRect& second = b.geometry;

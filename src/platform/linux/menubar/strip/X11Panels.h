@@ -41,7 +41,7 @@ class X11Panels {
   /// Returns whether all first queries have been answered.
   [[nodiscard]] bool isKnown() const { return isKnown_; }
   [[nodiscard]] const std::vector<DockFacts>& docks() const { return docks_; }
-  /// The first desktop's; empty where the window manager reports none.
+  /// The work area of the first desktop; empty if the window manager reports none.
   [[nodiscard]] const std::optional<QRect>& workArea() const { return workArea_; }
 
   /// Excludes the window, which is the program's own panel.
@@ -63,7 +63,7 @@ class X11Panels {
     bool isDock = false;
     [[nodiscard]] bool isPanel() const { return isDock || facts.strut; }
     bool isFollowed = false;
-    /// Number of the last list of windows that holds it.
+    /// The number of the last list of windows that contains it.
     std::uint32_t lastSeen = 0;
   };
   /// Values that have changed on the server since they were queried.
@@ -73,7 +73,7 @@ class X11Panels {
     bool stacking = false;
     bool fullScreen = false;
   };
-  /// Takes the answer to a request; null where the server refused it.
+  /// Takes the answer to a request; null if the server refused it.
   using Taker = std::function<void(const void* reply)>;
   struct Question {
     unsigned int sequence = 0;
@@ -116,7 +116,7 @@ class X11Panels {
   std::uint32_t listNumber_ = 0;
   /// Windows not queried since they appeared or changed.
   std::vector<xcb_window_t> unsettled_;
-  /// Whether the model may differ from what was announced.
+  /// Whether the model may differ from the announced state.
   bool isNews_ = false;
   Stale stale_{.windows = true, .workArea = true};
   xcb_window_t own_ = XCB_WINDOW_NONE;

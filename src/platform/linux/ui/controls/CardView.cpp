@@ -29,7 +29,7 @@ void CardView::paintEvent(QPaintEvent* /*event*/) {
   if (card_.stroke) paintStroke(painter, nativeColor(*card_.stroke, appearance));
 }
 
-// Smooth edges cost by the area of the shape, so only the corners have them.
+// Smooth edges cost time in proportion to the shape's area, so only the corners have them.
 
 int CardView::cornerSize() const {
   const int largest = std::min(width(), height()) / 2;
@@ -65,7 +65,7 @@ void CardView::paintCorners(QPainter& painter, double inset) const {
   const int corner = cornerSize();
   const QSize square(corner, corner);
   const double radius = std::max(card_.cornerRadius - inset, 0.0);
-  // A circle around each corner's centre, of which the corner shows its quarter.
+  // A circle around each corner's centre, a quarter of which is visible in the corner.
   const double diameter = 2 * radius;
   painter.setRenderHint(QPainter::Antialiasing);
   for (const int x : {0, width() - corner}) {

@@ -14,7 +14,7 @@ int CheckboxButton::heightForWidth(int width) const {
   const int room = width - control_metrics::kCheckboxSize - control_metrics::kCheckboxSpacing;
   const QRect lines = metrics.boundingRect(QRect(0, 0, room, QWIDGETSIZE_MAX),
                                            Qt::TextWordWrap | Qt::TextShowMnemonic, text());
-  // The first line stands in the middle of what one needs.
+  // The first line is centred in the height that a single line needs.
   const int above = centeredBaseline(font(), natural.height()) - metrics.ascent();
   return std::max(above, 0) + lines.height();
 }

@@ -4,7 +4,7 @@
 
 namespace vembrix {
 
-/// A check box whose title wraps where the page is too narrow. Main thread.
+/// A check box whose title wraps if the page is too narrow. Main thread.
 class CheckboxButton : public QCheckBox {
   Q_OBJECT
 

@@ -35,7 +35,7 @@ class ColorFollower : public QObject {
 
  private:
   void apply() {
-    // Setting the palette is a change of it, too.
+    // Setting the palette causes this event, too.
     const Appearance appearance = appearanceOf(widget_.palette());
     if (appearance == applied_) return;
     applied_ = appearance;

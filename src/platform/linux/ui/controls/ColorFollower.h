@@ -15,7 +15,7 @@ namespace vembrix {
 /// Returns the settings window's palette: the system's colours.
 QPalette settingsPalette(Appearance appearance);
 
-/// Returns the appearance that the palette stands for.
+/// Returns the appearance of the palette.
 Appearance appearanceOf(const QPalette& palette);
 
 /// Keeps the widget's text in that colour for the widget's life; fainter while it is disabled.

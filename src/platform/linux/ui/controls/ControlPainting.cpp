@@ -25,7 +25,7 @@ bool isDark(const ControlState& state) {
   return state.appearance == Appearance::Dark;
 }
 
-/// Over the control; disabled ones let more of the ground through.
+/// Returns the colour for the control's state; disabled controls are more transparent.
 QColor faded(QColor color, const ControlState& state) {
   if (!state.isEnabled) color.setAlphaF(color.alphaF() * 0.5F);
   return color;
@@ -43,7 +43,7 @@ void fill(QPainter& painter, const QRectF& rect, double radius, const QBrush& br
   painter.drawRoundedRect(rect, radius, radius);
 }
 
-/// A line inside the edge.
+/// Draws a line inside the edge of the shape.
 void stroke(QPainter& painter, const QRectF& shape, double radius, const QColor& color) {
   const QRectF rect = onPixels(painter, shape);
   const double width = hairline(painter);
@@ -59,7 +59,7 @@ QColor controlFill(const ControlState& state) {
   return state.isPressed ? QColor(238, 238, 238) : QColor(255, 255, 255);
 }
 
-/// The rim and the small shadow below that lift a control off its ground.
+/// Paints the rim and the small shadow below that make a control appear raised.
 void paintRim(QPainter& painter, const QRectF& rect, double radius, const ControlState& state) {
   if (isDark(state)) {
     stroke(painter, rect, radius, white(0.07));
@@ -126,7 +126,7 @@ void paintSlider(QPainter& painter, const QRectF& slider, const QRectF& knob,
   ControlState resting = state;
   resting.isPressed = false;
   fill(painter, before, radius, faded(accentOf(resting), state));
-  // The shadow, as two faint rings.
+  // The shadow consists of two faint rings.
   fill(painter, knob.adjusted(-0.5, 0, 0.5, 1), knob.width() / 2 + 0.5, black(0.08));
   fill(painter, knob.adjusted(0, 0.5, 0, 0.5), knob.width() / 2, black(0.1));
   const QRectF face = knob.adjusted(0.5, 0.5, -0.5, -0.5);

@@ -12,7 +12,7 @@ namespace vembrix {
 // Draws the controls of the settings window like those of macOS, from lines and fills only, so that
 // they are crisp at every scale. Rectangles in points. Main thread.
 
-/// In points.
+/// All lengths are in points.
 namespace control_metrics {
 inline constexpr int kButtonHeight = 22;
 inline constexpr int kButtonPadding = 14;
@@ -33,7 +33,7 @@ inline constexpr int kFieldHeight = 22;
 inline constexpr int kFieldPadding = 7;
 inline constexpr double kFieldRadius = 5;
 inline constexpr int kScrollerWidth = 11;
-/// The width of the part of a number's field that holds the arrows.
+/// The width of the arrows in a number's field.
 inline constexpr int kStepperWidth = 16;
 inline constexpr double kFocusRingWidth = 3;
 /// The distance from a menu row's leading edge to its text; the tick is to its left.

@@ -29,7 +29,7 @@ ControlState stateOf(const QStyleOption& option) {
           .isPressed = option.state.testFlag(QStyle::State_Sunken)};
 }
 
-/// Titles come with the ampersands of Qt's shortcuts doubled.
+/// Returns the title with single ampersands; they arrive doubled, as Qt's shortcuts require.
 QString plainText(QString text) {
   return text.replace(QLatin1String("&&"), QLatin1String("&"));
 }
@@ -39,8 +39,8 @@ bool isBordered(const QStyleOption& field) {
   return frame && frame->lineWidth > 0;
 }
 
-/// How far the menu of a pop-up button reaches out at its leading edge, and at the top if
-/// its first item is chosen: so far that the chosen item's text stands over the button's.
+/// Returns how far the menu of a pop-up button extends beyond its leading edge, and beyond its top
+/// if the first item is chosen. The chosen item's text then covers the button's.
 QPoint menuShift(const QStyleOption& button) {
   constexpr int kEdge = 1;
   const int row = std::max(kMenuRowHeight, button.fontMetrics.height());
@@ -48,7 +48,7 @@ QPoint menuShift(const QStyleOption& button) {
           kMenuPadding + kEdge + (row - button.rect.height()) / 2};
 }
 
-/// The part of a check box beside which the first line of its title stands.
+/// Returns the part of a check box beside which the first line of its title is.
 QRect firstLineOf(const QStyleOption& option) {
   QRect line = option.rect;
   line.setHeight(std::min(line.height(), std::max(kCheckboxHeight, option.fontMetrics.height())));
@@ -121,7 +121,7 @@ void drawMenuRow(const QStyleOptionMenuItem& option, QPainter& painter) {
             plainText(option.text), TextPlace::Leading);
 }
 
-/// The part of a number's field with the two arrows.
+/// Returns the part of a number's field with the two arrows.
 QRect stepperRect(const QRect& field) {
   return field.adjusted(field.width() - kStepperWidth, 0, 0, 0);
 }
@@ -130,7 +130,7 @@ QRect stepperPart(const QRect& field, QStyle::SubControl part) {
   const QRect stepper = stepperRect(field);
   if (part == QStyle::SC_SpinBoxUp) return stepper.adjusted(0, 0, 0, -stepper.height() / 2);
   if (part == QStyle::SC_SpinBoxDown) return stepper.adjusted(0, stepper.height() / 2, 0, 0);
-  // Qt's field for the text keeps two points more.
+  // Qt's text field adds two points.
   const int padding = kFieldPadding - 2;
   if (part == QStyle::SC_SpinBoxEditField) return field.adjusted(padding, 0, -kStepperWidth, 0);
   return field;
@@ -144,8 +144,8 @@ QRect knobRect(const QStyleOptionSlider& option) {
           kKnobSize, kKnobSize};
 }
 
-/// Where the scroller's knob moves: clear of the rounded corners of what is
-/// scrolled.
+/// Returns the groove of the scroller's knob, which is clear of the rounded corners of the scrolled
+/// area.
 QRect scrollerGroove(const QStyleOption& option) {
   return option.rect.adjusted(0, kScrollerInset, 0, -kScrollerInset);
 }
@@ -204,7 +204,7 @@ int ControlStyle::styleHint(StyleHint hint, const QStyleOption* option, const QW
     // The menu opens over the button, with the chosen item in its place.
     case SH_ComboBox_Popup:
       return 1;
-    // A click on the track takes the knob there.
+    // A click on the track moves the knob there.
     case SH_Slider_AbsoluteSetButtons:
       return Qt::LeftButton;
     case SH_Menu_Mask:
@@ -235,7 +235,7 @@ QSize ControlStyle::sizeFromContents(ContentsType type, const QStyleOption* opti
     case CT_PushButton: {
       const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
       const bool isFlat = button && button->features.testFlag(QStyleOptionButton::Flat);
-      // Without a border it is a line of text as high as the others.
+      // A button without a border is as high as any line of text.
       const int least = !isFlat ? kButtonHeight : widget ? lineHeight(widget->font()) : 0;
       return {size.width() + (isFlat ? 2 : 2 * kButtonPadding), std::max(least, size.height())};
     }
@@ -251,7 +251,7 @@ QSize ControlStyle::sizeFromContents(ContentsType type, const QStyleOption* opti
     case CT_MenuItem: {
       const auto* row = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
       const QSize text = row ? QFontMetrics(row->font).size(Qt::TextSingleLine, row->text) : size;
-      // At least as wide as its button.
+      // The menu is at least as wide as its button.
       const int button = widget ? widget->width() + menuShift(*option).x() - 2 : 0;
       return {std::max(text.width() + 2 * kMenuTextLeading, button),
               std::max(kMenuRowHeight, text.height())};
@@ -272,7 +272,7 @@ QRect ControlStyle::subElementRect(SubElement element, const QStyleOption* optio
     case SE_PushButtonContents:
       return option->rect;
     case SE_LineEditContents: {
-      // Qt's field keeps two points more.
+      // Qt's text field adds two points.
       const int padding = (isBordered(*option) ? kFieldPadding : 0) - 2;
       return option->rect.adjusted(padding, 0, -padding, 0);
     }
@@ -321,7 +321,7 @@ void ControlStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
     case PE_PanelMenu:
       paintMenuPanel(*painter, option->rect, option->palette);
       return;
-    // FocusRing stands in for all of them.
+    // FocusRing replaces the focus frames of all controls.
     case PE_FrameFocusRect:
     case PE_FrameLineEdit:
     case PE_FrameMenu:
@@ -350,8 +350,7 @@ void ControlStyle::drawControl(ControlElement element, const QStyleOption* optio
   } else if (element == CE_MenuItem && row) {
     drawMenuRow(*row, *painter);
   } else if (element == CE_ShapedFrame) {
-    // A menu of another shape than a rectangle has nothing but this frame; everything else has
-    // none.
+    // Only a menu whose shape is not a rectangle needs this frame.
     if (widget && widget->isWindow() && !widget->mask().isEmpty()) {
       paintMenuPanel(*painter, option->rect, option->palette);
     }

@@ -24,6 +24,8 @@ using namespace control_metrics;
 
 using Shape = FocusRing::Shape;
 
+/// Returns the shape around which the ring is drawn, in the control's coordinates; empty for
+/// controls without a ring.
 Shape shapeOf(const QWidget& control) {
   const QRectF whole = control.rect();
   if (qobject_cast<const QCheckBox*>(&control)) {
@@ -71,7 +73,7 @@ void FocusRing::follow(QWidget* control) {
                       !shapeOf(*control).rect.isEmpty();
   control_ = isOurs ? control : nullptr;
   if (!control_) {
-    // Goes with the area, not with the page that it lay over.
+    // Owned by the area again, so that it is not destroyed with the page.
     setParent(&area_);
     hide();
     return;

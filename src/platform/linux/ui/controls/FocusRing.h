@@ -7,9 +7,8 @@
 
 namespace vembrix {
 
-/// The ring around the control in `area` that has the keyboard. Lies over the whole area, or the
-/// page that scrolls in it, so that it scrolls with the control and no edge cuts it off. Main
-/// thread.
+/// The ring around the control in `area` that has the keyboard. Covers the whole area, or the page
+/// that scrolls in it, so that it scrolls with the control and no edge clips it. Main thread.
 class FocusRing : public QWidget {
   Q_OBJECT
 
@@ -33,14 +32,14 @@ class FocusRing : public QWidget {
  private:
   void follow(QWidget* control);
   void place();
-  /// What it lies over.
+  /// Returns the widget that the ring covers.
   [[nodiscard]] QWidget* stageOf(const QWidget& control) const;
 
   QWidget& area_;
   QPointer<QWidget> control_;
-  /// At the latest painting.
+  /// The ring at the latest painting.
   Shape drawn_;
-  /// The control and what it moves with.
+  /// The control and the widgets with which it moves.
   std::vector<QPointer<QWidget>> watched_;
 };
 

@@ -4,9 +4,9 @@
 
 namespace vembrix {
 
-/// One line of text with its baseline on a whole point, like the controls beside it; Qt's own label
-/// puts it between the pixels of a dense screen. As large as its text: characters of another font,
-/// such as emoji, may need more than a line of its own font. Main thread.
+/// One line of text with its baseline on a whole point, like the controls beside it; the baseline
+/// of Qt's own label may lie between the pixels of a dense screen. As large as its text: characters
+/// of another font, such as emoji, may need more than a line of its own font. Main thread.
 class LineLabel : public QLabel {
   Q_OBJECT
 
@@ -14,7 +14,7 @@ class LineLabel : public QLabel {
   using QLabel::QLabel;
 
   [[nodiscard]] QSize sizeHint() const override;
-  /// From the top, at the natural height.
+  /// The distance of the baseline from the top, at the natural height.
   [[nodiscard]] int baseline() const;
 
  protected:

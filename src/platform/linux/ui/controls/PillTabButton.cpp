@@ -17,7 +17,7 @@ namespace {
 
 using namespace tab_button_metrics;
 
-/// What a button without a border adds to its text, on both sides together.
+/// The padding of a button without a border, both sides together.
 constexpr int kPlainButtonPadding = 4;
 constexpr double kLeastRingRadius = 4;
 

@@ -13,30 +13,30 @@ namespace vembrix {
 PopupButton::PopupButton(const Popup& popup, QWidget* parent) : QComboBox(parent) {
   setStyle(&ControlStyle::shared());
   setFocusPolicy(Qt::TabFocus);
-  // The page settles its size; by AdjustToContents it would resize itself later.
+  // The page determines its size; with AdjustToContents it would resize itself later.
   setSizeAdjustPolicy(AdjustToContentsOnFirstShow);
   setAccessibleName(QString::fromStdString(popup.accessibleName));
   for (const std::string& item : popup.items) addItem(QString::fromStdString(item));
   setCurrentIndex(popup.selected.value_or(-1));
-  // Activated, unlike changed, is what the user does, and only that.
+  // Unlike the signal for changes, this one is emitted for the user's choices only.
   connect(this, &QComboBox::activated, this, [this, report = popup.onSelect](int index) {
     if (report) report(index, itemText(index).toStdString());
   });
 }
 
 void PopupButton::showPopup() {
-  // The menu is a window of its own and inherits neither.
+  // The menu is a separate window and inherits neither style nor palette.
   QWidget* menu = view()->window();
   if (menu != window()) {
     QPalette colors = menuPalette(appearanceOf(palette()));
-    // Its rows are drawn on the panel.
+    // The panel is the background of its rows.
     colors.setColor(QPalette::Base, colors.color(QPalette::Window));
     for (QWidget* part : {menu, static_cast<QWidget*>(view()), view()->viewport()}) {
       part->setStyle(&ControlStyle::shared());
       part->setPalette(colors);
     }
     menu->setWindowRole(QStringLiteral("menu"));
-    // Smooth corners need a compositor to show what is behind them.
+    // Smooth corners need a compositor, which shows what is behind them.
     const bool isTranslucent = Compositor::shared().isRunning();
     menu->setAttribute(Qt::WA_TranslucentBackground, isTranslucent);
     if (isTranslucent) menu->clearMask();

@@ -51,7 +51,7 @@ void SegmentedTabBar::paintEvent(QPaintEvent* /*event*/) {
   painter.setRenderHint(QPainter::Antialiasing);
   const bool isDark = appearanceOf(palette()) == Appearance::Dark;
   painter.setPen(Qt::NoPen);
-  // Over the pane's edge, which runs behind it.
+  // Covers the pane's edge, which runs behind it.
   painter.setBrush(palette().color(QPalette::Window));
   painter.drawRoundedRect(rect(), kRadius, kRadius);
   painter.setBrush(isDark ? QColor(255, 255, 255, 30) : QColor(0, 0, 0, 20));

@@ -11,10 +11,10 @@ class SegmentedTabBar : public QTabBar {
  public:
   explicit SegmentedTabBar(QWidget* parent);
 
-  /// The height for layouts.
+  /// Returns the height for layouts.
   [[nodiscard]] int naturalHeight() const;
 
-  /// The visible segment of that tab.
+  /// Returns the visible segment of that tab.
   [[nodiscard]] QRectF segment(int index) const;
 
  protected:

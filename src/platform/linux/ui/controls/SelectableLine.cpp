@@ -34,7 +34,7 @@ void SelectableLine::changeEvent(QEvent* event) {
 }
 
 void SelectableLine::liftText() {
-  // Qt has the line box in the middle of a field, macOS the capitals.
+  // Qt centres the line box in a field, macOS the capitals.
   if (!hasFrame()) return;
   setTextMargins(0, 0, 0, 0);
   const int drop = baseline(fieldHeight()) - centeredBaseline(font(), fieldHeight());
@@ -51,7 +51,7 @@ int SelectableLine::baseline() const {
 
 int SelectableLine::baseline(int height) const {
   if (!hasFrame()) return lineBaseline(font());
-  // Where Qt has it.
+  // The baseline at which Qt draws the text.
   const QFontMetrics metrics(font());
   return (height - textMargins().bottom() - metrics.height() + 1) / 2 + metrics.ascent();
 }
@@ -59,7 +59,7 @@ int SelectableLine::baseline(int height) const {
 QSize SelectableLine::sizeHint() const {
   const QFontMetrics metrics(font());
   const int padding = hasFrame() ? kFieldPadding : 0;
-  // The text needs a point more than it measures for the cursor behind it.
+  // The cursor behind the text needs another point.
   const int width = metrics.horizontalAdvance(text()) + 2 * padding + 2;
   return {width, hasFrame() ? fieldHeight() : lineHeight(font())};
 }
@@ -71,7 +71,7 @@ void SelectableLine::paintEvent(QPaintEvent* event) {
       style()->subElementRect(QStyle::SE_LineEditContents, &option, this).adjusted(2, 0, -2, 0);
   const QFontMetrics metrics(font());
   const bool isWhole = metrics.horizontalAdvance(text()) <= line.width();
-  // Scrolled by the keys.
+  // The user is scrolling it with the keys.
   if (hasFocus() && !isWhole) {
     QLineEdit::paintEvent(event);
     return;
@@ -79,7 +79,8 @@ void SelectableLine::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, this);
   painter.setPen(palette().color(QPalette::Text));
-  // Qt would have the baseline between two points, and so beside that of the row's label.
+  // Drawn here, because Qt's baseline would lie between two points, and so differ from that of the
+  // row's label.
   paintText(painter, line,
             isWhole ? text() : metrics.elidedText(text(), Qt::ElideRight, line.width()));
 }

@@ -5,8 +5,8 @@
 
 namespace vembrix {
 
-/// One line that can be selected and copied. Truncated with an ellipsis where it is too long,
-/// unless it has the keyboard and can be scrolled. Main thread.
+/// One line that can be selected and copied. Truncated with an ellipsis if it is too long, unless
+/// it has the keyboard and can be scrolled. Main thread.
 class SelectableLine : public QLineEdit {
   Q_OBJECT
 
@@ -15,7 +15,7 @@ class SelectableLine : public QLineEdit {
 
   SelectableLine(const std::string& text, Bezel bezel, QWidget* parent);
 
-  /// From the top, at the natural height.
+  /// The distance of the baseline from the top, at the natural height.
   [[nodiscard]] int baseline() const;
   [[nodiscard]] QSize sizeHint() const override;
 
@@ -25,7 +25,7 @@ class SelectableLine : public QLineEdit {
 
  private:
   [[nodiscard]] int baseline(int height) const;
-  /// The height of a framed line.
+  /// Returns the height of a framed line.
   [[nodiscard]] int fieldHeight() const;
   void liftText();
   void paintText(QPainter& painter, const QRect& line, const QString& shown) const;

@@ -12,9 +12,9 @@
 namespace vembrix {
 namespace {
 
-/// More than a screen has pixels.
+/// More than the pixels of any screen.
 constexpr int kPositions = 10000;
-/// Of the arrow keys and of Page Up and Page Down.
+/// The step of the arrow keys; the next one is that of Page Up and Page Down.
 constexpr int kStep = kPositions / 100;
 constexpr int kPage = kPositions / 10;
 constexpr int kNaturalWidth = 160;
@@ -59,7 +59,7 @@ void SliderControl::wheelEvent(QWheelEvent* event) {
 
 int SliderControl::positionOf(double number) const {
   const double range = slider_.maximum - slider_.minimum;
-  // Not a number counts as the least one.
+  // NaN counts as the minimum.
   const double part = range > 0 ? (number - slider_.minimum) / range : 0;
   return part > 0 ? static_cast<int>(std::lround(std::min(part, 1.0) * kPositions)) : 0;
 }

@@ -15,9 +15,9 @@ class SliderControl : public QSlider {
 
   [[nodiscard]] double minimumNumber() const { return slider_.minimum; }
   [[nodiscard]] double maximumNumber() const { return slider_.maximum; }
-  /// The knob's value.
+  /// Returns the knob's value.
   [[nodiscard]] double number() const;
-  /// Moves the knob for the user of an assistive program.
+  /// Moves the knob on behalf of an assistive program.
   void moveTo(double number);
 
   [[nodiscard]] QRect knob() const;
