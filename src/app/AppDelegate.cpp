@@ -12,8 +12,8 @@ namespace {
 /// Time for other programs to start after the login.
 constexpr std::chrono::milliseconds kTourDelay{1500};
 
-/// The program also works, with less, without the permission, so this does not wait for the user's
-/// answer.
+/// Does not wait for the user's answer: without the permission the program works, with fewer
+/// features.
 void requestAccessibility() {
   Accessibility& accessibility = Accessibility::shared();
   if (!accessibility.isProcessTrusted(Accessibility::Prompt::No)) {
@@ -35,7 +35,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   observer_ = std::move(observer);
 
   MissionControlWatcher::shared().start();
-  // The user may have reordered the Spaces there, which no notification reports.
+  // The user may have reordered the Spaces in Mission Control, which no notification reports.
   rearrangement_ =
       NotificationCenter::defaultCenter().addObserver(MissionControlWatcher::didChange, [] {
         if (!MissionControlWatcher::shared().isActive()) SpaceManager::shared().reload();

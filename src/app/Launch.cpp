@@ -11,10 +11,10 @@ int runVembrix(std::span<const char* const> arguments) {
   migrateLegacyDefaultsIfNeeded();
   Application& app = Application::shared();
   app.setActivationPolicy(Application::ActivationPolicy::Accessory);
-  // Before the program shows anything on the desktop.
+  // Done before the program shows anything on the desktop.
   if (ThemePreviewRenderer::runIfRequested(arguments)) return 0;
-  // The application holds its delegate weakly, so it is held here; it is never
-  // destroyed, since nothing is torn down at the end.
+  // The application holds its delegate weakly, so it is held here. It is never destroyed, because
+  // the program tears down nothing at its end.
   static auto* const delegate = new AppDelegate;
   app.setDelegate(delegate);
   return app.run();

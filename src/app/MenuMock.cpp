@@ -15,13 +15,13 @@ namespace {
 constexpr double kWidth = 240;
 constexpr double kRowHeight = 24;
 constexpr double kCornerRadius = 8;
-/// Above the first row.
+/// The margin above the first row.
 constexpr double kTopMargin = 6;
-/// What the picture is higher than its rows.
+/// The height of the picture without the rows.
 constexpr double kOtherHeight = 12 + 64;
-/// From the last row, or a command, to the origin of what follows.
+/// The distance from the last row, or a command, to the origin of the next item.
 constexpr double kGap = 12;
-/// From there up to the separator, and down to the command's label.
+/// The distances from that origin up to the separator, and down to the command's label.
 constexpr double kSeparatorRise = 5;
 constexpr double kLabelDrop = 20;
 
@@ -32,7 +32,7 @@ void addRows(MenuMock& mock, double& y) {
   }
 }
 
-/// A separator and the command below it; `y` goes down to the label's bottom.
+/// Adds a separator and the command below it; `y` is moved to the bottom of the label.
 void addCommand(MenuMock& mock, const char* title, const Font& font, double& y) {
   constexpr double kSeparatorAlpha = 0.15;
   y -= kGap;

@@ -20,10 +20,10 @@ namespace vembrix {
 namespace {
 
 constexpr std::string_view kOption = "--render-theme-previews";
-/// The theme that shows all its tabs, and the one of new users.
+/// The default theme, of which all tabs are drawn.
 constexpr std::string_view kDefaultTheme = "Alpine";
 
-/// The argument after the option; null where one of them is missing.
+/// Returns the argument after the option; null if either is missing.
 const char* requestedDirectory(std::span<const char* const> arguments) {
   const auto option = std::ranges::find_if(
       arguments, [](const char* argument) { return std::string_view(argument) == kOption; });
@@ -45,7 +45,7 @@ std::string joined(std::initializer_list<std::string_view> parts) {
   return text;
 }
 
-/// Prints the line even when the file cannot be written, so that the output is always the same.
+/// Prints the path even if the file cannot be written, so that the output is always the same.
 void write(const std::string& path, const std::string& bytes) {
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));

@@ -33,7 +33,7 @@ class Sign {
   double heat_ = 0;
 };
 
-/// The behaviour of labels: each stands in its own Space, where Mission Control shows it.
+/// The behaviour of labels: each is in its own Space, where Mission Control shows it.
 inline constexpr std::uint64_t kSignBehavior = Managed | IgnoresCycle | FullScreenAuxiliary;
 
 }  // namespace vembrix

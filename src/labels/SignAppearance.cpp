@@ -5,12 +5,12 @@
 namespace vembrix {
 namespace {
 
-/// A label that is colder has no rim.
+/// Colder labels have no rim.
 constexpr double kNoticeableHeat = 0.05;
 /// In points.
 constexpr double kRimAtFullHeat = 4;
 constexpr double kThinnestRim = 2;
-/// Fills that are lighter carry black text.
+/// The luminance from which a fill gets black text.
 constexpr double kLightFill = 0.6;
 
 }  // namespace
@@ -20,7 +20,7 @@ Font signFont(double size) {
 }
 
 Srgb blend(const Srgb& a, const Srgb& b, double t) {
-  // NaN becomes 0, too.
+  // NaN counts as 0.
   const double part = t > 0 ? std::min(t, 1.0) : 0;
   const auto between = [part](double from, double to) { return from + part * (to - from); };
   return {between(a.red, b.red), between(a.green, b.green), between(a.blue, b.blue),

@@ -1,4 +1,4 @@
-// One label per desktop, and each in its own.
+// The creation of labels: one for each desktop, kept in its own Space.
 
 #include <algorithm>
 #include <array>
@@ -17,12 +17,12 @@
 namespace vembrix {
 namespace {
 
-/// Around the name, both sides together, in points.
+/// The margins around the name in points, both sides together.
 constexpr Size kMargin{160, 120};
-/// Of the screen, at most.
+/// The largest size of a label, as a part of the screen.
 constexpr Size kLargestPart{0.9, 0.6};
 
-/// As they print in the log: "[3, 7]".
+/// Formats Spaces for the log: "[3, 7]".
 std::string listed(const std::vector<std::uint64_t>& spaces) {
   std::string text = "[";
   for (const std::uint64_t space : spaces) {
@@ -32,7 +32,8 @@ std::string listed(const std::vector<std::uint64_t>& spaces) {
   return text += ']';
 }
 
-/// The ids of an answer, each once, in ascending order. Entries that are no ids are left out.
+/// Returns the ids of an answer, each once, in ascending order. Entries that are no ids are left
+/// out.
 std::vector<std::uint64_t> spaceSet(const PropertyList::Array& answer) {
   std::vector<std::uint64_t> spaces;
   spaces.reserve(answer.size());
@@ -46,7 +47,7 @@ std::vector<std::uint64_t> spaceSet(const PropertyList::Array& answer) {
   return spaces;
 }
 
-/// Returns whether the answer is that Space alone: the common case, which needs no set.
+/// Returns whether the answer is that Space alone. This is the common case, and needs no set.
 bool isExactly(const PropertyList::Array& answer, std::uint64_t space) {
   return answer.size() == 1 && answer.front().integer() == static_cast<std::int64_t>(space);
 }
@@ -71,7 +72,7 @@ Rect SpaceSignWindowController::signFrame(std::string_view text) {
 
 void SpaceSignWindowController::ensureSignForActiveSpace() {
   const SpaceInfo* space = SpaceManager::shared().activeSpace();
-  // A full-screen Space has none: it would fade over the program there at every return.
+  // A full-screen Space has no label: it would fade over the program at every return.
   if (!space || !space->isDesktop()) return;
   if (Sign* sign = activeSign()) {
     sign->setText(SpaceManager::shared().displayName(*space));
@@ -109,7 +110,7 @@ void SpaceSignWindowController::reconcile(const SignWindow& window, SpaceID spac
   const PropertyList answer =
       server.CGSCopySpacesForWindows(connection, WindowServer::allSpaces, windows);
   const PropertyList::Array* ids = answer.asArray();
-  // A window that the server reports in no Space is left alone until it reports one.
+  // A window that the server reports in no Space is left alone until the server reports one.
   if (!ids || ids->empty() || isExactly(*ids, space)) return;
   std::vector<SpaceID> spaces = spaceSet(*ids);
   if (spaces.empty() || spaces == std::vector{space}) return;
@@ -127,7 +128,7 @@ void SpaceSignWindowController::primeNonActiveSigns() {
     }
     return;
   }
-  // During the tour the overlay is shown in place of the labels.
+  // During the tour the overlay replaces the labels.
   if (isTouring_) return;
   const SpaceID active = SpaceManager::shared().activeSpaceID();
   if (MissionControlWatcher::shared().isActive()) {

@@ -17,20 +17,21 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-/// Lets the corner's own effect begin before the labels join it.
+/// Lets the corner's own effect begin before the labels appear.
 constexpr milliseconds kShowDelay{500};
 constexpr seconds kShowDuration{15};
 constexpr milliseconds kHideFade{350};
 constexpr milliseconds kArrivalFade{500};
 constexpr milliseconds kWaveAwayFade{300};
-/// A fainter label, which is hardly visible, cannot be dismissed.
+/// Labels that are fainter than this cannot be dismissed, as they are hardly visible.
 constexpr double kFaintest = 0.05;
 
-/// The active desktop's label keeps out of the way while the others are shown.
+/// The behaviour of the active desktop's label while the others are shown: Mission Control hides
+/// it.
 constexpr std::uint64_t kBehaviorWhileOthersShow = Transient | IgnoresCycle;
 
-/// The desktop next to the active one; null at the ends of the list, and where the
-/// active Space is no desktop.
+/// Returns the desktop next to the active one; null at the ends of the list, and if the active
+/// Space is no desktop.
 const SpaceInfo* neighbor(ISSDirection direction) {
   const SpaceManager& manager = SpaceManager::shared();
   const SpaceInfo* former = nullptr;
@@ -117,7 +118,7 @@ void SpaceSignWindowController::activeChanged() {
   const bool isShown = isShownInSwipes && !isTouring_;
   setAlphaOfAllBut(SpaceManager::shared().activeSpaceID(),
                    isShown ? preferences.signSwipeAlpha() : 0);
-  // Nothing to fade after a deliberate show, nor in a label that was only just made.
+  // After a deliberate show, and in a label that was created just now, there is nothing to fade.
   if (isShown && !wasShowing && !isNew) flashActiveSign();
 }
 
@@ -131,7 +132,7 @@ void SpaceSignWindowController::flashActiveSign() {
 }
 
 void SpaceSignWindowController::endArrival(SpaceID space) {
-  // The label may have gone with its desktop.
+  // The label may have been removed with its desktop.
   const auto fade = [weak = weak_from_this(), space](Duration duration) {
     const auto controller = weak.lock();
     if (!controller) return;

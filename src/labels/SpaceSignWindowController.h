@@ -47,7 +47,8 @@ class SpaceSignWindowController : public std::enable_shared_from_this<SpaceSignW
 
   // Labels and their places
 
-  /// Does nothing where the active Space is no ordinary desktop.
+  /// Creates or updates the label of the active Space; does nothing unless that is an ordinary
+  /// desktop.
   void ensureSignForActiveSpace();
   /// Creates a label in the active Space, in front of the others.
   Sign& makeSign(const SpaceInfo& space, IncludingActive includingActive, double alpha);
@@ -56,7 +57,7 @@ class SpaceSignWindowController : public std::enable_shared_from_this<SpaceSignW
   static const Screen& signScreen();
   /// Returns a frame of the size that the name needs, in the middle of that screen.
   static Rect signFrame(std::string_view text);
-  /// Resizes every label whose Space is listed to its present name.
+  /// Resizes the label of every listed Space to its present name.
   void layOutSigns();
   static void pinWindow(const SignWindow& window, SpaceID space);
   /// Moves every label that is not in its own Space alone back there.
@@ -95,7 +96,7 @@ class SpaceSignWindowController : public std::enable_shared_from_this<SpaceSignW
   std::unordered_map<SpaceID, Sign> windows_;
   WorkItem hideWorkItem_;
   WorkItem flashWorkItem_;
-  /// Hides the active label where it does not fade.
+  /// Hides the active label if it does not fade.
   WorkItem vanishWorkItem_;
   Token mouseMonitor_;
   /// Whether all labels are shown on purpose.

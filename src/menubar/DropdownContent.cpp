@@ -13,7 +13,7 @@
 namespace vembrix {
 namespace {
 
-/// Less heat gives no visible glow.
+/// A smaller heat has no visible glow.
 constexpr double kFaintHeat = 0.05;
 
 MenuItem makeCommand(const AppTheme& theme, MenuCommand command) {

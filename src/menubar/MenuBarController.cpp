@@ -60,7 +60,7 @@ void MenuBarController::menuNeedsUpdate() {
 
 void MenuBarController::showPreferences() {
   PreferencesWindowController::shared().showWindow();
-  // An accessory stays behind other programs unless it says otherwise.
+  // The windows of an accessory stay behind other programs until it is activated.
   Application::shared().activate();
 }
 

@@ -29,7 +29,7 @@ class MenuBarController : public std::enable_shared_from_this<MenuBarController>
   MenuBarController();
   void observe();
   void refreshMenuAppearance();
-  /// The dropdown is about to open.
+  /// Called when the dropdown is about to open.
   void menuNeedsUpdate();
 
   std::unique_ptr<StatusItem> statusItem_;
@@ -40,7 +40,7 @@ class MenuBarController : public std::enable_shared_from_this<MenuBarController>
 /// `hasButton` is StatusItem::hasButton(). Main thread.
 StatusItemContent statusItemContent(bool hasButton);
 
-/// The icon of an item without a name: four squares, two by two.
+/// Returns the icon of an item without a name: four squares, two by two.
 const TemplateImage& makeIconImage();
 
 }  // namespace vembrix

@@ -93,7 +93,7 @@ RowPart SpaceRow::hitTest(Point point, Size bounds) const {
 
 void SpaceRow::mouseUp(Point point, Size bounds) {
   if (state_.isEditing) return;
-  // The button acts by itself.
+  // The button handles its own clicks.
   if (state_.showsRenameButton && contains(layOutRow(bounds).renameButton, point)) return;
   closeAndSwitch();
 }
@@ -106,7 +106,7 @@ void SpaceRow::renameClicked() {
   if (state_.isEditing) return;
   state_.isEditing = true;
   state_.showsRenameButton = false;
-  // The name that the menu opened with, also after a rename.
+  // The name at the opening of the menu, also after a rename.
   state_.label = displayName_;
   view_->setState(state_);
 }
@@ -130,7 +130,7 @@ KeyHandling SpaceRow::keyDown(RowKey key) {
 void SpaceRow::commit() {
   if (!state_.isEditing) return;
   const std::string raw = view_->editedText();
-  // As typed, so that the text does not move when editing ends.
+  // Shown as typed, so that the text does not move when editing ends.
   label_ = trimWhitespace(raw).empty() ? displayName_ : raw;
   endEditing();
   const auto report = actions_.onCommitRename;

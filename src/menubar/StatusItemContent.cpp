@@ -1,4 +1,4 @@
-// What the status item shows.
+// The content of the status item.
 
 #include "menubar/ColorLegibility.h"
 #include "menubar/MenuBarController.h"

@@ -2,7 +2,7 @@
 
 namespace vembrix {
 
-/// The permission to watch and post input of other programs. Main thread.
+/// The permission to observe and post input of other programs. Main thread.
 class Accessibility {
  public:
   enum class Prompt { No, Yes };
@@ -11,8 +11,8 @@ class Accessibility {
 
   virtual ~Accessibility() = default;
 
-  /// Returns whether the user has granted the permission, as of now. With Prompt::Yes the system
-  /// asks for it where it is missing; the call does not wait for the answer.
+  /// Returns whether the user has granted the permission by now. With Prompt::Yes the system asks
+  /// for it if it is missing; the call does not wait for the answer.
   virtual bool isProcessTrusted(Prompt prompt) = 0;
 };
 

@@ -105,7 +105,7 @@ const PropertyList& PropertyList::operator[](std::string_view key) const {
 
 bool operator==(const PropertyList& a, const PropertyList& b) {
   if (a.value_.index() != b.value_.index()) return false;
-  // Shared contents are equal without a look inside.
+  // Shared contents are equal and need no comparison.
   return std::visit(
       [&](const auto& left) {
         const auto& right = std::get<std::decay_t<decltype(left)>>(b.value_);

@@ -35,10 +35,10 @@ class SpaceNaming {
   [[nodiscard]] virtual std::string_view ownName(SpaceID space) const = 0;
 
   /// Shows the user's name in place of the desktop's own. Does nothing for an unknown Space, on a
-  /// desktop that takes no names, or where the name is set already.
+  /// desktop that takes no names, or if the name is set already.
   virtual void setName(SpaceID space, std::string_view name) = 0;
 
-  /// Undoes setName(): restores the desktop's own name, or `fallback` where that is unknown.
+  /// Undoes setName(): restores the desktop's own name, or `fallback` if that is unknown.
   virtual void clearName(SpaceID space, std::string_view fallback) = 0;
 };
 

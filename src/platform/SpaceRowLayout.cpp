@@ -3,10 +3,10 @@
 namespace vembrix {
 namespace {
 
-/// From the row's leading edge to the dot, and from the dot to the text.
+/// The distances from the row's leading edge to the dot, and from the dot to the text.
 constexpr double kDotInset = 14;
 constexpr double kTextGap = 10;
-/// From the edit field and the rename button to the row's trailing edge.
+/// The distances from the edit field and the rename button to the row's trailing edge.
 constexpr double kTrailingInset = 10;
 /// The least distance between the label and the rename button.
 constexpr double kLabelGap = 8;

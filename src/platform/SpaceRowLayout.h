@@ -4,7 +4,7 @@
 
 namespace vembrix {
 
-/// The sizes of a row and what is in it, in points; the same on every system.
+/// The sizes of a row and its parts, in points; the same on every system.
 namespace row_metrics {
 inline constexpr Size kSize{220, 24};
 /// The corner radius of the tint behind a row.
@@ -26,7 +26,7 @@ struct SpaceRowLayout {
   bool operator==(const SpaceRowLayout&) const = default;
 };
 
-/// Returns where the parts of a row of that size stand. The dot and all leading edges keep their
+/// Returns the frames of the parts of a row of that size. The dot and all leading edges keep their
 /// distance from the row's leading edge, the other edges theirs from the trailing one, and the
 /// parts stay centred vertically.
 SpaceRowLayout layOutRow(Size bounds);

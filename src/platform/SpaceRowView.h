@@ -32,8 +32,8 @@ struct DotImage {
 };
 
 namespace row_metrics {
-/// Seconds between two checks whether the pointer is over a row of the open menu, where the system
-/// does not report it.
+/// Seconds between two checks whether the pointer is over a row of the open menu, on systems that
+/// do not report it.
 inline constexpr double kHoverInterval = 0.05;
 }  // namespace row_metrics
 

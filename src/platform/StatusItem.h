@@ -13,7 +13,7 @@ namespace vembrix {
 
 class DropdownMenu;
 
-/// A black drawing on transparent ground, which the system recolours to suit the menu bar.
+/// A black drawing on a transparent background, which the system recolours to suit the menu bar.
 struct TemplateImage {
   struct RoundedRect {
     Rect rect;
@@ -42,7 +42,7 @@ struct StatusItemLength {
   bool operator==(const StatusItemLength&) const = default;
 };
 
-/// All that a status item shows.
+/// The whole content of a status item.
 struct StatusItemContent {
   /// In the menu bar's own font and colour.
   struct PlainTitle {
@@ -59,7 +59,7 @@ struct StatusItemContent {
   std::variant<PlainTitle, AttributedTitle, TemplateImage> label;
   /// The colour of the whole item behind the label; empty for none.
   std::optional<Color> fill;
-  /// The fill's, in points.
+  /// The fill's corner radius, in points.
   double cornerRadius = 0;
   StatusItemLength length;
 

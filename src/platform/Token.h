@@ -25,11 +25,11 @@ class Token {
   Token(const Token&) = delete;
   Token& operator=(const Token&) = delete;
 
-  /// Whether the token owns something; a one-time block counts even after it has run.
+  /// Whether the token owns something. A one-time block counts even after it has run.
   explicit operator bool() const { return end_ != nullptr; }
 
   void reset() {
-    // Emptied first: `end` may use this token.
+    // Emptied first, because `end` may use this token.
     if (auto end = std::exchange(end_, nullptr)) end();
   }
 

@@ -21,7 +21,7 @@ struct TourOverlayContent {
   /// Bits of CollectionBehavior.
   std::uint64_t collectionBehavior = 0;
 
-  /// The panel's; translucent.
+  /// The panel's fill, which is translucent.
   Srgb fill;
   double cornerRadius = 0;
 

@@ -17,12 +17,12 @@ class UserDefaults {
 
   virtual ~UserDefaults() = default;
 
-  /// Returns the value under the key as it is stored now, also by another program; null where there
-  /// is none. Reading an unchanged value again allocates nothing where the system allows it.
+  /// Returns the present value under the key, even if another program has stored it; null if there
+  /// is none. Reading an unchanged value again allocates nothing if the system allows it.
   [[nodiscard]] virtual PropertyList object(std::string_view key) const = 0;
 
   /// Makes several readings within one event cheaper: while the token lives, changes by other
-  /// programs may stay unseen. Empty where reading is cheap anyhow.
+  /// programs may stay unseen. Empty if reading is cheap anyway.
   [[nodiscard]] virtual Token beginReading() { return {}; }
 
   /// Stores the value; null removes the key. Takes effect at once in this process and reaches the
@@ -31,10 +31,10 @@ class UserDefaults {
   virtual void set(std::string_view key, const PropertyList& value) = 0;
 
   /// Returns the keys of another application's domain, for the current user and any host: an array
-  /// of strings, or null where there is no such domain.
+  /// of strings, or null if there is no such domain.
   [[nodiscard]] virtual PropertyList keyList(std::string_view domain) const = 0;
 
-  /// Returns a value of another application's domain; null where there is none.
+  /// Returns a value of another application's domain; null if there is none.
   [[nodiscard]] virtual PropertyList object(std::string_view key,
                                             std::string_view domain) const = 0;
 };

@@ -30,7 +30,7 @@ class WindowServer {
   /// contents.
   [[nodiscard]] virtual PropertyList CGSCopyManagedDisplaySpaces(ConnectionID connection) = 0;
 
-  /// The active Space; 0 when unknown.
+  /// The active Space; 0 if unknown.
   [[nodiscard]] virtual SpaceID CGSGetActiveSpace(ConnectionID connection) = 0;
 
   /// Makes the Space current on that display, at once. notification::kActiveSpaceDidChange on the

@@ -10,8 +10,8 @@
 
 namespace vembrix {
 
-/// A built-in visual style of the settings window and the dropdown. A value;
-/// only the name of the chosen one is ever stored.
+/// A built-in visual style of the settings window and the dropdown. A value; only the name of the
+/// chosen one is stored.
 struct AppTheme {
   /// The window's backdrop.
   struct Solid {
@@ -64,18 +64,18 @@ struct AppTheme {
 
   /// The forced appearance; empty to follow the system.
   [[nodiscard]] std::optional<Appearance> appearance() const;
-  /// The theme's font, in points; without a size, that of the system's menus and controls.
+  /// Returns the theme's font in points; without a size, that of the system's menus and controls.
   [[nodiscard]] Font font(Font::Weight weight = Font::Weight::Regular,
                           std::optional<double> size = {}) const;
 
-  /// Whether the theme is the system's own look; depends on its name alone.
+  /// Returns whether the theme is the system's own look; depends on its name alone.
   [[nodiscard]] bool isPlain() const { return name == stock().name; }
 
   bool operator==(const AppTheme&) const = default;
 
   /// The seven themes, in display order.
   static const std::vector<AppTheme>& all();
-  /// The first of them: the plain system look.
+  /// The plain system look, which is the first of them.
   static const AppTheme& stock();
 };
 

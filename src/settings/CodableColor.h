@@ -36,8 +36,8 @@ struct SpaceColorConfig {
 /// Colours by the uuid of the Space.
 using SpaceColors = std::map<std::string, SpaceColorConfig, std::less<>>;
 
-// The stored form: dictionaries of numbers by the fields' names. Decoding returns empty where a
-// field is missing or of another kind, and ignores unknown fields.
+// The stored form: dictionaries of numbers by the fields' names. Decoding returns empty if a field
+// is missing or of another kind, and ignores unknown fields.
 
 PropertyList encode(const CodableColor& color);
 PropertyList encode(const SpaceColorConfig& config);

@@ -44,15 +44,15 @@ class PreferencesStore {
 
   [[nodiscard]] UserDefaults& ud() const { return ud_; }
 
-  /// The theme of the stored name: Alpine when no name is stored, Stock for an unknown one.
+  /// The theme of the stored name: Alpine if no name is stored, Stock for an unknown one.
   [[nodiscard]] const AppTheme& theme() const;
-  /// The stored name, also of an unknown theme; "Alpine" when none is stored.
+  /// The stored name, also of an unknown theme; "Alpine" if none is stored.
   [[nodiscard]] std::string themeName() const;
   void setThemeName(std::string_view name);
 
   /// The heat palette of the stored name; Ember for an unknown one.
   [[nodiscard]] const HeatPalette& heatPalette() const;
-  /// The stored name, also of an unknown palette; "Ember" when none is stored.
+  /// The stored name, also of an unknown palette; "Ember" if none is stored.
   [[nodiscard]] std::string heatPaletteName() const;
   void setHeatPaletteName(std::string_view name);
 

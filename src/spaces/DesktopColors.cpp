@@ -1,4 +1,5 @@
-// The colours that a Space has by its place among the desktops: by default, and by palette.
+// The colours of a Space that depend on its position among the desktops: by default, and by
+// palette.
 
 #include <algorithm>
 

@@ -15,7 +15,7 @@ struct SpaceInfo {
   std::uint64_t spaceID = 0;
   /// Stable over restarts: the key of the Space's name, colours and heat.
   std::string uuid;
-  /// The display it belongs to; "Main" where that has no identifier.
+  /// The display that it belongs to; "Main" if that has no identifier.
   std::string displayUUID;
   /// 0 for an ordinary desktop, other values for full-screen and other Spaces.
   std::int64_t type = 0;
@@ -25,8 +25,8 @@ struct SpaceInfo {
   bool operator==(const SpaceInfo&) const = default;
 };
 
-/// The ordinary desktops in a list of Spaces, in its order. A range that allocates nothing and is
-/// valid as long as the list does not change.
+/// The ordinary desktops in a list of Spaces, in the list's order. Iterating allocates nothing.
+/// Valid as long as the list does not change.
 class DesktopView {
  public:
   class Iterator {

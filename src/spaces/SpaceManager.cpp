@@ -59,8 +59,8 @@ class ListReader {
     space.displayUUID.assign(displayUUID);
     space.type = entry["type"].integer().value_or(0);
     const std::string* uuid = entry["uuid"].asString();
-    // The first Space of a display often has an empty one. That serves as well as any
-    // other until a second display has the same: the two would share a name.
+    // The first Space of a display often has an empty uuid. It serves as well as any other until a
+    // second display has one, too: the two Spaces would share a name.
     if (uuid && !(uuid->empty() && std::exchange(hasEmptyUUID_, true))) {
       space.uuid.assign(*uuid);
     } else {

@@ -21,12 +21,12 @@ namespace vembrix {
 /// names; also moves the user between Spaces. Main thread only; lives as long as the process.
 class SpaceManager {
  public:
-  /// Default center: the list of Spaces or a name changed.
+  /// Default center: the list of Spaces or a name has changed.
   static constexpr std::string_view didChange = "SpaceManagerDidChange";
-  /// Default center: another Space is active. Posted after didChange when one reload causes both.
+  /// Default center: another Space is active. Posted after didChange if one reload causes both.
   static constexpr std::string_view activeChanged = "SpaceManagerActiveSpaceChanged";
 
-  /// Default center: the tour after launch is about to begin; it has ended.
+  /// Default center: the tour after launch is about to begin, or has ended.
   static constexpr std::string_view tourWillStart = "SpaceManagerTourWillStart";
   static constexpr std::string_view tourDidEnd = "SpaceManagerTourDidEnd";
 
@@ -40,13 +40,13 @@ class SpaceManager {
   /// reference stays valid, its contents until the next reload().
   [[nodiscard]] const std::vector<SpaceInfo>& spaces() const { return spaces_; }
 
-  /// The ordinary desktops among them, of all displays; valid until the next reload().
+  /// The ordinary desktops among them, on all displays; valid until the next reload().
   [[nodiscard]] DesktopView desktops() const { return DesktopView(spaces_); }
 
   /// The window server's id of the active Space; 0 before the first reload().
   [[nodiscard]] std::uint64_t activeSpaceID() const { return activeSpaceID_; }
 
-  /// The first listed Space of the active id, or null when none is listed.
+  /// The first listed Space of the active id, or null if none is listed.
   [[nodiscard]] const SpaceInfo* activeSpace() const;
 
   /// Reads the window server again and posts the changes. Malformed entries count as absent; a
@@ -79,7 +79,7 @@ class SpaceManager {
 
   SpaceManager();
 
-  /// Swaps the list with `spaces` where they differ.
+  /// Replaces the list by `spaces` if they differ.
   void update(std::vector<SpaceInfo>& spaces, std::uint64_t activeSpaceID);
   /// Adds the listed desktops to the stored uuids of all desktops ever seen.
   void rememberUUIDs();
@@ -89,17 +89,17 @@ class SpaceManager {
   [[nodiscard]] const std::string* userName(const SpaceInfo& space) const;
   /// Stores the name; an empty one is removed.
   void storeName(std::string_view name, const SpaceInfo& space);
-  /// The Space's number among the desktops of its display, from 1; 0 if it is none.
+  /// Returns the Space's number among the desktops of its display, from 1; 0 if it is none of them.
   [[nodiscard]] int numberOf(const SpaceInfo& space) const;
   /// Passes the user's names to a desktop that shows names itself.
   void publishNames() const;
   /// Starts to follow the names of such a desktop.
   static void followNaming();
-  /// The user has renamed the Space elsewhere.
+  /// Handles a rename of the Space by the user elsewhere.
   void renamed(std::uint64_t spaceID, std::string_view name);
 
   void directSwitch(const SpaceInfo& space);
-  /// The place (from 0) among the desktops of all displays.
+  /// Returns the index among the desktops of all displays, from 0.
   [[nodiscard]] std::optional<std::ptrdiff_t> desktopIndex(std::uint64_t spaceID) const;
 
   void advanceTour();
@@ -111,15 +111,15 @@ class SpaceManager {
 
   std::vector<SpaceInfo> spaces_;
   std::uint64_t activeSpaceID_ = 0;
-  /// Index of the first Space of the active id, cached as every click and label needs it; the
-  /// list's size where there is none.
+  /// The index of the first Space of the active id; the list's size if there is none. Cached,
+  /// because every click and label needs it.
   std::size_t activePlace_ = 0;
   Names names_;
 
   /// The remaining swipes.
   std::deque<ISSDirection> tourQueue_;
   std::function<void()> tourCompletion_;
-  /// Empty unless a tour runs.
+  /// Empty unless a tour is under way.
   Observation tourObserver_;
   /// Counts from 1.
   int tourStep_ = 0;

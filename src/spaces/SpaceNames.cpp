@@ -11,8 +11,8 @@
 namespace vembrix {
 namespace {
 
-/// Of a Space without a name of its own; by its number among the desktops of its display,
-/// from 1, or 0 where it is none of them.
+/// Returns the default name of a Space. `number` is its place among the desktops of its display,
+/// from 1, or 0 if it is none of them.
 std::string defaultName(int number) {
   return number == 0 ? "Desktop" : "Desktop " + std::to_string(number);
 }

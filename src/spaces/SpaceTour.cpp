@@ -29,7 +29,7 @@ void SpaceManager::performAutoTour(std::function<void()> completion) {
     if (completion) completion();
     return;
   }
-  // Out to the last desktop, back to the first, and home.
+  // Goes to the last desktop, back to the first, and then to the start.
   tourQueue_.assign(static_cast<std::size_t>(count - 1 - *start), ISSDirection::Right);
   tourQueue_.insert(tourQueue_.end(), static_cast<std::size_t>(count - 1), ISSDirection::Left);
   tourQueue_.insert(tourQueue_.end(), static_cast<std::size_t>(*start), ISSDirection::Right);

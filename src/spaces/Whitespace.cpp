@@ -6,9 +6,8 @@
 namespace vembrix {
 namespace {
 
-// Every white-space and line-end character as UTF-8. U+200B is no white space
-// to Unicode any more, but the system's own trimming takes it, and a name made
-// of it alone could not be seen.
+// Every white-space and line-end character as UTF-8. Unicode no longer counts U+200B as white
+// space, but the system's own trimming does, and a name of it alone would be invisible.
 constexpr std::array<std::string_view, 26> kWhitespace = {
     "\t",           "\n",           "\v",           "\f",           "\r",           " ",
     "\xC2\x85",     "\xC2\xA0",     "\xE1\x9A\x80", "\xE2\x80\x80", "\xE2\x80\x81", "\xE2\x80\x82",

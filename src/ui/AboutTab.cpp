@@ -10,7 +10,7 @@ namespace {
 constexpr const char* kWebsiteHost = "vembrix.app";
 constexpr const char* kWebsiteURL = "https://vembrix.app";
 
-/// Shows the bundle's value under the key where it is a text, else the fallback.
+/// Shows the bundle's value under the key if it is a text, else the fallback.
 SelectableText bundleText(std::string_view key, const char* fallback) {
   const PropertyList value = Bundle::main().infoValue(key);
   const std::string* text = value.asString();

@@ -13,7 +13,7 @@
 namespace vembrix {
 namespace {
 
-/// Shown whenever the page is made: which palette was applied is not stored.
+/// The palette that a new page shows: the applied one is not stored.
 constexpr const char* kShownPalette = "Pastel";
 
 constexpr const char* kTextColorTitle = "Text Color";
@@ -27,7 +27,7 @@ bool editsForeground() {
   return store().colorMode() == ColorMode::ColorForeground;
 }
 
-/// The colour of the two that the mode uses.
+/// Returns the one of the two colours that the mode uses.
 template <typename Config>
 auto& usedColor(Config& config) {
   return editsForeground() ? config.foreground : config.background;
@@ -38,14 +38,14 @@ void colorModeChanged(int index) {
   if (index == 1) store().setColorMode(ColorMode::ColorBackground);
 }
 
-/// The palette of that place in the popup, or null.
+/// Returns the palette at that place in the popup, or null.
 const ColorPalette* paletteAt(int index) {
   const auto& palettes = PreferencesStore::palettes();
   if (index < 0 || std::cmp_greater_equal(index, palettes.size())) return nullptr;
   return &palettes[static_cast<std::size_t>(index)];
 }
 
-/// The desktop at that place among the desktops as they are now, or null.
+/// Returns the desktop at that place among the present desktops, or null.
 const SpaceInfo* desktopAt(int index) {
   if (index < 0) return nullptr;
   for (const SpaceInfo& space : SpaceManager::shared().desktops()) {
@@ -85,7 +85,7 @@ Popup palettePopup(const ShownPalette& shown) {
   });
 }
 
-/// The desktops with their colours, as they are now.
+/// Returns the present desktops with their colours.
 std::vector<ColorGrid::Well> desktopColors() {
   std::vector<ColorGrid::Well> desktops;
   const SpaceManager& manager = SpaceManager::shared();
@@ -96,7 +96,7 @@ std::vector<ColorGrid::Well> desktopColors() {
   return desktops;
 }
 
-/// The palette's colours, and those of the desktops that are not among them.
+/// Returns the palette's colours, and those of the desktops that are not among them.
 std::vector<ColorGrid::Well> swatchesOf(const ColorPalette* palette) {
   std::vector<ColorGrid::Well> swatches;
   if (palette) {

@@ -16,7 +16,7 @@ inline constexpr Font kControlFont{};
 inline constexpr Font kCommandFont{.design = Font::Design::Monospaced, .size = 11};
 
 inline constexpr Color kTextColor{SystemColor::Label};
-/// The colour of notes and unselected tabs. The system's own, as it is: it follows the system's
+/// The system's colour for notes and unselected tabs. Unmodified, so that it follows the system's
 /// setting for more contrast.
 inline constexpr Color kSecondaryTextColor{SystemColor::SecondaryLabel};
 

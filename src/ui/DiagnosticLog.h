@@ -17,14 +17,14 @@ struct DiagnosticLog {
   bool operator==(const DiagnosticLog&) const = default;
 };
 
-/// Returns the program's recent log lines as the tool prints them, or a sentence where there are
-/// none. Blocks while the tool runs; any thread but the main one.
+/// Returns the program's recent log lines as the tool prints them, or a sentence if there are none.
+/// Blocks while the tool runs; any thread but the main one.
 DiagnosticLog gatherDiagnosticLog(const LogTool& tool);
 
 /// Counts the lines, separated by line feeds, that are not empty. Any thread.
 std::size_t countLines(std::string_view text);
 
-/// "Copied 2 log lines to clipboard." Any thread.
+/// Returns the status text: "Copied 2 log lines to clipboard." Any thread.
 std::string copiedLinesStatus(std::size_t lineCount);
 
 }  // namespace vembrix

@@ -30,7 +30,7 @@ bool isTab(int index) {
 }  // namespace
 
 PreferencesWindowController& PreferencesWindowController::shared() {
-  // Never destroyed: what shows windows may end before static objects do.
+  // Never destroyed, because the platform's windows may be destroyed before static objects.
   static const auto& controller = *new auto([] {
     std::shared_ptr<PreferencesWindowController> made(new PreferencesWindowController());
     made->window_->setTabClickHandler([weak = std::weak_ptr(made)](int index) {

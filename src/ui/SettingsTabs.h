@@ -34,12 +34,12 @@ SettingsForm makeThemeTab(const TabContext& context);
 SettingsForm makeDiagnosticsTab(const TabContext& context);
 SettingsForm makeAboutTab(const TabContext& context);
 
-/// One of the tabs, before its page is made.
+/// A tab before its page is created.
 struct TabKind {
   std::string_view identifier;
   /// The name that the user sees.
   std::string_view label;
-  /// The tab's name in those of preview pictures.
+  /// The tab's part in the names of preview pictures.
   std::string_view fileName;
   SettingsForm (*makeForm)(const TabContext& context);
 };
@@ -54,7 +54,7 @@ inline constexpr std::array<TabKind, 6> kTabs = {
      {"about", "About", "about", makeAboutTab}}};
 inline constexpr int kTabCount = static_cast<int>(kTabs.size());
 
-/// Returns the index in kTabs of the tab that the builder makes.
+/// Returns the index in kTabs of the tab whose page `makeForm` creates.
 constexpr int tabIndexOf(SettingsForm (*makeForm)(const TabContext&)) {
   int index = 0;
   while (kTabs.at(static_cast<std::size_t>(index)).makeForm != makeForm) index += 1;
@@ -62,10 +62,10 @@ constexpr int tabIndexOf(SettingsForm (*makeForm)(const TabContext&)) {
 }
 inline constexpr int kThemeTabIndex = tabIndexOf(makeThemeTab);
 
-/// Creates the tab of that index in kTabs.
+/// Creates the tab at that index of kTabs.
 SettingsTab makeTab(int index, const TabContext& context);
 
-/// Returns a popup that shows the item of that title; none where it is missing.
+/// Returns a popup that shows the item of that title; empty if there is no such item.
 Popup popupOf(std::vector<std::string> items, std::string_view selectedTitle,
               std::function<void(int index, const std::string& title)> onSelect);
 Checkbox checkboxOf(std::string title, bool isOn, std::function<void(bool isOn)> onChange);

@@ -24,20 +24,20 @@ constexpr double kCornerRadius = 6;
 constexpr double kSeparatorLeading = 150;
 constexpr double kSeparatorWidth = 1;
 constexpr double kContentTop = 40;
-/// From the separator.
+/// The distance of the content from the separator.
 constexpr double kContentLeading = 12;
 constexpr double kContentInset = 14;
 }  // namespace sidebar
 
-/// A row of tabs above the page.
+/// Metrics of a row of tabs above the page.
 namespace bar {
 constexpr double kTop = 38;
 constexpr double kPillSpacing = 4;
 constexpr double kUnderlineSpacing = 10;
-/// From the buttons.
+/// The distance of the content from the buttons.
 constexpr double kContentTop = 14;
 constexpr double kContentInset = 16;
-/// Half the height of the buttons: full pills.
+/// Half the height of the buttons, which makes full pills.
 constexpr double kPillRadius = tab_button_metrics::kHeight / 2;
 }  // namespace bar
 

@@ -9,11 +9,11 @@
 
 namespace vembrix {
 
-/// Knows whether Mission Control is open. The system does not report it, so the on-screen windows
-/// are read three times a second. Main thread; lives as long as the process.
+/// Determines whether Mission Control is open. The system does not report it, so the on-screen
+/// windows are read three times a second. Main thread; lives as long as the process.
 class MissionControlWatcher {
  public:
-  /// Default center: it opened or closed.
+  /// Default center: Mission Control has opened or closed.
   static constexpr std::string_view didChange = "MissionControlWatcherDidChange";
 
   static MissionControlWatcher& shared();
@@ -21,7 +21,7 @@ class MissionControlWatcher {
   MissionControlWatcher(const MissionControlWatcher&) = delete;
   MissionControlWatcher& operator=(const MissionControlWatcher&) = delete;
 
-  /// As of the last reading.
+  /// The result of the last reading.
   [[nodiscard]] bool isActive() const { return isActive_; }
 
   /// Starts to read the windows, at once and then every 0.3 s; to be called once.
@@ -34,7 +34,7 @@ class MissionControlWatcher {
   bool detect();
 
   bool isActive_ = false;
-  // The last window list and its result, which usually hold for the next reading.
+  // The last window list and its result, which usually apply to the next reading, too.
   PropertyList answer_;
   std::vector<Screen> screens_;
   bool isCovered_ = false;

@@ -44,7 +44,7 @@ void SpaceHeatTracker::start() {
 void SpaceHeatTracker::recordEngagement() {
   const SpaceInfo* space = SpaceManager::shared().activeSpace();
   if (!space || !space->isDesktop()) return;
-  // The common case, at every click and key press.
+  // This is the common case, at every click and key press.
   if (!recency_.empty() && recency_.front() == space->uuid) return;
   std::erase(recency_, space->uuid);
   recency_.insert(recency_.begin(), space->uuid);

@@ -15,7 +15,7 @@ enum class IncludingActive { No, Yes };
 /// regardless of time. Main thread; lives as long as the process.
 class SpaceHeatTracker {
  public:
-  /// Default center: the order changed.
+  /// Default center: the order has changed.
   static constexpr std::string_view didChange = "SpaceHeatTrackerDidChange";
 
   static SpaceHeatTracker& shared();
@@ -27,8 +27,8 @@ class SpaceHeatTracker {
   void start();
 
   /// Returns the heat from 0 to 1: 1 for the most recently used Space, 0.78 times as much for each
-  /// further one, 0 from the seventh on, for unused Spaces, and while the user has heat turned off.
-  /// Without the active Space the others move up.
+  /// further one, 0 from the seventh on, for unused Spaces, and while the user has turned heat off.
+  /// If the active Space does not count, the others move up by one.
   [[nodiscard]] double heat(std::string_view spaceUUID, IncludingActive includingActive) const;
 
  private:

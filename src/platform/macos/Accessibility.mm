@@ -8,7 +8,7 @@
 namespace vembrix {
 namespace {
 
-/// Owns nothing: the system is asked anew each time.
+/// Owns nothing: asks the system each time.
 class SystemAccessibility : public Accessibility {
  public:
   bool isProcessTrusted(Prompt prompt) override {

@@ -3,7 +3,7 @@
 namespace {
 
 NSString* const kKeyPath = @"effectiveAppearance";
-/// Its address tells this class's observations from any others'.
+/// Its address identifies this class's observations.
 char observation;
 
 }  // namespace
@@ -42,7 +42,7 @@ char observation;
     [super observeValueForKeyPath:keyPath ofObject:object change:change context:context];
     return;
   }
-  // Strong references of its own: the block may invalidate the observer, or end it.
+  // Strong references, because the block may invalidate the observer, or release it.
   NS_VALID_UNTIL_END_OF_SCOPE VembrixAppearanceObserver* observer = self;
   NS_VALID_UNTIL_END_OF_SCOPE void (^handler)(void) = observer->_handler;
   if (handler) handler();

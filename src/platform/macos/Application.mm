@@ -4,8 +4,8 @@
 
 #import "platform/macos/support/Conversions.h"
 
-/// Hands the application's life on to the product. Owned by SystemApplication,
-/// which sets and clears the target; the target belongs to the product.
+/// Reports the application's events to the product. Owned by SystemApplication, which sets and
+/// clears the target; the target belongs to the product.
 @interface VembrixApplicationDelegate : NSObject <NSApplicationDelegate>
 @property(nonatomic) vembrix::ApplicationDelegate* target;
 @end
@@ -18,19 +18,19 @@
 
 - (BOOL)applicationShouldHandleReopen:(NSApplication*)application
                     hasVisibleWindows:(BOOL)hasVisibleWindows {
-  // An open menu runs a loop of its own: not inside the event, whose sender waits for
-  // the answer.
+  // An open menu runs a nested loop. So the dropdown is not opened inside the event, whose sender
+  // waits for the answer.
   __weak VembrixApplicationDelegate* weakSelf = self;
   [NSRunLoop.mainRunLoop performInModes:@[ NSRunLoopCommonModes ]
                                   block:^{
                                     VembrixApplicationDelegate* me = weakSelf;
                                     if (me.target) me.target->applicationDidReopen();
                                   }];
-  // AppKit has no window to bring back.
+  // There is no window that AppKit should bring back.
   return NO;
 }
 
-// No state is ever saved. AppKit complains in the log where this is not said.
+// No state is ever saved. Without this method AppKit logs a warning.
 - (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)application {
   return YES;
 }
@@ -64,8 +64,8 @@ class SystemApplication : public Application {
   }
 
   void terminate() override {
-    // AppKit ends the process inside terminate:, so that the caller would never return. From the
-    // run loop it also works before run().
+    // terminate: ends the process, so the caller would never return. Performed by the run loop, it
+    // also works before run().
     [app_ performSelector:@selector(terminate:)
                withObject:nil
                afterDelay:0
@@ -73,7 +73,7 @@ class SystemApplication : public Application {
   }
 
   void activate() override {
-    // Its successor since macOS 14 is only a request, which is often refused to an accessory: the
+    // Since macOS 14 its successor is only a request, which is often refused to an accessory: the
     // window would stay behind those of the program in front.
     [app_ activateIgnoringOtherApps:YES];
   }
@@ -103,7 +103,7 @@ class SystemApplication : public Application {
 
 Application& Application::shared() {
   static auto& application = []() -> SystemApplication& {
-    // There is no pool of AppKit's yet.
+    // AppKit has no autorelease pool yet.
     @autoreleasepool {
       return *new SystemApplication;
     }

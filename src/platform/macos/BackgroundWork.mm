@@ -10,12 +10,12 @@
 namespace vembrix {
 namespace {
 
-/// The system's global queue, which owns each block until it has run.
+/// Runs blocks on the system's global queue, which owns each until it has run.
 class DispatchBackgroundWork : public BackgroundWork {
  public:
   void async(std::function<void()> block) override {
-    // Shared, since a block of the system copies what it captures: there is one
-    // block, which is emptied where it runs.
+    // Shared, because the system's block copies what it captures. All copies refer to one function,
+    // which is emptied when it runs.
     const auto work = std::make_shared<std::function<void()>>(std::move(block));
     dispatch_async(dispatch_get_global_queue(QOS_CLASS_USER_INITIATED, 0), ^{
       @autoreleasepool {

@@ -10,7 +10,7 @@ class MainBundle : public Bundle {
  public:
   PropertyList infoValue(std::string_view key) const override {
     @autoreleasepool {
-      // Not objectForInfoDictionaryKey:, which may give a localised value.
+      // objectForInfoDictionaryKey: might return a localised value.
       return propertyListFrom(NSBundle.mainBundle.infoDictionary[nativeString(key)]);
     }
   }

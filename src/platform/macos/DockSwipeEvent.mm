@@ -24,7 +24,8 @@ namespace {
 
 void postNow(CGEventRef event) { CGEventPost(kCGSessionEventTap, event); }
 
-/// The header names no field of a gesture. Its type holds any number.
+/// Returns the field of that number. The header names no field of a gesture, but its type holds any
+/// number.
 CGEventField fieldOf(int number) {
   // NOLINTNEXTLINE(clang-analyzer-optin.core.EnumCastOutOfRange)
   return static_cast<CGEventField>(number);
@@ -34,8 +35,8 @@ double doubleField(CGEventRef event, int field) {
   return CGEventGetDoubleValueField(event, fieldOf(field));
 }
 
-/// Posts swipes to a Dock that wants to see the trackpad's report with them: from
-/// macOS 27 on. Owns nothing but what it remembers of the swipe under way. Main thread.
+/// Posts swipes to a Dock that requires the trackpad's report with them: from macOS 27 on. Owns
+/// only what it remembers of the present swipe. Main thread.
 class ReportedSwipes {
  public:
   static ReportedSwipes& shared() {
@@ -56,7 +57,7 @@ class ReportedSwipes {
   /// Fields that a trackpad's own events have.
   enum TrackpadField : int { FingerPosition = 125, PhaseAgain = 134, Flavor = 138, Time = 169 };
 
-  /// As is the default.
+  /// Returns the setting for natural scrolling, which is on by default.
   static bool isScrollingNatural() {
     @autoreleasepool {
       id value =
@@ -65,8 +66,8 @@ class ReportedSwipes {
     }
   }
 
-  /// As far as a swipe must go to arrive without a transition. Shorter ones leave the
-  /// menu bar and the windows of the new Space unpainted.
+  /// Returns the progress with which a swipe arrives without a transition. With less, the menu bar
+  /// and the windows of the new Space stay unpainted.
   static double visibleProgress(double progress) {
     constexpr double kShortest = 1.0 / 65536;
     return std::abs(progress) < kShortest ? std::copysign(1.0, progress) : progress;
@@ -108,7 +109,7 @@ class ReportedSwipes {
     const std::span<const std::uint8_t> bytes(
         CFDataGetBytePtr(data.get()), static_cast<std::size_t>(CFDataGetLength(data.get())));
     const std::vector<std::uint8_t> reported = withTrackpadReport(bytes, trackpadReport(swipe));
-    // An event whose form is not known goes as it is.
+    // An event in an unknown format is posted as it is.
     if (reported.empty()) return CFOwned<CGEventRef>::retain(event);
     const auto reportedData = CFOwned<CFDataRef>::adopt(
         CFDataCreate(kCFAllocatorDefault, reported.data(), static_cast<CFIndex>(reported.size())));
@@ -118,13 +119,13 @@ class ReportedSwipes {
     return made ? std::move(made) : CFOwned<CGEventRef>::retain(event);
   }
 
-  /// What the tap knows this program's own swipes by. An event that was serialised may
-  /// have lost it.
+  /// Marks the event by the field from which the tap recognises this program's own swipes.
+  /// Serialising may have removed it.
   static void markAsOwn(CGEventRef event) {
     CGEventSetIntegerValueField(event, fieldOf(dockswipe::SourceProcess), getpid());
   }
 
-  /// The Dock misses what comes less than a few milliseconds after the last.
+  /// Posts events a few milliseconds apart, because the Dock misses those that come sooner.
   void postInTurn(CFOwned<CGEventRef> event) {
     constexpr std::chrono::milliseconds kPause{10};
     const Clock::time_point now = Clock::now();
@@ -138,13 +139,13 @@ class ReportedSwipes {
     MainQueue::main().after(turn - now, [shared] { postNow(shared->get()); });
   }
 
-  /// Of the swipe under way: the user may change the setting in the middle of it.
+  /// The sign for the present swipe: the user may change the setting during it.
   double sign_ = 1;
   Clock::time_point nextTurn_;
 };
 
-/// Owns the native event. Posting it sends a copy: the window server keeps
-/// nothing of this process's, and the event may be changed and posted again.
+/// Owns the native event. Posting sends a copy: the window server keeps nothing of this process,
+/// and the event may be changed and posted again.
 class SystemDockSwipeEvent : public DockSwipeEvent {
  public:
   explicit SystemDockSwipeEvent(CFOwned<CGEventRef> event) : event_(std::move(event)) {}

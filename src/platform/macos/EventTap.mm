@@ -22,8 +22,8 @@ namespace {
 static_assert(EventTap::disabledByTimeout == kCGEventTapDisabledByTimeout);
 static_assert(EventTap::disabledByUserInput == kCGEventTapDisabledByUserInput);
 
-/// Borrows the native event, and lies on the stack: nothing is read of it but the
-/// fields that the handler asks for. Without an event it has no fields.
+/// Borrows the native event for the time of a call. Reads only the fields that the handler asks
+/// for. Without an event it has no fields.
 class SystemTappedEvent final : public TappedEvent {
  public:
   explicit SystemTappedEvent(CGEventRef event) : event_(event) {}
@@ -51,8 +51,9 @@ class SystemTappedEvent final : public TappedEvent {
   CGEventRef const event_;
 };
 
-/// Between two enablings. Without the permission, or under a lasting load, the system disables the
-/// tap and reports that as soon as it is enabled, which would form an endless loop.
+/// The least time between two attempts to enable the tap. Without the permission, or under a
+/// lasting load, the system disables a tap and reports that as soon as it is enabled: an endless
+/// loop.
 constexpr std::chrono::seconds kPause{1};
 
 /// Owns the tap's port and the source by which the main run loop serves it. The
@@ -70,7 +71,7 @@ class SystemEventTap : public EventTap {
             CGEventTapCreate(kCGSessionEventTap, kCGHeadInsertEventTap, kCGEventTapOptionListenOnly,
                              kCGEventMaskForAllEvents, &SystemEventTap::receive, this))) {
     if (!port_) return;
-    // The system makes taps enabled.
+    // The system creates taps enabled.
     CGEventTapEnable(port_.get(), false);
     source_ = CFOwned<CFRunLoopSourceRef>::adopt(
         CFMachPortCreateRunLoopSource(kCFAllocatorDefault, port_.get(), /*order=*/0));
@@ -80,15 +81,15 @@ class SystemEventTap : public EventTap {
     if (!port_) return;
     CGEventTapEnable(port_.get(), false);
     if (source_) CFRunLoopRemoveSource(CFRunLoopGetMain(), source_.get(), kCFRunLoopCommonModes);
-    // Discards what still waits in the port.
+    // Discards the messages that still wait in the port.
     CFMachPortInvalidate(port_.get());
   }
 
   SystemEventTap(const SystemEventTap&) = delete;
   SystemEventTap& operator=(const SystemEventTap&) = delete;
 
-  /// Either permission will do for a tap that only listens. The system asks the user
-  /// nothing for this.
+  /// Returns whether the user has given one of the two permissions, either of which is enough for a
+  /// tap that only listens. The system does not prompt for this.
   static bool isAllowed() { return AXIsProcessTrusted() || CGPreflightListenEventAccess(); }
 
   [[nodiscard]] bool isOpen() const { return static_cast<bool>(source_); }
@@ -99,9 +100,9 @@ class SystemEventTap : public EventTap {
       return;
     }
     isServed_ = true;
-    // From now on, so that nothing arrives before: a few events may wait in the
-    // port from the moment when the tap was made, and with them the message that it
-    // was disabled, upon which enabling it once more does no harm.
+    // Added only now, so that no event arrives earlier. A few events may wait in the port since the
+    // tap was created, among them the message that it was disabled; enabling it once more does no
+    // harm.
     CFRunLoopAddSource(CFRunLoopGetMain(), source_.get(), kCFRunLoopCommonModes);
     enableNow();
     lookAfterItself();
@@ -146,10 +147,10 @@ class SystemEventTap : public EventTap {
 
   /// Called by the run loop for every event of the session.
   static CGEventRef receive(CGEventTapProxy, CGEventType type, CGEventRef event, void* address) {
-    // The run loop may serve many events before AppKit empties its own pool.
+    // The run loop may deliver many events before AppKit empties its own pool.
     @autoreleasepool {
       const auto* tap = static_cast<SystemEventTap*>(address);
-      // Both may lose their owner meanwhile: a handler may drop its tap.
+      // Copies, because a handler may drop its tap, which owns both.
       const std::shared_ptr<const Handler> handler = tap->handler_;
       const auto port = CFOwned<CFMachPortRef>::retain(tap->port_.get());
       const bool hasFields =
@@ -173,8 +174,8 @@ class SystemEventTap : public EventTap {
 }  // namespace
 
 std::unique_ptr<EventTap> EventTap::create(Handler handler) {
-  // An attempt without the permission makes the system ask for one of its own, as if
-  // Vembrix were to read what is typed.
+  // Without the permission, the attempt would make the system ask for another one, as if Vembrix
+  // read what is typed.
   if (!SystemEventTap::isAllowed()) return nullptr;
   auto tap = std::make_unique<SystemEventTap>(std::move(handler));
   if (!tap->isOpen()) return nullptr;

@@ -27,11 +27,11 @@ struct Listener {
   bool isDropped = false;
 };
 
-/// AppKit's monitors of what goes to other programs. AppKit owns a monitor from
-/// the call that adds it to the one that removes it, which is the token's.
+/// AppKit's monitors of events for other programs. AppKit owns a monitor from
+/// the call that adds it to the one that removes it, which the token makes.
 ///
-/// AppKit does not say whether a monitor that was added without the permission for key
-/// presses sees them once it is given; so those are added anew then.
+/// It is undocumented whether a monitor that was added without the permission for key
+/// presses receives them once the permission is given, so monitors of keys are then added again.
 class SystemInputMonitor : public InputMonitor {
  public:
   Token addGlobalMonitor(std::uint64_t mask, std::function<void()> handler) override {
@@ -58,7 +58,7 @@ class SystemInputMonitor : public InputMonitor {
   /// By value: blocks keep copies of values only, which clang-tidy does not know.
   // NOLINTNEXTLINE(performance-unnecessary-value-param)
   static id addMonitor(std::shared_ptr<Listener> listener) {
-    // Never looks at the event: what was typed is not this program's business.
+    // Does not look at the event: what was typed is not this program's business.
     return [NSEvent addGlobalMonitorForEventsMatchingMask:listener->mask
                                                   handler:^(NSEvent*) {
                                                     tell(listener);
@@ -80,8 +80,8 @@ class SystemInputMonitor : public InputMonitor {
     }
   }
 
-  /// By value: the handler may drop the token, and with it the block's own share.
-  /// The system promises nothing about a monitor that is removed during an event.
+  /// By value: the handler may drop the token, and with it the block's own reference. The system
+  /// promises nothing about a monitor that is removed during an event.
   // NOLINTNEXTLINE(performance-unnecessary-value-param)
   static void tell(std::shared_ptr<Listener> listener) {
     @autoreleasepool {

@@ -8,7 +8,7 @@ namespace vembrix {
 std::optional<std::string> encodeJson(const PropertyList& value) {
   @autoreleasepool {
     id object = nativeObject(value, NativeForm::Json);
-    // Says no to a top level of another kind; the encoder would throw.
+    // Rejects other kinds at the top level, for which the encoder would throw.
     if (!object || ![NSJSONSerialization isValidJSONObject:object]) return std::nullopt;
     NSData* data = [NSJSONSerialization dataWithJSONObject:object options:0 error:nil];
     if (!data) return std::nullopt;
@@ -17,12 +17,11 @@ std::optional<std::string> encodeJson(const PropertyList& value) {
 }
 
 std::optional<PropertyList> decodeJson(std::string_view text) {
-  // Foundation guesses the encoding and would take UTF-16 or UTF-32 as well. Both
-  // show in the bytes: JSON has no NUL.
+  // Foundation guesses the encoding and would accept UTF-16 and UTF-32, too. These contain NUL
+  // bytes, which JSON in UTF-8 does not.
   if (text.find('\0') != std::string_view::npos || !isUtf8(text)) return std::nullopt;
   @autoreleasepool {
-    // Without options a top level of another kind than array or object is an
-    // error.
+    // Without options, it is an error if the top level is neither array nor object.
     id object = [NSJSONSerialization JSONObjectWithData:borrowedData(text) options:0 error:nil];
     if (!object) return std::nullopt;
     return propertyListFrom(object);

@@ -6,7 +6,7 @@
 namespace vembrix {
 namespace {
 
-/// The unified log's own tool. Owns the command; a run owns its process and its pipe.
+/// Runs the unified log's own tool. Owns the command; a run owns its process and its pipe.
 class SystemLogTool : public LogTool {
  public:
   const LogCommand& command() const override { return command_; }

@@ -12,39 +12,39 @@
 namespace vembrix {
 namespace {
 
-/// A block that runs at most once, shared by the queue that will run it and the
-/// token that may take it back.
+/// A block that runs at most once, shared by the queue that will run it and the token that may
+/// cancel it.
 using Work = std::shared_ptr<std::function<void()>>;
 
 Work makeWork(std::function<void()> block) {
   return std::make_shared<std::function<void()>>(std::move(block));
 }
 
-/// The block is taken out first: it may drop its own token, and what it holds
-/// goes as soon as it has run. With a pool of its own: AppKit empties its pool after
-/// events, of which a program in the background hardly gets any.
+/// Runs the block. It is taken out first, because it may drop its own token, and so that its
+/// captures are destroyed as soon as it has run. Has its own pool, because AppKit empties its pool
+/// after events, which a background program hardly gets.
 void runOnce(const Work& work) {
   @autoreleasepool {
     if (auto block = std::exchange(*work, nullptr)) block();
   }
 }
 
-/// A block that runs again and again, and may end itself while it runs.
+/// A block that runs repeatedly, and may end itself while it runs.
 struct Beat {
   std::function<void()> block;
   bool isOver = false;
 };
 
-/// How closely a timer keeps to its moment.
+/// The precision of a timer.
 enum class Precision : uintptr_t {
   /// The system may let the timer coincide with other wake-ups, which saves energy.
   Shared = 0,
-  /// To the moment. The system would otherwise let a timer be late by a tenth of its delay, as
-  /// dispatch_after() is, and run two of them in either order.
+  /// At the exact time. By default the system may delay a timer by a tenth of its delay, as with
+  /// dispatch_after(), and run two timers in either order.
   Strict = DISPATCH_TIMER_STRICT,
 };
 
-/// A source on the main queue, not activated yet.
+/// Returns a source on the main queue that is not activated yet.
 dispatch_source_t makeTimer(Precision precision, Duration delay, std::uint64_t interval) {
   dispatch_source_t timer = dispatch_source_create(
       DISPATCH_SOURCE_TYPE_TIMER, 0, static_cast<uintptr_t>(precision), dispatch_get_main_queue());
@@ -85,8 +85,7 @@ class DispatchMainQueue : public MainQueue {
     const auto beat = std::make_shared<Beat>(Beat{std::move(block)});
     const Duration grid = std::max(interval, Duration(1));
     const bool isDue = delay <= Duration::zero();
-    // Dispatch itself makes one beat of those that were missed, and keeps to the
-    // grid.
+    // Dispatch merges missed beats into one and keeps to the grid.
     dispatch_source_t timer = makeTimer(Precision::Shared, isDue ? grid : delay,
                                         static_cast<std::uint64_t>(grid.count()));
     const dispatch_block_t handler = ^{
@@ -94,7 +93,7 @@ class DispatchMainQueue : public MainQueue {
         if (!beat->isOver) beat->block();
       }
     };
-    // A beat that is due at once takes its turn in the queue.
+    // A beat that is due at once waits for its turn in the queue.
     if (isDue) dispatch_async(dispatch_get_main_queue(), handler);
     dispatch_source_set_event_handler(timer, handler);
     dispatch_activate(timer);
@@ -105,9 +104,9 @@ class DispatchMainQueue : public MainQueue {
   }
 
  private:
-  /// The timer, or nil for what is due at once: that goes to the end of the queue,
-  /// behind what was given before. By value: blocks keep copies of values only,
-  /// which clang-tidy does not know.
+  /// Returns the timer, or nil for a block that is due at once: that goes to the end of the queue,
+  /// behind earlier blocks. By value: blocks keep copies of values only, which clang-tidy does not
+  /// know.
   // NOLINTNEXTLINE(performance-unnecessary-value-param)
   static dispatch_source_t start(Duration delay, Work work) {
     if (delay <= Duration::zero()) {

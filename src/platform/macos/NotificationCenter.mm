@@ -16,8 +16,8 @@
 #import "platform/macos/support/Conversions.h"
 #import "platform/macos/support/ScreenCache.h"
 
-/// The one observer of a name at a native center. Owned by the C++ center, which
-/// the block leads back to.
+/// The only observer of a name at a native center. Owned by the C++ center, to which its block
+/// refers.
 @interface VembrixNotificationRelay : NSObject
 @property(nonatomic, readonly, copy) NSString* name;
 - (instancetype)initWithName:(NSString*)name handler:(void (^)(void))handler;
@@ -38,7 +38,7 @@
 }
 
 - (void)receive:(NSNotification*)notification {
-  // Posts of other processes arrive outside of AppKit's events and their pools.
+  // Notifications of other processes arrive outside of AppKit's events and their pools.
   @autoreleasepool {
     _handler();
   }
@@ -54,8 +54,8 @@ struct Observer {
   bool isDropped = false;
 };
 
-/// The observers of one name, in the order in which they were added. A change creates another list:
-/// a post uses the one with which it began.
+/// The observers of one name, in the order in which they were added. A change creates another list,
+/// so a post continues with the list with which it began.
 struct Channel {
   using Observers = std::vector<std::shared_ptr<Observer>>;
 
@@ -85,10 +85,10 @@ struct Channel {
   }
 };
 
-/// A center of the system's. The system promises no order among observers, and
-/// nothing about those that come and go during a post; so it gets one observer per
-/// name, which hands each post to the product's observers by the product's rules.
-/// That one stays once it is there. Centers are never destroyed, nor are channels.
+/// A center of the system. The system promises no order among observers, and nothing about
+/// observers that are added or removed during a post. So it gets one observer per name, which stays
+/// and calls the product's observers by the product's rules. Centers and channels are never
+/// destroyed.
 class SystemNotificationCenter : public NotificationCenter {
  public:
   explicit SystemNotificationCenter(NSNotificationCenter* center) : center_(center) {}
@@ -116,7 +116,7 @@ class SystemNotificationCenter : public NotificationCenter {
   virtual void postTo(NSNotificationCenter* center, NSString* name) {
     [center postNotificationName:name object:nil];
   }
-  /// A post has come in.
+  /// Called when a notification has arrived.
   virtual void receive(std::string_view, const Channel& channel) { channel.tell(); }
 
  private:
@@ -136,9 +136,9 @@ class SystemNotificationCenter : public NotificationCenter {
   std::map<std::string, Channel, std::less<>> channels_;
 };
 
-/// What comes from other processes. AppKit suspends this center while the
-/// application is not active, which an accessory hardly ever is: so posts are both
-/// sent and received regardless.
+/// The center for notifications of other processes. AppKit suspends it while the
+/// application is not active, which is nearly always the case for an accessory, so posts are both
+/// sent and received immediately.
 ///
 /// The system reports a new theme before AppKit applies it. Observers of the theme are called once,
 /// when the application's appearance has changed.
@@ -194,7 +194,7 @@ class DistributedNotificationCenter : public SystemNotificationCenter {
 
 NotificationCenter& NotificationCenter::defaultCenter() {
   static auto& center = *new SystemNotificationCenter(NSNotificationCenter.defaultCenter);
-  // Its first observer, ahead of all others.
+  // The first observer, ahead of all others.
   static const auto& screens = *new Observation(
       center.addObserver(notification::kScreenParametersDidChange, invalidateScreenCache));
   static_cast<void>(screens);

@@ -8,15 +8,15 @@
 namespace vembrix {
 namespace {
 
-/// Owns nothing: what is put there belongs to the system.
+/// Owns nothing: the pasteboard's contents belong to the system.
 class GeneralPasteboard : public Pasteboard {
  public:
   bool setString(std::string_view text) override {
     @autoreleasepool {
       const std::optional<std::string> repaired = repairedUtf8(text);
       const std::string_view valid = repaired ? *repaired : text;
-      // The type's own form is UTF-8. A log of many megabytes would only be turned
-      // into UTF-16 and back as a string.
+      // The type's own encoding is UTF-8. As a string, a log of many megabytes would be converted
+      // to UTF-16 and back.
       NSData* data = [NSData dataWithBytes:valid.data() length:valid.size()];
       NSPasteboard* pasteboard = NSPasteboard.generalPasteboard;
       [pasteboard clearContents];

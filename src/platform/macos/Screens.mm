@@ -11,12 +11,12 @@ namespace {
 
 bool cacheIsStale = true;
 
-/// NSScreen as values. They are kept: a visible frame depends on the Dock, so that
-/// asking NSScreen for one can cost a call to another process. Owns those values and
-/// keeps no NSScreen, which AppKit replaces as it likes.
+/// The screens as values. They are cached: a visible frame depends on the Dock, so asking NSScreen
+/// for it can cost a call to another process. Owns the values and keeps no NSScreen, which AppKit
+/// replaces at any time.
 class SystemScreens : public Screens {
  public:
-  // The center exists from here on, and calls invalidateScreenCache().
+  // Creates the center, which calls invalidateScreenCache().
   SystemScreens() { NotificationCenter::defaultCenter(); }
 
   const std::vector<Screen>& all() const override {
@@ -30,7 +30,7 @@ class SystemScreens : public Screens {
       if (!main) return nullptr;
       const Rect frame = rectFrom(main.frame);
       if (const Screen* screen = find(frame)) return screen;
-      // AppKit knows of a change that it has not reported yet.
+      // AppKit has noticed a change that it has not reported yet.
       cacheIsStale = true;
       return find(frame);
     }
@@ -46,8 +46,8 @@ class SystemScreens : public Screens {
   void read() const {
     @autoreleasepool {
       NSArray<NSScreen*>* present = NSScreen.screens;
-      // On the way from one display to the next, and in sleep, there may be none. What
-      // there was stands until there is one again.
+      // While displays are exchanged, and during sleep, there may be no screen. The former ones are
+      // kept until there is one again.
       if (present.count == 0) return;
       screens_.clear();
       for (NSScreen* screen in present) {

@@ -11,10 +11,10 @@ namespace {
 class UnifiedLog : public SystemLog {
  public:
   void write(std::string_view line) override {
-    // Not NSLog: since macOS 26 it marks its text private, and the log tool shows "<private>" in
-    // its place. At the default level lines are kept.
+    // Not NSLog: since macOS 26 it marks its text private, and the log tool shows "<private>"
+    // instead. Lines at the default level are stored.
     os_log(OS_LOG_DEFAULT, "%{public}.*s", static_cast<int>(line.size()), line.data());
-    // For a start from a terminal; programs started by the Finder have no visible standard error.
+    // For starts from a terminal; programs started by the Finder have no visible standard error.
     std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
   }
 };

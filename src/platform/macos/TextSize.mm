@@ -7,7 +7,7 @@ namespace vembrix {
 Size textSize(std::string_view text, const Font& font) {
   @autoreleasepool {
     NSDictionary* attributes = @{NSFontAttributeName : nativeFont(font)};
-    // A label shows line breaks, which a name should not have, as blanks.
+    // Labels show line breaks, which names should not have, as blanks.
     NSString* line = [[nativeString(text)
         componentsSeparatedByCharactersInSet:NSCharacterSet.newlineCharacterSet]
         componentsJoinedByString:@" "];

@@ -13,14 +13,15 @@
 namespace vembrix {
 namespace {
 
-/// The preferences system, which keeps the values of the process's own domain in memory and reports
-/// other processes' writes to this one. Owns, per key, the object that was read last and its value;
-/// the store itself is Foundation's.
+/// The preferences system, which keeps the values of the process's own domain in memory and is
+/// informed of other processes' writes. Owns, for each key, the object that was read last and its
+/// value; the store itself is Foundation's.
 class SystemUserDefaults : public UserDefaults {
  public:
   SystemUserDefaults() {
-    // A value that was just set is on its way to the process that stores it and would be lost with
-    // this one. AppKit waits for that where it ends the process, but not where main() returns.
+    // A value that was just set is on its way to the process that stores it, and would be lost if
+    // this process ended now. AppKit waits for that when it ends the process, but not when main()
+    // returns.
     std::atexit([] { CFPreferencesAppSynchronize(kCFPreferencesCurrentApplication); });
   }
 
@@ -32,8 +33,8 @@ class SystemUserDefaults : public UserDefaults {
       }
       Value& value = entry->second;
       id stored = [defaults_ objectForKey:value.key];
-      // By identity: equal is not the same here, since a Boolean equals a number.
-      // What is stored never changes in place, and cannot go while it is held.
+      // Compared by identity, because a Boolean equals a number. Stored objects never change, and
+      // this one is retained, so its address is not reused.
       if (stored != value.native) {
         value.converted = propertyListFrom(stored);
         value.native = stored;
@@ -66,8 +67,8 @@ class SystemUserDefaults : public UserDefaults {
 
   PropertyList object(std::string_view key, std::string_view domain) const override {
     @autoreleasepool {
-      // From where the key list comes. The lookup that applications use for their
-      // own settings would also find what all applications share.
+      // Read from the same place as the key list. The function for applications' own settings would
+      // also find those that all applications share.
       const auto value = CFOwned<CFPropertyListRef>::adopt(CFPreferencesCopyValue(
           (__bridge CFStringRef)nativeString(key), (__bridge CFStringRef)nativeString(domain),
           kCFPreferencesCurrentUser, kCFPreferencesAnyHost));
@@ -76,7 +77,7 @@ class SystemUserDefaults : public UserDefaults {
   }
 
  private:
-  /// What a key held when it was last read.
+  /// The value of a key when it was last read.
   struct Value {
     NSString* key;
     id native;

@@ -25,8 +25,8 @@ bool isPresent(bool present, const char* name) {
 static_assert(WindowServer::onScreenOnly == kCGWindowListOptionOnScreenOnly);
 static_assert(WindowServer::excludeDesktopElements == kCGWindowListExcludeDesktopElements);
 
-/// The native form of a list of windows or Spaces. Small numbers take no memory of
-/// their own.
+/// Returns the native form of a list of windows or Spaces. Small numbers are stored without an
+/// allocation.
 template <typename Number>
 CFOwned<CFArrayRef> nativeNumbers(std::span<const Number> numbers) {
   CFMutableArrayRef array = CFArrayCreateMutable(
@@ -40,9 +40,9 @@ CFOwned<CFArrayRef> nativeNumbers(std::span<const Number> numbers) {
   return CFOwned<CFArrayRef>::adopt(array);
 }
 
-/// Answers about windows as values. Each label's window is asked for every few
-/// seconds and is in one Space, its own, nearly always: such answers are made once
-/// for each Space. Owns them; Spaces are few.
+/// The answers about windows as values. Each label's window is queried every few seconds and is
+/// nearly always in one Space, its own: such answers are created once for each Space. Owns them;
+/// there are few Spaces.
 class SpacesOfWindows {
  public:
   PropertyList read(CFArrayRef spaces) {
@@ -54,7 +54,7 @@ class SpacesOfWindows {
   }
 
  private:
-  /// Empty unless the array is one whole number.
+  /// Returns the number if the array consists of one whole number; else empty.
   static std::optional<std::int64_t> onlyNumber(CFArrayRef array) {
     if (CFArrayGetCount(array) != 1) return std::nullopt;
     CFTypeRef element = CFArrayGetValueAtIndex(array, 0);
@@ -70,9 +70,8 @@ class SpacesOfWindows {
   std::unordered_map<std::int64_t, PropertyList> single_;
 };
 
-/// The private calls, as far as the system has them, and the window list. Owns the
-/// last answer about the Spaces: as long as the desktop stays the same it is
-/// converted once.
+/// The private calls, if the system has them, and the window list. Owns the last answer about the
+/// Spaces: it is converted once while the desktop stays the same.
 class SystemWindowServer : public WindowServer {
  public:
   ConnectionID CGSMainConnectionID() override {
@@ -105,8 +104,8 @@ class SystemWindowServer : public WindowServer {
     }
   }
 
-  // A window that can be put into no Space must not be taken out of its last, and one
-  // that can be taken out of none would be in two.
+  // Without one of the calls, windows must stay where they are: one that cannot be added to a Space
+  // must not be removed from its last, and one that cannot be removed would be in two.
   bool canPlaceWindows() const override {
     return hasMainConnectionID_ && hasAddWindowsToSpaces_ && hasRemoveWindowsFromSpaces_;
   }
@@ -150,7 +149,7 @@ class SystemWindowServer : public WindowServer {
   }
 
  private:
-  // Asked once, so that what is missing is logged once.
+  // Checked once, so that a missing call is logged once.
   const bool hasMainConnectionID_ =
       isPresent(&::CGSMainConnectionID != nullptr, "CGSMainConnectionID");
   const bool hasCopyManagedDisplaySpaces_ =
@@ -166,7 +165,7 @@ class SystemWindowServer : public WindowServer {
       isPresent(&::CGSCopySpacesForWindows != nullptr, "CGSCopySpacesForWindows");
 
   CFOwned<CFArrayRef> answer_;
-  /// What the answer says.
+  /// The answer's value.
   PropertyList spaces_;
 
   SpacesOfWindows spacesOfWindows_;

@@ -14,7 +14,7 @@ class SystemWorkspace : public Workspace {
     @autoreleasepool {
       NSURL* address = [NSURL URLWithString:nativeString(url)];
       if (!address) return;
-      // With a configuration it does not wait for the other program.
+      // The call with a configuration does not wait for the other program.
       [NSWorkspace.sharedWorkspace openURL:address
                              configuration:[NSWorkspaceOpenConfiguration configuration]
                          completionHandler:nil];

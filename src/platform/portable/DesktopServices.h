@@ -13,8 +13,8 @@
 
 namespace vembrix {
 
-/// What a desktop does for the program: the services of the seam that differ from one desktop to
-/// another. They live as long as the desktop. Main thread.
+/// The services of the seam that differ from one desktop to another. They live as long as the
+/// desktop. Main thread.
 class DesktopServices {
  public:
   virtual ~DesktopServices() = default;
@@ -26,11 +26,11 @@ class DesktopServices {
   virtual const Screens& screens() = 0;
   virtual SpaceNaming& spaceNaming() = 0;
   virtual WindowServer& windowServer() = 0;
-  /// The windows that belong to Spaces without a window manager, the program's own above all.
+  /// The windows that belong to Spaces without a window manager, mainly the program's own.
   virtual SpaceWindows& windows() = 0;
-  /// As DockSwipeEvent::create().
+  /// See DockSwipeEvent::create().
   virtual std::unique_ptr<DockSwipeEvent> makeSwipeEvent() = 0;
-  /// As EventTap::create().
+  /// See EventTap::create().
   virtual std::unique_ptr<EventTap> makeTap(EventTap::Handler handler) = 0;
 
  protected:

@@ -13,9 +13,9 @@ namespace vembrix {
 class Dock {
  public:
   enum class Arrival {
-    /// The Spaces slide.
+    /// After the Spaces have slid.
     AfterTransition,
-    /// A very short swipe at high speed has no transition.
+    /// Without a transition, for a very short swipe at high speed.
     AtOnce,
   };
   using Mover = std::function<void(ISSDirection, Arrival)>;
@@ -32,7 +32,8 @@ class Dock {
 
   Mover mover_;
   std::function<void()> onBegin_;
-  /// Number of swipes under way: on a busy machine the next may begin before the last has ended.
+  /// The number of swipes under way. On a busy machine one may begin before the previous one has
+  /// ended.
   int begun_ = 0;
 };
 

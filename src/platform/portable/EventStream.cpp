@@ -72,7 +72,7 @@ class EventStream::Tap : public EventTap {
 
  private:
   void call(std::uint32_t type, const GestureEvent& event) const {
-    // Kept while it runs: it may drop the tap.
+    // A copy, because it may drop the tap while it runs.
     const auto handler = handler_;
     (*handler)(type, event);
   }
@@ -136,7 +136,7 @@ void EventStream::forEachTap(Visit visit) {
   for (std::size_t i = 0; i < taps_.size();) {
     Tap* const tap = taps_[i];
     visit(*tap);
-    // A handler may drop its tap; the next one has then taken its place.
+    // A handler may drop its tap; the next tap is then at its index.
     if (i < taps_.size() && taps_[i] == tap) ++i;
   }
 }

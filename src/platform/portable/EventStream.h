@@ -11,8 +11,8 @@
 
 namespace vembrix {
 
-/// A gesture as numbered fields. A value; holds at most as many fields as a Dock swipe has and
-/// drops further ones.
+/// A gesture as numbered fields: a value type. Holds as many fields as a Dock swipe has and drops
+/// further ones.
 class GestureEvent final : public TappedEvent, public EventFields {
  public:
   void setIntegerField(int field, std::int64_t value) override;
@@ -53,7 +53,7 @@ class EventStream {
                                             std::function<bool()> permitted);
 
   void send(const GestureEvent& event);
-  /// Sends an event of a device to the taps alone, as no Dock of this process acts on it.
+  /// Sends an event of a device to the taps alone, because no Dock of this process handles it.
   void sendToTaps(std::uint32_t type, const GestureEvent& event);
 
   /// Disables all taps, as the system does with slow ones, and reports the reason to them.

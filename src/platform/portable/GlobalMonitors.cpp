@@ -19,7 +19,8 @@ Token GlobalMonitors::add(std::uint64_t mask, std::function<void()> handler) {
 
 void GlobalMonitors::deliver(EventMask type) {
   telling_ += 1;
-  // By index: a handler may add a monitor. Ended ones stay until all handlers were called.
+  // By index, because a handler may add a monitor. Ended monitors stay until all handlers were
+  // called.
   for (std::size_t i = 0; i < monitors_.size(); ++i) {
     const std::shared_ptr<Monitor> monitor = monitors_[i];
     if (!monitor->ended && (monitor->mask & type) != 0) monitor->handler();

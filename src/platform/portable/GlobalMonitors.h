@@ -15,14 +15,14 @@ class GlobalMonitors {
   /// `maskChanged` is called when mask() has changed.
   explicit GlobalMonitors(std::function<void()> maskChanged);
 
-  /// Adds a handler until the token is dropped, which may be after this object's end.
+  /// Adds a handler until the token is dropped. The token may outlive this object.
   [[nodiscard]] Token add(std::uint64_t mask, std::function<void()> handler);
 
   /// Calls the handlers of that type, in the order in which they were added. They may add and end
   /// monitors. Allocates nothing.
   void deliver(EventMask type);
 
-  /// All types that have a monitor.
+  /// All event types that have a monitor.
   [[nodiscard]] std::uint64_t mask() const { return mask_; }
 
  private:
@@ -39,7 +39,7 @@ class GlobalMonitors {
   std::uint64_t mask_ = 0;
   /// The number of nested calls of deliver().
   int telling_ = 0;
-  /// Leads tokens to this object, for its life.
+  /// Lets tokens find this object while it exists.
   std::shared_ptr<GlobalMonitors*> self_;
 };
 

@@ -18,7 +18,7 @@ class Builder : public nlohmann::json_sax<nlohmann::json> {
   bool null() override { return add({}); }
   bool boolean(bool value) override { return add(value); }
   bool number_integer(std::int64_t value) override { return add(value); }
-  // The parser reports every number that is not negative here, also one that fits 64 signed bits.
+  // The parser reports every number that is not negative here, even if it fits 64 signed bits.
   bool number_unsigned(std::uint64_t value) override {
     const bool fits = std::in_range<std::int64_t>(value);
     return add(fits ? PropertyList(static_cast<std::int64_t>(value))

@@ -39,14 +39,14 @@ class SpaceWindows {
   explicit SpaceWindows(std::function<SpaceID()> activeSpace)
       : activeSpace_(std::move(activeSpace)) {}
 
-  /// Sets what is called, synchronously, when windows were added, removed or moved to other Spaces;
-  /// may be empty.
+  /// Sets a function that is called, synchronously, when windows were added, removed or moved to
+  /// other Spaces; may be empty.
   void watch(std::function<void()> watcher) { watcher_ = std::move(watcher); }
 
   /// Adds a hidden window and returns its number, which is never reused.
   WindowNumber add(Window window);
   void remove(WindowNumber number);
-  /// Null for an unknown number; valid until the window is removed.
+  /// Returns null for an unknown number. Valid until the window is removed.
   [[nodiscard]] Window* find(WindowNumber number);
   [[nodiscard]] const Window* find(WindowNumber number) const;
 
@@ -66,7 +66,7 @@ class SpaceWindows {
 
   /// Moves the window to exactly these Spaces.
   void move(WindowNumber number, std::vector<SpaceID> spaces);
-  /// Removes Spaces: windows that were in no other move to `refuge`; 0 for none.
+  /// Removes Spaces. Windows that were in no other Space move to `refuge`, unless that is 0.
   void removeSpaces(const std::function<bool(SpaceID)>& isGone, SpaceID refuge);
 
   /// The Space's windows in Mission Control, front to back: those ordered in that do not hide from
@@ -74,7 +74,7 @@ class SpaceWindows {
   [[nodiscard]] std::vector<WindowNumber> shownByMissionControl(SpaceID space) const;
   /// The windows ordered in that any of the Spaces holds, front to back.
   [[nodiscard]] std::vector<const Window*> onScreen(std::span<const SpaceID> spaces) const;
-  /// Whether that window is one of them while only that Space is shown.
+  /// Returns whether that window is on the screen while only that Space is shown.
   [[nodiscard]] bool isOnScreen(WindowNumber number, SpaceID space) const;
 
   [[nodiscard]] std::size_t count() const { return windows_.size(); }

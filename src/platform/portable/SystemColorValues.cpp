@@ -25,7 +25,8 @@ constexpr LightAndDark valuesOf(SystemColor name) {
     case SystemColor::Label:
       return {black(0.85), white(0.85)};
     case SystemColor::SecondaryLabel:
-      // Opaque enough for small type on every ground of the settings and the menus (4.5 : 1).
+      // Dark enough for small text on every background of the settings and menus (contrast 4.5 :
+      // 1).
       return {black(0.6), white(0.6)};
     case SystemColor::TextBackground:
       return {bytes(255, 255, 255), bytes(30, 30, 30)};
@@ -49,7 +50,7 @@ Srgb systemColorValue(SystemColor name, Appearance appearance) {
 Srgb resolved(const Color& color, Appearance appearance) {
   if (const auto srgb = color.srgb()) return *srgb;
   Srgb value = systemColorValue(*color.systemColor(), appearance);
-  // An alpha of 1 keeps that of the system's colour.
+  // An alpha of 1 means the system colour's own alpha.
   if (color.alpha() != 1) value.alpha = color.alpha();
   return value;
 }

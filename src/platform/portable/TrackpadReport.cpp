@@ -9,15 +9,15 @@
 namespace vembrix {
 namespace {
 
-// Types of input events, as the kernel numbers them.
+// Types of input events, by the kernel's numbers.
 constexpr std::uint32_t kVelocityType = 9;
 constexpr std::uint32_t kDockSwipeType = 23;
 
-// Sizes of an event of these types, in bytes.
+// The sizes of events of these types, in bytes.
 constexpr std::uint32_t kVelocitySize = 28;
 constexpr std::uint32_t kDockSwipeSize = 40;
 
-/// Numbers one after the other, the lowest byte first.
+/// Writes numbers one after the other, the lowest byte first.
 class Report {
  public:
   template <typename Number>
@@ -28,8 +28,8 @@ class Report {
     }
   }
 
-  /// In 65536ths. What is too small for that is the smallest there is: the Dock drops
-  /// a swipe that goes nowhere.
+  /// Writes a number in units of 1/65536. A number that is too small for them becomes the smallest,
+  /// because the Dock drops swipes that do not move.
   void addFixed(double value) {
     constexpr double kLimit = std::numeric_limits<std::int32_t>::max();
     const double scaled = std::clamp(value * 65536, -kLimit, kLimit);
@@ -78,9 +78,9 @@ void addVelocity(Report& report, double velocity) {
 std::vector<std::uint8_t> trackpadReport(const TrackpadSwipe& swipe) {
   Report report;
   report.add(swipe.timestamp);
-  // From no device.
+  // The sender: no device.
   report.add(std::uint64_t{0});
-  // Neither options nor attributes.
+  // No options and no attributes.
   report.add(std::uint32_t{0});
   report.add(std::uint32_t{0});
   report.add(std::uint32_t{swipe.isLast() ? 2U : 1U});
@@ -91,9 +91,8 @@ std::vector<std::uint8_t> trackpadReport(const TrackpadSwipe& swipe) {
 
 std::vector<std::uint8_t> withTrackpadReport(std::span<const std::uint8_t> event,
                                              std::span<const std::uint8_t> report) {
-  // A serialised event is its version and one record for each field: how much of what
-  // it holds, the kind and number of the field in 16 bits, and the contents. The highest
-  // byte comes first.
+  // A serialised event is its version and one record for each field: the size of the contents, the
+  // kind and number of the field in 16 bits, and the contents. The highest byte comes first.
   constexpr std::array<std::uint8_t, 4> kVersion{0, 0, 0, 2};
   constexpr std::uint16_t kReportField = 0x106D;
   if (event.size() < kVersion.size() || !std::ranges::equal(event.first<4>(), kVersion)) return {};

@@ -10,7 +10,7 @@ struct Range {
   std::uint8_t last = 0xBF;
 };
 
-/// Continuation bytes that follow the leading byte; 0 when it cannot lead.
+/// Returns the number of bytes that continue the character; 0 if the byte cannot lead one.
 std::size_t continuationCount(std::uint8_t lead) {
   if (lead >= 0xC2 && lead <= 0xDF) return 1;
   if (lead >= 0xE0 && lead <= 0xEF) return 2;
@@ -18,8 +18,8 @@ std::size_t continuationCount(std::uint8_t lead) {
   return 0;
 }
 
-/// What the second byte may be: here overlong forms, surrogates and values
-/// beyond U+10FFFF fall out.
+/// Returns the valid second bytes. They exclude overlong forms, surrogates and values beyond
+/// U+10FFFF.
 Range secondByteRange(std::uint8_t lead) {
   switch (lead) {
     case 0xE0:

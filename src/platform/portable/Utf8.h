@@ -9,16 +9,16 @@ namespace vembrix {
 
 // Text as UTF-8. Any thread.
 
-/// The character at the front of a text, or the ill-formed part there.
+/// The character at the start of a text, or the ill-formed part there.
 struct Utf8Character {
   char32_t value = 0;
-  /// Bytes of the character, or of the part to be replaced by one U+FFFD. Zero only at the end of
-  /// the text.
+  /// The number of bytes of the character, or of the part that one U+FFFD replaces. Zero only at
+  /// the end of the text.
   std::size_t length = 0;
   bool valid = false;
 };
 
-/// Strict: no overlong forms, no surrogates, nothing beyond U+10FFFF.
+/// Reads strictly: rejects overlong forms, surrogates and values beyond U+10FFFF.
 Utf8Character firstCharacter(std::string_view text);
 
 bool isUtf8(std::string_view text);

@@ -8,7 +8,7 @@
 
 namespace vembrix {
 
-// Small views of the desktop, one per seam header.
+// The desktop's services, one for each header of the seam.
 
 class EmbeddedDesktop::AccessibilityService : public Accessibility {
  public:
@@ -242,7 +242,7 @@ void EmbeddedDesktop::repairCurrent(DisplayState& state, std::size_t formerIndex
     state.current = 0;
     return;
   }
-  // The neighbour on the left, as the system does.
+  // The left neighbour becomes current, as on the real system.
   const std::size_t index = formerIndex == 0 ? 0 : formerIndex - 1;
   state.current = state.spaces[std::min(index, state.spaces.size() - 1)].id;
 }

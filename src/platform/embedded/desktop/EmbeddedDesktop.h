@@ -85,7 +85,7 @@ class EmbeddedDesktop : public DesktopServices {
   void activate(SpaceID space);
   void setAnnouncesSpaces(bool announces) { announcesSpaces_ = announces; }
 
-  /// 0 when there is none.
+  /// 0 if there is none.
   SpaceID activeSpace() const;
   /// The ids on all displays, in the window server's order.
   std::vector<SpaceID> spaceIDs() const;

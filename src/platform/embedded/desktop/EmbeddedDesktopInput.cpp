@@ -15,8 +15,8 @@ GestureEvent eventOf(const SwipeMoment& moment) {
   return event;
 }
 
-/// The bounds count down from the top left corner of the primary display, which is
-/// that high.
+/// Describes a window. Its bounds count down from the top left corner of the primary display, whose
+/// height is given.
 PropertyList windowDescription(const std::string& owner, const Rect& frame, double height) {
   const double top = height - frame.y - frame.height;
   return PropertyList::Dictionary{
@@ -29,7 +29,7 @@ PropertyList windowDescription(const std::string& owner, const Rect& frame, doub
 }  // namespace
 
 std::unique_ptr<DockSwipeEvent> EmbeddedDesktop::makeSwipeEvent() {
-  // Any process but a device, which is 0.
+  // Any number except 0, which means a device.
   constexpr std::int64_t kOwnProcess = 1;
   return events_.makeEvent(kOwnProcess, [this] { return trusted_; });
 }

@@ -4,7 +4,7 @@
 
 namespace vembrix {
 
-/// A desktop's window server with the answers that a test has put in.
+/// A desktop's window server that gives the answers of a test, if there are any.
 class TestDesktop::ScriptedWindowServer : public WindowServer {
  public:
   explicit ScriptedWindowServer(WindowServer& server) : server_(server) {}
@@ -43,7 +43,7 @@ class TestDesktop::ScriptedWindowServer : public WindowServer {
     return windowList ? *windowList : server_.CGWindowListCopyWindowInfo(options);
   }
 
-  // Empty for the desktop's own answers.
+  // Empty if the desktop's own answers apply.
 
   std::optional<PropertyList> managedDisplaySpaces;
   std::optional<SpaceID> activeSpace;

@@ -123,7 +123,7 @@ bool RecordingDropdownMenu::pressInRow(RowKey key) {
 }
 
 void RecordingDropdownMenu::choose(const MenuCommand& command) {
-  // The action may set the items anew.
+  // A copy, because the action may replace the items.
   const auto action = command.action;
   close();
   if (const auto* run = std::get_if<std::function<void()>>(&action)) {

@@ -20,7 +20,7 @@ class RecordingPreviewCanvas : public PreviewCanvas {
   std::optional<std::string> draw(SettingsContent content) override;
   std::optional<std::string> draw(MenuMock mock) override;
 
-  /// In their order.
+  /// The drawings in their order.
   const std::vector<Drawing>& drawings() const { return drawings_; }
   /// Sets whether later drawings succeed.
   void setAbleToDraw(bool able) { ableToDraw_ = able; }

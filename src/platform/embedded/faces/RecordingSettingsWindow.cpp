@@ -12,8 +12,8 @@ FormControl& controlOf(FormRow& row) {
   return std::visit([](auto& kind) -> FormControl& { return kind.control; }, row);
 }
 
-/// The first control of that type for which `matches` holds; it is given the
-/// label of the control's row, empty for a full row.
+/// Returns the first control of that type that `matches` accepts. `matches` also receives the label
+/// of the control's row; empty for a full row.
 template <typename Control, typename Matches>
 Control& find(SettingsForm& form, const Matches& matches) {
   for (FormRow& row : form.rows) {
@@ -42,12 +42,12 @@ SettingsTab& frontTab(SettingsContent& content) {
   return plain.tabs.at(plain.selected);
 }
 
-/// The page in front, of a window that is only read.
+/// Returns the page in front, which callers only read.
 SettingsForm& page(const SettingsContent& content) {
   return frontTab(const_cast<SettingsContent&>(content)).form;
 }
 
-/// Every control of that type in the content, those of hidden tabs included.
+/// Changes every control of that type in the content, including those of hidden tabs.
 template <typename Control, typename Change>
 void forEach(SettingsContent& content, const Change& change) {
   const auto visitForm = [&](SettingsForm& form) {

@@ -32,7 +32,7 @@ class RecordingSettingsWindow : public SettingsWindow {
   /// Number of times that the whole content was replaced.
   int contentCount() const { return contentCount_; }
   const SettingsContent& content() const { return content_; }
-  /// Null when the content is of the other kind.
+  /// Null if the content is of the other kind.
   const PlainContent* plain() const { return std::get_if<PlainContent>(&content_.body); }
   const ThemedContent* themed() const { return std::get_if<ThemedContent>(&content_.body); }
 
@@ -54,14 +54,14 @@ class RecordingSettingsWindow : public SettingsWindow {
   /// The item shown; empty for none.
   std::string selectedItem(std::string_view label) const;
 
-  // What a user does. The control shows the new value before it reports it.
+  // The actions of a user. The control shows the new value before it reports it.
 
   void clickTab(int index);
   void drag(std::string_view sliderLabel, double value);
   void toggle(std::string_view checkboxTitle);
   void choose(std::string_view popupLabel, int index);
   void choose(std::string_view popupLabel, std::string_view title);
-  /// Does nothing when the button is disabled.
+  /// Does nothing if the button is disabled.
   void click(std::string_view buttonTitle);
   void pickColor(int index, const Color& color);
   void close() { isShown_ = false; }

@@ -39,7 +39,7 @@ class RecordingSignWindow : public SignWindow {
  public:
   /// All existing windows, in the order of creation.
   static const std::vector<RecordingSignWindow*>& all();
-  /// Those that are in that Space, among others or alone.
+  /// Returns the windows in that Space, including those that are also in others.
   static std::vector<RecordingSignWindow*> inSpace(WindowServer::SpaceID space);
 
   explicit RecordingSignWindow(const Options& options);

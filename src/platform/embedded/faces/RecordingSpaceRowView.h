@@ -36,7 +36,7 @@ class RecordingSpaceRowView : public SpaceRowView {
   void setBounds(Size bounds) { bounds_ = bounds; }
   bool isAllSelected() const { return isAllSelected_; }
 
-  // What the user does.
+  // The actions of a user.
 
   void hover() { handler_->setHovered(true); }
   void leave() { handler_->setHovered(false); }
@@ -50,8 +50,8 @@ class RecordingSpaceRowView : public SpaceRowView {
   void clickName();
   void clickPencil();
 
-  /// Presses a key while the menu is open: passes it to the handler, then to the edit field where
-  /// the handler leaves it to that. Returns the handler's answer.
+  /// Presses a key while the menu is open: passes it to the handler, then to the edit field if the
+  /// handler passes it on. Returns the handler's answer.
   KeyHandling press(RowKey key);
   /// Presses a key for each of the characters.
   void type(std::string_view text);
@@ -70,7 +70,7 @@ class RecordingSpaceRowView : public SpaceRowView {
   SpaceRowContent content_;
   SpaceRowState state_;
   std::unique_ptr<SpaceRowHandler> handler_;
-  /// Null where no menu holds the row.
+  /// Null if no menu holds the row.
   RecordingDropdownMenu* menu_ = nullptr;
   Size bounds_ = row_metrics::kSize;
   std::string editedText_;

@@ -29,7 +29,7 @@ class EmbeddedApplication : public Application {
 
   ActivationPolicy activationPolicy() const { return policy_; }
   ApplicationDelegate* delegate() const { return delegate_; }
-  /// Acts as the user who starts the program again while it runs.
+  /// Acts like a user who starts the program again while it runs.
   void reopen() {
     if (delegate_) delegate_->applicationDidReopen();
   }

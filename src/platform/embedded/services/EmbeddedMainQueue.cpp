@@ -37,7 +37,7 @@ std::shared_ptr<EmbeddedMainQueue::Entry> EmbeddedMainQueue::add(Duration delay,
 Token EmbeddedMainQueue::tokenFor(const std::shared_ptr<Entry>& entry) {
   return Token([entry] {
     entry->ended = true;
-    // What the block holds goes with the token, unless the block runs just now.
+    // The captures of the block are destroyed with the token, unless the block is running.
     if (entry->running == 0) entry->block = nullptr;
   });
 }
@@ -76,8 +76,7 @@ std::shared_ptr<EmbeddedMainQueue::Entry> EmbeddedMainQueue::takeDue(Duration li
 
 void EmbeddedMainQueue::run(const std::shared_ptr<Entry>& entry) {
   if (entry->interval > Duration::zero()) {
-    // The next beat after now on the timer's own grid: beats that were slept
-    // through are one.
+    // The next beat after now, on the timer's own grid: several missed beats count as one.
     const Duration missed = (now_ - dueOfRunning_) / entry->interval * entry->interval;
     const std::lock_guard lock(mutex_);
     entries_.emplace(Key{dueOfRunning_ + missed + entry->interval, sequence_++}, entry);
@@ -85,7 +84,7 @@ void EmbeddedMainQueue::run(const std::shared_ptr<Entry>& entry) {
   entry->running += 1;
   entry->block();
   entry->running -= 1;
-  // A token may keep the entry for long.
+  // A token may keep the entry alive for long.
   const bool isOver = entry->ended || entry->interval == Duration::zero();
   if (isOver && entry->running == 0) entry->block = nullptr;
 }

@@ -58,7 +58,7 @@ class EmbeddedMainQueue : public MainQueue {
 
   std::shared_ptr<Entry> add(Duration delay, Duration interval, std::function<void()> block);
   Token tokenFor(const std::shared_ptr<Entry>& entry);
-  /// Takes the first live entry that is due by `limit`; null when there is none.
+  /// Takes the first live entry that is due by `limit`; null if there is none.
   std::shared_ptr<Entry> takeDue(Duration limit);
   void run(const std::shared_ptr<Entry>& entry);
 

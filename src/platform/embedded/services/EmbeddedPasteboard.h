@@ -32,7 +32,7 @@ class EmbeddedPasteboard : public Pasteboard {
 
   /// The contents by type.
   const std::map<std::string, std::string, std::less<>>& contents() const { return contents_; }
-  /// The plain text; empty when there is none.
+  /// The plain text; empty if there is none.
   std::string text() const {
     const auto found = contents_.find(kPlainText);
     return found == contents_.end() ? std::string() : found->second;

@@ -1,4 +1,4 @@
-// Puts the embedded services in the places where the product looks for them.
+// Defines the seam's access functions to return the embedded services.
 
 #include "platform/embedded/desktop/EmbeddedDesktop.h"
 #include "platform/embedded/services/EmbeddedApplication.h"

@@ -4,10 +4,10 @@
 namespace vembrix {
 namespace {
 
-/// In parts of the font's size: a font of one width for every character.
+/// The width of every character, as a part of the font's size.
 constexpr double kAdvance = 0.6;
 constexpr double kLineHeight = 1.2;
-/// Of the fonts of menus and controls.
+/// The size of the font of menus and controls.
 constexpr double kSystemSize = 13;
 
 }  // namespace

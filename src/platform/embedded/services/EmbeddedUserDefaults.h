@@ -28,7 +28,7 @@ class EmbeddedUserDefaults : public UserDefaults {
   /// Replaces a domain by a dictionary, as another program would; null removes the domain, and a
   /// value of another kind stands for unreadable contents.
   void writeDomain(std::string_view domain, const PropertyList& contents);
-  /// The dictionary of a domain; null when there is none or it cannot be read.
+  /// The dictionary of a domain; null if there is none or it cannot be read.
   PropertyList readDomain(std::string_view domain) const;
 
   /// Number of calls of set(), including those without a change.

@@ -9,8 +9,8 @@
 namespace vembrix {
 namespace {
 
-/// Owns nothing of its own: the native view belongs to the window. Compares new values with the
-/// present ones, so that unchanged ones do not reach AppKit.
+/// Owns nothing: the native view belongs to the window. Compares new values with the present ones,
+/// so that unchanged ones do not reach AppKit.
 class SystemSignView : public SignView {
  public:
   SystemSignView(VembrixBareWindow* window, VembrixSignView* view) : window_(window), view_(view) {
@@ -55,7 +55,7 @@ class SystemSignView : public SignView {
   }
 
  private:
-  /// Only through a translucent panel do text and rim add to the shadow.
+  /// Updates the shadow if the panel is translucent: only then do text and rim contribute to it.
   void contentDidChange() {
     if (look_.fill.alpha < 1) [window_ shapeDidChange];
   }
@@ -86,7 +86,7 @@ class SystemSignWindow : public SignWindow {
   SystemSignWindow& operator=(const SystemSignWindow&) = delete;
 
   WindowServer::WindowNumber windowNumber() const override {
-    // Of a window that the window server does not know it is negative or 0.
+    // Negative or 0 for a window that the window server does not know.
     const NSInteger number = window_.windowNumber;
     return number > 0 ? static_cast<WindowServer::WindowNumber>(number) : 0;
   }

@@ -47,7 +47,7 @@ class SystemTourOverlay : public TourOverlay {
   }
 
  private:
-  /// Nil once it is hidden, or on its way to that.
+  /// Nil once it is hidden, or its fade to that has begun.
   VembrixBareWindow* window_;
 };
 

@@ -9,11 +9,11 @@
 #import "platform/macos/support/Arc.h"
 
 /// The window of labels and of the tour's overlay: clear, borderless, with a shadow in the shape of
-/// its content; takes neither clicks nor the keyboard and appears in no list of windows. Main
+/// its content. Takes neither clicks nor the keyboard and appears in no list of windows. Main
 /// thread.
 ///
-/// Owned by the C++ object that created it, which ends it by dismiss, and by AppKit while a fade
-/// runs. Holds no reference back.
+/// Owned by the C++ object that created it, which ends it by dismiss, and by AppKit during a fade.
+/// Holds no reference to its owner.
 @interface VembrixBareWindow : NSWindow
 
 /// Creates a window that is on no desktop yet. `frame` is in points, global coordinates; the

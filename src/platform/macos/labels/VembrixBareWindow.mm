@@ -17,17 +17,17 @@ static_assert(Stationary == NSUInteger{NSWindowCollectionBehaviorStationary});
 static_assert(IgnoresCycle == NSUInteger{NSWindowCollectionBehaviorIgnoresCycle});
 static_assert(FullScreenAuxiliary == NSUInteger{NSWindowCollectionBehaviorFullScreenAuxiliary});
 
-/// Half of the smallest step that a screen shows. AppKit may keep an alpha value in
-/// fewer digits than it was given.
+/// Half of the smallest visible step. AppKit may keep an alpha value with fewer digits than it was
+/// given.
 constexpr double kSameOpacity = 0.5 / 255;
 
 }  // namespace
 
 @implementation VembrixBareWindow {
-  /// What the alpha value was set to last, or fades to.
+  /// The alpha value that was set last, or the target of the fade.
   double _opacity;
   BOOL _isFading;
-  /// Distinguishes a fade from those that it replaced.
+  /// Distinguishes a fade from the ones that it replaced.
   NSUInteger _fadeNumber;
   /// The last frame given to placeAt:, and the frame that AppKit made of it.
   NSRect _wantedFrame;
@@ -37,7 +37,7 @@ constexpr double kSameOpacity = 0.5 / 255;
 - (instancetype)initWithFrame:(NSRect)frame
                         level:(WindowLevel)level
                      behavior:(std::uint64_t)behavior {
-  // Not deferred: the window server knows the window, and its number, from here on.
+  // Not deferred, so that the window server knows the window, and its number, from now on.
   self = [super initWithContentRect:frame
                           styleMask:NSWindowStyleMaskBorderless
                             backing:NSBackingStoreBuffered
@@ -58,8 +58,8 @@ constexpr double kSameOpacity = 0.5 / 255;
   return self;
 }
 
-/// Not saved, not listed, not hidden along with other programs' windows, and nothing
-/// that VoiceOver would stop at.
+/// Excludes the window from saving, from lists of windows, from being hidden along with other
+/// programs' windows, and from VoiceOver.
 - (void)stayOutOfTheWay {
   self.restorable = NO;
   self.tabbingMode = NSWindowTabbingModeDisallowed;
@@ -82,13 +82,13 @@ constexpr double kSameOpacity = 0.5 / 255;
   return NO;
 }
 
-/// The product says where the window is, menu bar or not.
+/// Returns the frame unchanged: the product decides where the window is, even over the menu bar.
 - (NSRect)constrainFrameRect:(NSRect)frame toScreen:(NSScreen*)screen {
   return frame;
 }
 
 - (void)placeAt:(NSRect)frame {
-  // AppKit rounds frames, and moves windows by itself when a screen goes.
+  // AppKit rounds frames, and moves windows by itself when a screen is removed.
   if (NSEqualRects(frame, _wantedFrame) && NSEqualRects(self.frame, _placedFrame)) return;
   const NSSize oldSize = self.frame.size;
   [self setFrame:frame display:YES];
@@ -116,8 +116,8 @@ constexpr double kSameOpacity = 0.5 / 255;
   self.alphaValue = opacity;
 }
 
-/// AppKit goes on with an animation of the property when the property is set; a group
-/// of no duration ends it.
+/// Ends the fade. Setting the property alone would not: AppKit ends an animation only by a group
+/// without a duration.
 - (void)stopFadingAt:(double)opacity {
   _isFading = NO;
   _fadeNumber += 1;
@@ -150,8 +150,8 @@ constexpr double kSameOpacity = 0.5 / 255;
       }];
 }
 
-/// Whether it was the fade that runs. AppKit also reports the end of those that
-/// another took the place of.
+/// Returns whether that fade was the present one. AppKit also reports the end of fades that were
+/// replaced.
 - (BOOL)endFade:(NSUInteger)number {
   if (!_isFading || number != _fadeNumber) return NO;
   _isFading = NO;
@@ -160,8 +160,8 @@ constexpr double kSameOpacity = 0.5 / 255;
 }
 
 - (void)showInFront {
-  // An accessory program is hardly ever the active one, and orderFront: leaves the
-  // windows of an inactive one behind those of the active one.
+  // An accessory is hardly ever active, and orderFront: leaves the windows of inactive programs
+  // behind those of the active one.
   [self orderFrontRegardless];
   [self shapeDidChange];
 }
@@ -170,8 +170,8 @@ constexpr double kSameOpacity = 0.5 / 255;
 
 - (void)shapeDidChange {
   [self invalidateShadow];
-  // The window server makes the shadow of what it has, and gets what the layers show
-  // now at the end of this turn of the run loop.
+  // The window server draws the shadow from what it has now, and receives the layers' new contents
+  // at the end of this turn of the run loop.
   [self forgetShadow];
   [self performSelector:@selector(invalidateShadow)
              withObject:nil

@@ -36,8 +36,8 @@ using namespace vembrix;
   _label.maximumNumberOfLines = 1;
   _label.lineBreakMode = NSLineBreakByTruncatingTail;
   _label.translatesAutoresizingMaskIntoConstraints = NO;
-  // Less than what holds a window at its size: a long text is cut off, instead of
-  // widening the window.
+  // Weaker than the constraints that hold the window's size, so that a long text is truncated
+  // instead of widening the window.
   [_label setContentCompressionResistancePriority:NSLayoutPriorityDefaultLow
                                    forOrientation:NSLayoutConstraintOrientationHorizontal];
   [self addSubview:_label];
@@ -63,8 +63,7 @@ using namespace vembrix;
   layer.borderWidth = _look.borderWidth;
 }
 
-/// The layer's properties are all there is: a bitmap of the view's size would stay
-/// empty.
+/// The layer's properties draw everything; a bitmap of the view's size would stay empty.
 - (BOOL)wantsUpdateLayer {
   return YES;
 }

@@ -6,7 +6,7 @@
 #import "platform/macos/support/Arc.h"
 
 /// A panel with round ends and, centred in it, a turning spinner and a line of text. All colours
-/// are fixed. Owned by its window; holds no reference back.
+/// are fixed. Owned by its window, to which it holds no reference.
 @interface VembrixTourOverlayView : NSView
 
 - (instancetype)initWithContent:(const vembrix::TourOverlayContent&)content;

@@ -15,7 +15,7 @@ NSProgressIndicator* makeSpinner(CGFloat size) {
   spinner.indeterminate = YES;
   spinner.controlSize = NSControlSizeRegular;
   spinner.translatesAutoresizingMaskIntoConstraints = NO;
-  // The panel is dark whatever the system looks like.
+  // The panel is dark in every appearance of the system.
   spinner.appearance = nativeAppearance(Appearance::Dark);
   [NSLayoutConstraint activateConstraints:@[
     [spinner.widthAnchor constraintEqualToConstant:size],
@@ -30,7 +30,7 @@ NSTextField* makeText(const TourOverlayContent& content) {
   text.font = nativeFont(content.font);
   text.textColor = nativeColor(content.textColor);
   text.lineBreakMode = NSLineBreakByTruncatingTail;
-  // Less than what holds a window at its size.
+  // Weaker than the constraints that hold the window's size.
   [text setContentCompressionResistancePriority:NSLayoutPriorityDefaultLow
                                  forOrientation:NSLayoutConstraintOrientationHorizontal];
   return text;

@@ -6,15 +6,15 @@
 #import "platform/macos/menubar/NativeSpaceRowView.h"
 #import "platform/macos/support/Conversions.h"
 
-/// Forwards the system's calls of a menu's delegate to the menu's owner. The system may keep it for
-/// longer than the owner lives, which invalidates it first.
+/// Forwards the calls of a menu's delegate to the menu's owner, which invalidates it before its own
+/// end. The system may keep it longer.
 @interface VembrixMenuDelegate : NSObject <NSMenuDelegate>
-/// The menu is about to open, and is not open.
+/// Called before the menu opens.
 @property(nonatomic, copy) void (^needsUpdate)(void);
-/// Nil when the selection is on no item.
+/// Receives nil if no item is selected.
 @property(nonatomic, copy) void (^willHighlight)(NSMenuItem* item);
 @property(nonatomic, readonly) BOOL isOpen;
-/// How often it has been.
+/// The number of times that the menu has opened.
 @property(nonatomic, readonly) int openings;
 /// Ends all callbacks.
 - (void)invalidate;
@@ -28,10 +28,10 @@
 }
 
 - (void)menuNeedsUpdate:(NSMenu*)menu {
-  // The system also asks when it looks for a key equivalent, in an open menu too,
-  // where new items would end a row that is being edited.
+  // The system also calls this when it looks for a key equivalent, even in an open menu, where new
+  // items would remove a row that is being edited.
   if (_isOpen) return;
-  // A strong reference: the owner may go while the block runs.
+  // A strong reference, because the owner may be destroyed while the block runs.
   void (^needsUpdate)(void) = self.needsUpdate;
   if (needsUpdate) needsUpdate();
 }
@@ -52,7 +52,7 @@
 
 @end
 
-/// The target of a command's item. An item does not keep its target: the menu does.
+/// The target of a command's item. Owned by the menu, because items do not retain their targets.
 @interface VembrixMenuCommandTarget : NSObject
 - (instancetype)initWithHandler:(std::function<void()>)handler NS_DESIGNATED_INITIALIZER;
 - (instancetype)init NS_UNAVAILABLE;
@@ -70,11 +70,11 @@
 }
 
 - (void)perform:(id)sender {
-  // A copy: it may set new items, and this target ends with the old ones.
+  // A copy, because it may set new items, and this target is destroyed with the old ones.
   const std::function<void()> handler = _handler;
   if (!handler) return;
-  // Not while AppKit is closing the menu: windows that are shown meanwhile are reported
-  // to leave the menu's own behind, unseen, in the way of clicks.
+  // Not while AppKit is closing the menu: a window that is shown meanwhile is reported to leave the
+  // menu's own window behind, invisible and in the way of clicks.
   [NSRunLoop.mainRunLoop performInModes:@[ NSDefaultRunLoopMode ]
                                   block:^{
                                     handler();
@@ -86,8 +86,8 @@
 namespace vembrix {
 namespace {
 
-/// Owns the native menu, what its items lead to, and the delegate through which
-/// the native menu leads back here.
+/// Owns the native menu, the objects behind its items, and the delegate, which refers back to this
+/// object.
 class SystemDropdownMenu : public NativeDropdownMenu {
  public:
   SystemDropdownMenu() {
@@ -123,8 +123,8 @@ class SystemDropdownMenu : public NativeDropdownMenu {
   }
 
   void setItems(std::vector<MenuItem> items) override {
-    // The event that opens a menu lasts until the menu closes, and so does its pool:
-    // with one of its own, the old items and rows go here.
+    // The event that opens a menu lasts until the menu closes, and so does its pool. With a pool of
+    // its own, this function destroys the old items and rows at once.
     @autoreleasepool {
       clear();
       for (MenuItem& item : items) {
@@ -135,7 +135,7 @@ class SystemDropdownMenu : public NativeDropdownMenu {
 
  private:
   void clear() {
-    // Not while their rows are going.
+    // Keeps the rows alive until their items are removed.
     const std::vector<std::unique_ptr<NativeSpaceRowView>> rows = std::exchange(rows_, {});
     [menu_ removeAllItems];
     [targets_ removeAllObjects];
@@ -165,7 +165,7 @@ class SystemDropdownMenu : public NativeDropdownMenu {
   static void setAction(NSMenuItem* item, MenuCommand::Standard standard) {
     switch (standard) {
       case MenuCommand::Standard::Terminate:
-        // Without a target it reaches the application.
+        // Without a target the action reaches the application.
         item.action = @selector(terminate:);
         break;
     }
@@ -179,7 +179,7 @@ class SystemDropdownMenu : public NativeDropdownMenu {
   }
 
   void needsUpdate() {
-    // A copy: it may set another handler, or end this menu.
+    // A copy, because it may set another handler, or destroy this menu.
     const std::function<void()> handler = needsUpdateHandler_;
     if (handler) handler();
   }

@@ -6,7 +6,7 @@
 
 namespace vembrix {
 
-/// Carries out a usual command of an Edit menu (cut, copy, paste, select all, undo, redo, emoji) on
+/// Performs a usual command of an Edit menu (cut, copy, paste, select all, undo, redo, emoji) on
 /// the text. Returns whether the key press was one.
 bool performEditCommand(NSEvent* event, NSTextView* editor);
 

@@ -34,8 +34,7 @@ bool performCommandKey(unichar character, NSTextView* editor) {
 bool performEditCommand(NSEvent* event, NSTextView* editor) {
   const NSEventModifierFlags modifiers = event.modifierFlags & kShortcutModifiers;
   if (!(modifiers & NSEventModifierFlagCommand)) return false;
-  // As the layout has it with the Command key, which gives Latin letters in most
-  // layouts that have none by themselves.
+  // The characters with the Command key, which are Latin letters in most layouts without any.
   NSString* characters = [event charactersByApplyingModifiers:NSEventModifierFlagCommand];
   if (characters.length != 1) return false;
   const unichar character = [characters.lowercaseString characterAtIndex:0];

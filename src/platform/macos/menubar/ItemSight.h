@@ -10,7 +10,7 @@ namespace vembrix {
 /// A display and its camera housing, in points, global coordinates.
 struct MenuBarScreen {
   Rect frame;
-  /// The part of the top edge behind the camera; empty where there is none.
+  /// The part of the top edge behind the camera; empty if there is none.
   Rect notch;
 };
 

@@ -14,7 +14,7 @@ namespace vembrix {
 NSTimer* startMenuTimer(double interval, void (^block)(void));
 
 /// Passes every key press during an open menu to the handler instead of the menu, until the token
-/// is dropped, which the handler may do. The handler returns whether to pass it further queued key
+/// is dropped, possibly by the handler. The handler returns whether to pass it further queued key
 /// presses.
 [[nodiscard]] Token takeMenuKeyPresses(bool (^handler)(NSEvent* event));
 

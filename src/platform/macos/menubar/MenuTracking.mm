@@ -7,7 +7,7 @@
 namespace vembrix {
 namespace {
 
-/// The next event of the queue, which stays there; nil when there is none.
+/// Returns the next event of the queue without removing it; nil if there is none.
 NSEvent* nextWaitingEvent() {
   return [NSApp nextEventMatchingMask:NSEventMaskAny
                             untilDate:nil
@@ -15,8 +15,8 @@ NSEvent* nextWaitingEvent() {
                               dequeue:NO];
 }
 
-/// Only what is next: to look for key presses behind other events, AppKit would fetch
-/// all of these, and an open menu gets a great many.
+/// Takes key presses only from the front of the queue. To find those behind other events, AppKit
+/// would fetch all of these, and an open menu gets very many.
 void takeWaitingKeyPresses(bool (^handler)(NSEvent* event)) {
   while (nextWaitingEvent().type == NSEventTypeKeyDown) {
     NSEvent* press = [NSApp nextEventMatchingMask:NSEventMaskKeyDown
@@ -33,14 +33,14 @@ NSTimer* startMenuTimer(double interval, void (^block)(void)) {
   NSTimer* timer = [NSTimer timerWithTimeInterval:interval
                                           repeats:YES
                                             block:^(NSTimer*) {
-                                              // The event that opened the menu, and its
-                                              // pool, last as long as the menu is open.
+                                              // The event that opened the menu, and its pool, last
+                                              // as long as the menu is open.
                                               @autoreleasepool {
                                                 block();
                                               }
                                             }];
-  // An open menu runs the loop in the first mode; the common ones, of which it is
-  // usually one, hold also while it opens and closes.
+  // An open menu runs the loop in the first of these modes. The common modes, which usually include
+  // it, apply while it opens and closes.
   [NSRunLoop.currentRunLoop addTimer:timer forMode:NSEventTrackingRunLoopMode];
   [NSRunLoop.currentRunLoop addTimer:timer forMode:NSRunLoopCommonModes];
   return timer;
@@ -48,13 +48,13 @@ NSTimer* startMenuTimer(double interval, void (^block)(void)) {
 
 Token takeMenuKeyPresses(bool (^handler)(NSEvent* event)) {
   using Observer = CFOwned<CFRunLoopObserverRef>;
-  // Shared, since a token's end can be copied.
+  // Shared, because the function that ends a token can be copied.
   const auto observer =
       std::make_shared<const Observer>(Observer::adopt(CFRunLoopObserverCreateWithHandler(
           kCFAllocatorDefault, kCFRunLoopBeforeSources | kCFRunLoopBeforeWaiting,
           /*repeats=*/true, /*order=*/0, ^(CFRunLoopObserverRef, CFRunLoopActivity) {
             @autoreleasepool {
-              // A strong reference: the observer may end while it runs.
+              // A strong reference, because the observer may be removed while it runs.
               bool (^const strongHandler)(NSEvent*) = handler;
               takeWaitingKeyPresses(strongHandler);
             }

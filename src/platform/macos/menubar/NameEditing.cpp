@@ -15,7 +15,7 @@ void NameEditing::look() {
   if (!isEditing_) return;
   if (field_.keyboard() == NameField::Keyboard::InField) {
     hadKeyboard_ = true;
-    // The user has clicked into the field, below the panel.
+    // The user has clicked into the field below the panel.
     closePanel();
   } else if (!panelIsOpen_) {
     ask();
@@ -29,7 +29,7 @@ void NameEditing::ask() {
     return;
   }
   requests_ += 1;
-  // Without a window there is none to ask, and no reason to wait for ever.
+  // Without a window there is none to ask, and the row may never get one.
   if (field_.keyboard() == NameField::Keyboard::NoWindow) return;
   field_.askForKeyboard(hadKeyboard_ ? NameField::Selection::AsItWas : NameField::Selection::All);
 }

@@ -47,7 +47,7 @@ class NameField {
   enum class Selection {
     /// The whole text.
     All,
-    /// The selection when the field last had the keyboard; all, if it never had.
+    /// The former selection of the field; all text if it never had the keyboard.
     AsItWas,
   };
 
@@ -94,8 +94,8 @@ class NameEditing {
 
   /// Handles a key press before the field or the panel receives it.
   KeyHandling keyDown(unsigned short keyCode);
-  /// Handles a command of the field or the panel, whatever its key. Returns whether the row carried
-  /// it out.
+  /// Handles a command of the field or the panel, whatever its key. Returns whether the row
+  /// performed it.
   bool perform(Command command);
 
  private:

@@ -7,11 +7,11 @@
 
 namespace vembrix {
 
-/// The dropdown menu on macOS, as the status item, which passes the native menu to the system, uses
-/// it.
+/// The DropdownMenu of this platform, as the status item uses it to pass the native menu to the
+/// system.
 class NativeDropdownMenu : public DropdownMenu {
  public:
-  /// Owned by this object.
+  /// The native menu, owned by this object.
   [[nodiscard]] virtual NSMenu* nativeMenu() const = 0;
   [[nodiscard]] virtual bool isOpen() const = 0;
   /// Number of times that the menu has opened.

@@ -7,7 +7,7 @@
 
 namespace vembrix {
 
-/// The row on macOS, as the menu that shows it uses it.
+/// The SpaceRowView of this platform, as the menu that shows it uses it.
 class NativeSpaceRowView : public SpaceRowView {
  public:
   /// The item whose view is the row. Owned by this object, and by the menu while it holds the item.

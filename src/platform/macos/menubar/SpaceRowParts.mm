@@ -28,7 +28,7 @@ NSImage* makeImage(const DotImage& given) {
                              }
                              return YES;
                            }];
-  // Colours of the system are resolved anew whenever the dot is drawn.
+  // Colours of the system are resolved whenever the dot is drawn.
   image.cacheMode = NSImageCacheNever;
   return image;
 }
@@ -70,9 +70,9 @@ NSButton* makeRenameButton(const SpaceRowContent& content) {
   button.bordered = NO;
   button.bezelStyle = NSBezelStyleRegularSquare;
   button.imagePosition = NSImageOnly;
-  // For the pointer. Else the Tab key, where the user moves by keyboard among all
-  // controls, would take the caret from a row that is being edited to the button of
-  // the row under the pointer.
+  // If the button could have the keyboard, the Tab key would take the caret from a row that is
+  // being edited to the button under the pointer, for users who move by keyboard among all
+  // controls.
   button.refusesFirstResponder = YES;
   button.toolTip = title;
   button.accessibilityLabel = title;
@@ -80,7 +80,8 @@ NSButton* makeRenameButton(const SpaceRowContent& content) {
   return button;
 }
 
-/// What keeps the parts where layOutRow() puts them, whatever the row's width.
+/// Returns the constraints that keep the parts where layOutRow() places them, for every width of
+/// the row.
 NSArray<NSLayoutConstraint*>* constraints(NSView* row, NSView* dot, const SpaceRowParts& parts) {
   const Size size = row_metrics::kSize;
   const SpaceRowLayout layout = layOutRow(size);
@@ -110,7 +111,7 @@ NSArray<NSLayoutConstraint*>* constraints(NSView* row, NSView* dot, const SpaceR
     height(dot, layout.dot),
 
     leading(parts.label, layout.label),
-    // As wide as its text where that is narrower.
+    // As wide as its text, if that is narrower.
     [parts.label.trailingAnchor constraintLessThanOrEqualToAnchor:row.trailingAnchor
                                                          constant:-trailingInset(layout.label)],
 

@@ -9,9 +9,8 @@
 namespace vembrix {
 namespace {
 
-/// Owns the item, its view and the handler; the view leads to the handler, and is
-/// invalidated first. A menu that is being rebuilt, or the pool of the event that
-/// rebuilds it, may keep the view a little longer.
+/// Owns the item, its view and the handler. The view refers to the handler, and is invalidated
+/// first: a menu that is being rebuilt, or the pool of that event, may keep it a little longer.
 class SystemSpaceRowView : public NativeSpaceRowView {
  public:
   SystemSpaceRowView(const SpaceRowContent& content, const SpaceRowState& state,
@@ -23,7 +22,7 @@ class SystemSpaceRowView : public NativeSpaceRowView {
         item_([[NSMenuItem alloc] initWithTitle:nativeString(state.label)
                                          action:@selector(activate:)
                                   keyEquivalent:@""]) {
-    // The title is not drawn: by it the row is found by typing, and read out.
+    // The title is not drawn. It is read out, and typing its beginning selects the row.
     item_.target = view_;
     item_.view = view_;
     if (!content.dotDescription.empty()) {

@@ -15,7 +15,7 @@
 namespace vembrix {
 namespace {
 
-/// From a click on the item to a menu that has opened, at most, in seconds.
+/// The longest time from a click on the item to an open menu, in seconds.
 constexpr double kPatience = 0.3;
 
 NSImage* makeImage(const TemplateImage& given) {
@@ -35,7 +35,7 @@ NSImage* makeImage(const TemplateImage& given) {
                              return YES;
                            }];
   [image setTemplate:YES];
-  // By which VoiceOver calls a button without a title.
+  // VoiceOver's name for a button without a title.
   image.accessibilityDescription = NSProcessInfo.processInfo.processName;
   return image;
 }
@@ -56,15 +56,15 @@ std::vector<MenuBarScreen> menuBarScreens() {
   return screens;
 }
 
-/// Owns the native item and the menu; the system keeps the item in the menu bar
-/// until it is removed. The observer of the button's appearance leads back here,
-/// and is invalidated first.
+/// Owns the native item and the menu; the system keeps the item in the menu bar until it is
+/// removed. The observer of the button's appearance refers back to this object, and is invalidated
+/// first.
 class SystemStatusItem : public StatusItem {
  public:
   SystemStatusItem() {
     NSStatusBarButton* button = item_.button;
     if (!button) return;
-    // A wider title is cut, where a button would show an ellipsis.
+    // Clips a title that is too wide; by default a button shows an ellipsis.
     button.lineBreakMode = NSLineBreakByClipping;
     appearance_ = [[VembrixAppearanceObserver alloc] initWithSubject:button
                                                              handler:^{
@@ -97,7 +97,7 @@ class SystemStatusItem : public StatusItem {
   }
 
   void setMenu(std::unique_ptr<DropdownMenu> menu) override {
-    // The old one lives until the item has let go of it.
+    // The old menu lives until the item no longer refers to it.
     std::swap(menu_, menu);
     item_.menu = nativeMenu() ? nativeMenu()->nativeMenu() : nil;
   }
@@ -114,19 +114,20 @@ class SystemStatusItem : public StatusItem {
     }
     const int openings = native->openings();
     [button performClick:nil];
-    // The click has usually lasted as long as the menu was open. Beside a full-screen
-    // program on another display it is reported to do nothing.
+    // The click has usually lasted as long as the menu was open. Beside a full-screen program on
+    // another display it is reported to have no effect.
     if (native->openings() == openings) lookAgain(openings);
   }
 
  private:
-  /// Null for none.
+  /// Null if there is no menu.
   const NativeDropdownMenu* nativeMenu() const {
     // Every menu comes from DropdownMenu::create().
     return static_cast<const NativeDropdownMenu*>(menu_.get());
   }
 
-  /// Not by the main queue, which would wait for as long as the menu is open.
+  /// Checks a moment later whether the menu has opened. By a timer, because the main queue would
+  /// wait until the menu closes.
   void lookAgain(int openings) {
     [lookAgain_ invalidate];
     lookAgain_ = [NSTimer timerWithTimeInterval:kPatience
@@ -140,7 +141,7 @@ class SystemStatusItem : public StatusItem {
     [NSRunLoop.mainRunLoop addTimer:lookAgain_ forMode:NSRunLoopCommonModes];
   }
 
-  /// Opens the menu where the menu bar's items end. AppKit moves it onto the screen.
+  /// Opens the menu at the end of the menu bar's items. AppKit moves it onto the screen.
   void openMenuAtCorner() const {
     NSScreen* screen = NSScreen.mainScreen;
     if (!screen) return;
@@ -158,9 +159,8 @@ class SystemStatusItem : public StatusItem {
   static void showLabel(NSStatusBarButton* button,
                         const StatusItemContent::AttributedTitle& title) {
     showLabel(button, StatusItemContent::PlainTitle{title.text});
-    // As an attributed string the plain title has the menu bar's font and the
-    // button's paragraph style; a string without them would be drawn in the text
-    // system's defaults.
+    // As an attributed string, the plain title has the menu bar's font and the button's paragraph
+    // style. Other attributed strings would have the text system's defaults.
     NSMutableAttributedString* text = [button.attributedTitle mutableCopy];
     [text addAttribute:NSForegroundColorAttributeName
                  value:nativeColor(title.color)
@@ -182,8 +182,8 @@ class SystemStatusItem : public StatusItem {
       return;
     }
     NSColor* color = nativeColor(*content_->fill);
-    // A layer's colour is fixed, so one of the system's is resolved for the menu
-    // bar, which may be dark in a light system.
+    // A layer's colour is fixed, so a system colour is resolved for the menu bar, which may be dark
+    // in a light system.
     [button.effectiveAppearance performAsCurrentDrawingAppearance:^{
       layer.backgroundColor = color.CGColor;
     }];
@@ -197,7 +197,7 @@ class SystemStatusItem : public StatusItem {
       [NSStatusBar.systemStatusBar statusItemWithLength:NSVariableStatusItemLength];
   VembrixAppearanceObserver* appearance_ = nil;
   std::unique_ptr<DropdownMenu> menu_;
-  /// Whether a click has opened the menu.
+  /// The timer that checks whether a click has opened the menu.
   NSTimer* lookAgain_ = nil;
   /// The content shown; empty before the first.
   std::optional<StatusItemContent> content_;

@@ -14,7 +14,7 @@
 
 /// Replaces AppKit's caret until hide.
 - (void)showIn:(NSTextView*)editor;
-/// Restores the text view. Does nothing when the caret is in none.
+/// Restores the text view. Does nothing if the caret is in none.
 - (void)hide;
 
 @end

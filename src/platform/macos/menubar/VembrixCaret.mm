@@ -7,7 +7,7 @@
 namespace {
 
 constexpr CGFloat kWidth = 1;
-/// As long as AppKit's is seen, and not seen, by default, in seconds.
+/// The time in seconds for which AppKit's caret is visible, and then invisible, by default.
 constexpr double kBlinkInterval = 0.5;
 
 NSColor* caretColor() {
@@ -20,7 +20,7 @@ NSColor* caretColor() {
 @implementation VembrixCaret {
   /// Nil while the caret is in no text.
   __weak NSTextView* _editor;
-  /// Of AppKit's caret in that text.
+  /// The colour of AppKit's caret in that text.
   NSColor* _color;
   NSTimer* _blinkTimer;
   BOOL _isLit;
@@ -68,12 +68,12 @@ NSColor* caretColor() {
   _color = nil;
 }
 
-/// Goes to where text is inserted, and is seen there for a whole interval.
+/// Moves to the insertion point and stays visible for a whole interval.
 - (void)follow {
   NSTextView* editor = _editor;
   NSWindow* window = editor.window;
   if (!window) return;
-  // The text view knows the place in whichever way it lays text out.
+  // The text view knows the position, however it lays text out.
   const NSRange place = NSMakeRange(editor.selectedRange.location, 0);
   const NSRect onScreen = [editor firstRectForCharacterRange:place actualRange:nullptr];
   const NSRect inEditor = [editor convertRect:[window convertRectFromScreen:onScreen] fromView:nil];
@@ -96,12 +96,12 @@ NSColor* caretColor() {
   return YES;
 }
 
-/// Called with the appearance in effect as the current one, and anew when it changes.
+/// Called while the appearance is the current one, and again when it changes.
 - (void)updateLayer {
   self.layer.backgroundColor = caretColor().CGColor;
 }
 
-/// Clicks are the text's.
+/// Lets clicks through to the text.
 - (NSView*)hitTest:(NSPoint)point {
   return nil;
 }

@@ -5,9 +5,9 @@
 #include "platform/SpaceRowView.h"
 #include "platform/macos/support/Arc.h"
 
-/// Edits the name of a row in an open menu: passes key presses to the text, or those that are the
-/// row's to the handler, and draws the caret where AppKit draws none. The AppKit side of
-/// NameEditing, which decides. Main thread. Owned by the row, which it holds weakly.
+/// Edits the name of a row in an open menu: passes key presses to the text or, if the row uses
+/// them, to the handler, and draws the caret if AppKit draws none. The AppKit side of NameEditing,
+/// which decides. Main thread. Owned by the row, to which it holds a weak reference.
 @interface VembrixNameEditor : NSObject <NSTextFieldDelegate>
 
 /// `field` is a hidden part of `row`. The caller owns the handler and invalidates the editor before
@@ -20,18 +20,18 @@
 /// Shows the field with the text and gives it the keyboard, now or as soon as the row enters a
 /// window.
 - (void)beginWithText:(NSString*)text;
-/// Hides the field and returns the keyboard to its window. Does nothing where no text is edited.
+/// Hides the field and returns the keyboard to its window. Does nothing if no text is being edited.
 - (void)end;
 /// To be called at intervals while the menu is open.
 - (void)look;
-/// The row has entered a window while it is edited.
+/// To be called when the row has entered a window while it is being edited.
 - (void)rowDidEnterWindow;
-/// The row is about to leave its window.
+/// To be called before the row leaves its window.
 - (void)rowWillLeaveWindow;
 /// Ends all callbacks and timers.
 - (void)invalidate;
 
-/// Carries out a command of an Edit menu on the text. Returns whether the key press was one.
+/// Performs a command of an Edit menu on the text. Returns whether the key press was one.
 - (BOOL)performEditCommand:(NSEvent*)event;
 
 @property(nonatomic, readonly) NSString* text;

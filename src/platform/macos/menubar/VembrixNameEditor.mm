@@ -27,7 +27,7 @@ MenuKeys menuKeys() {
   return isAtLeast(SystemRelease::Sonoma) ? MenuKeys::ToFirstResponder : MenuKeys::Monitored;
 }
 
-/// The way from NameEditing to its editor, which owns it.
+/// Forwards NameEditing's calls to the editor, which owns this object.
 class NativeNameField : public NameField {
  public:
   explicit NativeNameField(VembrixNameEditor* editor) : editor_(editor) {}
@@ -39,11 +39,11 @@ class NativeNameField : public NameField {
   bool hasMarkedText() const override { return [editor_ hasMarkedText]; }
 
  private:
-  /// Lives longer than this.
+  /// The editor lives longer than this object.
   __unsafe_unretained VembrixNameEditor* const editor_;
 };
 
-/// What a field is being edited in; nil while it is not.
+/// Returns the text view in which the field is being edited; nil if it is not.
 NSTextView* editorOf(NSTextField* field) {
   NSText* editor = field.currentEditor;
   return [editor isKindOfClass:[NSTextView class]] ? static_cast<NSTextView*>(editor) : nil;
@@ -58,15 +58,15 @@ NSTextView* editorOf(NSTextField* field) {
   std::optional<NameEditing> _editing;
   VembrixCaret* _caret;
   VembrixNamePanel* _panel;
-  /// Where the row was on the screen when it was last in a window, and the level of
-  /// that; empty before.
+  /// The row's frame on the screen when it was last in a window, and the window's level; empty
+  /// before that.
   NSRect _rowOnScreen;
   NSWindowLevel _menuLevel;
-  /// What was selected when the field last had the keyboard.
+  /// The selection when the field last had the keyboard.
   std::optional<NSRange> _selection;
-  /// Up to macOS 13.
+  /// The event monitor, used up to macOS 13.
   id _monitor;
-  /// While the panel is open.
+  /// Set while the panel is open.
   Token _menuKeyPresses;
 }
 
@@ -116,7 +116,8 @@ NSTextView* editorOf(NSTextField* field) {
   [self showCaret];
 }
 
-/// The field editor belongs to the window: it is given back before the row leaves it.
+/// Ends editing. The field editor belongs to the window, so it is given back before the row leaves
+/// it.
 - (void)stop {
   _editing->end();
   [self removeMonitor];
@@ -139,8 +140,8 @@ NSTextView* editorOf(NSTextField* field) {
   return _panel ? _panel.field.stringValue : _field.stringValue;
 }
 
-/// What the name is edited in now, in the menu or in the panel; nil while the field is
-/// waiting for the keyboard.
+/// Returns the text view in which the name is being edited, in the menu or in the panel; nil while
+/// the field waits for the keyboard.
 - (NSTextView*)fieldEditor {
   return editorOf(_panel ? _panel.field : _field);
 }
@@ -157,8 +158,7 @@ NSTextView* editorOf(NSTextField* field) {
 
 - (void)askForKeyboard:(NameField::Selection)selection {
   NSWindow* window = _row.window;
-  // Input methods go with the key window. A menu's may be it or may not, which is the
-  // system's to say.
+  // Input methods follow the key window. Whether the menu's window may be it depends on the system.
   if (!window.keyWindow && window.canBecomeKeyWindow) [window makeKeyWindow];
   [window makeFirstResponder:_field];
   [self select:selection];
@@ -175,7 +175,8 @@ NSTextView* editorOf(NSTextField* field) {
   }
 }
 
-/// For what comes when the row is in no window, or has lost the keyboard.
+/// Remembers position and selection for the time when the row is in no window, or has lost the
+/// keyboard.
 - (void)rememberPlace {
   NSWindow* window = _row.window;
   if (!window) return;
@@ -194,8 +195,8 @@ NSTextView* editorOf(NSTextField* field) {
   }
 }
 
-/// Gives the field editor back to the window and the keyboard to the menu. Does
-/// nothing when the field does not have them.
+/// Gives the field editor back to the window and the keyboard to the menu. Does nothing if the
+/// field does not have them.
 - (void)dropFieldEditor {
   NSTextView* editor = editorOf(_field);
   if (!editor) return;
@@ -248,7 +249,8 @@ NSTextView* editorOf(NSTextField* field) {
   [panel dismiss];
 }
 
-/// Where the field is edited by now, its text is the later one.
+/// Copies the panel's text to the field, unless the field is being edited, whose text is then
+/// newer.
 - (void)takeTextOf:(VembrixNamePanel*)panel {
   if (!editorOf(_field)) _field.stringValue = panel.field.stringValue;
 }
@@ -257,7 +259,7 @@ NSTextView* editorOf(NSTextField* field) {
   [self stop];
 }
 
-/// The field, under the panel, has the same text, so that a click into it goes on from
+/// Keeps the text of the field under the panel the same, so that a click into it continues from
 /// there.
 - (void)controlTextDidChange:(NSNotification*)notification {
   if (_panel && notification.object == _panel.field) [self takeTextOf:_panel];
@@ -287,7 +289,7 @@ NSTextView* editorOf(NSTextField* field) {
   _monitor = nil;
 }
 
-/// Nil when the event is done with.
+/// Returns the event, or nil if it was handled.
 - (NSEvent*)eventAfterKeyDown:(NSEvent*)event {
   switch (_editing->keyDown(event.keyCode)) {
     case KeyHandling::Passed:

@@ -3,7 +3,7 @@
 @implementation VembrixNamePanel
 
 - (instancetype)initWithField:(NSTextField*)field row:(NSRect)row level:(NSWindowLevel)level {
-  // The program does not become the active one by it, which would close the menu.
+  // A panel that does not activate the program, which would close the menu.
   self =
       [super initWithContentRect:row
                        styleMask:NSWindowStyleMaskBorderless | NSWindowStyleMaskNonactivatingPanel
@@ -38,7 +38,7 @@
   return NO;
 }
 
-/// Where the row is, be that over the edge of the screen.
+/// Returns the frame unchanged: the panel covers the row, even beyond the edge of the screen.
 - (NSRect)constrainFrameRect:(NSRect)frame toScreen:(NSScreen*)screen {
   return frame;
 }
@@ -51,7 +51,7 @@
 
 - (void)dismiss {
   [self orderOut:nil];
-  // Not yet: it may be a key press in the panel that ends it.
+  // Deferred, because a key press in the panel may cause this call.
   [NSRunLoop.mainRunLoop performInModes:@[ NSRunLoopCommonModes ]
                                   block:^{
                                     [self close];

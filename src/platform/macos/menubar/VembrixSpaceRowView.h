@@ -6,7 +6,8 @@
 #include "platform/macos/support/Arc.h"
 
 /// Shows a row's state and reports the user's input to the handler. Owns its parts, its timer and
-/// its name editor, which both hold it weakly; SystemSpaceRowView owns it and the handler.
+/// its name editor, which hold weak references to it; SystemSpaceRowView owns this view and the
+/// handler.
 @interface VembrixSpaceRowView : NSView
 
 /// The caller owns the handler and invalidates the row before the handler's end.

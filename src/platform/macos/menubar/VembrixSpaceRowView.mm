@@ -32,12 +32,12 @@ using namespace vembrix;
       [super initWithFrame:NSMakeRect(0, 0, row_metrics::kSize.width, row_metrics::kSize.height)];
   if (!self) return nil;
   _handler = handler;
-  // As wide as the menu, where that is wider. Left to right as its handler counts.
+  // As wide as the menu if that is wider. Left to right, as the handler expects.
   self.autoresizingMask = NSViewWidthSizable;
   self.userInterfaceLayoutDirection = NSUserInterfaceLayoutDirectionLeftToRight;
   self.wantsLayer = YES;
   self.layer.cornerRadius = row_metrics::kCornerRadius;
-  // All that show: leaves out what equals a fresh state.
+  // The new parts show a default state with this label. show: skips values that equal _state.
   _state.label = state.label;
   _parts = addSpaceRowParts(self, content, state.label);
   _nameEditor = [[VembrixNameEditor alloc] initWithField:_parts.editField row:self handler:handler];
@@ -86,8 +86,8 @@ using namespace vembrix;
     return;
   }
   NSColor* color = nativeColor(*_state.background);
-  // A layer's colour is fixed, so one of the system's is resolved for the menu,
-  // which may be dark in a light system.
+  // A layer's colour is fixed, so a system colour is resolved for the menu, which may be dark in a
+  // light system.
   [self.effectiveAppearance performAsCurrentDrawingAppearance:^{
     layer.backgroundColor = color.CGColor;
   }];
@@ -144,8 +144,8 @@ using namespace vembrix;
   if (_handler) _handler->setHovered(false);
 }
 
-/// Tracking areas alone report neither a pointer that is over the row when the menu opens nor every
-/// movement while the menu tracks the mouse itself.
+/// Observes the pointer by a timer, too: tracking areas report neither a pointer that is over the
+/// row when the menu opens nor every movement while the menu tracks the mouse itself.
 - (void)startHoverTracking {
   [self stopHoverTracking];
   if (!_handler) return;
@@ -207,8 +207,7 @@ using namespace vembrix;
 }
 
 - (void)activate:(id)sender {
-  // A click is the view's own. Were its item performed as well, it would count
-  // twice.
+  // The view handles clicks by itself. The item's action would count them twice.
   if (_handler && !_ignoresActivation) _handler->activate();
 }
 
@@ -226,8 +225,8 @@ using namespace vembrix;
   if (_handler) _handler->renameClicked();
 }
 
-/// A window has one first responder: a row that lost it would go on waiting for
-/// Return, out of sight of the caret.
+/// Cancels the editing of other rows. A window has one first responder, so a row that lost it would
+/// wait for Return without a caret.
 - (void)cancelEditingOfOthers {
   for (NSMenuItem* item in self.enclosingMenuItem.menu.itemArray) {
     NSView* view = item.view;
@@ -241,7 +240,7 @@ using namespace vembrix;
   if (_handler) _handler->cancel();
 }
 
-/// The program has no Edit menu.
+/// Performs the commands of an Edit menu, as the program has none.
 - (BOOL)performKeyEquivalent:(NSEvent*)event {
   return [_nameEditor performEditCommand:event] || [super performKeyEquivalent:event];
 }
@@ -255,7 +254,7 @@ using namespace vembrix;
   if (!content.dotDescription.empty()) {
     self.accessibilityValue = nativeString(content.dotDescription);
   }
-  // The button is there only under the pointer.
+  // The button is visible only under the pointer, so assistive programs get an action.
   self.accessibilityCustomActions =
       @[ [[NSAccessibilityCustomAction alloc] initWithName:nativeString(content.renameTitle)
                                                     target:self

@@ -33,7 +33,7 @@ enum class NativeForm {
   Json,
 };
 
-/// Nil where the value, or a value inside it, cannot be converted.
+/// Nil if the value, or a value inside it, cannot be converted.
 id nativeObject(const PropertyList& value, NativeForm form);
 
 /// Null for nil, NSNull and objects that no property list holds. A whole number beyond 64 bits
@@ -43,15 +43,15 @@ PropertyList propertyListFrom(id object);
 /// A colour of the system stays dynamic: it is resolved when drawn, for the effective appearance.
 NSColor* nativeColor(const Color& color);
 /// Returns the components in sRGB; a dynamic colour is resolved for the current drawing appearance.
-/// A colour that cannot be converted keeps its red, green and blue components where it has them,
-/// else becomes opaque black.
+/// A colour that cannot be converted keeps its red, green and blue components if it has them, else
+/// becomes opaque black.
 Srgb srgbFrom(NSColor* color);
 
 NSFont* nativeFont(const Font& font);
 
 /// Nil (follow the system) for empty.
 NSAppearance* nativeAppearance(std::optional<Appearance> appearance);
-/// Returns the better match of light and dark; empty for nil, or when neither matches.
+/// Returns the better match of light and dark; empty for nil, or if neither matches.
 std::optional<Appearance> appearanceFrom(NSAppearance* appearance);
 
 inline NSRect nativeRect(const Rect& rect) {

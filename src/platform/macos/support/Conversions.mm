@@ -13,7 +13,7 @@ namespace vembrix {
 namespace {
 
 NSString* stringFromValidUtf8(std::string_view text) {
-  // An internal representation: a byte order mark is a character like others.
+  // Marks it as an internal representation, in which a byte order mark is an ordinary character.
   CFStringRef string = CFStringCreateWithBytes(
       kCFAllocatorDefault, reinterpret_cast<const UInt8*>(text.data()),
       static_cast<CFIndex>(text.size()), kCFStringEncodingUTF8, /*isExternalRepresentation=*/false);
@@ -49,17 +49,17 @@ NSDictionary* nativeDictionary(const PropertyList::Dictionary& dictionary, Nativ
   return result;
 }
 
-/// JSON's numbers of more digits than a double has.
+/// Converts JSON's numbers that have more digits than a double.
 PropertyList decimalFrom(NSDecimalNumber* number) {
   const std::int64_t whole = number.longLongValue;
   if ([number compare:@(whole)] == NSOrderedSame) return whole;
-  // Its own doubleValue can be off in the last bits.
+  // Its own doubleValue can be wrong in the last bits.
   return strtod_l([number descriptionWithLocale:nil].UTF8String, nullptr, LC_C_LOCALE);
 }
 
 PropertyList numberFrom(NSNumber* number) {
   const auto ref = (__bridge CFNumberRef)number;
-  // Both classes are NSNumber; only the type tells a Boolean from 0 and 1.
+  // Both classes are NSNumber; only the type distinguishes a Boolean from 0 and 1.
   if (CFGetTypeID(ref) == CFBooleanGetTypeID()) return number.boolValue == YES;
   if ([number isKindOfClass:[NSDecimalNumber class]]) {
     return decimalFrom(static_cast<NSDecimalNumber*>(number));
@@ -182,8 +182,8 @@ NSColor* nativeColor(const Color& color) {
                                alpha:fixed->alpha];
   }
   NSColor* named = systemColor(*color.systemColor());
-  // At 1 the system's own colour is meant: the separator's, for one, is itself
-  // translucent.
+  // An alpha of 1 means the system's own colour, which may itself be translucent, as the
+  // separator's is.
   return color.alpha() == 1 ? named : [named colorWithAlphaComponent:color.alpha()];
 }
 

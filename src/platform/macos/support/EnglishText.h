@@ -4,8 +4,8 @@
 
 namespace vembrix {
 
-/// Marks a text that users read as localised for the analyser, as the program is in English alone:
-/// see "Style" in CONTRIBUTING.md.
+/// Marks a text that users read as localised for the analyser, because the program is in English
+/// only: see "Style" in CONTRIBUTING.md.
 __attribute__((annotate("returns_localized_nsstring"))) inline NSString* englishText(
     NSString* text) {
   return text;

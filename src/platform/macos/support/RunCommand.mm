@@ -27,8 +27,8 @@ LogTool::Result run(const LogCommand& command) {
   if (![task launchAndReturnError:&error]) {
     return LogTool::LaunchFailure{utf8String(error.localizedDescription)};
   }
-  // Read before waiting: the tool stops when the pipe is full. A pipe that cannot
-  // be read has no output.
+  // Read before waiting, because the tool stops when the pipe is full. A pipe that cannot be read
+  // has no output.
   NSData* data = [pipe.fileHandleForReading readDataToEndOfFileAndReturnError:nil];
   [task waitUntilExit];
   return LogTool::Output{std::string(static_cast<const char*>(data.bytes), data.length)};

@@ -6,8 +6,8 @@ namespace vembrix {
 enum class SystemRelease {
   /// macOS 14: local event monitors see no key presses in open menus.
   Sonoma,
-  /// macOS 27: the Dock believes only swipes that come with a trackpad's report, the
-  /// user's own may name a process, and Mission Control is WindowManager's.
+  /// macOS 27: the Dock accepts only swipes with a trackpad's report, the user's own swipes may
+  /// name a process, and WindowManager draws Mission Control.
   GoldenGate,
 };
 

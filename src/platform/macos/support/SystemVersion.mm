@@ -7,9 +7,9 @@
 namespace vembrix {
 namespace {
 
-/// The system reports an older version to programs built with an older SDK. The kernel's version is
-/// true for all programs: 23 on macOS 14, 25 on macOS 26, 27 on macOS 27, whose first previews had
-/// 26.
+/// Returns the kernel's version, which is true for all programs: 23 on macOS 14, 25 on macOS 26, 27
+/// on macOS 27, whose first previews had 26. The system's version may be older for programs built
+/// with an older SDK.
 int darwinVersion() {
   utsname system{};
   return uname(&system) == 0 ? std::atoi(system.release) : 0;

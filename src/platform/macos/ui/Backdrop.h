@@ -5,13 +5,13 @@
 #include "platform/SettingsWindow.h"
 #import "platform/macos/support/Arc.h"
 
-/// A view that is only its layer: a background, a rounded border, or a line. Owns its colours;
-/// those of the system follow its effective appearance.
+/// A view that consists of its layer: a background, a rounded border, or a line. Owns its colours;
+/// system colours follow its effective appearance.
 @interface VembrixLayerView : NSView
 
 /// Nil for none.
 @property(nonatomic, copy) NSColor* fill;
-/// Inside the edge, over the fill and the subviews; nil for none.
+/// Drawn inside the edge, over the fill and the subviews; nil for none.
 @property(nonatomic, copy) NSColor* stroke;
 /// In points.
 @property(nonatomic) CGFloat strokeWidth;
@@ -28,7 +28,7 @@
 /// Ends the process.
 - (instancetype)initWithCoder:(NSCoder*)coder NS_UNAVAILABLE;
 
-/// Nil when there are no colours.
+/// Nil if there are no colours.
 @property(nonatomic, readonly) NSGradient* gradient;
 
 @end

@@ -10,10 +10,10 @@
 
 namespace {
 
-/// Evenly spaced. Mixed in sRGB, in which the colours are stated: left to itself a
-/// gradient mixes in a space of another gamma, whose middle tones are lighter.
+/// Returns an evenly spaced gradient that is mixed in sRGB, the space of the colours. By default a
+/// gradient is mixed in a space with another gamma, whose middle tones are lighter.
 NSGradient* makeGradient(NSArray<NSColor*>* colors) {
-  // It takes two to make one.
+  // A gradient needs two colours.
   if (colors.count == 1) colors = @[ colors[0], colors[0] ];
   std::vector<CGFloat> locations(colors.count);
   const CGFloat last = static_cast<CGFloat>(colors.count) - 1;
@@ -66,8 +66,8 @@ NSGradient* makeGradient(NSArray<NSColor*>* colors) {
   [self applyColors];
 }
 
-/// A layer's colours are fixed when they are set: those of the system are resolved
-/// for what the view looks like now.
+/// Resolves system colours for the view's present appearance, because a layer's colours are fixed
+/// when they are set.
 - (void)applyColors {
   CALayer* layer = self.layer;
   [self.effectiveAppearance performAsCurrentDrawingAppearance:^{
@@ -92,7 +92,7 @@ NSGradient* makeGradient(NSArray<NSColor*>* colors) {
 }
 
 - (void)drawRect:(NSRect)dirtyRect {
-  // The angle counts from the left edge, against the clock.
+  // The angle counts from the left edge, counterclockwise.
   constexpr CGFloat kDownwards = 270;
   [self.gradient drawInRect:self.bounds angle:kDownwards];
 }

@@ -12,7 +12,8 @@
 - (instancetype)initWithHandler:(void (^)(NSControl* sender))handler NS_DESIGNATED_INITIALIZER;
 - (instancetype)init NS_UNAVAILABLE;
 
-/// The action. Sender, target and block live until it has returned, whatever the block replaces.
+/// The control's action. Sender, target and block live until it returns, even if the block replaces
+/// them.
 - (void)controlDidAct:(NSControl*)sender;
 
 /// Ends the calls of the block.

@@ -31,7 +31,7 @@ void setTarget(NSControl* control, VembrixControlTarget* target) {
 }
 
 void keepUntilEventEnds(NSArray* objects) {
-  // Not the main queue, which runs while a control tracks, too.
+  // Not the main queue, which also runs while a control tracks the mouse.
   [NSRunLoop.mainRunLoop performInModes:@[ NSDefaultRunLoopMode ]
                                   block:^{
                                     (void)objects;

@@ -9,12 +9,12 @@ namespace {
 /// A label and a well for each pair.
 constexpr NSInteger kGridColumns = NSInteger{2} * form_metrics::kPairsPerRow;
 
-/// Of one-line texts of any length: less than the window holds on to its size, more
-/// than a grid to narrow columns.
+/// The priority against truncating a line: weaker than the window's size, stronger than the width
+/// of a grid's columns.
 const double kOneLineResistance = NSLayoutPriorityWindowSizeStayPut - 1;
 
-// The closures are copied into the blocks, which run as long as their targets are
-// valid; the form itself need not outlive the call that makes its controls.
+// The blocks copy the closures and run as long as their targets are valid; the form need not
+// outlive the call that creates its controls.
 
 void addTarget(NSControl* control, FormParts& parts, void (^handler)(NSControl* sender)) {
   auto* target = [[VembrixControlTarget alloc] initWithHandler:handler];
@@ -22,7 +22,7 @@ void addTarget(NSControl* control, FormParts& parts, void (^handler)(NSControl* 
   setTarget(control, target);
 }
 
-/// Without a name of its own a control goes by its title.
+/// Sets the accessible name. A control without one is named by its title.
 void setAccessibleName(NSView* control, const std::string& name) {
   if (!name.empty()) control.accessibilityLabel = nativeString(name);
 }
@@ -35,8 +35,7 @@ void setStyle(NSTextField* field, const TextStyle& style) {
 void setTitle(NSButton* button, const std::string& title, const TextStyle& style) {
   button.title = nativeString(title);
   button.font = nativeFont(style.font);
-  // In the common colour the title stays plain, so that the system can dim it with
-  // the button.
+  // With the common colour the title stays plain, so that the system can dim it with the button.
   if (style.color == TextStyle().color) return;
   NSMutableAttributedString* text = [button.attributedTitle mutableCopy];
   [text addAttribute:NSForegroundColorAttributeName
@@ -50,8 +49,8 @@ void setHorizontalResistance(NSView* view, double priority) {
                                  forOrientation:NSLayoutConstraintOrientationHorizontal];
 }
 
-/// A text longer than its place ends in an ellipsis and is shown whole under the
-/// pointer; it does not widen the window.
+/// Truncates a text that does not fit with an ellipsis; its tool tip shows the whole text. Keeps it
+/// from widening the window.
 void truncate(NSTextField* field, double resistance) {
   field.usesSingleLineMode = YES;
   field.lineBreakMode = NSLineBreakByTruncatingTail;
@@ -95,7 +94,7 @@ NSView* makeView(const Popup& popup, FormParts& parts) {
   auto* view = [[NSPopUpButton alloc] initWithFrame:NSZeroRect pullsDown:NO];
   view.font = nativeFont(popup.style.font);
   for (const std::string& item : popup.items) {
-    // The button's own method would take away an earlier item of the same title.
+    // The button's own method would remove an earlier item of the same title.
     [view.menu addItemWithTitle:nativeString(item) action:nil keyEquivalent:@""];
   }
   [view selectItemAtIndex:popup.selected.value_or(-1)];
@@ -173,7 +172,7 @@ NSView* makeView(const StatusLabel& label, FormParts& parts) {
   return view;
 }
 
-/// The colours under their names, which tell them apart in the list.
+/// Returns the list of the colours by name. The names keep them distinct.
 NSColorList* colorList(const std::vector<ColorGrid::Well>& swatches) {
   auto* list = [[NSColorList alloc] initWithName:@"Vembrix"];
   for (const ColorGrid::Well& swatch : swatches) {
@@ -249,7 +248,7 @@ NSGridView* makeColorGrid(const ColorGrid& colors, FormParts& parts) {
   for (const ColorGrid::Well& well : colors.wells) {
     NSTextField* name = makeLabel(well.name, colors.nameStyle);
     truncate(name, kOneLineResistance);
-    // The well says it, too.
+    // The well has the same accessible name.
     name.accessibilityElement = NO;
     NSColorWell* view = makeWell(colors, place++);
     addTarget(view, parts, [onChange = colors.onChange](NSControl* sender) {
@@ -260,7 +259,7 @@ NSGridView* makeColorGrid(const ColorGrid& colors, FormParts& parts) {
     if (row.count == kGridColumns) flushRow(row, grid);
   }
   flushRow(row, grid);
-  // Without rows nothing else says how high it is.
+  // Without rows the grid has no height of its own.
   if (colors.wells.empty()) [grid.heightAnchor constraintEqualToConstant:0].active = YES;
   return grid;
 }

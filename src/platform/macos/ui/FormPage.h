@@ -17,7 +17,7 @@ class FormPage {
   FormPage(const FormPage&) = delete;
   FormPage& operator=(const FormPage&) = delete;
 
-  /// Laid out by its frame unless its user changes that.
+  /// Laid out by its frame, unless its user changes that.
   [[nodiscard]] NSView* view() const { return view_; }
 
   /// Sets the text of a status label; returns whether the page has one of that id.

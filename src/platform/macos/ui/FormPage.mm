@@ -9,7 +9,7 @@ namespace {
 
 constexpr NSRange kBothColumns{0, 2};
 
-/// Weaker than whatever else has a say in a column's width.
+/// Weaker than all other constraints on a column's width.
 constexpr NSLayoutPriority kNarrowLabelColumn = 100;
 
 NSGridView* makeGrid() {
@@ -35,7 +35,7 @@ void addRow(NSGridView* grid, const ControlRow& row, FormParts& parts) {
     added.rowAlignment = NSGridRowAlignmentNone;
     added.yPlacement = NSGridCellPlacementCenter;
   }
-  // The width that no column needs goes to the controls.
+  // Gives the width that no column needs to the controls.
   NSLayoutConstraint* narrow = [label.leadingAnchor constraintEqualToAnchor:grid.leadingAnchor];
   narrow.priority = kNarrowLabelColumn;
   narrow.active = YES;
@@ -71,7 +71,7 @@ NSScrollView* makeScrollView(NSView* document) {
   scroll.autohidesScrollers = YES;
   scroll.drawsBackground = NO;
   scroll.borderType = NSNoBorder;
-  // The page stands clear of the title bar by itself.
+  // The page keeps clear of the title bar by itself.
   scroll.automaticallyAdjustsContentInsets = NO;
   scroll.documentView = document;
   NSClipView* clip = scroll.contentView;
@@ -127,7 +127,7 @@ void FormPage::deactivateWells() {
   for (NSColorWell* well in parts_.wells) {
     if (!well.active) continue;
     [well deactivate];
-    // All wells share it; without one it does nothing.
+    // All wells share the panel. Without a well it has no effect.
     [NSColorPanel.sharedColorPanel orderOut:nil];
   }
 }

@@ -17,7 +17,7 @@
 
 /// A well that adds colours of its own to those of the colour panel while it is active.
 @interface VembrixColorWell : NSColorWell
-/// Asked whenever the well becomes active.
+/// Called whenever the well becomes active.
 @property(copy) NSColorList* (^swatches)(void);
 @end
 

@@ -8,8 +8,8 @@
 namespace vembrix {
 namespace {
 
-/// The item has no target: the first object that knows the action, from the first
-/// responder up to the application, takes it.
+/// Adds an item without a target: the first object that knows the action, from the first responder
+/// up to the application, handles it.
 void addCommand(NSMenu* menu, NSString* title, SEL action, NSString* key) {
   [menu addItemWithTitle:title action:action keyEquivalent:key];
 }
@@ -33,7 +33,7 @@ NSMenu* fileMenu() {
 
 NSMenu* editMenu() {
   auto* menu = [[NSMenu alloc] initWithTitle:englishText(@"Edit")];
-  // No class declares these two: they are found by name along the responders.
+  // No class declares these two actions: they are found by name in the responder chain.
   addCommand(menu, englishText(@"Undo"), NSSelectorFromString(@"undo:"), @"z");
   addCommand(menu, englishText(@"Redo"), NSSelectorFromString(@"redo:"), @"Z");
   [menu addItem:[NSMenuItem separatorItem]];

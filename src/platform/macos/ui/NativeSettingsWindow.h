@@ -7,10 +7,10 @@
 
 namespace vembrix {
 
-/// The settings window on macOS, as the preview canvas uses it.
+/// The SettingsWindow of this platform, as the preview canvas uses it.
 class NativeSettingsWindow : public SettingsWindow {
  public:
-  /// Owned by this object.
+  /// The native window, owned by this object.
   [[nodiscard]] virtual NSWindow* nativeWindow() const = 0;
 };
 

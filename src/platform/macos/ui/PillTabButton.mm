@@ -79,8 +79,8 @@ NSAttributedString* styledTitle(const TabButton& look) {
   [self placeUnderline];
 }
 
-/// Over the bottom edge. A button counts from its top, but whether its layer does,
-/// too, depends on the layers that it is in.
+/// Places the line at the bottom edge. A button counts from its top; whether its layer does, too,
+/// depends on the layers that contain it.
 - (void)placeUnderline {
   CALayer* line = [self underline];
   if (!line) return;
@@ -95,13 +95,13 @@ NSAttributedString* styledTitle(const TabButton& look) {
   [CATransaction commit];
 }
 
-/// A layer's colours are fixed when they are set: those of the system are resolved
-/// for what the button looks like now.
+/// Resolves system colours for the button's present appearance, because a layer's colours are fixed
+/// when they are set.
 - (void)applyColors {
   CALayer* layer = self.layer;
   NSColor* background = _look.background ? nativeColor(*_look.background) : nil;
   NSColor* line = _look.underline ? nativeColor(*_look.underline) : nil;
-  // The line is no view's layer, and would fade from the one colour to the other.
+  // The line's layer belongs to no view, so a change of its colour would be animated.
   [CATransaction begin];
   CATransaction.disableActions = YES;
   [self.effectiveAppearance performAsCurrentDrawingAppearance:^{

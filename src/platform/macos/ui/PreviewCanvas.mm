@@ -14,18 +14,17 @@
 namespace vembrix {
 namespace {
 
-/// What has been drawn of a view, at the scale of its window. AppKit draws each view
-/// with the ground, the border and the round corners of its layer; it leaves out what
-/// the window server adds on the screen, which is all that there is of a material.
-/// Nil when there is no bitmap to be had.
+/// Returns a bitmap of the view at the scale of its window; nil if none can be created. AppKit
+/// draws each view with the background, the border and the round corners of its layer. It leaves
+/// out what the window server adds on the screen, and so all of a material.
 NSBitmapImageRep* capture(NSView* view) {
   NSBitmapImageRep* bitmap = [view bitmapImageRepForCachingDisplayInRect:view.bounds];
   if (bitmap) [view cacheDisplayInRect:view.bounds toBitmapImageRep:bitmap];
   return bitmap;
 }
 
-/// An empty picture of that many pixels, in sRGB: a picture says the same on every
-/// machine, whatever the profile of the display that it was made for.
+/// Returns an empty picture of that many pixels, in sRGB, so that pictures are the same on every
+/// machine, whatever the profile of its display.
 CFOwned<CGContextRef> makeContext(NSInteger width, NSInteger height) {
   constexpr std::size_t kBitsPerComponent = 8;
   const auto space = CFOwned<CGColorSpaceRef>::adopt(CGColorSpaceCreateWithName(kCGColorSpaceSRGB));
@@ -43,8 +42,8 @@ std::optional<std::string> encoded(CGContextRef context) {
   return std::string(static_cast<const char*>(png.bytes), png.length);
 }
 
-/// The view over the ground. Not drawn into the ground's own bitmap, whose pixels
-/// views that let the window show through may replace.
+/// Returns the view on the background. Drawn separately, because views that let the window show
+/// through may replace pixels of the background.
 std::optional<std::string> picture(NSView* view, const Srgb& ground) {
   NSBitmapImageRep* captured = capture(view);
   if (!captured) return std::nullopt;
@@ -53,13 +52,13 @@ std::optional<std::string> picture(NSView* view, const Srgb& ground) {
   const CGRect all = CGRectMake(0, 0, captured.pixelsWide, captured.pixelsHigh);
   CGContextSetRGBFillColor(context.get(), ground.red, ground.green, ground.blue, ground.alpha);
   CGContextFillRect(context.get(), all);
-  // Pixel upon pixel.
+  // Copies pixels one to one.
   CGContextSetInterpolationQuality(context.get(), kCGInterpolationNone);
   CGContextDrawImage(context.get(), all, captured.CGImage);
   return encoded(context.get());
 }
 
-/// What is seen where the content draws nothing, in the look of that view.
+/// Returns the colour behind the content, for the view's appearance.
 Srgb groundOf(const SettingsContent& content, NSView* view) {
   if (const auto* themed = std::get_if<ThemedContent>(&content.body)) {
     if (const auto* material = std::get_if<Material>(&themed->backdrop)) {
@@ -98,7 +97,7 @@ NSView* makeCanvas(MenuMock& mock) {
   return canvas;
 }
 
-/// Shows nothing on the screen. Holds the view as long as it is held.
+/// Returns a window for drawing that is never on the screen. It owns the view.
 NSWindow* makeHost(NSView* view, Appearance appearance) {
   auto* window = [[NSWindow alloc] initWithContentRect:view.frame
                                              styleMask:NSWindowStyleMaskBorderless
@@ -113,28 +112,27 @@ NSWindow* makeHost(NSView* view, Appearance appearance) {
   return window;
 }
 
-/// Views draw in the colour space of their window, where the picture takes them from
-/// without another conversion.
+/// Uses the picture's colour space for the window, in which its views draw, so that no other
+/// conversion is needed.
 void prepare(NSWindow* window) {
   window.colorSpace = NSColorSpace.sRGBColorSpace;
   [window layoutIfNeeded];
   [window.contentView layoutSubtreeIfNeeded];
 }
 
-/// Owns nothing between two pictures. Windows and views need the application, but not
-/// its event loop; none of them is ever on the screen, or learns where the pointer is.
+/// Owns nothing between two pictures. Windows and views need the application, but not its event
+/// loop. None of them is ever on the screen or knows the position of the pointer.
 class SystemPreviewCanvas : public PreviewCanvas {
  public:
   std::optional<std::string> draw(SettingsContent content) override {
-    // There is no pool of AppKit's outside an event.
+    // Outside of an event there is no pool of AppKit's.
     @autoreleasepool {
       const Size size = content.size();
       // Every settings window comes from SettingsWindow::create().
       const auto window = SettingsWindow::create(size, "");
       NSWindow* native = static_cast<NativeSettingsWindow&>(*window).nativeWindow();
       window->setContent(content);
-      // Content of full size reaches up under a title bar whose height differs from
-      // system to system.
+      // Full-size content extends below a title bar whose height differs between systems.
       [native setContentSize:nativeSize(size)];
       prepare(native);
       return picture(native.contentView, groundOf(content, native.contentView));

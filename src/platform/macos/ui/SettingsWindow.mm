@@ -20,7 +20,7 @@ void applyChrome(const WindowChrome& chrome, NSWindow* window) {
   window.titlebarAppearsTransparent = chrome.hasTransparentTitleBar;
   window.titleVisibility = chrome.showsTitle ? NSWindowTitleVisible : NSWindowTitleHidden;
   window.backgroundColor = nativeColor(chrome.background);
-  // Else the window server leaves what is behind it undrawn.
+  // Otherwise the window server does not draw what is behind the window.
   window.opaque = chrome.background.alpha() >= 1;
 }
 
@@ -31,17 +31,17 @@ NSTabViewItem* makeTabItem(const SettingsTab& tab, NSView* view) {
   return item;
 }
 
-/// Owns the native window and what it shows. The window's block and the buttons of
-/// a themed view lead back here; the one is cleared, the other ends, before this
-/// goes. What a control calls may replace the content, or end this: nothing is
-/// touched here after such a call.
+/// Owns the native window and its content. The window's block and the buttons of a themed view
+/// refer back to this object; the block is cleared and the view destroyed before it. A control's
+/// closure may replace the content, or destroy this object, so nothing is used here after such a
+/// call.
 class SystemSettingsWindow : public NativeSettingsWindow {
  public:
   SystemSettingsWindow(Size contentSize, std::string_view title)
       : window_([[VembrixSettingsWindow alloc] initWithContentSize:nativeSize(contentSize)
                                                              title:nativeString(title)]) {
-    // Without a well that takes its colours the panel would be left behind, in a
-    // program that has no menu to close it with.
+    // Closed with the window: the panel would stay without a well that takes its colours, and the
+    // program has no menu to close it.
     window_.closeHandler = ^{
       for (const auto& page : pages_) page->deactivateWells();
     };
@@ -65,7 +65,7 @@ class SystemSettingsWindow : public NativeSettingsWindow {
 
   void setContent(SettingsContent content) override {
     @autoreleasepool {
-      // Gives up the field editor, which may stand in a text of the old content.
+      // Releases the field editor, which may be in a text of the old content.
       [window_ makeFirstResponder:nil];
       applyChrome(content.chrome, window_);
       std::visit([this](const auto& body) { showBody(body); }, content.body);
@@ -134,9 +134,9 @@ class SystemSettingsWindow : public NativeSettingsWindow {
 
   VembrixSettingsWindow* const window_;
   std::function<void(int)> tabClicked_;
-  /// Null when the system's own tab view is shown.
+  /// Null while the system's own tab view is shown.
   std::unique_ptr<ThemedView> themed_;
-  /// Those that are shown: of all plain tabs, or the themed one.
+  /// The pages that are shown: those of all plain tabs, or the themed one.
   Pages pages_;
 };
 

@@ -11,9 +11,9 @@
 
 namespace vembrix {
 
-/// The root of a window in a look of the program's own: a backdrop, tab buttons and
-/// the box that holds the page. Owns those views and what the buttons do; the page
-/// belongs to its owner. May end within a click on one of its buttons. Main thread.
+/// The root view of a themed window: a backdrop, tab buttons and the box that holds the page. Owns
+/// these views and the actions of the buttons; the page belongs to its owner. May be destroyed
+/// during a click on one of its buttons. Main thread.
 class ThemedView {
  public:
   /// `onClick` receives the index of a button.

@@ -55,7 +55,7 @@ ThemedView::~ThemedView() {
 }
 
 void ThemedView::show(NSView* page, const std::vector<TabButton>& looks) {
-  // An array of its own: the views leave the other one.
+  // A copy, because the loop removes views from the original.
   for (NSView* old in [box_.subviews copy]) [old removeFromSuperview];
   if (card_) {
     NSView* card = makeCard(*card_);

@@ -2,7 +2,7 @@
 
 namespace {
 
-// Of the key, not of a character: the same in every keyboard layout.
+// The code of the key, which is the same in every keyboard layout.
 constexpr unsigned short kEscapeKey = 53;
 
 }  // namespace
@@ -17,12 +17,12 @@ constexpr unsigned short kEscapeKey = 53;
   if (self) {
     self.title = title;
     self.releasedWhenClosed = NO;
-    // There is one, and nothing of it is saved.
+    // There is only one such window, and none of its state is saved.
     self.tabbingMode = NSWindowTabbingModeDisallowed;
     self.restorable = NO;
     self.autorecalculatesKeyViewLoop = YES;
-    // Shown again, it appears in the active Space, also over a full-screen window, and does not
-    // take the user back to the Space in which it was left.
+    // When it is shown again, it appears in the active Space, even over a full-screen window,
+    // instead of taking the user back to the Space where it was left.
     self.collectionBehavior =
         NSWindowCollectionBehaviorMoveToActiveSpace | NSWindowCollectionBehaviorFullScreenAuxiliary;
     [self center];
@@ -35,12 +35,12 @@ constexpr unsigned short kEscapeKey = 53;
   if (void (^handler)(void) = self.closeHandler) handler();
 }
 
-/// Escape, from a control that binds keys to commands, and Command-Period.
+/// Handles Escape in controls that bind keys to commands, and Command-Period.
 - (void)cancelOperation:(id)sender {
   [self performClose:sender];
 }
 
-/// Escape, from every other control.
+/// Handles Escape in all other controls.
 - (void)keyDown:(NSEvent*)event {
   if (event.keyCode == kEscapeKey) {
     [self cancelOperation:nil];

@@ -8,7 +8,7 @@ namespace {
 
 // Layers of the window server.
 constexpr std::int64_t kDockLayer = 20;
-/// WindowManager has windows in others at any time.
+/// WindowManager always has windows in other layers.
 constexpr std::int64_t kWindowManagersOverviewLayer = 19;
 
 bool isInDockLayer(const MissionControlWindows::Window& window) {
@@ -25,7 +25,7 @@ bool isWindowManagersOverview(const MissionControlWindows::Window& window) {
 OverviewPrograms::OverviewPrograms(Find find) : find_(std::move(find)) {}
 
 OverviewProgram OverviewPrograms::of(std::int64_t process) {
-  // The numbers of processes that have ended are given to others, now and then.
+  // Numbers of processes are reused after these have ended.
   constexpr std::size_t kMostProcesses = 256;
   const auto known = entries_.find(process);
   if (known != entries_.end() &&

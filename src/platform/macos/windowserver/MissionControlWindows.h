@@ -22,7 +22,7 @@ class OverviewPrograms {
   /// Readings of the window list between two queries about an unknown process.
   static constexpr std::uint64_t patience = 20;
 
-  /// Returns empty where the system does not know the process.
+  /// Returns empty if the system does not know the process.
   using Find = std::function<std::optional<OverviewProgram>(std::int64_t process)>;
 
   explicit OverviewPrograms(Find find);
@@ -54,7 +54,7 @@ class OverviewPrograms {
 /// lasts until the next change of Space or the end of Mission Control.
 class MissionControlWindows {
  public:
-  /// Which programs show Mission Control.
+  /// The programs that show Mission Control.
   enum class ShownBy { Dock, DockOrWindowManager };
 
   struct Window {
@@ -80,7 +80,7 @@ class MissionControlWindows {
  private:
   struct DockWindow {
     Window window;
-    /// The Dock uses it for another purpose.
+    /// Whether the Dock uses it for another purpose.
     bool isOrdinary = false;
   };
 

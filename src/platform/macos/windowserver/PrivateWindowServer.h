@@ -18,12 +18,12 @@ using CGSSpaceID = std::uint64_t;
 /// of the process.
 CGSConnectionID CGSMainConnectionID(void) __attribute__((weak_import));
 
-/// The Spaces of all displays: an array with one dictionary per display. The
-/// caller owns the result; null when there is no answer.
+/// The Spaces of all displays: an array with one dictionary per display. The caller owns the
+/// result; null if there is no answer.
 CF_RETURNS_RETAINED CFArrayRef CGSCopyManagedDisplaySpaces(CGSConnectionID connection)
     __attribute__((weak_import));
 
-/// Returns the active Space; 0 when there is none.
+/// Returns the active Space; 0 if there is none.
 CGSSpaceID CGSGetActiveSpace(CGSConnectionID connection) __attribute__((weak_import));
 
 /// Makes the Space current on the display with that identifier ("Display
@@ -42,7 +42,7 @@ void CGSRemoveWindowsFromSpaces(CGSConnectionID connection, CFArrayRef windows, 
 
 /// Returns the numbers of the Spaces that hold any of the windows, in no particular order. `mask`
 /// selects the Spaces: 1 current, 2 others, 4 the user's. Borrows the array. The caller owns the
-/// result; null when there is no answer.
+/// result; null if there is no answer.
 CF_RETURNS_RETAINED CFArrayRef CGSCopySpacesForWindows(CGSConnectionID connection,
                                                        std::uint32_t mask, CFArrayRef windows)
     __attribute__((weak_import));

@@ -24,8 +24,8 @@ enum class DeviceEvents {
   MayNameAProcess,
 };
 
-/// Returns the process that posted an event, or 0 for a device, from the process that the event
-/// names. Where a device's events may name one, only this program's own process is certain.
+/// Returns the process that posted an event, or 0 for a device, given the process that the event
+/// names. If events of devices may name one, only this program's own process is certain.
 constexpr std::int64_t postingProcess(DeviceEvents devices, std::int64_t named, std::int64_t own) {
   if (devices == DeviceEvents::MayNameAProcess && named != own) return 0;
   return named;

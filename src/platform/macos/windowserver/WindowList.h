@@ -12,7 +12,7 @@
 
 namespace vembrix {
 
-/// One window of the list: its value and the native objects behind it, which it owns.
+/// A window of the list: its value and the native objects behind it, which it owns.
 class ListedWindow {
  public:
   [[nodiscard]] const PropertyList& value() const { return value_; }
@@ -20,16 +20,16 @@ class ListedWindow {
   /// Takes the present window at this position.
   void update(id window);
 
-  /// Returns the window's facts for MissionControlWindows; empty for one that no process owns.
+  /// Returns the window's facts for MissionControlWindows; empty if no process owns it.
   [[nodiscard]] std::optional<MissionControlWindows::Window> overview(
       OverviewPrograms& programs) const;
 
-  /// The owner's name in the value.
+  /// The name of the owner in the value.
   enum class OwnerName {
     Own,
-    /// The Dock's, whatever the program, as the window may be Mission Control.
+    /// "Dock", for any program, because the window may be Mission Control.
     Dock,
-    /// The Dock has it for other purposes.
+    /// No name: the Dock uses the window for another purpose.
     None,
   };
 
@@ -41,12 +41,12 @@ class ListedWindow {
   id number_ = nil;
   id owner_ = nil;
   id bounds_ = nil;
-  /// An entry of the list that is no window description.
+  /// An entry of the list that is not a window description.
   id oddity_ = nil;
   std::optional<std::int64_t> process_;
   /// Its program is unknown until queried.
   MissionControlWindows::Window overview_;
-  /// Empty when the value is out of date.
+  /// Empty if the value is out of date.
   std::optional<OwnerName> ownerName_;
   PropertyList value_;
 };
@@ -71,7 +71,7 @@ class WindowList {
   std::vector<ListedWindow> windows_;
   /// The facts of these windows, in their order.
   std::vector<std::optional<MissionControlWindows::Window>> overviews_;
-  /// Those of the Dock and of WindowManager.
+  /// The windows of the Dock and of WindowManager.
   std::vector<MissionControlWindows::Window> candidates_;
   PropertyList values_ = PropertyList::Array();
 };

@@ -11,7 +11,7 @@
 namespace vembrix {
 namespace {
 
-/// Not with isEqual:, by which a Boolean equals a number.
+/// Compares without isEqual:, for which a Boolean equals a number.
 bool isSame(id a, id b) {
   return a == b || (a && b && CFEqual((__bridge CFTypeRef)a, (__bridge CFTypeRef)b));
 }
@@ -21,7 +21,7 @@ std::optional<std::int64_t> integerFrom(id value) {
   return [value longLongValue];
 }
 
-/// By its identifier: names are translated.
+/// Identifies the program by its identifier, because names are translated.
 std::optional<OverviewProgram> programOf(std::int64_t process) {
   NSRunningApplication* application =
       [NSRunningApplication runningApplicationWithProcessIdentifier:static_cast<pid_t>(process)];
