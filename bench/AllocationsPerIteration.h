@@ -8,8 +8,7 @@
 
 namespace vembrix {
 
-/// Reports how often the heap was asked from its making to its end, per
-/// iteration.
+/// Reports the number of allocations per iteration between its creation and its end.
 class AllocationsPerIteration {
  public:
   explicit AllocationsPerIteration(benchmark::State& state) : state_(state) {}

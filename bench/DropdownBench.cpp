@@ -11,8 +11,8 @@
 namespace vembrix {
 namespace {
 
-/// One opening of the dropdown with so many Spaces: with default colours (0) or
-/// with colours and a name stored for every Space (1).
+/// Opens the dropdown with that many Spaces: with default colours (0), or with a colour and a name
+/// stored for every Space (1).
 void openDropdown(benchmark::State& state) {
   const auto count = static_cast<std::size_t>(state.range(0));
   EmbeddedDesktop::shared().setSpaceCount(count);

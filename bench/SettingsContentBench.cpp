@@ -9,8 +9,8 @@
 namespace vembrix {
 namespace {
 
-/// What opening the window costs before the system draws it: the content of the
-/// theme (by its place), on the tab, with so many Spaces.
+/// Builds the window's content before the system draws it: for the theme at that index, on that
+/// tab, with that many Spaces.
 void buildContent(benchmark::State& state) {
   const AppTheme& theme = AppTheme::all().at(static_cast<std::size_t>(state.range(0)));
   EmbeddedDesktop::shared().setSpaceCount(static_cast<std::size_t>(state.range(2)));

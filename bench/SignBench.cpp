@@ -14,8 +14,8 @@
 namespace vembrix {
 namespace {
 
-/// A controller with a label in every one of so many desktops, at rest. The last
-/// desktops were used, the last one is active.
+/// Creates a controller at rest with a label in each of that many desktops. The last desktops were
+/// used; the last one is active.
 std::shared_ptr<SpaceSignWindowController> makeLabels(std::size_t count) {
   EmbeddedDesktop& desktop = EmbeddedDesktop::shared();
   desktop.setSpaceCount(count);
@@ -32,7 +32,7 @@ std::shared_ptr<SpaceSignWindowController> makeLabels(std::size_t count) {
   return controller;
 }
 
-/// What every half second costs, apart from the timer itself.
+/// The cost of a tick every half second, without the timer itself.
 void primingTick(benchmark::State& state) {
   const auto controller = makeLabels(static_cast<std::size_t>(state.range(0)));
   const AllocationsPerIteration allocations(state);
@@ -41,7 +41,7 @@ void primingTick(benchmark::State& state) {
 }
 BENCHMARK(primingTick)->Arg(4)->Arg(64)->Arg(1024)->Complexity(benchmark::oN);
 
-/// What a click costs that changes the order of the desktops, where no label changes.
+/// The cost of a click that changes the order of the desktops but no label.
 void heatRefresh(benchmark::State& state) {
   const auto controller = makeLabels(static_cast<std::size_t>(state.range(0)));
   const AllocationsPerIteration allocations(state);
@@ -52,8 +52,8 @@ void heatRefresh(benchmark::State& state) {
 }
 BENCHMARK(heatRefresh)->Arg(4)->Arg(64)->Arg(1024)->Complexity(benchmark::oN);
 
-/// Five seconds at rest: ten ticks and one look at where the labels are, the answers of
-/// the window server in the process included, which looks through its windows for each.
+/// Five seconds at rest: ten ticks and one check of the labels' Spaces, including the answers of
+/// the window server in the process, which searches its windows for each.
 void tenTicksWithReconciliation(benchmark::State& state) {
   const auto controller = makeLabels(static_cast<std::size_t>(state.range(0)));
   const AllocationsPerIteration allocations(state);

@@ -8,7 +8,7 @@
 namespace vembrix {
 namespace {
 
-/// A key pressed in the last of so many Spaces, which is the most recent one.
+/// A key press in the last of that many Spaces, which is the most recent one.
 void engagementInTheFirstSpace(benchmark::State& state) {
   const auto count = static_cast<std::size_t>(state.range(0));
   EmbeddedDesktop& desktop = EmbeddedDesktop::shared();
@@ -23,7 +23,7 @@ void engagementInTheFirstSpace(benchmark::State& state) {
 }
 BENCHMARK(engagementInTheFirstSpace)->Arg(4)->Arg(64)->Arg(1024)->Complexity(benchmark::oN);
 
-/// The heat of the Space used least recently of so many.
+/// The heat of the least recently used of that many Spaces.
 void heat(benchmark::State& state) {
   const auto count = static_cast<std::size_t>(state.range(0));
   EmbeddedDesktop& desktop = EmbeddedDesktop::shared();

@@ -14,7 +14,7 @@ void setSpaces(std::size_t count) {
   for (int i = 0; i < 3; ++i) SpaceManager::shared().reload();
 }
 
-/// What happens at every switch of Spaces and every opening of the dropdown.
+/// The reload at every switch of Spaces and every opening of the dropdown.
 void reloadUnchanged(benchmark::State& state) {
   setSpaces(static_cast<std::size_t>(state.range(0)));
   const AllocationsPerIteration allocations(state);
@@ -23,7 +23,7 @@ void reloadUnchanged(benchmark::State& state) {
 }
 BENCHMARK(reloadUnchanged)->Arg(4)->Arg(64)->Arg(1024)->Complexity(benchmark::oN);
 
-/// One and the same Space comes and goes, in turn with each reload.
+/// A Space is added and removed in turn with each reload.
 void reloadChanged(benchmark::State& state) {
   setSpaces(static_cast<std::size_t>(state.range(0)));
   EmbeddedDesktop& desktop = EmbeddedDesktop::shared();

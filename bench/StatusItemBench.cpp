@@ -9,8 +9,8 @@
 namespace vembrix {
 namespace {
 
-/// One refresh of the title while the last of so many Spaces is active: with
-/// default colours (0) or with colours stored for every Space (1).
+/// One refresh of the title while the last of that many Spaces is active: with default colours (0)
+/// or with colours stored for every Space (1).
 void refreshTitle(benchmark::State& state) {
   const auto count = static_cast<std::size_t>(state.range(0));
   EmbeddedDesktop& desktop = EmbeddedDesktop::shared();

@@ -8,8 +8,8 @@
 namespace vembrix {
 namespace {
 
-/// An event that is no swipe of the user's, by how many fields say so at the
-/// earliest: 1 was posted by a process, 2 is of another type, 3 another gesture.
+/// Returns an event that is not a swipe of the user, by the number of fields that must be read to
+/// see that: 1 was posted by a process, 2 is of another type, 3 is another gesture.
 GestureEvent otherEvent(std::int64_t fieldCount) {
   GestureEvent event;
   event.setIntegerField(dockswipe::SourceProcess, fieldCount == 1 ? 77 : 0);
@@ -18,7 +18,7 @@ GestureEvent otherEvent(std::int64_t fieldCount) {
   return event;
 }
 
-/// Sends such an event to the one tap that there is.
+/// Sends such an event to the only tap.
 void send(benchmark::State& state) {
   EventStream& events = EmbeddedDesktop::shared().events();
   const GestureEvent event = otherEvent(state.range(0));
@@ -26,7 +26,7 @@ void send(benchmark::State& state) {
   for ([[maybe_unused]] auto _ : state) events.sendToTaps(5, event);
 }
 
-/// What it costs to reach a handler.
+/// The cost of reaching a handler.
 void tapThatDoesNothing(benchmark::State& state) {
   const auto tap = EventTap::create(
       [](std::uint32_t, const TappedEvent& event) { benchmark::DoNotOptimize(&event); });
@@ -35,7 +35,7 @@ void tapThatDoesNothing(benchmark::State& state) {
 }
 BENCHMARK(tapThatDoesNothing)->DenseRange(1, 3);
 
-/// The fields that must be read to turn the event away, and nothing else.
+/// The cost of reading only the fields that are needed to reject the event.
 void tapThatReadsFields(benchmark::State& state) {
   const auto tap =
       EventTap::create([count = state.range(0)](std::uint32_t, const TappedEvent& event) {

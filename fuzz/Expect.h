@@ -6,7 +6,7 @@
 
 namespace vembrix {
 
-/// What must hold whatever the bytes are; else the fuzzer keeps the bytes.
+/// Aborts if the condition does not hold for the present bytes; the fuzzer then keeps them.
 inline void expect(bool isSo) {
   if (!isSo) std::abort();
 }

@@ -1,4 +1,4 @@
-// A settings file is either read or refused, and a change leaves its other entries alone.
+// A settings file is either read or rejected, and a change leaves its other entries unchanged.
 
 #include "Expect.h"
 #include "platform/linux/defaults/XmlPropertyList.h"
@@ -12,7 +12,7 @@ const PropertyList::Dictionary* valuesOf(
   return value ? value->asDictionary() : nullptr;
 }
 
-/// Nothing compares with a number that is none.
+/// Compares values; NaN, which equals nothing, counts as equal to itself.
 bool areEqual(const PropertyList& a, const PropertyList& b) {
   return a == b || writePropertyList(a) == writePropertyList(b);
 }

@@ -106,7 +106,7 @@ TEST_F(AppDelegateTest, TheTourStarts1500msAfterTheEndOfLaunching) {
   int starts = 0;
   const Observation tour = NotificationCenter::defaultCenter().addObserver(
       SpaceManager::tourWillStart, [&] { starts += 1; });
-  // Launching takes a second, which passes in the middle of it.
+  // Simulates a launch that takes a second.
   const Observation list = NotificationCenter::defaultCenter().addObserver(
       SpaceManager::didChange, [&] { queue.sleep(std::chrono::seconds(1)); });
   delegate_.applicationDidFinishLaunching();

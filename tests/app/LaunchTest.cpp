@@ -13,7 +13,7 @@ namespace {
 
 using std::chrono::seconds;
 
-/// Runs the program as if the user quit it after that time.
+/// Runs the program until the user quits it after that time; returns its status.
 int runFor(Duration duration) {
   MainQueue::main().after(duration, [] { Application::shared().terminate(); });
   return runVembrix({});

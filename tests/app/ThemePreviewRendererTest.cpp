@@ -38,7 +38,7 @@ class ThemePreviewRendererTest : public testing::Test {
   }
   ~ThemePreviewRendererTest() override { fs::remove_all(folder_); }
 
-  /// Runs the program with these arguments; its status.
+  /// Runs the program with these arguments; returns its status.
   int run(std::vector<const char*> arguments) {
     arguments.insert(arguments.begin(), "vembrix");
     testing::internal::CaptureStdout();
@@ -48,7 +48,7 @@ class ThemePreviewRendererTest : public testing::Test {
   }
   int render() { return run({"--render-theme-previews", directory_.c_str()}); }
 
-  /// The paths that were reported, in their order.
+  /// Returns the paths that were reported, in their order.
   std::vector<std::string> reported() const {
     std::vector<std::string> paths;
     std::istringstream lines(output_);
@@ -58,7 +58,7 @@ class ThemePreviewRendererTest : public testing::Test {
     }
     return paths;
   }
-  /// What lies in the directory.
+  /// Returns the names of the files in the directory.
   std::vector<std::string> files() const {
     std::vector<std::string> names;
     for (const auto& entry : fs::directory_iterator(directory_)) {
@@ -74,7 +74,7 @@ class ThemePreviewRendererTest : public testing::Test {
   const std::vector<RecordingPreviewCanvas::Drawing>& drawings() {
     return RecordingPreviewCanvas::shared().drawings();
   }
-  /// The mock of the theme, made current.
+  /// Makes the theme current and returns its mock.
   static MenuMock mockOf(const char* name) {
     PreferencesStore::shared().setThemeName(name);
     SpaceManager::shared().reload();

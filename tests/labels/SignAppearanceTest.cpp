@@ -55,7 +55,7 @@ TEST(SignAppearanceTest, TheRimTakesItsAlphaFromTheHeatWhateverThePaletteSays) {
 }
 
 TEST(SignAppearanceTest, TextIsWhiteOnAFillOfLuminanceSixTenthsAndBlackAbove) {
-  // Components that add up to exactly that.
+  // Components whose luminance is exactly that.
   HeatPalette palette = gray(0);
   palette.cold = {0.3, 0.869335604770017, 0, 1};
   ASSERT_EQ(luminance(palette.cold.srgb()), 0.6);
@@ -114,7 +114,7 @@ TEST_F(SignLookTest, TheFirstLookIsThatOfTheStoredRecency) {
   defaults_.set("SpaceHeatRecency", PropertyList::Array{"embedded-space-9", "embedded-space-2"});
   begin();
   EXPECT_EQ(look(0), signLook(0, ember())) << "not in the list";
-  // A label of the active Space counts the active Space, too.
+  // The label of the active Space includes the active Space in its heat.
   goTo(1);
   EXPECT_EQ(look(1), signLook(0.78, ember()));
 }

@@ -14,11 +14,11 @@
 namespace vembrix {
 namespace {
 
-/// What can be known of an alpha value.
+/// The observable state of an alpha value.
 struct AlphaState {
   double now = 0;
   double target = 0;
-  /// Of the fade under way, which may lead to where it began; nothing at rest.
+  /// The end of a fade under way, which may lead back to where it began; empty at rest.
   std::optional<Duration> end;
 };
 
@@ -140,7 +140,7 @@ void SignComparison::compareOverlays(const SignModel& model) {
 }
 
 void SignComparison::compareRecency(const SignModel& model) {
-  // The order is written whole, as soon as it is another than at the start.
+  // The order is stored as a whole at its first change.
   const auto stored = model::strings("SpaceHeatRecency");
   line("recency", model.recency(), stored, stored == model.recency());
 }

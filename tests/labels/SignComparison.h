@@ -13,7 +13,7 @@ namespace vembrix {
 /// and fades, the tour's overlay, and the stored recency.
 class SignComparison {
  public:
-  /// Compares; writes sideBySide() only where `isWritten`, to keep comparisons cheap.
+  /// Compares; writes sideBySide() only if `isWritten`, to keep comparisons cheap.
   SignComparison(const SignModel& model, const LabelWindows& windows, bool isWritten);
 
   [[nodiscard]] bool isSame() const { return isSame_; }

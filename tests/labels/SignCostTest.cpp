@@ -70,7 +70,7 @@ TEST_F(SignCostTest, APrimingTickSetsNoAlphaValueThatIsThere) {
   }
 }
 
-/// The question and the answer are the window server's; the controller adds nothing.
+/// Query and answer allocate in the window server; the controller adds no allocation.
 TEST_F(SignCostTest, AReconciliationWithNothingToRepairAllocatesWhatTheAnswersDo) {
   beginWithAllLabels(kLabels);
   advance(3000);  // to 4 s: the tenth tick is the second from here

@@ -131,7 +131,7 @@ SignModel::Label& SignModel::make(const model::Space& space, double heat, double
   label.heat = heat;
   tint(label);
   set(label, alpha);
-  // Born where the user is.
+  // A new label is in the active Space.
   if (desktop().activeSpace() != 0) label.spaces = {desktop().activeSpace()};
   census_.mostLabels = std::max(census_.mostLabels, labels_.size());
   return label;
@@ -157,7 +157,7 @@ void SignModel::layOut(Label& label, const std::string& name) {
 }
 
 void SignModel::addTo(Label& label, SpaceID space) {
-  // The window server ignores Spaces that it does not know.
+  // The window server ignores unknown Spaces.
   if (std::ranges::count(desktop().spaceIDs(), space) > 0) label.spaces.insert(space);
 }
 

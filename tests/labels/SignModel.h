@@ -89,21 +89,21 @@ class SignModel {
   /// The dropdown was opened: the Spaces are read again.
   void menuOpened() { reload(); }
   void renamed(const std::string& uuid, std::string_view name);
-  /// The window server has the label's window in these Spaces.
+  /// To be called when the window server has moved the label's window to these Spaces.
   void windowMoved(SpaceID label, std::set<SpaceID> spaces);
 
   // The expected state
 
   [[nodiscard]] const std::map<SpaceID, Label>& labels() const { return labels_; }
   [[nodiscard]] const std::vector<std::shared_ptr<Overlay>>& overlays() const { return overlays_; }
-  /// Most recent first.
+  /// The most recent first.
   [[nodiscard]] const std::vector<std::string>& recency() const { return recency_; }
   [[nodiscard]] static double now(const Alpha& alpha);
   [[nodiscard]] const Census& census() const { return census_; }
 
  private:
-  // Bits: in one Space, passed over by the cycling through windows. The first may stand beside
-  // a full-screen window, Mission Control hides the second.
+  // Bits of both: in one Space, skipped when cycling through windows. The first may also be in the
+  // Space of a full-screen window; Mission Control hides the second.
   static constexpr std::uint64_t managedBehavior = 4 + 64 + 256;
   static constexpr std::uint64_t transientBehavior = 8 + 64;
 

@@ -1,4 +1,4 @@
-// What the user does, as the model has it: Mission Control, the mouse, swipes, clicks.
+// The user's activity in the model: Mission Control, the mouse, swipes, clicks.
 
 #include <algorithm>
 #include <cmath>
@@ -11,7 +11,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// The right and the upper edge are outside.
+/// Returns whether the point is inside; the right and the upper edge are outside.
 bool holds(const Rect& frame, Point p) {
   return frame.x <= p.x && p.x < frame.x + frame.width && frame.y <= p.y &&
          p.y < frame.y + frame.height;
@@ -23,7 +23,7 @@ void SignModel::lookForMissionControl() {
   const bool isOpen = model::isMissionControlOpen();
   if (isOpen == missionControl_) return;
   missionControl_ = isOpen;
-  // The user may have put the Spaces into another order there.
+  // The user may have reordered the Spaces in Mission Control.
   if (!isOpen) reload();
   missionControlChanged();
 }

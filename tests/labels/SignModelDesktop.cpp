@@ -68,7 +68,7 @@ bool isMissionControlOpen() {
   const PropertyList answer = WindowServer::shared().CGWindowListCopyWindowInfo(17);
   const PropertyList::Array* windows = answer.asArray();
   if (!windows) return false;
-  // One entry of another kind spoils the list.
+  // One entry of another kind invalidates the list.
   for (const PropertyList& window : *windows) {
     if (!window.asDictionary()) return false;
   }
@@ -80,7 +80,7 @@ bool isMissionControlOpen() {
 bool isOn(std::string_view key) {
   const PropertyList value = stored(key);
   if (const bool* truth = value.asBool()) return *truth;
-  // The number 0 is "off"; every other value is no switch or says "on".
+  // The number 0 means off; all other values are no switch or mean on.
   return value.number() != 0.0;
 }
 

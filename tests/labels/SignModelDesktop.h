@@ -33,13 +33,13 @@ SpaceID activeSpace();
 /// Points, global coordinates.
 Rect mainScreen();
 Point mouse();
-/// Whether a window of the Dock covers nine tenths of the width and eight tenths of the
+/// Returns whether a window of the Dock covers nine tenths of the width and eight tenths of the
 /// height of a screen.
 bool isMissionControlOpen();
 
-/// A setting that is on unless it is stored as off.
+/// Returns a setting that is on unless it is stored as off.
 bool isOn(std::string_view key);
-/// A stored number, or the other value.
+/// Returns a stored number, or `otherwise`.
 double number(std::string_view key, double otherwise);
 /// The user's names by uuid; none if anything else is stored among them.
 std::map<std::string, std::string> names();

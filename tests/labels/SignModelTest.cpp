@@ -17,10 +17,10 @@
 #include "platform/embedded/faces/RecordingSignWindow.h"
 #include "platform/embedded/services/EmbeddedMainQueue.h"
 
-// The labels of the whole program beside those of the model, after every event of random
-// walks. This does one walk again up to one event, telling every event on standard error:
+// Compares the labels of the whole program with those of the model after every event of random
+// walks. This repeats one walk up to one event and prints every event on standard error:
 //
-//   VEMBRIX_WALK_SEED=7 VEMBRIX_WALK_EVENTS=532 product --gtest_filter='*SignModelTest*'
+// VEMBRIX_WALK_SEED=7 VEMBRIX_WALK_EVENTS=532 product --gtest_filter='*SignModelTest*'
 
 namespace vembrix {
 namespace {
@@ -54,7 +54,7 @@ class SignModelTest : public testing::TestWithParam<unsigned> {
     if (isTold_) std::cerr << last_.back() << '\n';
   }
   [[nodiscard]] bool isSame() const { return SignComparison(*model_, windows_, false).isSame(); }
-  /// All that is needed to understand a difference.
+  /// Returns everything that is needed to understand a difference.
   [[nodiscard]] std::string story() const {
     std::string text = "the last events:\n";
     for (const std::string& event : last_) text += event + '\n';
@@ -69,15 +69,15 @@ class SignModelTest : public testing::TestWithParam<unsigned> {
   std::unique_ptr<SignModel> model_ = std::make_unique<SignModel>();
   SignWalk walk_{GetParam(), *model_, windows_};
   std::unique_ptr<AppDelegate> program_ = std::make_unique<AppDelegate>();
-  /// Without the permission at its launch the program sees no swipe.
+  /// Without the permission at its launch the program receives no swipes.
   bool hasTap_ = false;
-  /// Of the last event, from 1.
+  /// The number of the last event, from 1.
   unsigned number_ = 0;
   std::deque<std::string> last_;
   bool isTold_ = std::getenv("VEMBRIX_WALK_EVENTS") != nullptr;
 };
 
-/// A walk that never comes where the rules differ would agree with anything.
+/// Expects that the walks have met all interesting events: others would agree with any rules.
 void expectToHaveSeenAll(const SignModel::Census& census, bool watchesSwipes) {
   EXPECT_GT(census.risenShows, 0);
   EXPECT_GT(census.showsEndedByTime, 0);

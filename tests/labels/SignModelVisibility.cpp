@@ -1,4 +1,4 @@
-// When labels are seen, as the model has it, and the tour.
+// The visibility of labels in the model, and the tour.
 
 #include <algorithm>
 #include <utility>
@@ -141,7 +141,7 @@ void SignModel::activeChanged() {
   const bool swipeMode = model::isOn(kSwipeMode);
   setOthers(swipeMode ? swipeAlpha() : 0);
   if (endsAShow || isNew || !swipeMode) return;
-  // On the next turn; the label may have gone by then.
+  // Begins on the next turn; the label may have been removed by then.
   arrivalFade_ = MainQueue::main().schedule(Duration::zero(), [this, id = active_] {
     const auto label = labels_.find(id);
     if (label == labels_.end()) return;

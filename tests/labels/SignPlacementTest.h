@@ -33,7 +33,7 @@ class SignPlacementTest : public SignTest {
     desktop_.windows().move(window.windowNumber(), std::move(spaces));
   }
   void reconcile() { queue_.advance(std::chrono::seconds(5)); }
-  /// Where a label is that is so wide and high, on the first screen.
+  /// Returns the frame of a label of that size on the first screen.
   static Rect centeredOnMain(double width, double height) {
     return {720 - width / 2, 450 - height / 2, width, height};
   }

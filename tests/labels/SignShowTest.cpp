@@ -146,7 +146,7 @@ TEST_F(SignVisibilityTest, ALabelKeepsOutOfTheWayUntilTheShowEnds) {
   show();
   advance(1000);
   EXPECT_EQ(label(0).collectionBehavior(), kOutOfTheWay);
-  // Another display's Space becomes the active one for the next show.
+  // The next show begins in the active Space of another display.
   goTo(1);
   EXPECT_EQ(label(0).collectionBehavior(), kAtRest);
   controller_->showAll();
@@ -161,9 +161,9 @@ TEST_F(SignVisibilityTest, EndingNoShowFadesNothing) {
   EXPECT_FALSE(label(2).isAnimating());
 }
 
-/// The first show's labels rise with the Space that was active when it began, also where
-/// a second one has begun since; then the label of the desktop in which the user is rises
-/// with them, until the show ends.
+/// Half a second after a show began, all labels rise but that of the Space that was active at its
+/// beginning, even if a second show has begun since. So the label of the present desktop may rise,
+/// too; it stays until the show ends.
 TEST_F(SignVisibilityTest, ARiseKnowsTheSpaceThatWasActiveAtItsOwnShow) {
   beginWithAllLabels();
   controller_->showAll();

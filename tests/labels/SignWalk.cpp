@@ -18,7 +18,7 @@ void post(std::string_view name) {
 
 }  // namespace
 
-/// How often each event comes, of a thousand or so.
+/// The frequency of each event, in about a thousand.
 const SignWalk::Event SignWalk::kEvents[] = {
     {80, false, &SignWalk::arrive},
     {25, false, &SignWalk::arriveAndTouch},
@@ -76,7 +76,7 @@ const SignWalk::Event SignWalk::kEvents[] = {
 
 SignWalk::SignWalk(unsigned seed, SignModel& model, const LabelWindows& windows)
     : random_(seed), model_(model), windows_(windows) {
-  // Before the program hears of it, and moves windows itself.
+  // Observed first, before the program moves windows itself.
   announcement_ =
       NotificationCenter::workspace().addObserver(notification::kActiveSpaceDidChange, [this] {
         wasAnnounced_ = true;

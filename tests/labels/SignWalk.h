@@ -36,7 +36,8 @@ class SignWalk {
  private:
   struct Event {
     int weight;
-    /// Whether it never interrupts a show of all labels, which otherwise hardly ever lasts.
+    /// Whether it never interrupts a show of all labels, which otherwise hardly ever lasts to its
+    /// end.
     bool isCalm;
     std::string (SignWalk::*happens)();
   };
@@ -49,7 +50,7 @@ class SignWalk {
   const T& oneOf(const T (&values)[size]) {
     return values[below(size)];
   }
-  /// 0 where there is none.
+  /// 0 if there is none.
   SpaceID anySpace();
   const Event& draw();
 

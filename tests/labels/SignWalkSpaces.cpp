@@ -1,4 +1,4 @@
-// The events that take the user to other Spaces, and those that change the Spaces themselves.
+// Events that take the user to other Spaces, and those that change the Spaces.
 
 #include "labels/SignWalk.h"
 #include "platform/EventTap.h"
@@ -90,7 +90,7 @@ std::string SignWalk::disableTaps() {
 std::string SignWalk::addSpace(EmbeddedDesktop::SpaceType type) {
   if (desktop_.spaceIDs().size() >= 12) return "no room for another Space";
   const char* const display = oneIn(3) ? "Second" : "Main";
-  // Uuids come again, and with them names and recency.
+  // Uuids are reused, and with them names and recency.
   added_ += 1;
   const SpaceID space = desktop_.addSpace(display, type, "walk-" + std::to_string(added_ % 64));
   spacesChanged();
@@ -164,7 +164,7 @@ std::string SignWalk::answerWrongly() {
 }
 
 std::string SignWalk::openMenu() {
-  // Opening the menu often ends wrong answers, so that they do not last.
+  // Opening the menu often ends wrong answers, which would otherwise last.
   if (answersWrongly_ && oneIn(2)) answerWrongly();
   SpaceManager::shared().reload();
   model_.menuOpened();

@@ -1,4 +1,4 @@
-// The events that come from the user's hands: the devices, names and settings.
+// Events of the user: devices, names and settings.
 
 #include "labels/SignWalk.h"
 #include "platform/InputMonitor.h"
@@ -81,7 +81,7 @@ std::string SignWalk::rename() {
 
 std::string SignWalk::store(std::string_view key, const PropertyList& value) {
   UserDefaults::standard().set(key, value);
-  // Some programs write and do not say so.
+  // Some programs write without a notification.
   const bool isTold = !oneIn(6);
   if (isTold) NotificationCenter::defaultCenter().post("PreferencesStoreDidChange");
   return std::string(key) + (isTold ? " is set" : " is set behind the program's back");

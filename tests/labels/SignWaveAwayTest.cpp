@@ -62,8 +62,8 @@ TEST_F(SignVisibilityTest, AfterAnActivationPrimingKnowsNothingOfWhatWasWavedAwa
   EXPECT_EQ(alpha(0), 0.78);
 }
 
-/// Between a new list of Spaces and the news of the new active one, the label waved away
-/// is one of the others.
+/// After a new list of Spaces and before the notification of the new active Space, the dismissed
+/// label is one of the others.
 TEST_F(SignVisibilityTest, PrimingLeavesALabelAloneThatWasWavedAway) {
   beginWithAllLabels();
   label(0).setAlphaValue(0.9);

@@ -68,8 +68,8 @@ TEST(ColorLegibilityTest, TextIsBlackOnLightColorsAndWhiteOnDarkOnes) {
   EXPECT_EQ(contrastingColor(Srgb{1, 0, 0}), Color(kWhite));
 }
 
-// The borders, by green alone: these greens weigh exactly a quarter, a half and
-// three quarters of the light.
+// The limits, by green alone: the luminance of these greens is exactly a quarter, a half and three
+// quarters.
 constexpr double kQuarter = 0.4258943781942079;
 constexpr double kHalf = 0.8517887563884158;
 constexpr double kThreeQuarters = 1.2776831345826236;

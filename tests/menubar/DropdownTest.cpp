@@ -214,7 +214,7 @@ TEST_F(DropdownTest, AHeatPaletteOfTheWrongKindIsTheFirst) {
 
 TEST_F(DropdownTest, TheAppearanceIsThatOfTheThemeAtTheOpening) {
   EXPECT_EQ(open().appearance(), Appearance::Light);
-  // Written by another program, and so not announced.
+  // Written by another program, and therefore without a notification.
   defaults_.set("ThemeName", std::string("Coral"));
   EXPECT_EQ(open().appearance(), Appearance::Dark);
   defaults_.set("ThemeName", std::string("Frost"));

@@ -36,7 +36,7 @@ class DropdownTest : public testing::Test {
     return static_cast<RecordingDropdownMenu&>(*RecordingStatusItem::current()->menu());
   }
 
-  /// Closes the menu where it is open, and opens it anew.
+  /// Closes the menu if it is open, and opens it again.
   RecordingDropdownMenu& open() {
     menu().close();
     menu().open();
@@ -60,7 +60,8 @@ class DropdownTest : public testing::Test {
     return "embedded-space-" + std::to_string(place + 1);
   }
   PropertyList storedName(std::size_t place) { return defaults_.object("SpaceNames")[uuid(place)]; }
-  /// The uuids in the order of use, the last used first; before the first opening.
+  /// Stores the uuids in the order of use, the most recent first. To be called before the first
+  /// opening.
   void setRecency(PropertyList::Array uuids) {
     defaults_.set("SpaceHeatRecency", std::move(uuids));
   }

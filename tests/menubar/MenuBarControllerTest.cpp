@@ -17,7 +17,7 @@ constexpr Srgb kBlue{0.69, 0.83, 1.0};
 
 class MenuBarControllerTest : public testing::Test {
  protected:
-  /// The status item of a controller that is made on the first call.
+  /// Returns the status item of a controller that the first call creates.
   RecordingStatusItem& item() {
     if (!controller_) {
       SpaceManager::shared().reload();

@@ -15,7 +15,7 @@ using testing::ElementsAre;
 /// Red, green and blue.
 using Components = std::array<double, 3>;
 
-/// The colours of all palettes, one place a line, in the order of kNames.
+/// The colours of all palettes in the order of kNames, one index per line.
 constexpr std::array kNames = {"B&W", "Vivid", "Pastel", "Earth", "Neon"};
 constexpr Components kColors[16][kNames.size()] = {
     {{1.0, 1.0, 1.0}, {0.9, 0.22, 0.21}, {1.0, 0.71, 0.76}, {0.55, 0.35, 0.17}, {1.0, 0.07, 0.57}},

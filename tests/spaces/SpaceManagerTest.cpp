@@ -20,7 +20,7 @@ using Dictionary = PropertyList::Dictionary;
 
 class SpaceManagerTest : public testing::Test {
  protected:
-  /// The spaces that the manager lists for one answer of the window server.
+  /// Returns the Spaces that the manager reads from that answer of the window server.
   const std::vector<SpaceInfo>& spacesFor(PropertyList answer) {
     desktop_.overrideManagedDisplaySpaces(std::move(answer));
     manager_.reload();

@@ -14,7 +14,7 @@ using Dictionary = PropertyList::Dictionary;
 
 class SpaceNamesTest : public testing::Test {
  protected:
-  /// The model is made on the first call, with the names stored by then.
+  /// Returns the model, which the first call creates with the names stored by then.
   static SpaceManager& manager() { return SpaceManager::shared(); }
 
   static SpaceInfo space(std::size_t place) {

@@ -99,7 +99,7 @@ TEST_F(SpaceTourTest, FromTheFirstDesktopItGoesRightAndThenLeft) {
 TEST_F(SpaceTourTest, EachStepFollows80msAfterTheArrival) {
   startTour(3, 0);
   queue_.advance(seconds(10));
-  // Swipe 162 ms, slide 200 ms, pause 80 ms.
+  // 162 ms for the swipe, 200 ms for the slide, 80 ms for the pause.
   EXPECT_THAT(recorder_.begins(), ElementsAre(0, 442, 884, 1326));
 }
 
@@ -209,8 +209,8 @@ TEST_F(SpaceTourTest, TheEndIsLoggedThenToldAndThenTheCompletionRuns) {
   EXPECT_EQ(completions_, 1);
 }
 
-/// The step of the first tour that is retried has the number of the second one's, whose
-/// own time-out then finds it retried.
+/// The first tour retries a step that has the same number as a step of the second tour, whose own
+/// time-out then finds it retried.
 TEST_F(SpaceTourTest, AStepThatAnOverlappingTourRetriedIsLeftWhenItsOwnTimeIsUp) {
   desktop_.loseSwipes(100);
   startTour(2, 0);

@@ -7,9 +7,9 @@
 
 namespace vembrix {
 
-// The contrast of text to what lies behind it, as WCAG 2 defines it.
+// The contrast of text with its background, as WCAG 2 defines it.
 
-/// The least contrast at which small type is legible.
+/// The lowest contrast at which small text is legible.
 inline constexpr double kLegible = 4.5;
 
 inline Srgb over(const Srgb& top, const Srgb& bottom) {
@@ -24,7 +24,7 @@ inline double relativeLuminance(const Srgb& color) {
   return 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue);
 }
 
-/// From 1 to 21. The ground is opaque.
+/// Returns the contrast, from 1 to 21. The background is opaque.
 inline double contrast(const Srgb& text, const Srgb& ground) {
   const double a = relativeLuminance(over(text, ground));
   const double b = relativeLuminance(ground);

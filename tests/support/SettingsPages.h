@@ -19,8 +19,8 @@ namespace vembrix {
 /// A user in front of the settings window.
 class SettingsPages : public testing::Test {
  protected:
-  /// Opens the window on the tab of that label, in the theme of that name, or
-  /// in the stored one when it is empty.
+  /// Opens the window on the tab of that label, in the theme of that name; in the stored theme if
+  /// the name is empty.
   RecordingSettingsWindow& open(std::string_view tab, std::string_view theme = {}) {
     if (!theme.empty()) PreferencesStore::shared().setThemeName(theme);
     PreferencesWindowController::shared().setSelectedTabIndex(indexOf(tab));
@@ -35,7 +35,7 @@ class SettingsPages : public testing::Test {
     return static_cast<int>(found - kTabs.begin());
   }
 
-  /// The model has that many desktops on one display.
+  /// Gives the model that many desktops on one display.
   void setDesktops(std::size_t count) {
     desktop_.setSpaceCount(count);
     SpaceManager::shared().reload();

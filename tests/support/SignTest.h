@@ -30,7 +30,7 @@ class SignTest : public testing::Test {
  protected:
   using SpaceID = EmbeddedDesktop::SpaceID;
 
-  /// The controller on that many desktops, of which the first is active.
+  /// Creates the controller on that many desktops, the first of which is active.
   void begin(std::size_t desktops = 4) {
     desktop_.setSpaceCount(desktops);
     beginHere();
@@ -41,8 +41,8 @@ class SignTest : public testing::Test {
         notification::kActiveSpaceDidChange, [this] { observer_.activeSpaceDidChange(); });
     controller_ = SpaceSignWindowController::create();
   }
-  /// Every desktop has had its turn, the first is active, all is at rest, and the next
-  /// tick of the controller's timer is half a second away.
+  /// Begins at rest with a label in every desktop. The first desktop is active, and the next tick
+  /// of the controller's timer is half a second away.
   void beginWithAllLabels(std::size_t desktops = 4) {
     begin(desktops);
     for (std::size_t place = 1; place < desktops; ++place) goTo(place);
@@ -50,13 +50,13 @@ class SignTest : public testing::Test {
     queue_.advance(std::chrono::seconds(1));
   }
 
-  /// The user arrives at the desktop of that place.
+  /// Takes the user to the desktop at that place.
   void goTo(std::size_t place) { desktop_.activate(space(place)); }
   SpaceID space(std::size_t place) const { return desktop_.spaceAt(place); }
   void advance(int time) { queue_.advance(std::chrono::milliseconds(time)); }
   void turn() { queue_.runPending(); }
-  /// The program has noticed when this returns. The first time takes no time, later
-  /// ones up to 300 ms.
+  /// Opens or closes Mission Control and waits until the program has noticed: not at all the first
+  /// time, later up to 300 ms.
   void setMissionControl(bool open) {
     MissionControlWatcher& watcher = MissionControlWatcher::shared();
     desktop_.setMissionControl(open);
@@ -73,7 +73,7 @@ class SignTest : public testing::Test {
 
   static std::size_t labelCount() { return RecordingSignWindow::all().size(); }
   static bool hasLabel(SpaceID id) { return !RecordingSignWindow::inSpace(id).empty(); }
-  /// The only label in the Space.
+  /// Returns the only label in the Space.
   static RecordingSignWindow& labelIn(SpaceID id) {
     const auto found = RecordingSignWindow::inSpace(id);
     if (found.size() != 1) {
@@ -83,7 +83,7 @@ class SignTest : public testing::Test {
   }
   RecordingSignWindow& label(std::size_t place) const { return labelIn(space(place)); }
   double alpha(std::size_t place) const { return label(place).alphaValue(); }
-  /// Of the labels in the order of the desktops.
+  /// Returns the alpha values of the labels in the order of the desktops.
   std::vector<double> alphas(std::size_t count = 4) const {
     std::vector<double> values;
     for (std::size_t place = 0; place < count; ++place) values.push_back(alpha(place));

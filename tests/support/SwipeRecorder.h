@@ -11,11 +11,11 @@
 
 namespace vembrix {
 
-/// Writes down the Dock-swipe events of the session with their times.
+/// Records the Dock-swipe events of the session with their times.
 class SwipeRecorder {
  public:
   struct Event {
-    /// Since the recorder was made.
+    /// The time since the recorder was created.
     std::int64_t milliseconds = 0;
     std::int64_t phase = 0;
     double progress = 0;
@@ -34,7 +34,7 @@ class SwipeRecorder {
 
   const std::vector<Event>& events() const { return events_; }
 
-  /// The times at which swipes began.
+  /// Returns the times at which swipes began.
   std::vector<std::int64_t> begins() const {
     std::vector<std::int64_t> times;
     for (const Event& event : events_) {
@@ -43,7 +43,7 @@ class SwipeRecorder {
     return times;
   }
 
-  /// The ways of the swipes that began: 1 to the right, -1 to the left.
+  /// Returns the directions of the swipes that began: 1 for right, -1 for left.
   std::vector<int> directions() const {
     std::vector<int> signs;
     for (const Event& event : events_) {

@@ -47,7 +47,7 @@ class DiagnosticLogTest : public SettingsPages {
   void prints(std::string bytes) {
     tool_.setScript([bytes = std::move(bytes)] { return LogTool::Output{bytes}; });
   }
-  /// The tool runs to its end and the main queue hears of it.
+  /// Runs the tool to its end and the main queue after it.
   void finish() {
     work_.run();
     queue_.runPending();

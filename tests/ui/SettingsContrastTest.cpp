@@ -1,5 +1,5 @@
-// Whether everything in the settings window can be read: the contrast, as WCAG
-// 2 defines it, of each text to what lies behind it.
+// Everything in the settings window is legible: the contrast, as WCAG 2 defines it, of each text
+// with its background.
 
 #include <gmock/gmock.h>
 
@@ -15,7 +15,7 @@ std::vector<Appearance> appearancesOf(const WindowChrome& chrome) {
   return {Appearance::Light, Appearance::Dark};
 }
 
-/// What the root shows, at its lightest and darkest.
+/// Returns the root's lightest and darkest background.
 std::vector<Srgb> rootGrounds(const SettingsContent& content, Appearance appearance) {
   const Srgb window = resolved(content.chrome.background, appearance);
   const auto* themed = std::get_if<ThemedContent>(&content.body);
@@ -34,7 +34,7 @@ std::vector<Srgb> rootGrounds(const SettingsContent& content, Appearance appeara
   return {window};
 }
 
-/// What a page stands on.
+/// Returns the background of a page.
 std::vector<Srgb> pageGrounds(const SettingsContent& content, Appearance appearance) {
   std::vector<Srgb> grounds = rootGrounds(content, appearance);
   const auto* themed = std::get_if<ThemedContent>(&content.body);
@@ -43,7 +43,7 @@ std::vector<Srgb> pageGrounds(const SettingsContent& content, Appearance appeara
   return grounds;
 }
 
-/// The colours of all texts on a page.
+/// Returns the colours of all texts on a page.
 std::vector<Color> textColors(const SettingsForm& form) {
   std::vector<Color> colors;
   const auto collect = [&](const auto& control) {

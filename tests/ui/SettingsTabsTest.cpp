@@ -19,7 +19,7 @@ const ControlRow& controlRow(const SettingsForm& form, std::string_view label) {
   throw std::out_of_range("no such row");
 }
 
-/// What stands in the rows, in words.
+/// Describes the rows in words.
 std::vector<std::string> outline(const SettingsForm& form) {
   struct Describe {
     std::string operator()(const Slider&) const { return "slider"; }
@@ -46,7 +46,7 @@ std::vector<std::string> outline(const SettingsForm& form) {
 
 class SettingsTabsTest : public SettingsPages {
  protected:
-  /// One change by the user: exactly that value is stored, and told once.
+  /// Expects that the user's change stores exactly that value and posts one notification.
   void expectWritten(const std::function<void()>& act, std::string_view key,
                      const PropertyList& value) {
     Posts posts;

@@ -1,4 +1,4 @@
-// The settings window over whatever may be stored.
+// The settings window with any stored values.
 
 #include <gmock/gmock.h>
 
@@ -18,8 +18,7 @@ const char* const kKeys[] = {"ThemeName",       "HeatPaletteName",     "SignText
                              "ColorMode",       "SpaceColors",         "SpaceNames",
                              "KnownSpaceUUIDs", "InstantMenuSwitch"};
 
-/// What no key takes for its own; a name or mode that nobody knows is another
-/// matter.
+/// Returns values of a wrong type for the key. Unknown names and modes are tested separately.
 std::vector<PropertyList> valuesOfWrongType(std::string_view key) {
   std::vector<PropertyList> values = {PropertyList::Date{1.0}, PropertyList::Data{1, 2, 3},
                                       Array{1, "two"}, Dictionary{{"a", 1}}};

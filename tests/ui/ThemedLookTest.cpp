@@ -153,7 +153,7 @@ TEST(ThemedLookTest, ButtonsAreMeasuredAsOnEverySystem) {
   EXPECT_EQ(tab_button_metrics::kUnderlineHeight, 2);
 }
 
-/// The fonts of all texts of a page that have one.
+/// Returns the fonts of all texts of a page that have one.
 std::vector<Font> fontsOf(const SettingsForm& form) {
   std::vector<Font> fonts;
   const auto collect = [&](const auto& control) {

@@ -25,7 +25,7 @@ class SpaceHeatTrackerTest : public testing::Test {
     return SpaceHeatTracker::shared();
   }
 
-  /// The user goes to the Space and clicks there.
+  /// Takes the user to the Space and clicks there.
   void engage(std::size_t place) {
     desktop_.activate(desktop_.spaceAt(place));
     desktop_.input().send(LeftMouseDown);

@@ -22,7 +22,7 @@ struct Free {
   void operator()(void* memory) const { std::free(memory); }
 };
 
-/// The root window's numbers, each asked for and waited for.
+/// The numeric properties of the root window; each reading waits for the server.
 class Root {
  public:
   explicit Root(xcb_connection_t* connection) : connection_(connection) {
@@ -122,7 +122,7 @@ int main(int argc, char** argv) {
   QObject::connect(&launch, &QTimer::timeout, [&priming] { priming.start(milliseconds(500)); });
   if (polls) {
     watching.start(milliseconds(300));
-    // Started at different times, as by a launch, so that the two timers never fire together.
+    // Started at different times, as in a launch, so that the two timers never fire together.
     launch.start(milliseconds(25));
   }
   return QApplication::exec();

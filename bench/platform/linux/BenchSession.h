@@ -2,9 +2,8 @@
 
 namespace vembrix {
 
-/// Settings that are nobody's, and no desktop but the one in the process. Which
-/// display the windows are on, QT_QPA_PLATFORM says. To be called before anything
-/// of the platform is used; more often does no harm.
+/// Selects empty settings and the desktop in the process. QT_QPA_PLATFORM chooses the display for
+/// windows. To be called before anything of the platform is used; further calls have no effect.
 void useBenchSession();
 
 }  // namespace vembrix

@@ -43,7 +43,7 @@ class Crowd {
   }
 
   void makeWindows(std::uint32_t count) {
-    // No window manager can have as many and switch as fast.
+    // No window manager could manage as many windows and switch as fast.
     constexpr std::uint32_t kUnmanaged = 1;
     for (std::uint32_t i = 0; i < count; ++i) {
       const xcb_window_t window = xcb_generate_id(xcb_);
@@ -63,7 +63,7 @@ class Crowd {
     const Clock::time_point begin = Clock::now();
     for (int i = 1; i <= switches; ++i) {
       std::this_thread::sleep_until(begin + i * period);
-      // Far apart, and back and forth.
+      // Far apart, back and forth.
       last_ = static_cast<std::uint32_t>(i) * 7 % desktops;
       xcb_ewmh_request_change_current_desktop(&ewmh_, 0, last_, XCB_CURRENT_TIME);
       xcb_flush(xcb_);
@@ -116,7 +116,7 @@ class Crowd {
         xcb_query_tree_reply(xcb_, xcb_query_tree_unchecked(xcb_, parent), nullptr));
   }
 
-  /// Returns the strip, of any depth; none where there is none.
+  /// Returns the strip, of any depth; none if there is none.
   xcb_window_t stripWithin(xcb_window_t parent) const {
     const auto tree = this->tree(parent);
     if (!tree) return XCB_NONE;

@@ -22,12 +22,12 @@ using Seconds = std::chrono::duration<double>;
 
 constexpr QPoint kCorner{40, 24};
 
-/// Notices when a menu has been painted, with all that is in it.
+/// Notices when a menu has been painted with its whole content.
 class PaintWatch : public QObject {
  public:
   explicit PaintWatch(QMenu& menu) : menu_(menu) { menu_.installEventFilter(this); }
 
-  /// From `open` until the menu is on the screen for the first time; closes it.
+  /// Returns the time from `open` until the menu is on the screen for the first time; closes it.
   Seconds timeOf(const std::function<void()>& open) {
     isPainted_ = false;
     const auto start = std::chrono::steady_clock::now();
@@ -74,9 +74,8 @@ double median(std::vector<double>& values) {
   return *middle;
 }
 
-/// From opening a dropdown with so many rows to its first paint, and how often
-/// that takes the time of a plain menu of Qt's with as many items: with the items
-/// that it had (0), or with new ones, as in the program (1).
+/// From opening a dropdown with that many rows to its first paint, and the ratio to a plain menu of
+/// Qt's with as many items: with its former items (0), or with new ones, as in the program (1).
 void openDropdownMenu(benchmark::State& state) {
   useBenchSession();
   const int count = static_cast<int>(state.range(0));

@@ -13,7 +13,7 @@ namespace {
 
 using Dictionary = PropertyList::Dictionary;
 
-/// A settings file of some weeks, for as long as it lives.
+/// The settings file of a user after some weeks; exists as long as this object.
 class SettingsFile {
  public:
   SettingsFile() {
@@ -41,23 +41,23 @@ class SettingsFile {
   DefaultsStore store{path};
 };
 
-/// What happens on nearly every event: a setting is read from a file that is as before.
+/// The most frequent case: a setting is read from an unchanged file.
 void readSetting(benchmark::State& state) {
   SettingsFile file;
-  // From then on, the file's times show every change.
+  // After this time every change shows in the file's times.
   std::this_thread::sleep_for(std::chrono::milliseconds(3200));
   for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(file.store.object("SignTextSize"));
 }
 BENCHMARK(readSetting);
 
-/// Just after a change, when the file is compared with what was read.
+/// The time just after a change, when the file's contents are compared.
 void readSettingAfterAChange(benchmark::State& state) {
   SettingsFile file;
   for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(file.store.object("SignTextSize"));
 }
 BENCHMARK(readSettingAfterAChange)->MinTime(0.2);
 
-/// Another program has written the file.
+/// After a write of another program.
 void reloadSettings(benchmark::State& state) {
   SettingsFile file;
   DefaultsStore other(file.path);
@@ -72,7 +72,7 @@ void reloadSettings(benchmark::State& state) {
 }
 BENCHMARK(reloadSettings);
 
-/// What the main thread pays for a step of a slider.
+/// The main thread's cost for a step of a slider.
 void storeSetting(benchmark::State& state) {
   SettingsFile file;
   double size = 0;
@@ -80,7 +80,7 @@ void storeSetting(benchmark::State& state) {
 }
 BENCHMARK(storeSetting);
 
-/// Until it is on the disk.
+/// The whole time until the value is on the disk.
 void storeSettingAndFinish(benchmark::State& state) {
   SettingsFile file;
   double size = 0;

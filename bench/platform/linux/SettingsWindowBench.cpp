@@ -46,8 +46,7 @@ void addLike(const QWidget& window, QFormLayout& form, Make make) {
   for (const Control* control : window.findChildren<Control*>()) form.addRow(make(*control));
 }
 
-/// A window of the same size with as many of Qt's own controls, which say the
-/// same.
+/// Creates a window of the same size with as many of Qt's own controls and the same texts.
 std::unique_ptr<QWidget> bareWindow(const QWidget& window) {
   auto bare = std::make_unique<QWidget>();
   bare->setLayout(new QFormLayout);
@@ -81,8 +80,8 @@ double seconds(const QElapsedTimer& timer) {
   return static_cast<double>(timer.nsecsElapsed()) / 1e9;
 }
 
-/// From asking for the window with fresh content to its first paint; "ratio" is
-/// to a bare window with as many of Qt's own controls, which say the same.
+/// The time from the request for the window with new content to its first paint; "ratio" is to a
+/// bare window with as many of Qt's own controls and the same texts.
 void openToFirstPaint(benchmark::State& state) {
   useBenchSession();
   const AppTheme& theme = AppTheme::all().at(static_cast<std::size_t>(state.range(0)));

@@ -32,7 +32,7 @@ double seconds(const QElapsedTimer& timer) {
   return static_cast<double>(timer.nsecsElapsed()) / 1e9;
 }
 
-/// From the start of a program to its end; it must end in order.
+/// Returns the time from the start of a program to its successful end.
 double timeOfProgram(const QString& program, const QStringList& arguments) {
   QProcess process;
   process.setStandardOutputFile(QProcess::nullDevice());
@@ -58,7 +58,7 @@ double encodingTime(const QImage& picture) {
   return seconds(timer);
 }
 
-/// Of a page that is laid out and was painted before.
+/// Returns the time for a page that is laid out and was painted before.
 double settingsPaintingTime(const SettingsContent& content, QImage& picture) {
   SettingsContentView view(content, 0, {}, nullptr);
   view.setSystemAppearance(Appearance::Light);
@@ -99,7 +99,7 @@ Parts menuParts() {
   return parts;
 }
 
-/// Of all the pictures that a run draws.
+/// Returns the parts of all pictures that a run draws.
 Parts allParts() {
   Parts sum;
   const auto add = [&sum](const Parts& parts) {
@@ -122,14 +122,13 @@ double median(std::vector<double>& values) {
   return *middle;
 }
 
-/// The program from its start to its end as it renders all previews; "ratio" is to
-/// the sum of what cannot be spared: its start-up, painting every picture once more,
-/// encoding every picture once more.
+/// The time of the program from its start to its end as it renders all previews; "ratio" is to the
+/// sum of the unavoidable: its start-up, and painting and encoding every picture once more.
 void renderThemePreviews(benchmark::State& state) {
   useBenchSession();
   const QTemporaryDir directory;
   const QStringList arguments{QStringLiteral("--render-theme-previews"), directory.path()};
-  // Here everything that is loaded once per process is loaded.
+  // Loads everything that is loaded once per process.
   allParts();
   std::vector<double> wholes;
   std::vector<double> startUps;

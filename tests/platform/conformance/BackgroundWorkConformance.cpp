@@ -53,7 +53,7 @@ TEST_F(BackgroundWorkConformance, ManyBlocksAllRun) {
   EXPECT_THAT(results, testing::UnorderedElementsAreArray(expected));
 }
 
-/// Says on which thread it ended.
+/// Records the thread on which it is destroyed.
 struct Owned {
   explicit Owned(std::thread::id& end) : end_(end) {}
   ~Owned() { end_ = std::this_thread::get_id(); }

@@ -49,7 +49,7 @@ class DockSwipeEventConformance : public testing::Test {
     return system_.runUntil([&] { return active() == spaceAt(index); }, kPatience);
   }
 
-  /// Nothing that is under way leads elsewhere.
+  /// Waits for anything pending; returns whether that desktop is then active.
   bool staysAt(std::size_t index) {
     system_.runFor(milliseconds(400));
     return active() == spaceAt(index);

@@ -16,7 +16,7 @@ using testing::IsEmpty;
 
 class EventTapConformance : public testing::Test {
  protected:
-  /// Posts, and lets the main queue run, by which some systems deliver events.
+  /// Posts an event and runs the main queue, which delivers it on some systems.
   void post(std::int64_t phase) {
     const auto event = DockSwipeEvent::create();
     event->setIntegerField(dockswipe::EventType, dockswipe::kDockControl);

@@ -21,7 +21,7 @@ class InputMonitorConformance : public testing::Test {
     return input_.addGlobalMonitor(mask, [this] { told_ += 1; });
   }
 
-  /// Runs until nothing more can be on its way.
+  /// Returns the number of reports after all events have arrived.
   int toldInAll() {
     system_.runFor(milliseconds(150));
     return told_;

@@ -16,7 +16,7 @@ using Dictionary = PropertyList::Dictionary;
 using Reals = std::numeric_limits<double>;
 using Integers = std::numeric_limits<std::int64_t>;
 
-/// What remains of a value in an array on the way through its JSON form.
+/// Returns a value in an array after it was encoded and decoded.
 PropertyList throughJson(const PropertyList& value) {
   const std::optional<std::string> text = encodeJson(Array{value});
   const std::optional<PropertyList> array = text ? decodeJson(*text) : std::nullopt;
@@ -24,7 +24,7 @@ PropertyList throughJson(const PropertyList& value) {
   return elements && elements->size() == 1 ? elements->front() : PropertyList("lost");
 }
 
-/// The value that the text of one JSON value means; a text where it is invalid.
+/// Returns the value of a JSON text; a message if the text is invalid.
 PropertyList decoded(std::string_view text) {
   const std::optional<PropertyList> array = decodeJson(std::string("[").append(text).append("]"));
   const Array* elements = array ? array->asArray() : nullptr;

@@ -8,7 +8,7 @@
 namespace vembrix {
 namespace {
 
-/// The platform's own tool, whose program is the only one that is found.
+/// The platform's own tool, whose program is the only one on the path.
 class LinuxLogTool : public LogToolUnderTest {
  public:
   LinuxLogTool() { TestSession::setVariable("PATH", tools_.path().string()); }

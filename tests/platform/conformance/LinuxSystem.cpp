@@ -18,8 +18,8 @@
 namespace vembrix {
 namespace {
 
-/// What the suite at hand needs of the system; starting what it does not need
-/// would only cost time.
+/// Returns whether the present suite is one of these; starting what it does not need would cost
+/// time.
 bool suiteIsOneOf(std::initializer_list<std::string_view> names) {
   const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
   const std::string_view suite = test ? test->test_suite_name() : "";
@@ -51,7 +51,7 @@ class LinuxSystem : public SystemUnderTest {
   std::string applicationDomain() override { return "com.vembrix.app"; }
 
   void writeDomain(std::string_view domain, const PropertyList& contents) override {
-    // The other program comes after what we have set before.
+    // The other program writes after this process's values are stored.
     LinuxUserDefaults::shared().finish();
     writeFile(domain, writePropertyList(contents).value());
   }
@@ -68,7 +68,7 @@ class LinuxSystem : public SystemUnderTest {
   void damageDomain(std::string_view domain) override {
     LinuxUserDefaults::shared().finish();
     writeFile(domain, "<plist><dict><key>cut off");
-    // Just written, it could be half of what is to come.
+    // A file that was written just now could be incomplete.
     constexpr std::chrono::seconds kAge{10};
     const std::filesystem::path path = pathOf(domain);
     std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now() - kAge);
@@ -133,7 +133,7 @@ class LinuxSystem : public SystemUnderTest {
   void writeFile(std::string_view domain, const std::string& bytes) const {
     const std::filesystem::path path = pathOf(domain);
     std::filesystem::create_directories(path.parent_path());
-    // As programs that care write such files: a reader never sees half of one.
+    // Writes like careful programs do: a reader never sees an incomplete file.
     const std::filesystem::path temporary = path.string() + ".new";
     std::ofstream(temporary, std::ios::binary) << bytes;
     std::filesystem::rename(temporary, path);

@@ -1,5 +1,5 @@
-// What the log's tool promises where it is a program of its own, which it is not on the
-// desktop in the process.
+// The log's tool on platforms where it is a separate program, as it is not on the desktop in the
+// process.
 
 #include "platform/LogTool.h"
 
@@ -15,7 +15,7 @@
 namespace vembrix {
 namespace {
 
-/// As the product runs it: not on the main thread.
+/// Runs the tool on another thread, as the product does.
 LogTool::Result run(const LogToolUnderTest& tool) {
   LogTool::Result result;
   std::thread([&] { result = tool.run(); }).join();

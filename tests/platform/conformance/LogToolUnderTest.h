@@ -8,7 +8,7 @@
 
 namespace vembrix {
 
-/// Runs a tool of the test's own as the platform runs its log tool.
+/// Runs a tool of the test in the way in which the platform runs its log tool.
 class LogToolUnderTest {
  public:
   static std::unique_ptr<LogToolUnderTest> create();
@@ -23,7 +23,7 @@ class LogToolUnderTest {
   virtual void vanish() = 0;
 
   [[nodiscard]] virtual std::vector<std::string> arguments() const = 0;
-  /// Not on the main thread.
+  /// Not to be called on the main thread.
   [[nodiscard]] virtual LogTool::Result run() const = 0;
 };
 

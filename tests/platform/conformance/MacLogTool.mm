@@ -4,7 +4,8 @@
 namespace vembrix {
 namespace {
 
-/// How the tool is run, since the tool itself stands at a path of the system's.
+/// Tests how the tool is run. The tool itself has a fixed path of the system, so another program
+/// takes its place.
 class MacLogTool : public LogToolUnderTest {
  public:
   void becomeScript(const std::string& script) override {

@@ -11,9 +11,8 @@
 namespace vembrix {
 namespace {
 
-/// The user's own session. What a program may change there without asking anybody is
-/// changed and put back; the rest is the user's, and a suite that needs it cannot run
-/// here.
+/// The user's own session. What a program may change there without asking is changed and restored;
+/// a suite that needs more cannot run here.
 class MacSystem : public SystemUnderTest {
  public:
   MacSystem() {
@@ -42,7 +41,8 @@ class MacSystem : public SystemUnderTest {
   void setSpaceCount(int) override { FAIL() << "no program can add or remove Spaces"; }
   void goToSpace(WindowServer::SpaceID) override { FAIL() << kUsersDesktop; }
 
-  /// Of this application alone, by which AppKit hands on a change of the system's, too.
+  /// Changes the appearance of this application alone, which AppKit reports like a change of the
+  /// system's.
   void setAppearance(Appearance appearance) override {
     [NSApplication sharedApplication].appearance = nativeAppearance(appearance);
   }

@@ -98,7 +98,7 @@ TEST_F(MainQueueConformance, OneTimeBlocksRunOnce) {
 }
 
 TEST_F(MainQueueConformance, ABlockMayBeFarAway) {
-  // The longest time there is, whose end no clock reaches.
+  // The longest possible time, which no clock reaches.
   queue_.after(Duration::max(), note("never"));
   const auto item = queue_.schedule(std::chrono::hours(24 * 365 * 50), note("hardly"));
   queue_.after(milliseconds(10), note("soon"));
@@ -123,7 +123,7 @@ TEST_F(MainQueueConformance, AnItemThatIsDueAlreadyCanStillBeCancelled) {
     later.reset();
   });
   later = queue_.schedule(milliseconds(10), note("cancelled"));
-  // Both are due by the time that either can run.
+  // Both are due before either can run.
   std::this_thread::sleep_for(milliseconds(30));
   system_.runFor(milliseconds(50));
   EXPECT_THAT(calls_, ElementsAre("canceller"));
@@ -169,8 +169,8 @@ TEST_F(MainQueueConformance, ATimersFirstBeatHasADelayOfItsOwn) {
 }
 
 TEST_F(MainQueueConformance, ATimerDoesNotDrift) {
-  // Each beat keeps the thread busy for more than half of the interval; were
-  // that added to it, six beats would fit. A busy machine may miss some, but not always.
+  // Each beat keeps the thread busy for more than half of the interval. If that were added to the
+  // interval, six beats would fit. A busy machine may miss some beats, but not in every attempt.
   for (int attempt = 0; attempt < 10 && calls_.size() < 8; ++attempt) {
     calls_.clear();
     const auto timer = queue_.repeat(milliseconds(40), milliseconds(40), [&] {
@@ -216,7 +216,7 @@ TEST_F(MainQueueConformance, ThreadsMayHandOverBlocksAtTheSameTime) {
       }
     });
   }
-  // While they are at it, too.
+  // Runs the queue while the threads are still posting.
   system_.runFor(milliseconds(2));
   for (std::thread& thread : threads) thread.join();
   EXPECT_TRUE(system_.runUntil(
@@ -248,7 +248,7 @@ TEST_F(MainQueueConformance, WhatABlockHoldsGoesWithItsToken) {
   EXPECT_GE(held.use_count(), 3);
   item.reset();
   timer.reset();
-  // The system may let go of it by way of the queue.
+  // The system may release it through the queue.
   EXPECT_TRUE(system_.runUntil([&] { return held.use_count() == 1; }, kPatience));
 }
 

@@ -25,14 +25,13 @@ struct Center {
 
 class NotificationCenterConformance : public testing::TestWithParam<Center> {
  protected:
-  /// Posts, and waits until it is delivered, and what the handlers posted upon it.
+  /// Posts, and waits until the notification, and all that its handlers posted, were delivered.
   void post(std::string_view name) {
     center_.post(name);
     for (int depth = 0; depth < 4; ++depth) runUntilDelivered();
   }
 
-  /// What is posted arrives in its order: all that was posted before has arrived when
-  /// this has.
+  /// Waits until everything posted before is delivered, as notifications arrive in order.
   void runUntilDelivered() {
     bool delivered = false;
     const auto last = center_.addObserver("last of all", [&] { delivered = true; });
@@ -110,7 +109,7 @@ TEST_P(NotificationCenterConformance, AHandlerMayDropItsOwnObservation) {
   Observation own;
   own = center_.addObserver("name", [&, held = std::string("still here")] {
     own.reset();
-    // What the handler holds lives until it returns.
+    // The captures of the handler live until it returns.
     calls_.push_back(held);
   });
   const auto next = note("name", "next");

@@ -1,5 +1,5 @@
-// What the main queue promises of time that passes while a block runs. The clock of the
-// desktop in the process stands still then.
+// The main queue's promises about time that passes while a block runs. On the desktop in the
+// process the clock stands still then.
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ TEST(RealTimeConformance, BeatsThatWereMissedAreOne) {
     if (++beats == 1) std::this_thread::sleep_for(milliseconds(110));
   });
   bool over = false;
-  // Beats at 20 (until 130), one for all that were missed, 140, 160.
+  // Beats at 20 (until 130), one for all missed ones, 140, 160.
   queue.after(milliseconds(170), [&] { over = true; });
   EXPECT_TRUE(system.runUntil([&] { return over; }, kPatience));
   EXPECT_GE(beats, 2);

@@ -21,7 +21,7 @@ bool contains(const Rect& outer, const Rect& inner) {
 
 class ScreensConformance : public testing::Test {
  protected:
-  /// Whether the primary screen comes to have that size.
+  /// Waits until the primary screen has that size; returns whether it came to that.
   bool runUntilSize(double width, double height) {
     const Rect frame{0, 0, width, height};
     return system_.runUntil(

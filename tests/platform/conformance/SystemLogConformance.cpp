@@ -16,7 +16,7 @@ using testing::ElementsAre;
 
 class SystemLogConformance : public testing::Test {
  protected:
-  /// The lines that came after the test began.
+  /// Returns the lines since the start of the test.
   std::vector<std::string> lines() {
     std::vector<std::string> all = system_.logLines();
     all.erase(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(before_));

@@ -7,7 +7,7 @@
 
 namespace vembrix {
 
-/// Text that is easy to get wrong, all of it valid.
+/// Returns valid texts that are easy to get wrong.
 inline std::vector<std::string> textSamples() {
   return {"Mail",
           "\u00E9t\u00E9 e\u0301",                       // composed and decomposed
@@ -23,7 +23,7 @@ inline std::vector<std::string> textSamples() {
           "\u07FF\u0800\uD7FF\uE000\uFFFC\U00010000\U0010FFFF"};  // borders of the encoding
 }
 
-/// Byte sequences none of which is UTF-8.
+/// Returns byte sequences none of which is UTF-8.
 inline std::vector<std::string> malformedUtf8Samples() {
   return {"\xC3",              // cut off
           "\xE2\x82",          // cut off

@@ -67,7 +67,7 @@ TEST_F(AppearanceObserverTest, WithoutAnAnnouncedBusNoneIsStarted) {
   EXPECT_EQ(appearance(), Appearance::Light);
   runFor(milliseconds(20));
   EXPECT_FALSE(QDBusConnection::sessionBus().isConnected());
-  // The D-Bus library was not left to look for one by its own means.
+  // The D-Bus library was not asked to look for a bus by itself.
   EXPECT_THAT(QDBusConnection::sessionBus().lastError().message().toStdString(),
               testing::Not(testing::HasSubstr("launch")));
   EXPECT_EQ(getenv("DBUS_SESSION_BUS_ADDRESS"), nullptr);
@@ -89,7 +89,7 @@ TEST_F(PortalTest, WithoutAPortalTheWidgetsTell) {
 TEST_F(PortalTest, IsAskedAtTheStartWithoutWaitingForIt) {
   FakePortal portal(bus_.connect("portal"), Age::Current);
   portal.presetPreference(1);
-  // The portal answers in this process's event loop only.
+  // The portal answers only in this process's event loop.
   EXPECT_EQ(appearance(), Appearance::Light);
   EXPECT_TRUE(runUntilAppearance(Appearance::Dark));
   EXPECT_EQ(changes_, 1);

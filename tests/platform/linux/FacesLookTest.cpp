@@ -33,10 +33,10 @@
 namespace vembrix {
 namespace {
 
-// Names with what stands highest and lowest in a line of Latin letters.
+// Names with the highest and the lowest Latin letters.
 constexpr const char* kTallName = "Ålgjpqy";
 
-/// The rectangle, in pixels, around what differs from the ground.
+/// Returns the rectangle, in pixels, around everything that differs from the background.
 QRect inkOf(const QImage& image) {
   const QColor ground = image.pixelColor(0, 0);
   QRect ink;
@@ -52,7 +52,7 @@ QRect inkOf(const QImage& image) {
   return ink;
 }
 
-/// What the text needs where nothing cuts it off, in pixels.
+/// Returns the size of the whole text, in pixels.
 QSize freeInkOf(const QString& text, const QFont& font) {
   const double scale = QGuiApplication::primaryScreen()->devicePixelRatio();
   const QFontMetricsF metrics(font);
@@ -68,19 +68,19 @@ QSize freeInkOf(const QString& text, const QFont& font) {
   return inkOf(image).size();
 }
 
-/// A part of the widget as it is drawn; points.
+/// Returns a part of the widget as it is drawn, in points.
 QImage partOf(QWidget& widget, const QRect& part) {
   return widget.grab(part).toImage();
 }
 
-/// Nothing is missing of the text. The edges of letters may be a pixel fainter.
+/// Expects the whole text. The edges of letters may be a pixel fainter.
 void expectWhole(const QRect& ink, const QString& text, const QFont& font) {
   const QSize needed = freeInkOf(text, font);
   EXPECT_GE(ink.height(), needed.height() - 1) << text.toStdString();
   EXPECT_GE(ink.width(), needed.width() - 2) << text.toStdString();
 }
 
-/// Whatever the fonts: VEMBRIX_FONTS and VEMBRIX_SCALE say which.
+/// The faces with the fonts and at the scale of VEMBRIX_FONTS and VEMBRIX_SCALE.
 class FacesLookTest : public testing::Test {
  protected:
   FacesLookTest() { TestSession::useNoScreen(); }
@@ -92,7 +92,7 @@ class FacesLookTest : public testing::Test {
     throw std::runtime_error("no window of that role");
   }
 
-  /// What a label or an overlay shows, without so much at each edge; points.
+  /// Returns the content of a label or an overlay without `outside` points at each edge.
   static QImage panelOfRole(const QString& role, double outside) {
     for (const BareWindow* panel : PanelStage::shared().panels()) {
       if (panel->role() != role) continue;
@@ -136,13 +136,13 @@ TEST_F(FacesLookTest, ALabelShowsTheWholeOfItsText) {
   for (const double size : {24.0, 96.0, 300.0}) {
     const Font font = signFont(size);
     const Size text = textSize(kTallName, font);
-    // As the product has it: so much around what it measured.
+    // The product's margin around the measured text.
     const auto label = SignWindow::create(
         {.frame = {0, 0, text.width + 160, text.height + 120}, .cornerRadius = 40, .padding = 40});
     label->view().setFont(font);
     label->view().setText(kTallName);
     label->view().setLook({.fill = kWhite, .textColor = kBlack, .rim = kWhite});
-    // Within the shadow and the round corners.
+    // The area inside the shadow and the round corners.
     expectWhole(inkOf(panelOfRole("label", 24 + 40)), kTallName, nativeFont(font));
   }
 }
@@ -159,7 +159,7 @@ TEST_F(FacesLookTest, TheOverlayShowsTheWholeOfItsText) {
                                             .textColor = kWhite,
                                             .spacing = 24 + 16,
                                             .padding = 28});
-  // Within the shadow.
+  // The area inside the shadow.
   expectWhole(inkOf(panelOfRole("tour-overlay", 24)), text, nativeFont(font));
 }
 
@@ -179,7 +179,7 @@ class DropdownLookTest : public testing::TestWithParam<std::size_t> {
         {.onSwitch = [] {}, .onCommitRename = [](std::string_view) {}});
   }
 
-  /// Of the row's name.
+  /// Returns the rectangle of the row's name.
   static QRect inkOfName(VembrixSpaceRowView& row) {
     constexpr int kNameLeft = 36;
     return inkOf(partOf(row, row.rect().adjusted(kNameLeft, 0, -40, 0)));
@@ -231,7 +231,7 @@ TEST_P(DropdownLookTest, EveryTextIsLegibleAsItIsDrawn) {
       user_.widget().setActiveAction(isSelected ? action : nullptr);
       std::string title = action->text().toStdString();
       if (isSelected) title += ", selected";
-      // Stock keeps the system's selection, which is white on the accent.
+      // Stock keeps the system's selection, whose text is white on the accent.
       const bool isSystems = isSelected && theme().name == "Stock" && !action->shortcut().isEmpty();
       if (isSystems) continue;
       check(title, place.adjusted(38, 3, -90, -3));
@@ -255,7 +255,7 @@ TEST_P(DropdownLookTest, ALongNameHasItsEllipsisWhereItsScriptEnds) {
     const QRect ink = inkOf(image);
     const int part = 6 * image.height() / row.height();
     const int left = atRight ? ink.right() + 1 - part : ink.left();
-    // With some of the ground at its left.
+    // Includes some of the background on the left.
     QImage end = image.copy(left, 0, part, image.height());
     end.setPixelColor(0, 0, image.pixelColor(0, 0));
     return inkOf(end).height() * row.height() / image.height();
@@ -279,7 +279,7 @@ TEST_P(DropdownLookTest, SeparatorsAreAsManyWholePixelsAsAPointHas) {
     if (!action->isSeparator()) continue;
     const QRect place = user_.widget().actionGeometry(action);
     std::vector<QRgb> line;
-    // Between the edge and the separator.
+    // A pixel between the edge and the separator.
     const QRgb ground =
         image.pixel(static_cast<int>(4 * scale), static_cast<int>(place.center().y() * scale));
     const int bottom = static_cast<int>((place.bottom() + 1) * scale);

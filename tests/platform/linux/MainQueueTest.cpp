@@ -95,7 +95,7 @@ TEST_F(RunningMainQueueTest, AnEventEndsTheRestOfAPoll) {
   for (int i = 0; i < 3; ++i) {
     runFor(milliseconds(100));
     const int before = beats;
-    // The loop of runFor() itself was ended by an event.
+    // The end of the loop of runFor() is an event, too.
     EXPECT_TRUE(runUntil([&] { return beats > before; }));
   }
 }
@@ -152,7 +152,7 @@ TEST_F(RunningMainQueueTest, APollMayEndItself) {
 TEST_F(RunningMainQueueTest, IsOnTime) {
   using Clock = std::chrono::steady_clock;
   constexpr std::chrono::microseconds kDelay{10500};
-  // A busy machine is late now and then, a coarse timer always.
+  // A busy machine is late now and then; a coarse timer would always be.
   Clock::duration best = Clock::duration::max();
   for (int i = 0; i < 20; ++i) {
     const auto start = Clock::now();
@@ -166,7 +166,7 @@ TEST_F(RunningMainQueueTest, IsOnTime) {
 }
 
 TEST_F(RunningMainQueueTest, BlocksThatAddBlocksLetEventsThrough) {
-  // A chain without end, and an event of Qt's that must get its turn.
+  // An endless chain of blocks, and an event of Qt's that must still be handled.
   std::function<void()> link = [&] { queue_.async(link); };
   queue_.async(link);
   bool passed = false;

@@ -1,4 +1,4 @@
-// The product's own switching, all the way to the window manager.
+// The product's own switching on a real window manager.
 
 #include <gtest/gtest.h>
 
@@ -34,7 +34,7 @@ class SpaceSwitchingTest : public testing::TestWithParam<bool> {
     return display_.client().cardinals(display_.client().root(), "_NET_CURRENT_DESKTOP");
   }
 
-  /// Whether it comes to that desktop and stays there.
+  /// Returns whether the window manager goes to that desktop and stays there.
   bool goTo(std::uint32_t index) {
     manager().switchToSpace(manager().spaces().at(index));
     const std::vector<std::uint32_t> wanted{index};

@@ -16,7 +16,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/// What is written to standard error while it lives.
+/// Captures what is written to standard error while it lives.
 class StandardError {
  public:
   StandardError() { testing::internal::CaptureStderr(); }
@@ -74,7 +74,7 @@ TEST(SystemLogTest, AFullPipeHoldsNobodyUp) {
   const int former = dup(STDERR_FILENO);
   dup2(ends[1], STDERR_FILENO);
   const auto start = std::chrono::steady_clock::now();
-  // More than a pipe holds, and more than a pipe takes at once.
+  // More than a pipe holds, and more than it takes at once.
   for (int i = 0; i < 30; ++i) logLine(std::string(10000, 'x'));
   const auto taken = std::chrono::steady_clock::now() - start;
   dup2(former, STDERR_FILENO);

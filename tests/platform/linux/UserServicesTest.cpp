@@ -1,5 +1,4 @@
-// What the user shares between programs: the clipboard, addresses; and the
-// threads that work for the user meanwhile.
+// Services for the user: the clipboard, addresses, and background threads.
 
 #include <gtest/gtest.h>
 
@@ -119,7 +118,7 @@ TEST_F(UserServicesTest, WorkThatWaitsKeepsNoOtherFromItsThread) {
 }
 
 TEST_F(UserServicesTest, TheMainQueueRunsWhileALargeLogIsRead) {
-  // The tool ends only when the main queue has run beside it.
+  // The tool ends only if the main queue runs beside it.
   const std::filesystem::path beats = tools_.path() / "beats";
   putTool("journalctl", "/usr/bin/head -c 52428800 /dev/zero; until [ -e " + beats.string() +
                             " ]; do /bin/sleep 0.01; done");

@@ -22,7 +22,7 @@ class SpaceWindowsTest : public testing::Test {
                          .collectionBehavior = behavior,
                          .spaces = {}});
   }
-  /// In the active Space, in front.
+  /// Shows a window in front, in the active Space.
   Number show(std::uint64_t behavior = 0, WindowLevel level = WindowLevel::Floating) {
     const Number number = add(behavior, level);
     windows_.orderFront(number);

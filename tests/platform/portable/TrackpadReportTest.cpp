@@ -16,7 +16,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using Bytes = std::vector<std::uint8_t>;
 
-/// The number that stands there, its lowest byte first.
+/// Returns the number at that offset, its lowest byte first.
 template <typename Number>
 Number numberAt(const Bytes& bytes, std::size_t place) {
   std::uint64_t bits = 0;
@@ -24,7 +24,7 @@ Number numberAt(const Bytes& bytes, std::size_t place) {
   return static_cast<Number>(bits);
 }
 
-// Where the parts of a report begin, and a part's own numbers.
+// The offsets of the parts of a report, and the numbers in a part.
 constexpr std::size_t kSwipe = 28;
 constexpr std::size_t kVelocity = kSwipe + 40;
 constexpr std::size_t kWhole = kVelocity + 28;

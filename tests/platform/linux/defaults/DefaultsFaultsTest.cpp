@@ -100,7 +100,7 @@ TEST_F(DefaultsFileTest, APipeInThePlaceOfTheFileHoldsNobodyUp) {
 TEST_F(DefaultsFileTest, AFileThatCannotBeOpenedForNowIsNotLost) {
   put(*writePropertyList(Dictionary{{"Key", 1}}));
   EXPECT_EQ(file_.object("Key"), PropertyList(1));
-  // Sanitizers need descriptors of their own where an object is met for the first time.
+  // Sanitizers need descriptors of their own when they see an object for the first time.
   const fs::path folder = directory_.path() / "folder.plist";
   fs::create_directories(folder);
   Store unreadable(folder);

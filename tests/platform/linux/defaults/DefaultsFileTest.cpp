@@ -89,7 +89,7 @@ TEST_F(DefaultsFileTest, ReadingAnUnchangedFileAllocatesNothing) {
   const PropertyList value = Dictionary{{"a", Array{1, "b"}}};
   file_.set("Key", value);
   ASSERT_EQ(file_.object("Key"), value);
-  // At first it might change without a trace and is read again, later not.
+  // A new file might change without a trace and is read again; an old one is not.
   for (const auto age : {std::chrono::milliseconds(0), std::chrono::milliseconds(3200)}) {
     std::this_thread::sleep_for(age);
     ASSERT_EQ(file_.object("Key"), value);
@@ -314,7 +314,7 @@ TEST_F(DefaultsFileTest, NothingIsWrittenThatCouldNotBeReadAgain) {
 
 }  // namespace
 
-// In the place of the system's.
+// Replaces the system's log.
 SystemLog& SystemLog::shared() {
   return RecordingLog::recording();
 }

@@ -1,5 +1,5 @@
-// Settings of the program from the command line, for tests that look at them
-// from outside. Values go in and out as property lists.
+// The program's settings on the command line, for tests that look at them from outside. Values are
+// read and printed as property lists.
 
 #include <poll.h>
 #include <unistd.h>
@@ -35,7 +35,7 @@ int set(const std::string& key) {
   return 0;
 }
 
-/// A value that shows whether it is whole.
+/// Returns a value that shows whether it is complete.
 PropertyList pairOf(int number) {
   const auto length = static_cast<std::size_t>(number % 50) * 100;
   return PropertyList::Dictionary{
@@ -47,19 +47,19 @@ PropertyList pairOf(int number) {
   for (int number = first;; ++number) {
     UserDefaults::standard().set("Pair", pairOf(number));
     LinuxUserDefaults::shared().finish();
-    // Told only when it is stored.
+    // Printed only after the value is stored.
     std::cout << number << std::endl;
   }
 }
 
-/// Whether standard input has something to say, its end included.
+/// Returns whether standard input has data or has ended.
 bool isToldToEnd() {
   pollfd input{STDIN_FILENO, POLLIN, 0};
   return ::poll(&input, 1, 0) > 0;
 }
 
-/// Reads pairs until it is told to end; prints how many. Fails at once when one
-/// is missing, not whole, or older than the one before.
+/// Reads pairs until standard input has data or ends; prints how many. Fails at once if a pair is
+/// missing, incomplete, or older than the one before.
 int readPairs() {
   int count = 0;
   std::int64_t last = 0;

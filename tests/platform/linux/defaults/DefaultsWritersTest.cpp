@@ -53,7 +53,7 @@ TEST_F(DefaultsFileTest, ATemporaryThatIsAlsoAnotherFileLeavesThatAlone) {
   EXPECT_EQ(stored(), PropertyList(Dictionary{{"Key", 1}}));
 }
 
-/// As a run that was killed before the disk had what it wrote.
+/// Leaves files like a run that was killed before the disk had its bytes.
 class FormerRunTest : public DefaultsFileTest {
  protected:
   void leave(std::string_view bytes) {
@@ -106,7 +106,7 @@ TEST_F(FormerRunTest, ADamagedFileIsNotReplacedByIt) {
 
 // Other writers
 
-/// Another process that has begun to write, as far as locks can tell.
+/// Another process that has begun to write, as far as locks can show.
 class OtherWriter {
  public:
   explicit OtherWriter(const fs::path& temporary)
@@ -160,7 +160,7 @@ TEST_F(FormerRunTest, AWriterThatLivesFinishesByItself) {
   EXPECT_TRUE(fs::exists(temporary_));
 }
 
-/// Keeps all who wait for the disk waiting.
+/// Blocks everything that waits for the disk.
 class BusyDisk {
  public:
   BusyDisk() { isBusy() = true; }
@@ -253,7 +253,7 @@ TEST_F(DefaultsFileTest, AWriteBetweenReadingAndWritingIsKept) {
 
 }  // namespace
 
-// In the place of the system's.
+// Replaces the system's function.
 extern "C" int fsync(int descriptor) {
   while (BusyDisk::isBusy()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
   return static_cast<int>(::syscall(SYS_fsync, descriptor));

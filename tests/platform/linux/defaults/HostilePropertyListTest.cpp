@@ -56,7 +56,7 @@ TEST(XmlPropertyListTest, WorkGrowsWithTheBytesOnly) {
       "<plist><string>" + repeated("<![CDATA[]]>", 150000) + "</string></plist>",
       repeated("<!--", 400000)};
   for (const std::string& bytes : hostile) {
-    // Milliseconds each; quadratic work outlasts the time that a test may take.
+    // Takes milliseconds each; quadratic work would exceed the test's time limit.
     SCOPED_TRACE(bytes.substr(0, 40));
     readBytes(bytes);
     changedPropertyList(bytes, "Key", 1);
@@ -68,7 +68,7 @@ TEST(XmlPropertyListTest, WhatNestsTooDeepCostsItselfAlone) {
     const auto count = static_cast<std::size_t>(levels);
     return repeated("<array>", count) + repeated("</array>", count);
   };
-  // The dictionary is a level itself.
+  // The dictionary itself is a level, too.
   EXPECT_FALSE(readElement("<dict><key>a</key>" + nested(100000) + "<key>b</key><true/></dict>")
                    .asDictionary()
                    ->empty());

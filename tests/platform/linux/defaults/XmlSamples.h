@@ -16,14 +16,14 @@ inline std::string joined(std::initializer_list<std::string_view> parts) {
   return whole;
 }
 
-/// The value that the bytes mean; a text where they mean none.
+/// Returns the value of the bytes; a message if they have none.
 inline PropertyList readBytes(std::string_view bytes) {
   const auto read = readPropertyList(bytes);
   if (const auto* value = std::get_if<PropertyList>(&read)) return *value;
   return std::get<PropertyListFault>(read) == PropertyListFault::Binary ? "binary" : "malformed";
 }
 
-/// What remains of a value on the way through its XML form; null when it has none.
+/// Returns a value after it was encoded and decoded; null if it has no XML form.
 inline PropertyList throughXml(const PropertyList& value) {
   const std::optional<std::string> xml = writePropertyList(value);
   return xml ? readBytes(*xml) : PropertyList();

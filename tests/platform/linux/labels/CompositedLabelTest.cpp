@@ -47,7 +47,7 @@ TEST_F(CompositedLabelTest, ItsFadeGoesOnWhileTheProgramIsBusy) {
   label->animateAlphaValue(0.2, milliseconds(1500));
   ASSERT_TRUE(runUntil([&] { return opacity(window)[0] < 0xFFFFFFFFU; }));
   const std::uint32_t before = opacity(window)[0];
-  // No event is read meanwhile.
+  // No event is read during this time.
   std::this_thread::sleep_for(milliseconds(300));
   EXPECT_LT(opacity(window)[0], before);
 }

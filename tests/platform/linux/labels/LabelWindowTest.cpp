@@ -46,7 +46,7 @@ TEST_F(LabelWindowTest, SaysWhatItIs) {
 TEST_F(LabelWindowTest, StandsWhereItWasToldWithItsShadowAround) {
   const auto label = make("Mail");
   const xcb_window_t window = this->window();
-  // From the bottom up: 900 - 300 - 120.
+  // Counted from the bottom: 900 - 300 - 120.
   const X11Client::Geometry expected{400 - kShadow, 480 - kShadow, 300 + 2 * kShadow,
                                      120 + 2 * kShadow};
   EXPECT_EQ(client().geometry(window), expected);

@@ -25,7 +25,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// The shadow is around the panel.
+/// The width of the shadow around the panel.
 constexpr int kShadow = 24;
 
 class SignWindowTest : public testing::Test {
@@ -49,13 +49,13 @@ class SignWindowTest : public testing::Test {
     panel_ = panelsOfRole("label").at(0);
   }
 
-  /// Of the panel, without its shadow.
+  /// Returns the picture of the panel without its shadow.
   QImage picture(double scale = 1, Backing backing = Backing::Translucent) const {
     const QRectF panel = panel_->bounds().adjusted(kShadow, kShadow, -kShadow, -kShadow);
     return panel_->picture(scale, backing, panel);
   }
 
-  /// Columns with a pixel of the text's white.
+  /// Returns the first and last column with a pixel of the text's white.
   static std::pair<int, int> textSpan(const QImage& image) {
     int first = image.width();
     int last = -1;
@@ -119,7 +119,7 @@ TEST_F(SignWindowTest, ALongTextLooksAsIfItsBeginningAndAnEllipsisHadBeenGiven) 
   std::string name = "Donaudampfschifffahrtsgesellschaft";
   window_->view().setText(name);
   const QImage cut = picture();
-  // What the label leaves between its paddings.
+  // The label's width without its paddings.
   constexpr double kRoom = 400 - 2 * 40;
   const std::string ellipsis = "\u2026";
   while (textSize(name + ellipsis, font).width > kRoom) name.pop_back();
@@ -317,7 +317,7 @@ TEST_F(TourOverlayTest, HiddenBeforeItHasFadedInItGoesTheSameWay) {
 
 class AlphaFadeTest : public SignWindowTest {
  protected:
-  /// The values on the way, the last one included.
+  /// Fades between the values; returns the reported ones, including the last.
   std::vector<double> fade(double from, double to, bool gradual) {
     std::vector<double> values;
     AlphaFade alpha([&](double value) { values.push_back(value); });

@@ -84,7 +84,7 @@ TEST_F(DropdownMenuTest, ASelectedCommandHasTheHighlightThatItIsGivenElseTheSyst
   const auto selected = [this](int index) {
     QAction* action = widget().actions()[index];
     widget().setActiveAction(action);
-    // To the left of the title.
+    // A pixel to the left of the title.
     const QPoint place = widget().actionGeometry(action).topLeft() + QPoint(9, 10);
     return pictureOf(widget(), Qt::white).pixelColor(place);
   };

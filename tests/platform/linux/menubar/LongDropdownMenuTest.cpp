@@ -16,16 +16,16 @@ class LongDropdownMenuTest : public DropdownMenuTest {
  protected:
   LongDropdownMenuTest() { user_.open(manyItems(300)); }
 
-  /// By one notch, downwards.
+  /// Turns the wheel by one notch, downwards.
   void turnWheel(QPoint point) {
     QWheelEvent event(point, widget().mapToGlobal(point), {}, {0, -120}, Qt::NoButton, {},
                       Qt::NoScrollPhase, false);
-    // Only what comes from outside is passed on to the menu by its rows.
+    // Rows pass only events from outside the program on to the menu.
     QSpontaneKeyEvent::setSpontaneous(&event);
     qApp->notify(widget().windowHandle(), &event);
   }
 
-  /// Whether all of the row is to be seen.
+  /// Returns whether the whole row is visible.
   bool isInSight(const VembrixSpaceRowView& row) {
     return widget().rect().contains(row.geometry()) && !row.visibleRegion().isEmpty() &&
            row.visibleRegion().boundingRect() == row.rect();

@@ -14,8 +14,8 @@ namespace {
 
 using testing::ElementsAre;
 
-/// The columns of a row right of its dot and left of its button in which
-/// something is drawn, from the first to the last.
+/// Returns the first and the last column between the dot and the button of a row in which something
+/// is drawn.
 std::pair<int, int> inkOf(const QImage& row) {
   const QColor ground = row.pixelColor(40, 1);
   int first = row.width();
@@ -98,14 +98,14 @@ TEST_F(VembrixSpaceRowViewTest, TheTextContrastsWithTheGroundInLightAndInDark) {
   }
 }
 
-/// The dot of a desktop, drawn with so many pixels per point.
+/// The dot of a desktop, drawn at the parameter's number of pixels per point.
 class SpaceRowDotTest : public VembrixSpaceRowViewTest, public testing::WithParamInterface<int> {
  protected:
   void draw(const Desktop& desktop) {
     picture_ = pictureOf(open({desktop}), Qt::white, GetParam());
   }
 
-  /// That far to the right of the dot's centre, in points.
+  /// Returns the colour at that distance to the right of the dot's centre, in points.
   QColor at(double distance) {
     const double x = (21 + distance) * GetParam();
     return picture_.pixelColor(static_cast<int>(x), 12 * GetParam());
@@ -129,7 +129,7 @@ TEST_P(SpaceRowDotTest, OthersAreARing) {
   draw(desktopOf("Mail"));
   EXPECT_EQ(at(0), QColor(Qt::white));
   EXPECT_EQ(at(4), QColor(Qt::white));
-  // The stroke of 1.5 points lies half outside a radius of 6: from 5.25 to 6.75.
+  // The stroke of 1.5 points is centred on a radius of 6: from 5.25 to 6.75.
   EXPECT_LT(at(5.5).green(), 100);
   EXPECT_LT(at(-6).green(), 100);
   EXPECT_EQ(at(8), QColor(Qt::white));

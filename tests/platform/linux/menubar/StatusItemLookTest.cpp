@@ -67,7 +67,7 @@ TEST_F(StatusItemTest, TheFillsCornersAreRound) {
       EXPECT_GT(distance(image.pixel(x, y), rgbOf(kPink)), 10) << x << " " << y;
     }
   }
-  // Three points on, the edge is straight.
+  // Three points further, the edge is straight.
   EXPECT_EQ(image.pixel(1, 5), rgbOf(kPink));
   EXPECT_EQ(image.pixel(4, 1), rgbOf(kPink));
 }
@@ -89,7 +89,7 @@ TEST_F(StatusItemTest, TheTitleIsInItsOwnColor) {
 
 TEST_F(StatusItemTest, APlainTitleIsInTheMenuBarsColor) {
   const QImage image = show(plain("Desktops"));
-  // Black at 85 % on the bar.
+  // Black at 85 % over the bar.
   EXPECT_GT(count(image, qRgb(37, 37, 37)), 10);
   EXPECT_EQ(count(image, qRgb(0, 0, 0)), 0);
 }
@@ -192,7 +192,7 @@ TEST_F(StatusItemTest, IsExactlyAsWideAsTold) {
 TEST_F(StatusItemTest, AWideTitleIsCutOffAtItsEnd) {
   const std::string name = " A name that is much too long for so little room";
   const QImage image = show(fixed(filled(name)));
-  // What is cut off leaves no trace, no ellipsis either.
+  // The truncated part leaves no trace, not even an ellipsis.
   EXPECT_EQ(image, show(fixed(filled(name + ", and longer still"))));
   EXPECT_GT(count(image.copy(130, 0, 10, 24), qRgb(0, 0, 0), 60), 0) << "up to the edge";
   EXPECT_GT(count(image.copy(0, 0, 20, 24), qRgb(0, 0, 0), 60), 0) << "from the start";

@@ -137,7 +137,7 @@ TEST_F(ChosenDesktopTest, AnEmptyDemandIsNone) {
 }
 
 TEST_F(ChosenDesktopTest, TheProgramEndsInOneLineWhenTheServerGoes) {
-  // Either connection to the server may be the first to notice, ours or Qt's.
+  // Either connection to the server may notice first, this program's own or Qt's.
   EXPECT_EXIT(
       {
         PrivateDisplay display;

@@ -23,7 +23,7 @@ TEST_P(TerminationSignalsTest, EndTheEventLoopInOrder) {
   bool wentOn = false;
   MainQueue::main().after(std::chrono::milliseconds(5), [&] {
     kill(getpid(), GetParam());
-    // The event is finished first.
+    // The present event is completed first.
     wentOn = true;
   });
   EXPECT_EQ(application.run(), 0);

@@ -47,7 +47,7 @@ ChildProcess::ChildProcess(const Command& command) {
   pid_ = fork();
   if (pid_ < 0) throw std::runtime_error("fork failed");
   if (pid_ == 0) {
-    // It asks to be ended with the test, even if the test is killed.
+    // Ends the program with the test, even if the test is killed.
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     if (getppid() != parent) _exit(127);
     for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(null, standard);
@@ -69,7 +69,7 @@ ChildProcess::~ChildProcess() {
 }
 
 void ChildProcess::send(int signal) const {
-  // After its end the number is negative, which kill() takes for all processes.
+  // After its end the number is negative, which kill() would take for all processes.
   if (pid_ > 0) ::kill(pid_, signal);
 }
 

@@ -7,16 +7,16 @@
 
 namespace vembrix {
 
-/// A program that runs beside a test and ends with it, even when the test crashes. Its output is
+/// A program that runs beside a test and ends with it, even if the test crashes. Its output is
 /// discarded.
 class ChildProcess {
  public:
   struct Command {
     /// The program, looked up on the path, and its arguments.
     std::vector<std::string> words;
-    /// "NAME=value", over this process's environment.
+    /// "NAME=value", in addition to this process's environment.
     std::vector<std::string> environment;
-    /// A descriptor that the program has as kOutput; -1 for none.
+    /// A descriptor that the program receives as kOutput; -1 for none.
     int output = -1;
   };
   static constexpr int kOutput = 3;
@@ -28,9 +28,9 @@ class ChildProcess {
   ChildProcess& operator=(const ChildProcess&) = delete;
 
   [[nodiscard]] pid_t pid() const { return pid_; }
-  /// Ends it as a crash does, and waits.
+  /// Kills it, like a crash, and waits.
   void kill();
-  /// Stop it and let it continue.
+  /// Stop it, and let it continue.
   void stop() const;
   void resume() const;
 
@@ -40,7 +40,7 @@ class ChildProcess {
   pid_t pid_ = -1;
 };
 
-/// Reads a line that a program writes to the pipe; empty when it ends first.
+/// Reads a line that a program writes to the pipe; empty if the program ends first.
 std::string readLine(int descriptor);
 
 }  // namespace vembrix

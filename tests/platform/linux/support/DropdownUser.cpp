@@ -40,7 +40,7 @@ void DropdownUser::pointAt(const VembrixSpaceRowView& row, QPoint point) {
 }
 
 void DropdownUser::pointAt(QPoint point) {
-  // Two moves, as a hand makes them.
+  // Moves twice, like a hand.
   QTest::mouseMove(&window(), point - QPoint(1, 0));
   QTest::mouseMove(&window(), point);
 }

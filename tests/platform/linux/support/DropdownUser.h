@@ -13,8 +13,8 @@
 
 namespace vembrix {
 
-/// A dropdown on the offscreen platform and its user, whose input arrives through the window as
-/// from a display server.
+/// A dropdown on the offscreen platform and its user, whose input goes through the window as from a
+/// display server.
 class DropdownUser {
  public:
   DropdownUser();
@@ -24,9 +24,9 @@ class DropdownUser {
   [[nodiscard]] bool isOpen() { return widget().isVisible(); }
   [[nodiscard]] VembrixSpaceRowView& row(std::size_t index);
 
-  /// Opens the menu and waits until it can be seen.
+  /// Opens the menu and waits until it is visible.
   void open();
-  /// Opens the menu with these in place of what it had.
+  /// Opens the menu with new items.
   void open(std::vector<MenuItem> items);
 
   // Points in a row are in its widget's coordinates.
@@ -38,7 +38,7 @@ class DropdownUser {
   void release(const VembrixSpaceRowView& row, QPoint point = kName);
   void release(QPoint point);
   void click(const VembrixSpaceRowView& row, QPoint point = kName);
-  /// On the middle of an item without a widget.
+  /// Clicks in the middle of an item without a widget.
   void click(QAction& item);
   /// Clicks the pencil that appears once the pointer is over the row.
   void clickPencil(VembrixSpaceRowView& row);
@@ -59,7 +59,7 @@ class DropdownUser {
   std::unique_ptr<DropdownMenu> menu_;
 };
 
-/// The widget as it draws itself over that colour, with so many pixels per point.
+/// Returns a picture of the widget over that colour, at that number of pixels per point.
 QImage pictureOf(QWidget& widget, const QColor& ground, int scale = 1);
 
 }  // namespace vembrix

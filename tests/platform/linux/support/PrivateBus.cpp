@@ -25,7 +25,7 @@ QVariant wrapped(const QVariant& value) {
 }  // namespace
 
 PrivateBus::PrivateBus() {
-  // Without services to start, so that only the test answers.
+  // Without services that the bus could start, so that only the test answers.
   const std::string settings = directory_.write(
       "bus.conf",
       "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\" "

@@ -12,13 +12,13 @@
 
 namespace vembrix {
 
-/// A message bus of the test's own, which replaces the session's and the system's bus for all later
+/// A private message bus, which replaces the session's and the system's bus for all later
 /// connections of this process.
 class PrivateBus {
  public:
   PrivateBus();
 
-  /// A new connection, as another program has it.
+  /// Returns a new connection, as another program would have it.
   [[nodiscard]] QDBusConnection connect(const QString& name) const;
 
  private:
@@ -27,8 +27,8 @@ class PrivateBus {
   std::optional<ChildProcess> daemon_;
 };
 
-/// A desktop portal that knows one setting, whether the user prefers light or
-/// dark. On the bus from creation to destruction.
+/// A desktop portal with one setting: whether the user prefers light or dark. On the bus from
+/// creation to destruction.
 class FakePortal : public QDBusVirtualObject {
  public:
   /// Old portals have no ReadOne.
@@ -41,11 +41,11 @@ class FakePortal : public QDBusVirtualObject {
 
   /// Sets the portal's number (0 none, 1 dark, 2 light) and emits the change.
   void setPreference(unsigned preference);
-  /// The same without a signal.
+  /// Sets the same without a signal.
   void presetPreference(unsigned preference) { preference_ = preference; }
   /// Sets whether the user wants less motion (0 or 1) and emits the change.
   void setReducedMotion(unsigned value);
-  /// A change of another setting of the same number.
+  /// Emits the change of another setting to the same number.
   void announceOtherSetting(unsigned value);
 
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override;

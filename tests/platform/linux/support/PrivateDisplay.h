@@ -10,18 +10,18 @@
 
 namespace vembrix {
 
-/// An X server of the test's own with a virtual screen of 1440 x 900 pixels and, once started, a
-/// window manager.
+/// A private X server with a virtual screen of 1440 x 900 pixels and, once started, a window
+/// manager.
 class PrivateDisplay {
  public:
-  /// Starts the server, which answers at DISPLAY when this returns.
+  /// Starts the server. It answers at DISPLAY when this returns.
   PrivateDisplay();
 
-  /// With four desktops; ready when this returns. One at a time.
+  /// Starts a window manager with four desktops, which is ready when this returns. One at a time.
   void startWindowManager();
-  /// It answers no more, as a program that hangs.
+  /// Makes the window manager hang: it no longer answers.
   void stopWindowManager() { windowManager_->stop(); }
-  /// As a crash ends it.
+  /// Kills the window manager, like a crash.
   void killWindowManager();
 
   [[nodiscard]] const std::string& name() const { return name_; }

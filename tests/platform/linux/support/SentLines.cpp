@@ -16,7 +16,7 @@ struct Record {
 };
 
 Record& record() {
-  // Never destroyed: there may be a line at the very end.
+  // Never destroyed: lines may be logged at the very end.
   static auto& record = *new Record;
   return record;
 }
@@ -47,7 +47,7 @@ std::string logIdentifier() {
 
 }  // namespace vembrix
 
-// In place of the C library's. The last is what fortified builds call.
+// These replace the C library's functions. Fortified builds call the last one.
 
 extern "C" void openlog(const char* identifier, int /*options*/, int /*facility*/) {
   const std::lock_guard lock(vembrix::record().mutex);

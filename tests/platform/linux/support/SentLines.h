@@ -5,11 +5,11 @@
 
 namespace vembrix {
 
-/// What this process has sent to the system's log, oldest first. In a program that calls this, the
-/// lines do not reach the log.
+/// Returns what this process has sent to the system's log, oldest first. In a program that calls
+/// this, the lines do not reach the log.
 std::vector<std::string> sentLines();
 
-/// The identifier that its lines carry.
+/// Returns the identifier of these lines.
 std::string logIdentifier();
 
 }  // namespace vembrix

@@ -5,7 +5,7 @@
 
 namespace vembrix {
 
-/// A directory for this process alone, removed with all in it at the end.
+/// A private directory, removed with its contents at the end.
 class TemporaryDirectory {
  public:
   TemporaryDirectory();
@@ -14,7 +14,7 @@ class TemporaryDirectory {
   TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
 
   [[nodiscard]] const std::filesystem::path& path() const { return path_; }
-  /// Makes a file in it; its path.
+  /// Creates a file in it and returns its path.
   [[nodiscard]] std::filesystem::path write(std::string_view name, std::string_view text) const;
 
  private:

@@ -45,7 +45,7 @@ bool runUntil(const std::function<bool()>& condition, Duration limit) {
   const auto end = std::chrono::steady_clock::now() + limit;
   while (!condition()) {
     if (std::chrono::steady_clock::now() >= end) return false;
-    // Sooner where something happens sooner.
+    // Limits the wait for an event to a millisecond.
     QTimer wake;
     wake.start(1);
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);

@@ -8,8 +8,8 @@
 
 namespace vembrix {
 
-/// Isolates the test from the session that runs it: no display, no message bus, settings and fonts
-/// of its own. To be created before any use of the platform; lasts until the process ends. The
+/// Isolates the test from the session that runs it: no display, no message bus, separate settings
+/// and fonts. To be created before any use of the platform; lasts until the process ends. The
 /// environment variable VEMBRIX_FONTS names another set of tests/fonts, VEMBRIX_SCALE the pixels of
 /// a point.
 class TestSession {

@@ -20,7 +20,7 @@ struct Free {
 template <typename T>
 using Reply = std::unique_ptr<T, Free>;
 
-// Of a busy machine; what happens is noticed at once.
+// The patience with a busy machine; waits end as soon as the effect is seen.
 constexpr std::chrono::milliseconds kPatience{30000};
 
 }  // namespace
@@ -47,7 +47,7 @@ bool X11Client::waitUntil(const std::function<bool()>& condition, std::chrono::m
   while (!condition()) {
     if (std::chrono::steady_clock::now() >= end) return false;
     pollfd socket{xcb_get_file_descriptor(ewmh_.connection), POLLIN, 0};
-    // The limit covers what is no event, and events that came with a reply.
+    // The time limit covers effects without an event, and events that came with a reply.
     poll(&socket, 1, 10);
     while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(ewmh_.connection)}) {
     }
@@ -75,7 +75,8 @@ bool X11Client::waitForWindowManager() {
            !cardinals(root(), "_NET_NUMBER_OF_DESKTOPS").empty() &&
            !cardinals(root(), "_NET_CURRENT_DESKTOP").empty();
   };
-  // Windows that are mapped between its announcement and the end of its start are lost to it.
+  // A starting window manager misses windows that are mapped between its announcement and the end
+  // of its start.
   return waitUntil(announcesItself, kPatience) &&
          waitUntil([this] { return takesAWindow(); }, kPatience);
 }
@@ -86,7 +87,7 @@ bool X11Client::takesAWindow() {
   const xcb_window_t window = xcb_generate_id(xcb);
   xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, root(), 0, 0, 1, 1, 0,
                     XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-  // A dock takes neither focus nor a place.
+  // A dock takes neither the focus nor space from others.
   xcb_ewmh_set_wm_window_type(&ewmh_, window, 1, &ewmh_._NET_WM_WINDOW_TYPE_DOCK);
   xcb_map_window(xcb, window);
   const bool isTaken =
@@ -166,7 +167,7 @@ bool X11Client::resizeScreen(std::uint16_t width, std::uint16_t height) {
   };
   // Millimetres at 96 dots per inch.
   const auto millimetres = [](std::uint16_t pixels) { return pixels * 254U / 960U; };
-  // What the screen shows must fit its size at any moment.
+  // The contents of the screen must fit its size at any time.
   const Geometry former = geometry(root());
   xcb_randr_set_screen_size(xcb, root(), std::max<std::uint16_t>(width, former.width),
                             std::max<std::uint16_t>(height, former.height), millimetres(width),
@@ -189,7 +190,7 @@ bool X11Client::showWindow(const std::string& windowClass, std::uint16_t width,
   classes.push_back('\0');
   classes.append(windowClass).push_back('\0');
   setProperty(window, "WM_CLASS", {"STRING", 8, classes});
-  // No frame: the size is that of the window, as on other systems.
+  // Without a frame, the size is the window's own, as on other systems.
   constexpr std::array<std::uint32_t, 5> kUndecorated{2, 0, 0, 0, 0};
   const xcb_atom_t hintsAtom = atom("_MOTIF_WM_HINTS");
   xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, hintsAtom, hintsAtom, 32,
@@ -300,7 +301,7 @@ void X11Client::clickButton(std::uint8_t button) {
 }
 
 void X11Client::pressKey() {
-  // Right Shift by the usual key codes.
+  // The usual key code of the right Shift key.
   constexpr std::uint8_t kKey = 62;
   fake(XCB_KEY_PRESS, kKey);
   fake(XCB_KEY_RELEASE, kKey);

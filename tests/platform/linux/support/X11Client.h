@@ -29,33 +29,34 @@ class X11Client {
   X11Client(const X11Client&) = delete;
   X11Client& operator=(const X11Client&) = delete;
 
-  // Each waits for its effect, at most as long as a busy machine may need, and returns whether it
-  // came.
+  // Each call waits for its effect, at most as long as a busy machine may need, and returns whether
+  // it came.
 
-  /// Until there is one that takes windows.
+  /// Waits for a window manager that accepts windows.
   bool waitForWindowManager();
-  /// Through the window manager, but none (which no window manager accepts).
+  /// Sets the number of desktops through the window manager. None, which no window manager accepts,
+  /// is written directly.
   bool setDesktopCount(std::uint32_t count);
   bool goToDesktop(std::uint32_t index);
-  /// As the user does with the screen's settings.
+  /// Resizes the screen, like the user in the screen's settings.
   bool resizeScreen(std::uint16_t width, std::uint16_t height);
 
-  /// A window of this client's own, of a program of that class; in front of the
-  /// others and with the focus. Undecorated, at the top left.
+  /// Shows a window of a program of that class, in front of the others and with the focus.
+  /// Undecorated, at the top left.
   bool showWindow(const std::string& windowClass, std::uint16_t width, std::uint16_t height);
 
   /// Claims to be the compositor until this client ends.
   void claimCompositing();
 
-  /// A panel of this client's own; the window manager may take a moment to show it.
+  /// Shows a panel of this client; the window manager may take a moment.
   xcb_window_t showDock(const Geometry& place);
 
   // Actions on another program's window. Do not wait.
 
-  /// The first two through the window manager, as a pager does.
+  /// The first two go through the window manager, as in a pager.
   void close(xcb_window_t window);
   void moveToDesktop(xcb_window_t window, std::uint32_t index);
-  /// Ignores requests to map windows, as a window manager that misses them.
+  /// Makes the server ignore requests to map windows, as if the window manager missed them.
   void ignoreRequests(bool ignore);
   void unmap(xcb_window_t window);
   void raise(xcb_window_t window);
@@ -66,13 +67,13 @@ class X11Client {
   void kill(xcb_window_t window);
   [[nodiscard]] bool isViewable(xcb_window_t window);
 
-  // The user's input, as devices report it.
+  // The user's input, as from devices.
 
   void clickButton(std::uint8_t button);
-  /// A key of no meaning.
+  /// Presses a key without a meaning.
   void pressKey();
   void movePointer(std::int16_t x, std::int16_t y);
-  /// Moves the pointer as a program does, without a device.
+  /// Moves the pointer like a program, without a device.
   void warpPointer(std::int16_t x, std::int16_t y);
 
   [[nodiscard]] xcb_window_t root() const;
@@ -82,42 +83,42 @@ class X11Client {
   [[nodiscard]] bool isMapped(xcb_window_t window);
   /// Returns whether window managers ignore the window.
   [[nodiscard]] bool isOverrideRedirect(xcb_window_t window);
-  /// The window that gets the keyboard.
+  /// Returns the window that has the keyboard focus.
   [[nodiscard]] xcb_window_t focus();
-  /// The children of the root window, back to front.
+  /// Returns the children of the root window, back to front.
   [[nodiscard]] std::vector<xcb_window_t> stack();
-  /// The one of them that a click would go to; none over the bare root window.
+  /// Returns the one that would receive a click; none over the bare root window.
   [[nodiscard]] xcb_window_t windowUnderPointer();
 
-  // Properties, by name, untouched.
+  // Properties by name, unconverted.
 
   struct Property {
     std::string type;
     int format = 0;
-    /// The bytes, in the units that the format has.
+    /// The bytes, in the units of the format.
     std::string bytes;
   };
   [[nodiscard]] std::optional<Property> property(xcb_window_t window, std::string_view name);
-  /// In any case of 32-bit units; else empty.
+  /// Returns the value of any property with 32-bit units; else empty.
   [[nodiscard]] std::vector<std::uint32_t> cardinals(xcb_window_t window, std::string_view name);
-  /// The names of the atoms that the property holds.
+  /// Returns the names of the atoms in the property.
   [[nodiscard]] std::vector<std::string> atoms(xcb_window_t window, std::string_view name);
   void setProperty(xcb_window_t window, std::string_view name, const Property& property);
   void setAtom(xcb_window_t window, std::string_view name, std::string_view value);
   void setWindow(xcb_window_t window, std::string_view name, xcb_window_t value);
   void deleteProperty(xcb_window_t window, std::string_view name);
-  /// _NET_DESKTOP_NAMES.
+  /// Returns the names in _NET_DESKTOP_NAMES.
   [[nodiscard]] std::vector<std::string> desktopNames();
 
-  /// Relative to the root window.
+  /// Returns the frame relative to the root window.
   [[nodiscard]] Geometry geometry(xcb_window_t window);
 
  private:
-  /// Whether the window manager takes a window of no meaning, which is gone again.
+  /// Returns whether the window manager accepts a test window, which is then removed.
   bool takesAWindow();
   void fake(std::uint8_t type, std::uint8_t detail, std::int16_t x = 0, std::int16_t y = 0);
   void tellWindowManager(std::string_view message, std::uint32_t value);
-  /// Made where the screen has none of that size.
+  /// Returns a screen mode of that size; creates it if there is none.
   xcb_randr_mode_t modeOfSize(const xcb_randr_get_screen_resources_current_reply_t& resources,
                               std::uint16_t width, std::uint16_t height);
   xcb_atom_t atom(std::string_view name);

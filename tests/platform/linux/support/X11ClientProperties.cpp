@@ -32,7 +32,7 @@ std::vector<std::uint32_t> X11Client::cardinals(xcb_window_t window, std::string
   const auto value = property(window, name);
   if (!value || value->format != 32) return {};
   std::vector<std::uint32_t> result(value->bytes.size() / sizeof(std::uint32_t));
-  // An empty list may have no address, which memcpy() must not get.
+  // An empty list may have a null address, which memcpy() does not allow.
   if (!result.empty()) {
     std::memcpy(result.data(), value->bytes.data(), result.size() * sizeof(std::uint32_t));
   }

@@ -141,9 +141,9 @@ TEST(ColorDialogTest, StandsBesideTheWindowWhereThereIsRoom) {
   EXPECT_EQ(place(middle, whole).topLeft(), QPoint(1028, 190));
   EXPECT_EQ(place(middle.translated(300, 0), whole).right() + 1 + 8, 720);
   EXPECT_EQ(place(middle.translated(0, 150), whole).bottom(), whole.bottom());
-  // On a screen to the left of the first one.
+  // The screen is to the left of the first one.
   EXPECT_EQ(place(middle.translated(-1440, 0), whole.translated(-1440, 0)).left(), -412);
-  // Where there is room on neither side it covers the window, not the well.
+  // If there is room on neither side, it covers the window but not the well.
   EXPECT_TRUE(place({100, 60, 600, 548}, {0, 0, 800, 720}).intersects({100, 60, 600, 548}));
 }
 

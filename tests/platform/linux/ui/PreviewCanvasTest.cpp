@@ -25,8 +25,7 @@ namespace {
 
 constexpr Srgb kRed{1, 0, 0};
 
-/// The first and last row and column of pixels that are drawn in something else
-/// than the ground.
+/// The first and last row and column of pixels that differ from the background.
 struct Extent {
   int left = 0;
   int top = 0;
@@ -51,7 +50,7 @@ class PreviewCanvasTest : public testing::Test {
     return decoded(PreviewCanvas::shared().draw(std::move(mock)));
   }
 
-  /// An empty mock of 240 × 148 points.
+  /// Returns an empty mock of 240 × 148 points.
   static MenuMock emptyMock() {
     MenuMock mock;
     mock.size = {240, 148};
@@ -70,7 +69,7 @@ class PreviewCanvasTest : public testing::Test {
             {.design = design, .weight = Font::Weight::Regular, .size = {}},
             color};
   }
-  /// The mock of a theme, with the desktops that there are.
+  /// Returns the mock of a theme with the present desktops.
   static QImage mockOf(const char* theme) {
     PreferencesStore::shared().setThemeName(theme);
     return draw(*ThemePreviewRenderer::renderMenuMock(PreferencesStore::shared().theme()));
@@ -96,12 +95,12 @@ class PreviewCanvasTest : public testing::Test {
     }
     return extent;
   }
-  /// Of the components, at most.
+  /// Returns the largest difference of a component.
   static int distance(QRgb a, const QColor& b) {
     return std::max({std::abs(qRed(a) - b.red()), std::abs(qGreen(a) - b.green()),
                      std::abs(qBlue(a) - b.blue())});
   }
-  /// How near the area comes to the colour.
+  /// Returns the smallest distance of a pixel of the area from the colour.
   static int nearest(const QImage& picture, const QRect& area, const QColor& color) {
     int least = 255;
     for (int y = area.top(); y <= area.bottom(); ++y) {
@@ -180,14 +179,14 @@ TEST_F(PreviewCanvasTest, LabelsStandOnTheSameLineInEveryFont) {
     baselines.push_back(extentOf(draw(std::move(mock)), {2, 10, 236, 128}).bottom);
   }
   EXPECT_EQ(baselines[0], baselines[1]);
-  // The last row of pixels above it.
+  // The last row of pixels above the baseline.
   EXPECT_EQ(baselines[0], 148 - 56 + 13 - 1);
 }
 
 TEST_F(PreviewCanvasTest, NamesStandInTheMiddleOfTheirDotsInEveryFont) {
   for (const char* theme : {"Alpine", "Paper"}) {
     const QImage picture = mockOf(theme);
-    // Of the first row, beside its dot: the "D" of its name.
+    // The "D" of the first row's name, beside its dot.
     const Extent capital = extentOf(picture, {36, 7, 10, 22});
     const double middle = (capital.top + capital.bottom + 1) / 2.0;
     EXPECT_NEAR(middle, 6 + 12, 0.75) << theme;
@@ -201,11 +200,11 @@ TEST_F(PreviewCanvasTest, TheMenuIsLightOrDarkWithTheTheme) {
   ASSERT_EQ(dark.size(), QSize(240, 172));
   EXPECT_LE(distance(light.pixel(230, 12), QColor::fromRgbF(0.95F, 0.95F, 0.95F)), 1);
   EXPECT_LE(distance(dark.pixel(230, 12), QColor::fromRgbF(0.17F, 0.17F, 0.18F)), 1);
-  // The commands.
+  // The area of the commands.
   const QRect commands(14, 112, 150, 54);
   EXPECT_LE(nearest(light, commands, Qt::black), 24);
   EXPECT_LE(nearest(dark, commands, Qt::white), 24);
-  // The names, in the system's label colour.
+  // The area of the names, which are in the system's label colour.
   const QRect names(38, 30, 100, 72);
   EXPECT_LE(nearest(light, names, QColor(36, 36, 36)), 24);
   EXPECT_LE(nearest(dark, names, QColor(223, 223, 223)), 24);

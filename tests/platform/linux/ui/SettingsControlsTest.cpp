@@ -141,7 +141,7 @@ TEST_F(SettingsWindowTest, TheWheelScrollsThePageAndChangesNothing) {
     const int before = scroller.value();
     QWheelEvent event(QPointF(5, 5), target->mapToGlobal(QPointF(5, 5)), {}, {0, -120},
                       Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    // From the user; only then it goes on to who wants it.
+    // Marked as the user's input; only then Qt passes it on to parents.
     QSpontaneKeyEvent::setSpontaneous(&event);
     qApp->notify(target, &event);
     EXPECT_GT(scroller.value(), before);

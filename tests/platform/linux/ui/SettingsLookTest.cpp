@@ -52,7 +52,7 @@ using Case = std::tuple<std::size_t, int, Appearance>;
 
 constexpr double kTitleBarHeight = 28;
 
-/// "PaperColorsDark"
+/// Returns the name of a case, such as "PaperColorsDark".
 std::string nameOf(const Case& which) {
   static constexpr std::array<const char*, 6> kTabs{"Label", "Colors",      "MenuBar",
                                                     "Theme", "Diagnostics", "About"};
@@ -61,9 +61,8 @@ std::string nameOf(const Case& which) {
          (appearance == Appearance::Dark ? "Dark" : "Light");
 }
 
-/// Every theme with every tab, as the user meets them. With the environment
-/// variable VEMBRIX_PICTURES set to a folder, pictures of all of them are left
-/// there to be looked at.
+/// Every theme with every tab, as users see them. If the environment variable VEMBRIX_PICTURES
+/// names a folder, leaves pictures of all of them there.
 class SettingsLookTest : public testing::TestWithParam<Case> {
  protected:
   SettingsLookTest() {
@@ -87,7 +86,7 @@ class SettingsLookTest : public testing::TestWithParam<Case> {
   static int tab() { return std::get<1>(GetParam()); }
   static Appearance appearance() { return std::get<2>(GetParam()); }
 
-  /// The texts and controls that are shown.
+  /// Returns the visible texts and controls.
   std::vector<QWidget*> shown() {
     std::vector<QWidget*> shown;
     for (QWidget* widget : view_->findChildren<QWidget*>()) {
@@ -108,7 +107,7 @@ class SettingsLookTest : public testing::TestWithParam<Case> {
     return (label ? label->text() : widget.accessibleName()).toStdString();
   }
 
-  /// The texts of a widget, each with the part of it that shows nothing else.
+  /// Returns the texts of a widget, each with the part of it that shows nothing else.
   static std::vector<std::pair<QString, QRect>> textsOf(const QWidget& widget) {
     const QRect whole = widget.rect();
     const QString name = QString::fromStdString(textOf(widget));
@@ -134,7 +133,7 @@ class SettingsLookTest : public testing::TestWithParam<Case> {
     return {{name, whole}};
   }
 
-  /// How high the line is that the widget shows, and how wide.
+  /// Returns the size of the line that the widget shows.
   static QSizeF lineOf(const QString& text, const QWidget& widget) {
     QTextLayout layout(text, widget.font());
     layout.beginLayout();
@@ -143,7 +142,7 @@ class SettingsLookTest : public testing::TestWithParam<Case> {
     return {line.naturalTextWidth(), line.ascent() + line.descent()};
   }
 
-  /// Measured by what draws the text, and not by the widget itself.
+  /// Measures the text independently of the widget.
   static void expectRoomForText(const QWidget& widget) {
     QString text = QString::fromStdString(textOf(widget));
     QSizeF room = widget.size();
@@ -160,7 +159,7 @@ class SettingsLookTest : public testing::TestWithParam<Case> {
       text = popup->currentText();
     } else if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) {
       mayWrap = qobject_cast<const QCheckBox*>(button) != nullptr;
-      // The colour wells show none.
+      // Colour wells show no text.
       if (qobject_cast<const ColorWell*>(button)) text.clear();
     } else {
       return;
@@ -182,7 +181,7 @@ TEST_P(SettingsLookTest, NothingOverlaps) {
   ASSERT_GT(widgets.size(), 4U);
   for (std::size_t i = 0; i < widgets.size(); ++i) {
     for (std::size_t j = i + 1; j < widgets.size(); ++j) {
-      // Only the page's own edge may cover a scrolled page.
+      // A scrolled page may be covered only by its own edge.
       const bool areOfOnePage = widgets[i]->parentWidget() == widgets[j]->parentWidget();
       if (!areOfOnePage) continue;
       EXPECT_FALSE(placeOf(*widgets[i]).intersects(placeOf(*widgets[j])))
@@ -251,14 +250,14 @@ TEST_P(SettingsLookTest, EveryTextIsLegibleAsItIsDrawn) {
   for (const QWidget* widget : shown()) {
     for (const auto& [text, part] : textsOf(*widget)) {
       const QRect place = part.translated(widget->mapTo(view_.get(), QPoint())) & view_->rect();
-      // Scrolled out of sight.
+      // Not visible, because the page is scrolled.
       if (widget->visibleRegion().isEmpty() || place.isEmpty()) continue;
       const double found =
           contrastIn(image.copy(QRect(place.topLeft() * kScale, place.size() * kScale)));
       noteContrast(nameOf(GetParam()), text.toStdString(), found);
       count += 1;
       const auto* tab = qobject_cast<const PillTabButton*>(widget);
-      // The accent is the theme's own choice.
+      // The accent is chosen by the theme.
       if (!tab || !tab->isSelected()) {
         EXPECT_GE(found, kLegible) << text.toStdString();
       }

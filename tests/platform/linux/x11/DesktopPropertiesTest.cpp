@@ -18,7 +18,7 @@ using std::chrono::milliseconds;
 using testing::ElementsAre;
 using Property = X11Client::Property;
 
-// What any client may write
+// Values that any client may write
 
 TEST_F(X11DesktopTest, AMalformedNumberOfDesktopsIsNone) {
   const std::vector<Property> malformed = {
@@ -86,7 +86,7 @@ class DesktopNamesPropertyTest : public X11DesktopTest {
  protected:
   DesktopNamesPropertyTest() { display_.stopWindowManager(); }
 
-  /// Until the first desktop's name, as the desktop under test has read it, is `wanted`.
+  /// Waits until the desktop under test has read `wanted` as the first desktop's name.
   bool runUntilRead(std::string_view wanted) {
     return runUntil([&] { return desktop_->ownName(1) == wanted; });
   }
@@ -122,7 +122,7 @@ TEST_F(DesktopNamesPropertyTest, TakesNamesThatAreNotEndedAndMalformedOnes) {
 }
 
 TEST_F(DesktopNamesPropertyTest, ANameThatItHasCostsNothing) {
-  // Writing again would show: it would end the name with a NUL.
+  // Another write would be visible: it would terminate the name with NUL.
   setRoot("_NET_DESKTOP_NAMES", {"UTF8_STRING", 8, "one"});
   ASSERT_TRUE(runUntilRead("one"));
   desktop_->setName(1, "one");

@@ -32,7 +32,7 @@ class WindowListTest : public testing::Test {
                                                              WindowServer::excludeDesktopElements);
   }
 
-  /// Those that have any, front to back.
+  /// Returns the owners of the windows that have one, front to back.
   static std::vector<std::string> owners() {
     std::vector<std::string> owners;
     const PropertyList all = list();

@@ -34,7 +34,7 @@ TEST_F(X11DesktopTest, TakesTheWindowManagersDesktopsForSpaces) {
 TEST_F(X11DesktopTest, ReadingAsksTheServerNothing) {
   ASSERT_TRUE(client().goToDesktop(2));
   ASSERT_TRUE(runUntilActive(3));
-  // A server that does not answer until all is read, or waited for in vain.
+  // The server does not answer: everything must have been read already.
   display_.server().stop();
   std::promise<void> isRead;
   bool isWaitedFor = false;
@@ -54,7 +54,7 @@ TEST_F(X11DesktopTest, ReadingAsksTheServerNothing) {
 }
 
 TEST_F(X11DesktopTest, WhatComesInTogetherIsAnnouncedOnce) {
-  // While this program is busy.
+  // This program does not read events meanwhile.
   ASSERT_TRUE(client().setDesktopCount(6));
   ASSERT_TRUE(client().goToDesktop(5));
   ASSERT_TRUE(client().goToDesktop(4));
@@ -78,14 +78,14 @@ TEST_F(X11DesktopTest, OtherPropertiesOfTheRootAreNoChange) {
   EXPECT_EQ(changes_, 0);
 }
 
-// Window managers come and go
+// Other window managers
 
 TEST_F(X11DesktopTest, AKilledWindowManagerLeavesNoSpaces) {
   ASSERT_TRUE(client().goToDesktop(1));
   ASSERT_TRUE(runUntilActive(2));
   changes_ = 0;
   display_.killWindowManager();
-  // It leaves its properties behind.
+  // The former window manager leaves its properties behind.
   EXPECT_THAT(client().cardinals(client().root(), "_NET_NUMBER_OF_DESKTOPS"), ElementsAre(4));
   EXPECT_TRUE(runUntilCount(std::nullopt));
   EXPECT_EQ(desktop_->activeSpace(), 0U);
@@ -145,7 +145,7 @@ TEST_F(EmptyX11DesktopTest, AWindowManagerMayComeLater) {
   EXPECT_GE(changes_, 1);
 }
 
-/// One that names its desktops by its configuration, played by this test.
+/// A window manager that names its desktops by its configuration, played by this test.
 class NamingWindowManagerTest : public EmptyX11DesktopTest {
  protected:
   NamingWindowManagerTest() {
@@ -229,7 +229,7 @@ TEST_F(EmptyX11DesktopTest, WaitsForSpacesNoLongerThanTold) {
   session.join();
 }
 
-// The server goes
+// The end of the server
 
 TEST_F(X11DesktopTest, EndsTheProgramInOneLineWhenTheServerGoes) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");

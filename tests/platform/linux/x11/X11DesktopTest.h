@@ -17,12 +17,12 @@
 
 namespace vembrix {
 
-/// Four bytes each, as properties hold them.
+/// Returns the bytes of a property, four for each value.
 inline std::string cardinals(const std::vector<std::uint32_t>& values) {
   return {reinterpret_cast<const char*>(values.data()), values.size() * sizeof(std::uint32_t)};
 }
 
-/// A display, with a window manager from the start or without.
+/// A display with a window manager from the start, or without.
 class X11DesktopTest : public testing::Test {
  protected:
   enum class WindowManager { Running, None };
@@ -35,11 +35,11 @@ class X11DesktopTest : public testing::Test {
     if (windowManager == WindowManager::Running) display_.startWindowManager();
     desktop_ = std::make_unique<X11Desktop>(X11Connection::open());
     desktop_->follow();
-    // Announcements of the application's own start do not count.
+    // Changes that are announced when the application starts do not count.
     changes_ = 0;
   }
 
-  /// The number of Spaces; empty without a list.
+  /// Returns the number of Spaces; empty without a list.
   [[nodiscard]] std::optional<std::size_t> count() const {
     const PropertyList answer = desktop_->managedDisplaySpaces();
     if (answer.isNull()) return std::nullopt;
@@ -53,7 +53,7 @@ class X11DesktopTest : public testing::Test {
     return runUntil([&] { return desktop_->activeSpace() == wanted; });
   }
 
-  /// The name of a desktop as other programs see it; empty without one.
+  /// Returns the name of a desktop as other programs see it; empty if it has none.
   std::string shownName(std::size_t index) {
     const std::vector<std::string> names = client().desktopNames();
     return index < names.size() ? names[index] : std::string();

@@ -18,7 +18,7 @@ using std::chrono::milliseconds;
 
 constexpr std::uint64_t kPresses = LeftMouseDown | RightMouseDown | OtherMouseDown | KeyDown;
 
-/// What counts as input to other programs, and what does not.
+/// Distinguishes input to other programs from all other events.
 class X11InputTest : public testing::Test {
  protected:
   X11InputTest() {
@@ -39,7 +39,7 @@ class X11InputTest : public testing::Test {
     return std::exchange(told_, 0);
   }
 
-  /// A window of this program's, out of the way of the other one's.
+  /// Shows a window of this program where it does not cover the other program's.
   static void show(QWidget& window) {
     window.setGeometry(800, 500, 200, 100);
     window.show();
@@ -79,7 +79,7 @@ TEST_F(X11InputTest, WhatGoesToOwnWindowsDoesNotCount) {
   toldInAll();
   client().movePointer(850, 550);
   toldInAll();
-  // At once, as the devices of a quick user tell of it.
+  // Sent at once, like the devices of a quick user.
   client().movePointer(860, 555);
   for (const std::uint8_t button : {1, 2, 3, 9}) client().clickButton(button);
   client().pressKey();
@@ -165,7 +165,7 @@ TEST_F(X11InputTest, MovementsThatCameTogetherAreToldOnce) {
   watch(MouseMoved);
   toldInAll();
   for (std::int16_t x = 1; x <= 200; ++x) client().movePointer(x, 100);
-  // Let them all arrive before the loop comes by.
+  // Lets all events arrive before the loop runs.
   EXPECT_EQ(client().geometry(client().root()).width, 1440);
   const int told = toldInAll();
   EXPECT_GE(told, 1);

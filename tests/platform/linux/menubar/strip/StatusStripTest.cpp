@@ -50,7 +50,7 @@ TEST_F(StatusStripTest, IsOnAllDesktopsAndInNoList) {
 
 TEST_F(StatusStripTest, TakesNoFocus) {
   show(titled(" Desktop 1 "));
-  // The input hint: set, and no.
+  // The input hint is present and says no.
   const auto hints = client().cardinals(strip_, "WM_HINTS");
   ASSERT_GE(hints.size(), 2U);
   EXPECT_EQ(hints[0] & 1U, 1U);
@@ -222,7 +222,7 @@ TEST(StripOfABusyStartTest, ComesUpThoughTheWindowManagerHasMissedIt) {
   TestSession::setVariable("VEMBRIX_DESKTOP", "x11");
   X11Client& client = display.client();
   client.ignoreRequests(true);
-  // Asks the server, which has heard of the other by then.
+  // Waits for the server, which has received the other client's request by then.
   ASSERT_EQ(client.windowsOfRole("status-item").size(), 0U);
   const std::unique_ptr<StatusItem> item = StatusItem::create();
   item->setContent(titled(" Desktop 1 "));

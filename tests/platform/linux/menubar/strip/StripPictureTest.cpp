@@ -68,7 +68,7 @@ TEST_F(StripPictureTest, FollowsItsContentAndItsWidth) {
 
 TEST_F(StripPictureTest, ManyLooksAreFollowedToo) {
   show(filled(kRed));
-  // More than the server keeps.
+  // More looks than the server keeps.
   for (int i = 0; i < 100; ++i) item_->setContent(filled({0, i / 100.0, 0}));
   item_->setContent(filled(kRed));
   EXPECT_TRUE(runUntilColor(kRedPixel));
@@ -84,7 +84,7 @@ TEST_F(StripPictureTest, IsWholeAgainAfterItWasCoveredWithoutTheProgram) {
   cover.show();
   ASSERT_TRUE(runUntilColor(kBluePixel));
   cover.hide();
-  // No event is read in between.
+  // Read before the program handles any event.
   EXPECT_EQ(color(), kRedPixel);
 }
 
