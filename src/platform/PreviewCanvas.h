@@ -13,7 +13,8 @@
 
 namespace vembrix {
 
-/// A picture of the dropdown, in points, origin at its bottom left.
+/// A mock-up of the dropdown for the preview pictures, not a test double. In points, origin at its
+/// bottom left.
 struct MenuMock {
   struct Row {
     /// Drawn in its present state.

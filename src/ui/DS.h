@@ -5,7 +5,7 @@
 
 namespace vembrix {
 
-/// The fonts and colours that the pages of the settings window share.
+/// The design system of the settings window: the fonts and colours that its pages share.
 namespace ds {
 
 inline constexpr Font kHeaderFont{.weight = Font::Weight::Semibold, .size = 13};

@@ -7,7 +7,7 @@
 
 namespace vembrix {
 
-/// Builds the rows of a page, from top to bottom, in the style of all pages.
+/// Builds the SettingsForm of a page, row by row from the top, in the style of all pages.
 class FormBuilder {
  public:
   /// The width of popups and sliders, in points.
