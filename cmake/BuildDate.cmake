@@ -1,3 +1,3 @@
-# The date of the build as people read it. CMake takes SOURCE_DATE_EPOCH in
-# place of the clock where it is set, so that builds can be reproduced.
+# The date of the build in words. CMake uses SOURCE_DATE_EPOCH instead of the clock if
+# it is set, so that builds are reproducible.
 string(TIMESTAMP VEMBRIX_BUILD_DATE "%Y-%m-%d %H:%M UTC" UTC)

@@ -1,4 +1,4 @@
-# nlohmann-json as the system has it, else its release, as on a Mac that has nothing but
+# The system's nlohmann-json; otherwise a release of it, as on a Mac that has only
 # Apple's tools. -DFETCHCONTENT_SOURCE_DIR_JSON=FOLDER takes it from a folder instead of
 # the network.
 find_package(nlohmann_json 3.11 QUIET)

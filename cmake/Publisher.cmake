@@ -1,6 +1,5 @@
-# Where Vembrix is published. Nothing answers at these addresses until somebody publishes
-# Vembrix there: whoever does sets them, here or by -D, before building what is given to
-# people. They end without a slash.
+# The addresses at which Vembrix is published. They do not exist yet: a publisher sets
+# them, here or by -D, before building packages for users. They end without a slash.
 set(VEMBRIX_WEBSITE_URL "https://vembrix.app" CACHE STRING "The program's website")
 set(VEMBRIX_DOWNLOAD_URL "${VEMBRIX_WEBSITE_URL}/download" CACHE STRING
   "The folder of the website that holds the packages of all releases")

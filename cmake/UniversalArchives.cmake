@@ -1,5 +1,5 @@
-# An archive of objects for two processors has no index at first. On a Mac ranlib
-# mends that; elsewhere the archive is made by a program that knows how.
+# An archive of objects for two processors is created without an index. On a Mac ranlib
+# adds it; elsewhere another program creates the archive.
 if(APPLE AND NOT CMAKE_HOST_APPLE)
   find_program(VEMBRIX_LIBTOOL NAMES llvm-libtool-darwin llvm-libtool-darwin-19 REQUIRED)
   mark_as_advanced(VEMBRIX_LIBTOOL)

@@ -9,7 +9,7 @@ foreach(candidate IN ITEMS "$ENV{VEMBRIX_MACOS_SDK}" "$ENV{SDKROOT}")
     set(VEMBRIX_MACOS_SDK "${candidate}" CACHE PATH "" FORCE)
   endif()
 endforeach()
-# Checks of the compiler are projects of their own, which read this file too.
+# CMake's checks of the compiler are separate projects, which read this file, too.
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES VEMBRIX_MACOS_SDK)
 if(NOT VEMBRIX_MACOS_SDK)
   message(FATAL_ERROR "No macOS SDK: set VEMBRIX_MACOS_SDK to the folder of one, "
@@ -19,15 +19,15 @@ foreach(part IN ITEMS usr/include/c++/v1/version usr/lib/libSystem.tbd
     System/Library/Frameworks/AppKit.framework)
   if(NOT EXISTS "${VEMBRIX_MACOS_SDK}/${part}")
     set(wrong "${VEMBRIX_MACOS_SDK}")
-    # The next attempt is to look again.
+    # Lets the next attempt search again.
     unset(VEMBRIX_MACOS_SDK CACHE)
     message(FATAL_ERROR "${wrong} is no macOS SDK: it has no ${part}")
   endif()
 endforeach()
 set(CMAKE_OSX_SYSROOT "${VEMBRIX_MACOS_SDK}" CACHE PATH "" FORCE)
 
-# The newest clang that carries its version in its name, else the one that does
-# not: where both are installed, the plain name is often the older.
+# The newest clang that has its version in its name, else the one without: if both are
+# installed, the plain name is often the older.
 set(names)
 foreach(version RANGE 30 16 -1)
   list(APPEND names clang++-${version})
@@ -38,7 +38,7 @@ if(NOT VEMBRIX_CLANGXX)
 endif()
 string(REGEX MATCH "-[0-9]+$" suffix "${VEMBRIX_CLANGXX}")
 
-# vembrix_find_tool(VARIABLE NAME PACKAGE): of the compiler's version if there is one.
+# vembrix_find_tool(VARIABLE NAME PACKAGE): prefers the compiler's version.
 function(vembrix_find_tool variable name package)
   find_program(${variable} NAMES ${name}${suffix} ${name})
   if(NOT ${variable})
@@ -60,8 +60,8 @@ set(CMAKE_C_COMPILER ${VEMBRIX_CLANG})
 set(CMAKE_CXX_COMPILER ${VEMBRIX_CLANGXX})
 set(CMAKE_OBJCXX_COMPILER ${VEMBRIX_CLANGXX})
 
-# The compiler starts the linker, and lipo where it compiles for two processors, by
-# the names that they have on a Mac.
+# The compiler starts the linker, and lipo when it compiles for two processors, by their
+# names on a Mac.
 set(tools ${CMAKE_BINARY_DIR}/llvm)
 file(MAKE_DIRECTORY ${tools})
 file(CREATE_LINK ${VEMBRIX_LD64} ${tools}/ld64.lld SYMBOLIC)
@@ -72,14 +72,14 @@ foreach(language C CXX OBJCXX)
 endforeach()
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-fuse-ld=lld")
 
-# An SDK pieced together from headers and stubs may say nothing of the C and C++
-# runtimes. Their names are then left for the system to look up at run time.
+# An SDK assembled from headers and stubs may lack the C and C++ runtimes. Their names
+# are then left for the system to find at run time.
 file(STRINGS "${VEMBRIX_MACOS_SDK}/usr/lib/libSystem.tbd" runtime REGEX "_malloc[^_a-z]" LIMIT_COUNT 1)
 if(NOT runtime)
   string(APPEND CMAKE_EXE_LINKER_FLAGS_INIT " -Wl,-undefined,dynamic_lookup")
 endif()
 
-# Libraries, headers and packages are the SDK's, programs are this machine's.
+# Libraries, headers and packages come from the SDK, programs from this machine.
 set(CMAKE_FIND_ROOT_PATH "${VEMBRIX_MACOS_SDK}")
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)

@@ -18,18 +18,18 @@ processors() {
   if on_macos; then sysctl -n hw.ncpu; else nproc; fi
 }
 
-# How many jobs run at once; CMake's own variable has the last word.
+# The number of parallel jobs; CMake's own variable overrides it.
 jobs_at_once() { printf '%s\n' "${CMAKE_BUILD_PARALLEL_LEVEL:-$(processors)}"; }
 
-# installed_version PACKAGE: of a Debian system; empty where it is not installed.
+# installed_version PACKAGE: on a Debian system; empty if it is not installed.
 installed_version() {
   local answer
   answer=$(dpkg-query -W -f '${db:Status-Status} ${Version}' "$1" 2>/dev/null) || true
   [[ $answer != "installed "* ]] || printf '%s\n' "${answer#* }"
 }
 
-# need LIST...: sees to it that the packages of packages_LIST are installed. A
-# machine that has them makes no call but dpkg-query.
+# need LIST...: installs the missing packages of packages_LIST. If all are installed, it
+# only runs dpkg-query.
 need() {
   local list name wanted=() missing=()
   if on_fedora; then
@@ -51,8 +51,9 @@ need() {
   ((${#missing[@]} == 0)) || install_packages "${missing[@]}"
 }
 
-# The same by the packages of packages_fedora_LIST, which the user is asked to install.
-# Lists without one are for developers, who find out what Fedora calls the packages.
+# The same with the packages of packages_fedora_LIST, which the user is asked to
+# install. Lists without one are for developers, who must find out Fedora's names of the
+# packages.
 need_on_fedora() {
   local list name missing=()
   for list in "$@"; do
@@ -96,13 +97,13 @@ need_cmake() {
     die "please install Apple's command line tools: xcode-select --install"
   local folder
   for folder in /Applications "$HOME/Applications"; do
-    # What cmake.org offers is an application, which leaves the PATH as it is.
+    # cmake.org offers an application, which is not on the PATH.
     command -v cmake >/dev/null || PATH=$PATH:$folder/CMake.app/Contents/bin
   done
   command -v cmake >/dev/null || install_by_brew cmake "3.25 or newer; cmake.org/download has it"
 }
 
-# An older one reads no presets, and says so in a way that helps nobody.
+# An older one does not read presets and reports that unclearly.
 require_new_cmake() {
   local version
   version=$(cmake --version | sed -n '1s/[^0-9]*\([0-9]*\.[0-9]*\).*/\1/p')
@@ -110,15 +111,15 @@ require_new_cmake() {
     die "CMake $version is too old: 3.25 or newer is needed (cmake.org/download has it)"
 }
 
-# install_by_brew FORMULA OTHERWISE: by Homebrew where there is one.
+# install_by_brew FORMULA OTHERWISE: installs with Homebrew if it is there.
 install_by_brew() {
   command -v brew >/dev/null || die "please install $1: $2"
   say "installing $1"
   brew install --quiet "$1"
 }
 
-# own_fonts: what is drawn from here on has the fonts of the packages, whatever else
-# the machine has.
+# own_fonts: everything drawn from now on uses the fonts of the packages, whatever else
+# is installed.
 own_fonts() {
   need fonts
   cmake -D FONTS_FOLDER="$root/build/fonts" -D ONLY_INSTALLED=ON -P "$root/tests/fonts/write-fonts.cmake"

@@ -1,4 +1,4 @@
-"""Checks who includes whom, that no two files and no two folders include each
+"""Checks which folder includes which, that no two files and no two folders include each
 other, directly or through others, and that no operating system is known outside its
 platform's folder. Prints each fault as path:line: text; status 1 if any."""
 
