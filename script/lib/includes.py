@@ -18,17 +18,17 @@ ROWS = (
 )
 RANK = {folder: rank for rank, row in enumerate(ROWS) for folder in row}
 
-# Where a system may be known, by a word of the path.
+# Files that may depend on a system, by their paths.
 SYSTEM_FOLDERS = re.compile(
     r"^src/platform/(macos|linux)/|^tests/platform/(macos|linux)/|^tests/desktop/"
     r"|^bench/(.*/)?(macos|linux)/|^packaging/"
-    # What Objective-C++ says to the suites about the system under test.
+    # The Objective-C++ part of the conformance suites.
     r"|^tests/platform/conformance/[A-Za-z]+\.mm$"
 )
 # The headers of the C++ standard have no suffix and no capital; libraries that
 # all systems have are named.
 PORTABLE_HEADER = re.compile(r"^[a-z][a-z0-9_]*$")
-# A library that all systems have, for the part that the platforms share.
+# A library that all systems have, used by the part that the platforms share.
 SHARED_HEADER = re.compile(r"^nlohmann/")
 TEST_HEADER = re.compile(r"^(gtest|gmock|benchmark)/")
 SYSTEM_CONDITIONAL = re.compile(
@@ -93,7 +93,7 @@ def reaches(own, other):
 
 
 def cycles(nodes, neighbours):
-    """Each chain that leads back to where it started, once."""
+    """Yields each circle of includes once."""
     done, trail = set(), []
 
     def visit(node):
@@ -113,7 +113,7 @@ def cycles(nodes, neighbours):
 
 
 def folder_graph(paths):
-    """Of each folder of the sources: the other folders that its files include, each
+    """Returns for each folder of the sources the other folders that its files include, each
     with the first such include."""
     graph = {}
     for path in paths:

@@ -1,6 +1,6 @@
 # shellcheck shell=bash disable=SC2034
-# What a machine with Debian 12 or Ubuntu 24.04 needs, by need, and what one with Fedora
-# needs to build and run the program. The only list of packages.
+# The packages for Debian 12 and Ubuntu 24.04, by purpose, and those that Fedora needs to
+# build and run the program. The only list of packages.
 
 packages_build=(
   cmake
@@ -43,12 +43,12 @@ packages_embedded=(
   nlohmann-json3-dev
 )
 
-# In g++'s place, where CXX asks for it; the library is still that of g++.
+# Replaces g++ if CXX names it; the library is still that of g++.
 packages_clang=(
   clang
 )
 
-# To ask whether a display answers.
+# Checks whether a display answers.
 packages_display=(
   x11-utils
 )
@@ -84,7 +84,7 @@ packages_test=(
   fonts-jetbrains-mono
   fonts-noto-core
   fonts-noto-mono
-  # What assistive programs listen to.
+  # The bus of assistive programs.
   at-spi2-core
   python3-pyatspi
   libplist-utils
@@ -98,7 +98,7 @@ packages_test=(
   xterm
 )
 
-# What makes the private desktop look like one.
+# The look of the private desktop.
 packages_demo=(
   x11-apps
   xterm
@@ -128,13 +128,13 @@ packages_matrix=(
   xfwm4
 )
 
-# To make a Debian package and have it looked at.
+# Build a Debian package and check it.
 packages_package=(
   dpkg-dev
   lintian
 )
 
-# The tools of the formats of what is installed beside the program.
+# The checking tools for the files that are installed beside the program.
 packages_validate=(
   appstream
   desktop-file-utils
@@ -142,7 +142,7 @@ packages_validate=(
   mandoc
 )
 
-# What script/check-package tries an installed package with, beside a private desktop.
+# For script/check-package, besides a private desktop.
 packages_check_package=(
   desktop-file-utils
   man-db
@@ -153,14 +153,14 @@ packages_check_package=(
   xfwm4
 )
 
-# To draw the icon.
+# Draws the icon.
 packages_icon=(
   cmake
   g++
   zlib1g-dev
 )
 
-# What makes the pictures of the documentation small.
+# Reduce the pictures of the documentation.
 packages_gallery=(
   imagemagick
   pngquant
@@ -175,7 +175,7 @@ packages_bench=(
   libbenchmark-dev
 )
 
-# To build for macOS from Linux, and to check what is built.
+# Build for macOS on Linux, and check the result.
 packages_macos_cross=(
   clang-19
   cmake

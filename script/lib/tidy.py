@@ -61,9 +61,9 @@ def fingerprint(path, command, tool_version):
 
 
 def check(tool, build, path):
-    """What clang-tidy says; empty when it has nothing to say."""
+    """Returns clang-tidy's output; empty if it has no findings."""
     result = subprocess.run(
-        # GCC's own warnings are on the command lines too.
+        # The command lines also contain GCC's own warnings.
         [tool, "-quiet", "-p", build, "--extra-arg=-Wno-unknown-warning-option",
          absolute(path)],
         stdin=subprocess.DEVNULL,
