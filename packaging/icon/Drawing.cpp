@@ -7,9 +7,9 @@
 namespace icon {
 namespace {
 
-// The icon is drawn on a square of 1024 units, from the top left, of which its body
-// takes what the icons of macOS take. Everything is a rounded rectangle: four desktops,
-// of which the warmest carries its label.
+// The icon is drawn on a square of 1024 units, from the top left; its body has the usual size of
+// icons on macOS. Everything is a rounded rectangle: four desktops, the warmest of which has a
+// label.
 
 struct RoundedRect {
   double x = 0;
@@ -22,7 +22,7 @@ struct RoundedRect {
 constexpr double kUnits = 1024;
 constexpr RoundedRect kBody{100, 100, 824, 824, 188};
 
-/// The distance from the edge, negative inside.
+/// Returns the distance from the edge; negative inside.
 double distance(const RoundedRect& rect, double x, double y) {
   const double dx = std::abs(x - rect.x - rect.width / 2) - rect.width / 2 + rect.radius;
   const double dy = std::abs(y - rect.y - rect.height / 2) - rect.height / 2 + rect.radius;
@@ -35,21 +35,21 @@ Color mixed(const Color& a, const Color& b, double t) {
           a.blue + (b.blue - a.blue) * t, a.alpha + (b.alpha - a.alpha) * t};
 }
 
-/// One pixel, composed from the back to the front.
+/// A pixel that is composed from the back to the front.
 class Pixel {
  public:
-  /// `unit`: how large a pixel is.
+  /// `unit` is the size of a pixel.
   Pixel(double x, double y, double unit) : x_(x), y_(y), unit_(unit) {}
 
   void fill(const RoundedRect& rect, const Color& color) { over(color, coverage(rect)); }
 
-  /// From the top of the rectangle to its bottom.
+  /// Fills the rectangle with a gradient from its top to its bottom.
   void fill(const RoundedRect& rect, const Color& top, const Color& bottom) {
     const double t = std::clamp((y_ - rect.y) / rect.height, 0.0, 1.0);
     over(mixed(top, bottom, t), coverage(rect));
   }
 
-  /// Along the inside of the edge.
+  /// Draws a line along the inside of the edge.
   void rim(const RoundedRect& rect, double width, const Color& color) {
     const RoundedRect inner{rect.x + width, rect.y + width, rect.width - 2 * width,
                             rect.height - 2 * width, rect.radius - width};
@@ -94,7 +94,7 @@ struct Desktop {
   RoundedRect rect;
   Color top;
   Color bottom;
-  /// Of its rim; nothing for the cold ones.
+  /// The heat of its rim; 0 for the cold ones.
   double heat = 0;
 };
 
@@ -109,7 +109,7 @@ constexpr RoundedRect desktopAt(int column, int row) {
           kDesktopWidth, kDesktopHeight, 50};
 }
 
-/// From the one used last to the one used longest ago.
+/// The desktops from the most to the least recently used.
 const std::array<Desktop, 4> kDesktops = {{
     {desktopAt(0, 0), {1.0, 0.54, 0.27}, {0.88, 0.24, 0.09}, 1},
     {desktopAt(1, 0), {0.79, 0.38, 0.24}, {0.62, 0.22, 0.14}, 0.6},
@@ -124,7 +124,7 @@ void drawDesktop(Pixel& pixel, const Desktop& desktop) {
   if (desktop.heat > 0) pixel.rim(rect, 9, {1.0, 0.76, 0.42, 0.9 * desktop.heat});
 }
 
-/// The name on a desktop: a line of text from far away.
+/// Draws a name on a desktop: a line of text seen from far away.
 void drawName(Pixel& pixel, const RoundedRect& desktop, double width, double alpha) {
   constexpr double kHeight = 50;
   pixel.fill({desktop.x + (desktop.width - width) / 2, desktop.y + (desktop.height - kHeight) / 2,

@@ -5,7 +5,7 @@
 
 namespace icon {
 
-/// Straight sRGB components and alpha, 0 to 1.
+/// sRGB components and alpha from 0 to 1, not premultiplied.
 struct Color {
   double red = 0;
   double green = 0;
@@ -13,13 +13,13 @@ struct Color {
   double alpha = 1;
 };
 
-/// Straight RGBA, 8 bits each, from the top left corner.
+/// RGBA pixels of 8 bits each, not premultiplied, from the top left corner.
 struct Picture {
   int side = 0;
   std::vector<std::uint8_t> pixels;
 };
 
-/// The icon in a square of that many pixels.
+/// Returns the icon in a square of that many pixels.
 Picture draw(int side);
 
 }  // namespace icon

@@ -36,7 +36,7 @@ std::string deflated(const std::string& bytes) {
   return result;
 }
 
-/// Every line as the difference from the one above, which gradients make small.
+/// Returns each line as the difference from the one above, which is small for gradients.
 std::string filtered(const Picture& picture) {
   constexpr char kUp = 2;
   const auto line = static_cast<std::size_t>(picture.side) * 4;
@@ -57,7 +57,7 @@ std::string png(const Picture& picture) {
   const auto side = static_cast<std::size_t>(picture.side);
   appendNumber(header, side);
   appendNumber(header, side);
-  // 8 bits, RGBA, and the only methods there are.
+  // 8 bits, RGBA, and the only defined methods.
   header += std::string("\x08\x06\0\0\0", 5);
   std::string file = "\x89PNG\r\n\x1a\n";
   appendChunk(file, "IHDR", header);

@@ -8,11 +8,10 @@
 
 namespace icon {
 
-/// The bytes of a PNG file.
+/// Returns the bytes of a PNG file.
 std::string png(const Picture& picture);
 
-/// The bytes of an Apple icon image: PNG files with the four letters that say what each
-/// is for.
+/// Returns the bytes of an Apple icon image: PNG files, each with four letters for its purpose.
 std::string icns(const std::vector<std::pair<std::string, std::string>>& entries);
 
 }  // namespace icon

@@ -1,5 +1,5 @@
-// Draws the icon: draw-icon FILE.icns FOLDER writes the icon of macOS, and for other
-// desktops the folder's vembrix-SIZE.png.
+// Draws the icon: draw-icon FILE.icns FOLDER writes the icon for macOS, and for other desktops
+// vembrix-SIZE.png into the folder.
 
 #include <cstdio>
 #include <exception>
@@ -24,7 +24,7 @@ void writeAll(const std::string& icnsPath, const std::string& folder) {
   std::map<int, std::string> files;
   for (const int side : {16, 32, 64, 128, 256, 512, 1024})
     files[side] = icon::png(icon::draw(side));
-  // The pictures for screens of two pixels per point come under letters of their own.
+  // The pictures for screens of two pixels per point have separate letters.
   write(icnsPath, icon::icns({{"icp4", files[16]},
                               {"ic11", files[32]},
                               {"icp5", files[32]},

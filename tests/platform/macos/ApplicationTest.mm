@@ -19,13 +19,13 @@ using testing::ExitedWithCode;
 
 void say(const char* word) { std::fprintf(stderr, "%s.", word); }
 
-/// The event loop, in a process of its own, since AppKit ends that. What it did, and in
-/// which order, is what it said.
+/// The event loop in a separate process, since AppKit ends the process. The process prints what it
+/// does, in order.
 class ApplicationTest : public testing::Test {
  protected:
   ApplicationTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 
-  /// Ends the process, in one way or the other.
+  /// Ends the process in either way.
   static void run(const std::function<void()>& launched) {
     Application& application = Application::shared();
     application.setActivationPolicy(Application::ActivationPolicy::Accessory);

@@ -18,9 +18,9 @@ class CFOwnedTest : public testing::Test {
  protected:
   ~CFOwnedTest() override { CFRelease(object_); }
 
-  /// References besides the test's own.
+  /// The number of references besides the test's own.
   CFIndex others() const { return CFGetRetainCount(object_) - 1; }
-  /// As a call with Create or Copy in its name gives it.
+  /// Returns an object as a call with Create or Copy in its name does.
   CFMutableArrayRef created() const {
     CFRetain(object_);
     return object_;

@@ -21,7 +21,7 @@ namespace {
 
 using testing::Contains;
 
-/// What holds on any desktop, with and without permissions. Looks, and changes nothing.
+/// Facts that hold on every desktop, with and without permissions. Changes nothing.
 class DesktopTest : public testing::Test {
  protected:
   using SpaceID = WindowServer::SpaceID;
@@ -53,7 +53,7 @@ class DesktopTest : public testing::Test {
                                               WindowServer::excludeDesktopElements);
   }
 
-  /// The bounds of this process's window of that width; null when it is not listed.
+  /// Returns the bounds of this process's window of that width; null if it is not listed.
   PropertyList boundsOf(double width) {
     const PropertyList owner = utf8String(NSProcessInfo.processInfo.processName);
     const PropertyList all = windows();
@@ -130,7 +130,7 @@ TEST_F(DesktopTest, ListsAWindowWithItsBounds) {
   ASSERT_TRUE(runUntil([&] { return !boundsOf(123).isNull(); }));
   EXPECT_EQ(boundsOf(123)["Height"].number(), 45);
   EXPECT_EQ(boundsOf(123)["X"].number(), 100);
-  // From the top of the primary screen here, which is the window server's way.
+  // Counted from the top of the primary screen, as the window server does.
   EXPECT_EQ(boundsOf(123)["Y"].number(), Screens::shared().all()[0].frame.height - 145);
   window->setFrame({100, 100, 234, 45});
   EXPECT_TRUE(runUntil([&] { return !boundsOf(234).isNull(); }));
@@ -138,7 +138,7 @@ TEST_F(DesktopTest, ListsAWindowWithItsBounds) {
 }
 
 TEST_F(DesktopTest, AnUnchangedWindowListSharesItsContents) {
-  // Other programs may change it at any time, but not all the time.
+  // Other programs may change the list at any time, but not all the time.
   const auto isShared = [&] { return windows().asArray() == windows().asArray(); };
   EXPECT_TRUE(runUntil(isShared));
 }

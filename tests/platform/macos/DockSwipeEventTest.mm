@@ -11,8 +11,8 @@
 namespace vembrix {
 namespace {
 
-/// What the product writes into a swipe is what the system reads out of it: an event is
-/// made and read, and never posted.
+/// The system reads from a swipe what the product writes into it. The event is created and read,
+/// but never posted.
 class DockSwipeEventTest : public testing::Test {
  protected:
   void setInteger(int field, std::int64_t value) {

@@ -10,7 +10,7 @@
 #import "platform/macos/support/Arc.h"
 #include "platform/macos/support/RunLoop.h"
 
-/// Notes its end.
+/// Records its deallocation.
 @interface VembrixMortal : NSObject
 - (instancetype)initWithFlag:(std::shared_ptr<bool>)isGone;
 @end
@@ -41,7 +41,7 @@ class MainQueueTest : public testing::Test {
 };
 
 TEST_F(MainQueueTest, TimersGoOnInARunLoopWithinATimersBlock) {
-  // As of a menu that a timer's block opens.
+  // A nested loop, like that of a menu that a timer's block opens.
   int beats = 0;
   const auto timer = queue_.repeat(milliseconds(5), milliseconds(5), [&] { beats += 1; });
   CFRunLoopTimerRef opener = CFRunLoopTimerCreateWithHandler(

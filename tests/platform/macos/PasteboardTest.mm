@@ -10,7 +10,7 @@
 namespace vembrix {
 namespace {
 
-/// What the user had copied is there again afterwards.
+/// Restores what the user had copied at the end.
 class PasteboardTest : public testing::Test {
  protected:
   PasteboardTest() {
@@ -30,7 +30,7 @@ class PasteboardTest : public testing::Test {
   }
 
   static NSPasteboard* native() { return NSPasteboard.generalPasteboard; }
-  /// As another program pastes it.
+  /// Returns what another program would paste.
   static std::string pasted() {
     return utf8String([native() stringForType:NSPasteboardTypeString]);
   }

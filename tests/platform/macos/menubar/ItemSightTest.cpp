@@ -7,10 +7,10 @@
 namespace vembrix {
 namespace {
 
-/// 14 inches with a camera, as measured.
+/// A screen of 14 inches with a camera, as measured.
 constexpr Rect kFrame{0, 0, 1800, 1169};
 constexpr Rect kNotch{791, 1132, 221, 37};
-/// Without a camera, on the right of the other.
+/// A screen without a camera, to the right of the other.
 constexpr Rect kOther{1800, 100, 1920, 1080};
 
 class ItemSightTest : public testing::Test {

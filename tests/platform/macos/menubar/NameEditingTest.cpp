@@ -22,7 +22,7 @@ class NameEditingTest : public testing::Test {
   using Selection = NameField::Selection;
   using Command = NameEditing::Command;
 
-  /// With the panel open, since the window refuses for good.
+  /// Edits in the open panel, because the window refuses every request.
   void editInPanel() {
     menu_.refuse(1000);
     menu_.clickPencil();
@@ -140,8 +140,8 @@ TEST_F(NameEditingTest, NothingIsAskedForWhileNothingIsEdited) {
   EXPECT_EQ(menu_.panels(), 0);
 }
 
-// How an editing ends, by each of the three ways on which keys come: a monitor, the
-// field's own commands, and the panel.
+// The end of an editing, through each of the three routes of keys: a monitor, the field's own
+// commands, and the panel.
 
 TEST_F(NameEditingTest, ReturnAndEnterThatAMonitorSeesTakeTheName) {
   for (const unsigned short key : {kReturn, kKeypadEnter}) {
@@ -227,7 +227,7 @@ TEST_F(NameEditingTest, AnInputMethodComposesInThePanelToo) {
   EXPECT_TRUE(menu_.panelIsShown());
 }
 
-// What the menu does meanwhile.
+// Actions of the menu meanwhile.
 
 TEST_F(NameEditingTest, AClickOutsideClosesTheMenuAndNamesNothing) {
   menu_.clickPencil();
@@ -258,7 +258,7 @@ TEST_F(NameEditingTest, AMenuThatClosesBeforeThePanelCameGetsNone) {
 
 TEST_F(NameEditingTest, AnotherRowThatIsEditedEndsTheEditing) {
   editInPanel();
-  // As the other row's view does.
+  // The view of the other row does the same.
   menu_.row().cancel();
   EXPECT_FALSE(menu_.panelIsShown());
   EXPECT_FALSE(editing_.isEditing());

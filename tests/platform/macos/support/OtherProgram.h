@@ -7,15 +7,15 @@
 
 namespace vembrix {
 
-/// Another program that uses settings: a process started for each call, which has ended when the
-/// call returns. A failure fails the test.
+/// Another program that uses settings: a process for each call, which has ended when the call
+/// returns. A failure fails the test.
 namespace other_program {
 
 /// Replaces the domain's contents by the dictionary.
 void writeDomain(std::string_view domain, const PropertyList& contents);
 
-/// What the domain holds: a dictionary, or null when there is no such domain. Of the
-/// process's own domain, what it would leave behind if it ended now.
+/// Returns the contents of the domain: a dictionary, or null if there is no such domain. For the
+/// process's own domain, what it would leave if it ended now.
 PropertyList readDomain(std::string_view domain);
 
 }  // namespace other_program
@@ -29,7 +29,7 @@ class TestDomains {
   TestDomains(const TestDomains&) = delete;
   TestDomains& operator=(const TestDomains&) = delete;
 
-  /// Of the process's own settings.
+  /// The domain of the process's own settings.
   [[nodiscard]] std::string application() const;
   static constexpr std::string_view kOther = "com.vembrix.conformance";
 

@@ -9,7 +9,7 @@
 namespace vembrix {
 namespace {
 
-/// Runs the tool with the bytes as its standard input, to its end; its standard output.
+/// Runs the tool to its end with the bytes as its standard input; returns its standard output.
 NSData* runDomainTool(NSString* verb, NSString* domain, NSData* input) {
   auto* task = [[NSTask alloc] init];
   auto* in = [NSPipe pipe];
@@ -23,7 +23,7 @@ NSData* runDomainTool(NSString* verb, NSString* domain, NSData* input) {
     ADD_FAILURE() << utf8String(error.localizedDescription);
     return nil;
   }
-  // It writes nothing before it has read all.
+  // The tool writes only after it has read everything.
   EXPECT_TRUE([in.fileHandleForWriting writeData:input error:nil]);
   EXPECT_TRUE([in.fileHandleForWriting closeAndReturnError:nil]);
   NSData* output = [out.fileHandleForReading readDataToEndOfFileAndReturnError:nil];
@@ -57,7 +57,7 @@ void other_program::writeDomain(std::string_view domain, const PropertyList& con
 
 PropertyList other_program::readDomain(std::string_view domain) {
   @autoreleasepool {
-    // What this process has set may still be on its way.
+    // Values that this process has set may not be stored yet.
     CFPreferencesAppSynchronize(kCFPreferencesCurrentApplication);
     NSData* data = runDomainTool(@"read", nativeString(domain), [NSData data]);
     if (data.length == 0) return {};

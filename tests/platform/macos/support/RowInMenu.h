@@ -11,7 +11,7 @@
 namespace vembrix {
 
 /// A real row in a simulated open menu, whose window gives and takes the keyboard as a test
-/// demands, connected as by the row's view.
+/// demands. Connected in the same way as by the row's view.
 class RowInMenu : public SpaceRowView, public NameField {
  public:
   RowInMenu()
@@ -23,7 +23,7 @@ class RowInMenu : public SpaceRowView, public NameField {
     row_.setShown(true);
   }
 
-  // How the menu's window behaves.
+  // The behaviour of the menu's window.
 
   /// Makes the next `times` requests fail.
   void refuse(int times) { refusals_ = times; }
@@ -45,7 +45,7 @@ class RowInMenu : public SpaceRowView, public NameField {
   void lookOften(int times) {
     for (int look = 0; look < times; ++look) editing_.look();
   }
-  /// Types in place of what is selected, where the keyboard is with the name.
+  /// Types in place of the selection, if the name has the keyboard.
   void type(const std::string& text) {
     if (!hasKeyboard_ && !editing_.panelIsOpen()) return;
     text_ = std::exchange(isAllSelected_, false) ? text : text_ + text;

@@ -11,7 +11,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// One turn, at most that long.
+/// Runs one turn, which takes at most that long.
 void turn(Duration longest) {
   @autoreleasepool {
     const CFTimeInterval seconds = std::chrono::duration<double>(longest).count();

@@ -17,14 +17,14 @@ class StandardErrorLines {
   StandardErrorLines(const StandardErrorLines&) = delete;
   StandardErrorLines& operator=(const StandardErrorLines&) = delete;
 
-  /// The whole lines so far, without line feeds, oldest first.
+  /// Returns the complete lines so far, without line feeds, oldest first.
   [[nodiscard]] std::vector<std::string> lines() const;
 
  private:
   StandardErrorLines();
   ~StandardErrorLines() = default;
 
-  /// As stdio calls it.
+  /// Called by stdio.
   static int write(void* lines, const char* bytes, int count);
   void take(std::string_view bytes);
 

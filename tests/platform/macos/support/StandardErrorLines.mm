@@ -10,7 +10,7 @@
 namespace vembrix {
 
 StandardErrorLines& StandardErrorLines::shared() {
-  // Never destroyed: others write until the very end.
+  // Never destroyed, because other code writes until the very end.
   static auto& lines = *new StandardErrorLines;
   return lines;
 }

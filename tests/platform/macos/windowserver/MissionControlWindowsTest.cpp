@@ -24,12 +24,12 @@ Window managersWindow(std::int64_t number, std::int64_t layer = 19) {
   return {.number = number, .program = Program::WindowManager, .layer = layer, .size = kScreen};
 }
 
-/// Reads one list of windows after the other.
+/// Reads lists of windows, one after the other.
 class Readings {
  public:
   explicit Readings(MissionControlWindows::ShownBy shownBy) : judge_(shownBy) {}
 
-  /// The numbers of those that may be Mission Control.
+  /// Returns the numbers of the windows that may be Mission Control.
   std::vector<std::int64_t> read(const std::vector<Window>& windows) {
     judge_.read(windows);
     std::vector<std::int64_t> numbers;
@@ -198,7 +198,7 @@ TEST_F(OverviewProgramsTest, AProcessThatIsUnknownOnceIsAskedAboutAgainLater) {
 TEST_F(OverviewProgramsTest, AProcessThatStaysUnknownIsAskedAboutNowAndThen) {
   for (std::uint64_t reading = 0; reading < 10 * OverviewPrograms::patience; ++reading) {
     programs_.beginReading();
-    // Two windows of it.
+    // The program has two windows.
     EXPECT_EQ(programs_.of(1), Program::Other);
     EXPECT_EQ(programs_.of(1), Program::Other);
   }

@@ -30,7 +30,7 @@ TEST(SwipeConventionsTest, OnMacOS27OnlyThisProgramsOwnEventsAreAPrograms) {
   EXPECT_EQ(postingProcess(DeviceEvents::MayNameAProcess, kOwn, kOwn), kOwn);
 }
 
-/// How often the watcher notices a swipe that names that process.
+/// Returns how often the watcher notices a swipe that names that process.
 int swipesNoticed(DeviceEvents devices, std::int64_t named) {
   const auto watcher = SwipeWatcher::create();
   int count = 0;
