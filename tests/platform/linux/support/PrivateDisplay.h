@@ -21,6 +21,7 @@ class PrivateDisplay {
   void startWindowManager();
   /// Makes the window manager hang: it no longer answers.
   void stopWindowManager() { windowManager_->stop(); }
+  void resumeWindowManager() { windowManager_->resume(); }
   /// Kills the window manager, like a crash.
   void killWindowManager();
 

@@ -59,8 +59,7 @@ void StatusStrip::setContent(const StatusItemContent& content) {
   updateName();
   arrange();
   const bool isResized = isVisible() && size() != former;
-  const bool isAwaited =
-      isResized && picture_ && guard_ && guard_->awaitSize(pixelSize(size()), wasInPlace);
+  const bool isAwaited = isResized && picture_ && guard_ && guard_->awaitSize(wasInPlace);
   if (!isAwaited) mute(false);
 }
 
@@ -123,19 +122,21 @@ void StatusStrip::closeEvent(QCloseEvent* event) {
 void StatusStrip::followPanels() {
   X11Desktop* desktop = chosenDesktop().x11;
   if (!ewmhOfQt()) return;
-  guard_ = std::make_unique<StripGuard>(StripGuard::Handlers{.repair =
-                                                                 [this] {
-                                                                   restoreDock(*windowHandle());
-                                                                   strut_.reset();
-                                                                   reserve();
-                                                                 },
-                                                             .remake = [this] { remakeWindow(); },
-                                                             .settled =
-                                                                 [this] {
-                                                                   returnToPlace();
-                                                                   giveWay();
-                                                                 },
-                                                             .sized = [this] { mute(false); }});
+  guard_ = std::make_unique<StripGuard>(
+      StripGuard::Handlers{.repair =
+                               [this] {
+                                 restoreDock(*windowHandle());
+                                 strut_.reset();
+                                 reserve();
+                               },
+                           .remake = [this] { remakeWindow(); },
+                           .settled =
+                               [this] {
+                                 returnToPlace();
+                                 giveWay();
+                               },
+                           .requestedFrame = [this] { return pixelsOfGeometry(target_); },
+                           .sized = [this] { mute(false); }});
   if (!desktop) return;
   panels_ = std::make_unique<X11Panels>(
       desktop->events(),
@@ -293,10 +294,6 @@ void StatusStrip::paintEvent(QPaintEvent* /*event*/) {
   QPainter(this).fillRect(rect(), menuBarColor(appearance));
 }
 
-QSize StatusStrip::pixelSize(const QSize& size) const {
-  return pixelsOfGeometry({target_.topLeft(), size}).size();
-}
-
 void StatusStrip::draw(const QSize& size) {
   if (!picture_) {
     update();
@@ -305,7 +302,7 @@ void StatusStrip::draw(const QSize& size) {
   }
   // The first position is not known yet.
   if (target_.isEmpty()) return;
-  const StripPicture::Frame frame{.size = pixelSize(size),
+  const StripPicture::Frame frame{.size = pixelsOfGeometry({target_.topLeft(), size}).size(),
                                   .item = itemIn(size),
                                   .scale = devicePixelRatioF(),
                                   .appearance = systemAppearance()};

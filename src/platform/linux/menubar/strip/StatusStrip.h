@@ -58,7 +58,6 @@ class StatusStrip : public QWidget {
   /// Returns the item's place in a strip of that size.
   [[nodiscard]] QRect itemIn(const QSize& strip) const;
   void placeButton();
-  [[nodiscard]] QSize pixelSize(const QSize& size) const;
   /// Draws the strip with its present content at that size.
   void draw(const QSize& size);
   [[nodiscard]] QImage picture(const StripPicture::Frame& frame);

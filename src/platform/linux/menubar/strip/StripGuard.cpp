@@ -91,19 +91,19 @@ void StripGuard::expectStrut(const Strut& strut) {
   ownStrutEvents_ += 2;
 }
 
-bool StripGuard::awaitSize(const QSize& size, bool wasInPlace) {
+bool StripGuard::awaitSize(bool wasInPlace) {
   if (!wasInPlace) endAwaiting();
   if (fulfilled_ == kWatchedRequests) {
-    awaited_ = size;
+    isAwaiting_ = true;
   } else {
     fulfilled_ += 1;
   }
-  return awaited_.has_value();
+  return isAwaiting_;
 }
 
 void StripGuard::endAwaiting() {
   fulfilled_ = 0;
-  if (std::exchange(awaited_, std::nullopt)) handlers_.sized();
+  if (std::exchange(isAwaiting_, false)) handlers_.sized();
 }
 
 void StripGuard::checkSoon() {
@@ -120,7 +120,7 @@ bool StripGuard::nativeEventFilter(const QByteArray& /*eventType*/, void* messag
       noteProperty(as<xcb_property_notify_event_t>(event));
       break;
     case XCB_CONFIGURE_NOTIFY:
-      return noteSize(as<xcb_configure_notify_event_t>(event));
+      return noteFrame(as<xcb_configure_notify_event_t>(event));
     case XCB_REPARENT_NOTIFY:
       if (as<xcb_reparent_notify_event_t>(event).window == window_) {
         wasReparented_ = true;
@@ -163,13 +163,19 @@ void StripGuard::noteProperty(const xcb_property_notify_event_t& event) {
   }
 }
 
-bool StripGuard::noteSize(const xcb_configure_notify_event_t& event) {
-  if (!awaited_ || event.window != window_) return false;
-  if (QSize(event.width, event.height) != awaited_) {
+bool StripGuard::noteFrame(const xcb_configure_notify_event_t& event) {
+  if (event.window != window_ || fulfilled_ < kWatchedRequests) return false;
+  const QRect requested = handlers_.requestedFrame();
+  const QRect reported(event.x, event.y, event.width, event.height);
+  // Window managers report the place on the screen, the server that within the frame.
+  const bool isFromServer = (event.response_type & 0x80) == 0;
+  if (!isFromServer && reported == requested) return true;
+  if (!isFromServer || reported.size() != requested.size()) {
     endAwaiting();
     return false;
   }
-  awaited_.reset();
+  // The last one of the watched requests may be reported late: Qt finds out about its place.
+  if (!std::exchange(isAwaiting_, false)) return false;
   handlers_.sized();
   return true;
 }

@@ -3,7 +3,7 @@
 #include <xcb/xproto.h>
 
 #include <QAbstractNativeEventFilter>
-#include <QSize>
+#include <QRect>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -27,6 +27,8 @@ class StripGuard : public QAbstractNativeEventFilter {
     std::function<void()> remake;
     /// Called when the window is as it should be, as far as known.
     std::function<void()> settled;
+    /// Returns the frame that the window was last asked to take, in pixels.
+    std::function<QRect()> requestedFrame;
     /// Ends what awaitSize() began.
     std::function<void()> sized;
   };
@@ -43,11 +45,11 @@ class StripGuard : public QAbstractNativeEventFilter {
   void expectMapping();
   /// To be called after each time that the program has set the window's strut.
   void expectStrut(const Strut& strut);
-  /// To be called when a shown window was asked to take that size, in pixels. `wasInPlace`: whether
-  /// it had the frame that was asked for before. Returns whether the window manager has done all
-  /// that was asked of it so far; the report of this size then does not reach Qt, which would ask
+  /// To be called after a shown window was asked to take another size. `wasInPlace`: whether it had
+  /// the frame that was requested before. Returns whether the window manager has done all that was
+  /// asked of it so far; its reports of the requested frame then do not reach Qt, which would ask
   /// for the place and the margins and wait, and `sized` is called instead.
-  bool awaitSize(const QSize& size, bool wasInPlace);
+  bool awaitSize(bool wasInPlace);
   /// Checks the window after a moment.
   void checkSoon();
 
@@ -70,8 +72,8 @@ class StripGuard : public QAbstractNativeEventFilter {
   [[nodiscard]] bool isSwallowed() const;
   void check();
   void noteProperty(const xcb_property_notify_event_t& event);
-  /// Returns whether it is the awaited report.
-  bool noteSize(const xcb_configure_notify_event_t& event);
+  /// Returns whether the report holds nothing new.
+  bool noteFrame(const xcb_configure_notify_event_t& event);
   void endAwaiting();
 
   Handlers handlers_;
@@ -83,8 +85,8 @@ class StripGuard : public QAbstractNativeEventFilter {
   int ownStrutEvents_ = 0;
   bool wasMapped_ = false;
   bool wasReparented_ = false;
-  /// Empty where none is, or where Qt is to have the report.
-  std::optional<QSize> awaited_;
+  /// Whether a report of the requested size is to come, which is not for Qt.
+  bool isAwaiting_ = false;
   /// Number of requests in succession after which the window was as requested.
   int fulfilled_ = 0;
   /// Successive attempts without success.
