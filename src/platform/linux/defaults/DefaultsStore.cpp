@@ -23,10 +23,10 @@ PropertyList DefaultsStore::object(std::string_view key) {
 }
 
 void DefaultsStore::set(std::string_view key, const PropertyList& value) {
+  if (holds(key, value)) return;
   // Must not overwrite what other programs have written since.
   file_.lookAgain();
-  const bool isSo = object(key) == value;
-  if (isSo && (file_.isCertain() || value.isNull())) return;
+  if (holds(key, value)) return;
   if (!value.isNull()) {
     const auto xml = writePropertyList(PropertyList::Dictionary{{std::string(key), value}});
     if (!xml || xml->size() > kPropertyListLimit) {
@@ -40,6 +40,10 @@ void DefaultsStore::set(std::string_view key, const PropertyList& value) {
     held = stored(key);
     if (!file_.isCertain()) held.reset();
   } while (!writer_.set(key, value, std::move(held), seenWrites_));
+}
+
+bool DefaultsStore::holds(std::string_view key, const PropertyList& value) {
+  return object(key) == value && (file_.isCertain() || value.isNull());
 }
 
 PropertyList DefaultsStore::stored(std::string_view key) {

@@ -33,6 +33,8 @@ class DefaultsStore {
   void finish() { writer_.finish(); }
 
  private:
+  /// Returns whether there is no need to write the value.
+  bool holds(std::string_view key, const PropertyList& value);
   /// Returns the file's value, this process's last write included.
   PropertyList stored(std::string_view key);
 

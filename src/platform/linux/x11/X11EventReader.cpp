@@ -36,9 +36,17 @@ void X11EventReader::begin() {
 
 bool X11EventReader::read() {
   xcb_connection_t* xcb = connection_->xcb();
-  while (const XcbPtr<xcb_generic_event_t> event{xcb_poll_for_event(xcb)}) {
-    handle(*event);
-  }
+  // Asks the socket again only where one reading may not have been all.
+  constexpr int kFewerThanABufferHolds = 64;
+  int handled = 0;
+  do {
+    handled = 0;
+    XcbPtr<xcb_generic_event_t> event{xcb_poll_for_event(xcb)};
+    for (; event; event.reset(xcb_poll_for_queued_event(xcb))) {
+      handle(*event);
+      handled += 1;
+    }
+  } while (handled >= kFewerThanABufferHolds);
   for (const Handlers& listener : listeners_) {
     if (listener.batchEnd) listener.batchEnd();
   }
