@@ -146,7 +146,7 @@ std::optional<StripPlace> placeOfDrop(const StripSurroundings& surroundings, con
       place.side == Side::Left ? strip.left() - monitor.left() : monitor.right() - strip.right();
   place.offset = std::clamp(gap, 0, std::max(monitor.width() - strip.width(), 0));
 
-  // Distances up to about the strip's height count as on the panel.
+  // Close to its usual place, by about its own height, the strip goes there and stores no place.
   const int reach = strip.height();
   if (place.monitor != 0 || place.edge != Edge::Top) return place;
   if (place.side == Side::Right && place.offset <= reach) return std::nullopt;
